@@ -1,0 +1,265 @@
+#include "phy/lib_nr_resource_manager.h"
+
+#include <algorithm>
+#include <iostream>
+#include <limits>
+#include <stdexcept>
+
+namespace vek::nr_mod_lib
+{
+
+namespace
+{
+
+constexpr std::uint32_t k_subcarriers_per_rb = 12;
+
+void print_symbol_in_frame_error()
+{
+    std::cout << "lib_nr_dl_resource_manager_t::deal_resource_mapping Report : symbol index in frame out of range"
+              << std::endl;
+}
+
+} // namespace
+
+lib_nr_channel_resource_manager_t& lib_nr_channel_resource_manager_t::get_inst()
+{
+    static lib_nr_channel_resource_manager_t instance;
+    return instance;
+}
+
+lib_nr_channel_resource_manager_t::lib_nr_channel_resource_manager_t() = default;
+
+void lib_nr_channel_resource_manager_t::set_numerology(lib_nr_numerology_type_t numerology)
+{
+    if (m_numerology != LIB_NR_SCS_60K)
+        m_cyclic_prefix_type = LIB_NR_NORMAL_CP;
+    m_numerology = numerology;
+}
+
+void lib_nr_channel_resource_manager_t::set_rb_number(unsigned int rb_number) { m_rb_number = rb_number; }
+
+void lib_nr_channel_resource_manager_t::set_cyclic_prefix_type(lib_nr_cyclic_prefix_type_t cp_type)
+{
+    if (cp_type == LIB_NR_EXTEND_CP && m_numerology != LIB_NR_SCS_60K) {
+        std::cout << "lib_nr_dl_resource_manager_t::set_cyclic_prefix_type Report : Extende CP is supported only with "
+                     "60kHz SCS!"
+                  << std::endl;
+        return;
+    }
+    m_cyclic_prefix_type = cp_type;
+}
+
+void lib_nr_channel_resource_manager_t::set_channel_bandwidth(const lib_nr_channel_bw_type_t& bandwidth)
+{
+    m_channel_bandwidth = bandwidth;
+}
+
+void lib_nr_channel_resource_manager_t::init_resource_mapping()
+{
+    _update_parameter();
+    m_cells.assign(static_cast<std::size_t>(m_symbol_number) * m_subcarrier_number, LIB_NR_RESOURCE_MAPPING_EMPTY);
+    m_mapped_symbol_number = m_symbol_number;
+    m_mapped_subcarrier_number = m_subcarrier_number;
+    m_conflict_number = 0;
+    m_first_conflict.reset();
+    m_resource_mapping.clear();
+    m_is_view_built = false;
+}
+
+void lib_nr_channel_resource_manager_t::init_payload_mapping()
+{
+    _update_parameter();
+    m_payload_mapping.resize(m_symbol_number);
+    for (auto& row : m_payload_mapping)
+        row.assign(m_subcarrier_number, {});
+}
+
+void lib_nr_channel_resource_manager_t::_update_parameter()
+{
+    m_symbol_number = lib_nr_phy_common_t::get_symbol_number_in_frame(m_numerology, m_cyclic_prefix_type);
+    m_subcarrier_number = static_cast<std::uint32_t>(std::min<std::uint64_t>(
+        std::uint64_t{m_rb_number} * k_subcarriers_per_rb, std::numeric_limits<std::uint32_t>::max()));
+}
+
+const lib_nr_channel_resource_manager_t::resource_map_t& lib_nr_channel_resource_manager_t::get_resource_mapping() const
+{
+    if (!m_is_view_built)
+        _build_view();
+    return m_resource_mapping;
+}
+
+void lib_nr_channel_resource_manager_t::_build_view() const
+{
+    for (unsigned int symbol = 0; symbol < m_mapped_symbol_number; ++symbol) {
+        resource_row_t& row =
+            m_resource_mapping.emplace_hint(m_resource_mapping.end(), symbol, resource_row_t{})->second;
+        for (unsigned int subcarrier = 0; subcarrier < m_mapped_subcarrier_number; ++subcarrier)
+            row.emplace_hint(row.end(), subcarrier, get_owner(symbol, subcarrier));
+    }
+    m_is_view_built = true;
+}
+
+lib_nr_channel_resource_manager_t::payload_map_t& lib_nr_channel_resource_manager_t::get_payload_mapping()
+{
+    return m_payload_mapping;
+}
+
+const std::uint8_t* lib_nr_channel_resource_manager_t::get_owner_row(unsigned int symbol) const
+{
+    if (symbol >= m_mapped_symbol_number)
+        return nullptr;
+    return m_cells.data() + static_cast<std::size_t>(symbol) * m_mapped_subcarrier_number;
+}
+
+bool lib_nr_channel_resource_manager_t::deal_resource_mapping(const lib_nr_resource_element_range_t& range,
+                                                              lib_nr_channel_resource_mapping_type_t type)
+{
+    if (!_is_symbol_range_valid(range.symbol_start, range.symbol_count, m_symbol_number)) {
+        print_symbol_in_frame_error();
+        return false;
+    }
+    if (!_is_crb_range_valid(range.crb_start, range.crb_count))
+        return false;
+
+    const std::uint64_t first = std::uint64_t{range.crb_start} * k_subcarriers_per_rb;
+    const std::uint64_t last = first + std::uint64_t{range.crb_count} * k_subcarriers_per_rb;
+    bool is_free = true;
+    for (std::uint32_t symbol = 0; symbol < range.symbol_count; ++symbol)
+        is_free &= _mark_run(range.symbol_start + symbol, first, last, type);
+    return is_free;
+}
+
+bool lib_nr_channel_resource_manager_t::deal_resource_mapping(const lib_nr_slot_resource_range_t& range,
+                                                              lib_nr_channel_resource_mapping_type_t type)
+{
+    if (range.slots.empty())
+        return true;
+    const std::uint32_t slot_number = lib_nr_phy_common_t::get_slot_in_frame(m_numerology);
+    if (std::any_of(range.slots.begin(), range.slots.end(), [&](std::uint32_t slot) { return slot >= slot_number; })) {
+        std::cout << "lib_nr_dl_resource_manager_t::deal_resource_mapping Report : slot index out of range"
+                  << std::endl;
+        return false;
+    }
+    const std::uint32_t slot_symbols =
+        lib_nr_phy_common_t::get_symbol_number_in_slot(m_numerology, m_cyclic_prefix_type);
+    if (!_is_symbol_range_valid(range.symbol_start, range.symbol_count, slot_symbols)) {
+        std::cout << "lib_nr_dl_resource_manager_t::deal_resource_mapping Report : symbol index in slot out of range"
+                  << std::endl;
+        return false;
+    }
+    if (!_is_crb_range_valid(range.crb_start, range.crb_count))
+        return false;
+
+    const std::uint64_t first = std::uint64_t{range.crb_start} * k_subcarriers_per_rb;
+    const std::uint64_t last = first + std::uint64_t{range.crb_count} * k_subcarriers_per_rb;
+    bool is_free = true;
+    for (const std::uint32_t slot : range.slots)
+        for (std::uint32_t symbol = 0; symbol < range.symbol_count; ++symbol)
+            is_free &= _mark_run(slot * slot_symbols + range.symbol_start + symbol, first, last, type);
+    return is_free;
+}
+
+bool lib_nr_channel_resource_manager_t::deal_resource_mapping(
+    const std::vector<lib_nr_resource_element_index_t>& elements, lib_nr_channel_resource_mapping_type_t type)
+{
+    bool is_free = true;
+    for (const auto& [symbol, subcarrier] : elements) {
+        if (symbol >= m_symbol_number) {
+            print_symbol_in_frame_error();
+            return false;
+        }
+        if (subcarrier >= m_subcarrier_number) {
+            std::cout << "lib_nr_dl_resource_manager_t::deal_resource_mapping Report : subcarrier index out of range"
+                      << std::endl;
+            return false;
+        }
+        _check_mapped(symbol, subcarrier);
+        is_free &= _mark_cell(symbol, subcarrier, type,
+                              m_cells[static_cast<std::size_t>(symbol) * m_mapped_subcarrier_number + subcarrier]);
+    }
+    return is_free;
+}
+
+bool lib_nr_channel_resource_manager_t::is_resource_mapping_conflict() const
+{
+    if (m_mapped_symbol_number == 0) {
+        std::cout << "lib_nr_dl_resource_manager_t::is_resource_mapping_conflict Report : Empty Resource Mapping!"
+                  << std::endl;
+        return false;
+    }
+    return m_conflict_number != 0;
+}
+
+bool lib_nr_channel_resource_manager_t::_is_symbol_range_valid(std::uint32_t start, std::uint32_t count,
+                                                               std::uint32_t limit) const
+{
+    // A count of 0 makes the last symbol lie before the first and is refused, as is a sum past 32 bits.
+    const std::uint32_t last = start + count - 1;
+    return last >= start && last < limit;
+}
+
+bool lib_nr_channel_resource_manager_t::_is_crb_range_valid(std::uint32_t start, std::uint32_t count) const
+{
+    const std::uint32_t end = start + count;
+    if (end >= start && end <= m_rb_number && start < m_rb_number)
+        return true;
+    std::cout << "lib_nr_dl_resource_manager_t::deal_resource_mapping Report : crb index out of range" << std::endl;
+    return false;
+}
+
+/// True when no conflict arises.
+bool lib_nr_channel_resource_manager_t::_deal_channel_conflict(lib_nr_channel_resource_mapping_type_t type,
+                                                               std::uint8_t& cell)
+{
+    if (cell == LIB_NR_RESOURCE_MAPPING_EMPTY) {
+        cell = static_cast<std::uint8_t>(type);
+        return true;
+    }
+    if (type == LIB_NR_RESOURCE_MAPPING_PDSCH &&
+        (cell == LIB_NR_RESOURCE_MAPPING_SSB || cell == LIB_NR_RESOURCE_MAPPING_CSIRS))
+        return true;
+    if (type == LIB_NR_RESOURCE_MAPPING_PUCCH && cell == LIB_NR_RESOURCE_MAPPING_PUCCH)
+        return true;
+    cell = LIB_NR_RESOURCE_MAPPING_CONFLICT;
+    return false;
+}
+
+bool lib_nr_channel_resource_manager_t::_mark_run(std::uint32_t symbol, std::uint64_t first, std::uint64_t last,
+                                                  lib_nr_channel_resource_mapping_type_t type)
+{
+    if (first == last)
+        return true;
+    _check_mapped(symbol, last - 1);
+    std::uint8_t* const row = m_cells.data() + static_cast<std::size_t>(symbol) * m_mapped_subcarrier_number;
+    bool is_free = true;
+    for (std::uint64_t subcarrier = first; subcarrier < last; ++subcarrier)
+        is_free &= _mark_cell(symbol, static_cast<std::uint32_t>(subcarrier), type, row[subcarrier]);
+    return is_free;
+}
+
+bool lib_nr_channel_resource_manager_t::_mark_cell(std::uint32_t symbol, std::uint32_t subcarrier,
+                                                   lib_nr_channel_resource_mapping_type_t type, std::uint8_t& cell)
+{
+    const std::uint8_t before = cell;
+    const bool is_free = _deal_channel_conflict(type, cell);
+    if (cell == before)
+        return is_free;
+    if (cell == LIB_NR_RESOURCE_MAPPING_CONFLICT) {
+        ++m_conflict_number;
+        if (!m_first_conflict)
+            m_first_conflict = lib_nr_resource_conflict_t{
+                symbol, subcarrier, static_cast<lib_nr_channel_resource_mapping_type_t>(before), type};
+    }
+    if (m_is_view_built)
+        m_resource_mapping.at(symbol).at(subcarrier) = static_cast<lib_nr_channel_resource_mapping_type_t>(cell);
+    return is_free;
+}
+
+/// Parameters set after the last initialisation pass the range checks before the map has their cells.
+void lib_nr_channel_resource_manager_t::_check_mapped(std::uint32_t symbol, std::uint64_t subcarrier) const
+{
+    if (symbol >= m_mapped_symbol_number || subcarrier >= m_mapped_subcarrier_number)
+        throw std::out_of_range("map::at");
+}
+
+} // namespace vek::nr_mod_lib

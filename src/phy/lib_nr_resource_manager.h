@@ -1,0 +1,184 @@
+#pragma once
+
+#include "common/nr_mod_lib_export.h"
+#include "phy_common/lib_nr_phy_common.h"
+
+#include <complex>
+#include <cstddef>
+#include <cstdint>
+#include <map>
+#include <optional>
+#include <vector>
+
+namespace vek
+{
+template <class tested_t>
+struct test_peer_t;
+}
+
+namespace vek::nr_mod_lib
+{
+
+/// What a channel does when it is mapped: mark its cells for the conflict check and the view, or write its symbols.
+enum lib_nr_remap_mode_t : std::uint32_t
+{
+    LIB_NR_REMAPP_MODE_UI_VIEW_MAP = 0,
+    LIB_NR_REMAPP_MODE_ENCODE_MAP = 1,
+};
+
+/// Owner of a cell of the resource map.
+enum lib_nr_channel_resource_mapping_type_t : std::uint32_t
+{
+    LIB_NR_RESOURCE_MAPPING_EMPTY = 0,
+    LIB_NR_RESOURCE_MAPPING_SSB = 1, ///< PSS, SSS, PBCH and its DMRS
+    LIB_NR_RESOURCE_MAPPING_PDCCH = 2,
+    LIB_NR_RESOURCE_MAPPING_CSIRS = 3,
+    LIB_NR_RESOURCE_MAPPING_PDSCH = 4,
+    LIB_NR_RESOURCE_MAPPING_PRS = 5,
+    LIB_NR_RESOURCE_MAPPING_PUCCH = 6,
+    LIB_NR_RESOURCE_MAPPING_PUSCH = 7,
+    LIB_NR_RESOURCE_MAPPING_SRS = 8,
+    LIB_NR_RESOURCE_MAPPING_CONFLICT = 9, ///< two channels claim the cell
+};
+
+/// A rectangle of resource blocks, its symbols counted from the start of the frame.
+struct lib_nr_resource_element_range_t
+{
+    std::uint32_t symbol_start = 0;
+    std::uint32_t symbol_count = 0;
+    std::uint32_t crb_start = 0;
+    std::uint32_t crb_count = 0;
+};
+
+/// The same rectangle in each of the listed slots, its symbols counted from the start of the slot.
+struct lib_nr_slot_resource_range_t
+{
+    std::vector<std::uint32_t> slots;
+    std::uint32_t symbol_start = 0;
+    std::uint32_t symbol_count = 0;
+    std::uint32_t crb_start = 0;
+    std::uint32_t crb_count = 0;
+};
+
+/// One cell: symbol in frame, and subcarrier counted from the lowest of the grid.
+struct lib_nr_resource_element_index_t
+{
+    std::uint16_t symbol = 0;
+    std::uint16_t subcarrier = 0;
+};
+
+/// The first cell of a frame that two channels claimed.
+struct lib_nr_resource_conflict_t
+{
+    std::uint32_t symbol = 0; ///< in the frame
+    std::uint32_t subcarrier = 0;
+    lib_nr_channel_resource_mapping_type_t owner = LIB_NR_RESOURCE_MAPPING_EMPTY;    ///< who had the cell
+    lib_nr_channel_resource_mapping_type_t newcomer = LIB_NR_RESOURCE_MAPPING_EMPTY; ///< who claimed it too
+};
+
+/// The grid of one frame of one numerology: which channel owns each resource element (resource map), and the symbols
+/// that go to the OFDM modulator (payload map). One for the whole process; the engine initialises it anew for each
+/// frame of each carrier and numerology, so its content is that of the last one. One user at a time.
+class NR_MOD_LIB_EXPORT lib_nr_channel_resource_manager_t
+{
+public:
+    using resource_row_t = std::map<unsigned int, lib_nr_channel_resource_mapping_type_t>;
+    using resource_map_t = std::map<unsigned int, resource_row_t>;
+    using payload_map_t = std::vector<std::vector<std::complex<double>>>;
+
+    static lib_nr_channel_resource_manager_t& get_inst();
+
+    lib_nr_channel_resource_manager_t(const lib_nr_channel_resource_manager_t&) = delete;
+    lib_nr_channel_resource_manager_t& operator=(const lib_nr_channel_resource_manager_t&) = delete;
+
+    // The parameters reach the maps with the next initialisation. Order: numerology, RB number, then the other two.
+
+    /// Also returns the prefix to normal, unless the numerology so far is 60 kHz.
+    void set_numerology(lib_nr_numerology_type_t numerology);
+    /// Width of the grid in resource blocks, counted from the grid's own start.
+    void set_rb_number(unsigned int rb_number);
+    /// The extended prefix goes with 60 kHz alone; with another numerology a line is printed and the type stays.
+    void set_cyclic_prefix_type(lib_nr_cyclic_prefix_type_t cp_type);
+    void set_channel_bandwidth(const lib_nr_channel_bw_type_t& bandwidth);
+
+    /// Rebuilds the resource map with every cell empty. A reference got from `get_resource_mapping()` stays valid, but
+    /// its map is empty until the view is asked for again.
+    void init_resource_mapping();
+    /// Rebuilds the payload map with zeros; its rows keep their storage.
+    void init_payload_mapping();
+
+    /// The resource map as symbol in frame -> subcarrier -> owner. Built at the first call after an initialisation;
+    /// later marks show up in it until the next. Costs a map node per cell: code that only reads owners takes
+    /// `get_owner` or `get_owner_row`.
+    const resource_map_t& get_resource_mapping() const;
+    /// The payload map as [symbol in frame][subcarrier], for writing.
+    payload_map_t& get_payload_mapping();
+
+    /// Owner of a cell, `LIB_NR_RESOURCE_MAPPING_EMPTY` for a cell outside the map.
+    lib_nr_channel_resource_mapping_type_t get_owner(unsigned int symbol, unsigned int subcarrier) const
+    {
+        if (symbol >= m_mapped_symbol_number || subcarrier >= m_mapped_subcarrier_number)
+            return LIB_NR_RESOURCE_MAPPING_EMPTY;
+        return static_cast<lib_nr_channel_resource_mapping_type_t>(
+            m_cells[static_cast<std::size_t>(symbol) * m_mapped_subcarrier_number + subcarrier]);
+    }
+    /// Owners of a symbol's cells, one byte each and `get_mapped_subcarrier_number()` of them; null for a symbol
+    /// outside the map. Valid until the next initialisation of the resource map.
+    const std::uint8_t* get_owner_row(unsigned int symbol) const;
+    /// Size of the resource map as it was last initialised.
+    unsigned int get_mapped_symbol_number() const { return m_mapped_symbol_number; }
+    unsigned int get_mapped_subcarrier_number() const { return m_mapped_subcarrier_number; }
+
+    /// Marks cells for a channel; true when every cell went in without conflict. A cell that is free goes to the
+    /// channel; PDSCH lies under SS/PBCH and CSI-RS without a mark; PUCCHs share a cell; anything else is a conflict,
+    /// also a channel's second mark on its own cell. Range errors print a line and return false: the rectangles before
+    /// anything is marked, the list at the cell in question, with the cells before it marked.
+    bool deal_resource_mapping(const lib_nr_resource_element_range_t& range,
+                               lib_nr_channel_resource_mapping_type_t type);
+    bool deal_resource_mapping(const lib_nr_slot_resource_range_t& range, lib_nr_channel_resource_mapping_type_t type);
+    bool deal_resource_mapping(const std::vector<lib_nr_resource_element_index_t>& elements,
+                               lib_nr_channel_resource_mapping_type_t type);
+
+    /// Whether any cell is a conflict; false and a line where the map has no symbols.
+    bool is_resource_mapping_conflict() const;
+    /// Where the first conflict since the last initialisation arose and between whom; nothing without a conflict.
+    const std::optional<lib_nr_resource_conflict_t>& get_first_conflict() const { return m_first_conflict; }
+
+private:
+    friend struct vek::test_peer_t<lib_nr_channel_resource_manager_t>;
+
+    lib_nr_channel_resource_manager_t();
+    ~lib_nr_channel_resource_manager_t() = default;
+
+    void _update_parameter();
+    void _build_view() const;
+    bool _is_symbol_range_valid(std::uint32_t start, std::uint32_t count, std::uint32_t limit) const;
+    bool _is_crb_range_valid(std::uint32_t start, std::uint32_t count) const;
+    static bool _deal_channel_conflict(lib_nr_channel_resource_mapping_type_t type, std::uint8_t& cell);
+    bool _mark_run(std::uint32_t symbol, std::uint64_t first, std::uint64_t last,
+                   lib_nr_channel_resource_mapping_type_t type);
+    bool _mark_cell(std::uint32_t symbol, std::uint32_t subcarrier, lib_nr_channel_resource_mapping_type_t type,
+                    std::uint8_t& cell);
+    void _check_mapped(std::uint32_t symbol, std::uint64_t subcarrier) const;
+
+    lib_nr_numerology_type_t m_numerology = LIB_NR_SCS_15K;
+    lib_nr_cyclic_prefix_type_t m_cyclic_prefix_type = LIB_NR_NORMAL_CP;
+    lib_nr_channel_bw_type_t m_channel_bandwidth = LIB_NR_CHANNEL_FR1_5M;
+    std::uint32_t m_symbol_number = 140;
+    std::uint32_t m_rb_number = 0;
+    std::uint32_t m_subcarrier_number = 0;
+    payload_map_t m_payload_mapping;
+
+    // The resource map as it was last initialised, one byte per cell, symbol by symbol.
+    std::uint32_t m_mapped_symbol_number = 140;
+    std::uint32_t m_mapped_subcarrier_number = 0;
+    std::vector<std::uint8_t> m_cells;
+    std::size_t m_conflict_number = 0;
+    std::optional<lib_nr_resource_conflict_t> m_first_conflict;
+
+    // The same as a map of maps, once somebody asked for it.
+    mutable resource_map_t m_resource_mapping;
+    mutable bool m_is_view_built = false;
+};
+
+} // namespace vek::nr_mod_lib
