@@ -1,0 +1,61 @@
+#pragma once
+
+#include <algorithm>
+#include <cstddef>
+#include <type_traits>
+#include <vector>
+
+namespace vek::nr_mod_lib
+{
+
+/// Stores a setting and tells whether that changed it. NaN changes nothing.
+template <class field_t>
+bool assign(field_t& field, const std::common_type_t<field_t>& value)
+{
+    if constexpr (std::is_floating_point_v<field_t>) {
+        if (value != value)
+            return false;
+    }
+    if (field == value)
+        return false;
+    field = value;
+    return true;
+}
+
+/// The entry at the index, or the last one for an index past the end. The list must not be empty.
+template <class list_t>
+auto& entry_or_last(list_t& list, std::size_t index)
+{
+    return list[std::min(index, list.size() - 1)];
+}
+
+/// Builds an entry, runs its `init` with the same arguments and appends it.
+template <class entry_t, class... arguments_t>
+entry_t& append_entry(std::vector<entry_t>& list, const arguments_t&... arguments)
+{
+    list.emplace_back(arguments...).init(arguments...);
+    return list.back();
+}
+
+/// Appends a deep copy of an entry; false for an index past the end.
+template <class entry_t>
+bool append_copy(std::vector<entry_t>& list, std::size_t index)
+{
+    if (index >= list.size())
+        return false;
+    list.push_back(list[index]);
+    return true;
+}
+
+/// Erases an entry, the later ones move down. False, and nothing happens, for an index past the end and where the list
+/// would fall below the smallest size.
+template <class entry_t>
+bool remove_entry(std::vector<entry_t>& list, std::size_t index, std::size_t smallest_size = 1)
+{
+    if (index >= list.size() || list.size() <= smallest_size)
+        return false;
+    list.erase(list.begin() + static_cast<std::ptrdiff_t>(index));
+    return true;
+}
+
+} // namespace vek::nr_mod_lib
