@@ -1,0 +1,43 @@
+#pragma once
+
+#include "common/nr_mod_lib_export.h"
+#include "manager/lib_nr_sch_configure_manager.h"
+#include "manager/lib_nr_ul_guard_band_configure_manager.h"
+
+namespace vek
+{
+template <class tested_t>
+struct test_peer_t;
+}
+
+namespace vek::nr_mod_lib
+{
+
+class lib_nr_ul_bwp_configure_manager_t;
+class lib_nr_phy_numerology_configure_manager_t;
+
+/// One PUSCH of a carrier. Today it holds its place in the lists and follows its BWP and the RB sets of its numerology;
+/// it cannot be enabled.
+class NR_MOD_LIB_EXPORT lib_nr_ul_sch_configure_manager_t : public lib_nr_sch_configure_manager_t
+{
+public:
+    lib_nr_ul_sch_configure_manager_t(const lib_nr_ul_bwp_configure_manager_t& bwp,
+                                      const lib_nr_phy_numerology_configure_manager_t& numerology,
+                                      lib_nr_channel_bw_type_t bandwidth);
+
+    void init(const lib_nr_ul_bwp_configure_manager_t& bwp, const lib_nr_phy_numerology_configure_manager_t& numerology,
+              lib_nr_channel_bw_type_t bandwidth);
+    /// Brings the channel in line with a changed BWP or guard band.
+    void update_by_ul_bwp(const lib_nr_ul_bwp_configure_manager_t& bwp,
+                          const lib_nr_phy_numerology_configure_manager_t& numerology,
+                          lib_nr_channel_bw_type_t bandwidth);
+
+private:
+    friend struct vek::test_peer_t<lib_nr_ul_sch_configure_manager_t>;
+
+    bool m_full_bandwidth = false; ///< the BWP spans all RBs that the channel bandwidth can have
+    lib_nr_ul_guard_band_configure_manager_t::rb_set_map_t m_rb_set_map;
+    lib_nr_numerology_type_t m_numerology = LIB_NR_SCS_30K;
+};
+
+} // namespace vek::nr_mod_lib
