@@ -1,0 +1,95 @@
+#pragma once
+
+#include <array>
+#include <cstddef>
+#include <cstdint>
+#include <cstring>
+
+// Between the library's bit sequences (one bit per byte) and words of 64 bits: bit i of a word is element i of the
+// sequence. Of an element only the lowest bit counts.
+namespace vek::common_lib
+{
+
+inline constexpr std::uint64_t k_one_per_byte = 0x0101010101010101u;
+
+/// Eight bytes as one number, the first byte lowest.
+inline std::uint64_t load_8_bytes(const unsigned char* bytes)
+{
+    std::uint64_t value = 0;
+    std::memcpy(&value, bytes, sizeof(value));
+#if __BYTE_ORDER__ == __ORDER_BIG_ENDIAN__
+    value = __builtin_bswap64(value);
+#endif
+    return value;
+}
+
+inline void store_8_bytes(std::uint64_t value, unsigned char* bytes)
+{
+#if __BYTE_ORDER__ == __ORDER_BIG_ENDIAN__
+    value = __builtin_bswap64(value);
+#endif
+    std::memcpy(bytes, &value, sizeof(value));
+}
+
+/// Eight bits as a number, the first bit lowest. The product moves byte i's bit to place 56 + i; no two of its terms
+/// meet, so nothing carries.
+inline std::uint64_t pack_8_bits(const unsigned char* bits)
+{
+    return ((load_8_bytes(bits) & k_one_per_byte) * 0x0102040810204080u) >> 56;
+}
+
+/// Eight bits as a number, the first bit highest.
+inline std::uint64_t pack_8_bits_first_highest(const unsigned char* bits)
+{
+    return ((load_8_bytes(bits) & k_one_per_byte) * 0x8040201008040201u) >> 56;
+}
+
+/// 64 bits, the first lowest.
+inline std::uint64_t pack_64_bits(const unsigned char* bits)
+{
+    std::uint64_t word = 0;
+    for (unsigned int i = 0; i < 8; ++i)
+        word |= pack_8_bits(bits + 8 * i) << (8 * i);
+    return word;
+}
+
+/// Fewer than 64 bits, the first lowest, zeros above.
+inline std::uint64_t pack_bits(const unsigned char* bits, std::size_t count)
+{
+    std::uint64_t word = 0;
+    for (std::size_t i = 0; i < count; ++i)
+        word |= static_cast<std::uint64_t>(bits[i] & 1u) << i;
+    return word;
+}
+
+namespace detail
+{
+
+constexpr std::array<std::uint64_t, 256> make_spread_bytes()
+{
+    std::array<std::uint64_t, 256> spread{};
+    for (std::uint64_t value = 0; value < 256; ++value)
+        for (unsigned int i = 0; i < 8; ++i)
+            spread[value] |= ((value >> i) & 1u) << (8 * i);
+    return spread;
+}
+
+inline constexpr std::array<std::uint64_t, 256> k_spread_bytes = make_spread_bytes();
+
+} // namespace detail
+
+/// 64 bytes from one word.
+inline void unpack_64_bits(std::uint64_t word, unsigned char* bits)
+{
+    for (unsigned int i = 0; i < 8; ++i)
+        store_8_bytes(detail::k_spread_bytes[(word >> (8 * i)) & 0xFFu], bits + 8 * i);
+}
+
+/// The first `count` bits of a word, at most 64.
+inline void unpack_bits(std::uint64_t word, unsigned char* bits, std::size_t count)
+{
+    for (std::size_t i = 0; i < count; ++i)
+        bits[i] = static_cast<unsigned char>((word >> i) & 1u);
+}
+
+} // namespace vek::common_lib

@@ -1,0 +1,20 @@
+#pragma once
+
+#include "common/nr_mod_lib_export.h"
+
+#include <vector>
+
+namespace vek::nr_mod_lib
+{
+
+/// The length-31 Gold sequence of TS 38.211 clause 5.2.1, from which scramblers and reference signals draw.
+class NR_MOD_LIB_EXPORT lib_nr_sequence_generator_t
+{
+public:
+    /// `out` becomes c(0) to c(length - 1), one bit per byte. Of `c_init` the 31 low bits count. No state survives a
+    /// call.
+    static void generate_pseudo_random_sequence(unsigned int c_init, unsigned int length,
+                                                std::vector<unsigned char>& out);
+};
+
+} // namespace vek::nr_mod_lib
