@@ -1,0 +1,43 @@
+#pragma once
+
+#include "common/nr_mod_lib_export.h"
+#include "config/cfg_nr_dl_coreset.h"
+
+namespace vek
+{
+template <class tested_t>
+struct test_peer_t;
+}
+
+namespace vek::nr_mod_lib
+{
+
+class lib_nr_dl_bwp_configure_manager_t;
+
+/// Cursor over the carriers' downlink bandwidth parts, with one over their CORESETs. Owns nothing: every call looks its
+/// target up anew.
+class NR_MOD_LIB_EXPORT cfg_nr_dl_bwp_t
+{
+public:
+    explicit cfg_nr_dl_bwp_t(lib_nr_waveform_configure_manager_t& waveform);
+
+    /// Puts the cursor on the initial BWP of the first carrier.
+    void init();
+    /// Moves the cursor, and that of the CORESETs to the first one of the BWP; false, and no move, where an index lies
+    /// past its list's end. Indices that are current already move nothing.
+    bool set_current_dl_bwp_index(unsigned int carrier, unsigned int bwp);
+    /// The CORESET cursor, moved to a CORESET of the current BWP; it stays where it was for an invalid index.
+    cfg_nr_dl_coreset_t* get_coreset(unsigned int index);
+
+private:
+    friend struct vek::test_peer_t<cfg_nr_dl_bwp_t>;
+
+    const lib_nr_dl_bwp_configure_manager_t& _target() const;
+
+    lib_nr_waveform_configure_manager_t& m_waveform;
+    cfg_nr_dl_coreset_t m_coreset;
+    unsigned int m_carrier_index = 0;
+    unsigned int m_bwp_index = 0;
+};
+
+} // namespace vek::nr_mod_lib

@@ -1,0 +1,40 @@
+#pragma once
+
+#include "common/nr_mod_lib_export.h"
+
+namespace vek
+{
+template <class tested_t>
+struct test_peer_t;
+}
+
+namespace vek::nr_mod_lib
+{
+
+class lib_nr_dl_csirs_configure_manager_t;
+class lib_nr_waveform_configure_manager_t;
+
+/// Cursor over the carriers' CSI-RS resources. Owns nothing: every call looks its target up anew.
+class NR_MOD_LIB_EXPORT cfg_nr_dl_csirs_t
+{
+public:
+    explicit cfg_nr_dl_csirs_t(lib_nr_waveform_configure_manager_t& waveform);
+
+    /// Puts the cursor on the first entry of the first carrier.
+    void init();
+    /// Moves the cursor; false, and no move, where an index lies past its list's end.
+    bool set_current_csirs_index(unsigned int carrier, unsigned int csirs);
+
+    bool get_enable() const;
+
+private:
+    friend struct vek::test_peer_t<cfg_nr_dl_csirs_t>;
+
+    const lib_nr_dl_csirs_configure_manager_t& _target() const;
+
+    lib_nr_waveform_configure_manager_t& m_waveform;
+    unsigned int m_carrier_index = 0;
+    unsigned int m_csirs_index = 0;
+};
+
+} // namespace vek::nr_mod_lib
