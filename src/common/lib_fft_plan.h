@@ -1,0 +1,47 @@
+#pragma once
+
+#include "common/nr_mod_lib_export.h"
+
+#include <complex>
+#include <cstddef>
+#include <cstdint>
+#include <memory>
+
+namespace vek::common_lib
+{
+
+enum lib_fft_direction_t : std::uint32_t
+{
+    LIB_FFT_FORWARD = 0,
+    LIB_FFT_INVERSE = 1,
+};
+
+/// A discrete Fourier transform of one length and direction, without scaling: forward sums x(n) exp(-j 2 pi k n / N),
+/// inverse X(k) exp(j 2 pi k n / N). Any length is fast, primes included. The backend chosen at build time stands
+/// behind it and nothing else knows it. Results do not depend on where the buffers lie in memory.
+class NR_MOD_LIB_EXPORT lib_fft_plan_t
+{
+public:
+    /// A plan of its own, for a length met once, such as that of a whole waveform; its tables go with it. A length of
+    /// 0 transforms nothing.
+    lib_fft_plan_t(std::size_t length, lib_fft_direction_t direction);
+    ~lib_fft_plan_t();
+    lib_fft_plan_t(const lib_fft_plan_t&) = delete;
+    lib_fft_plan_t& operator=(const lib_fft_plan_t&) = delete;
+
+    /// The process's plan for a length that comes again and again; made at the first call and kept.
+    static const lib_fft_plan_t& get(std::size_t length, lib_fft_direction_t direction);
+
+    /// Reads and writes `get_length()` values. In place (`in == out`) or between buffers that do not overlap; then `in`
+    /// keeps its values. One call at a time for each plan.
+    void execute(const std::complex<double>* in, std::complex<double>* out) const;
+    std::size_t get_length() const { return m_length; }
+
+private:
+    struct backend_t;
+
+    std::size_t m_length;
+    std::unique_ptr<backend_t> m_backend;
+};
+
+} // namespace vek::common_lib

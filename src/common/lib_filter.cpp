@@ -1,0 +1,127 @@
+#include "common/lib_filter.h"
+
+#include "common/lib_fft_plan.h"
+#include "common/lib_target_clones.h"
+
+#include <algorithm>
+#include <bit>
+#include <cmath>
+#include <limits>
+
+namespace vek::common_lib
+{
+
+namespace
+{
+
+using complex_t = std::complex<double>;
+using signal_t = std::vector<complex_t>;
+
+bool is_not_zero(const complex_t& value) { return value.real() != 0.0 || value.imag() != 0.0; }
+
+NR_MOD_LIB_TARGET_CLONES
+void multiply_by(complex_t* values, const complex_t* factors, std::size_t count)
+{
+    for (std::size_t i = 0; i < count; ++i)
+        values[i] = {values[i].real() * factors[i].real() - values[i].imag() * factors[i].imag(),
+                     values[i].real() * factors[i].imag() + values[i].imag() * factors[i].real()};
+}
+
+// The transform length with the least work per sample of result; no longer than the result needs.
+std::size_t get_block_length(std::size_t tap_count, std::size_t result_size)
+{
+    std::size_t best = std::bit_ceil(2 * tap_count);
+    double least_work = std::numeric_limits<double>::infinity();
+    for (std::size_t length = best; length <= 16 * best; length *= 2) {
+        const double blocks = std::ceil(static_cast<double>(result_size) / static_cast<double>(length - tap_count + 1));
+        const double work = blocks * static_cast<double>(length) * std::log2(static_cast<double>(length));
+        if (work < least_work) {
+            least_work = work;
+            best = length;
+        }
+    }
+    return best;
+}
+
+// Convolution of a vector that already has the result's size. Sample n of the result depends on samples up to n only,
+// so the blocks go forward in place; the inputs that the next block still needs are kept aside.
+class overlap_save_t
+{
+public:
+    overlap_save_t(const signal_t& taps, std::size_t result_size)
+        : m_history(taps.size() - 1),
+          m_block(get_block_length(taps.size(), result_size)),
+          m_spectrum(m_block.size()),
+          m_response(m_block.size()),
+          m_forward(lib_fft_plan_t::get(m_block.size(), LIB_FFT_FORWARD)),
+          m_inverse(lib_fft_plan_t::get(m_block.size(), LIB_FFT_INVERSE))
+    {
+        std::copy(taps.begin(), taps.end(), m_block.begin());
+        m_forward.execute(m_block.data(), m_response.data());
+        const double scale = 1.0 / static_cast<double>(m_block.size());
+        for (complex_t& value : m_response)
+            value *= scale;
+        std::fill(m_block.begin(), m_block.end(), complex_t());
+    }
+
+    void run(signal_t& signal)
+    {
+        const std::size_t step = m_block.size() - m_history;
+        for (std::size_t begin = 0; begin < signal.size(); begin += step)
+            _filter_block(signal.data() + begin, std::min(step, signal.size() - begin));
+    }
+
+private:
+    // The head of m_block holds the last inputs of the block before.
+    void _filter_block(complex_t* samples, std::size_t count)
+    {
+        const auto fresh = m_block.begin() + static_cast<std::ptrdiff_t>(m_history);
+        std::fill(std::copy_n(samples, count, fresh), m_block.end(), complex_t());
+        if (std::any_of(m_block.begin(), m_block.end(), is_not_zero)) {
+            m_forward.execute(m_block.data(), m_spectrum.data());
+            multiply_by(m_spectrum.data(), m_response.data(), m_spectrum.size());
+            std::copy(m_block.end() - static_cast<std::ptrdiff_t>(m_history), m_block.end(), m_block.begin());
+            m_inverse.execute(m_spectrum.data(), m_spectrum.data());
+            std::copy_n(m_spectrum.begin() + static_cast<std::ptrdiff_t>(m_history), count, samples);
+        }
+    }
+
+    std::size_t m_history;
+    signal_t m_block;
+    signal_t m_spectrum;
+    signal_t m_response;
+    const lib_fft_plan_t& m_forward;
+    const lib_fft_plan_t& m_inverse;
+};
+
+void shift_and_scale(signal_t& signal, std::size_t delay, const complex_t& gain)
+{
+    std::copy_backward(signal.begin(), signal.end() - static_cast<std::ptrdiff_t>(delay), signal.end());
+    std::fill_n(signal.begin(), delay, complex_t());
+    if (gain != 1.0)
+        for (complex_t& sample : signal)
+            sample = {sample.real() * gain.real() - sample.imag() * gain.imag(),
+                      sample.real() * gain.imag() + sample.imag() * gain.real()};
+}
+
+} // namespace
+
+void lib_filter_t::deal_filter(const std::vector<std::complex<double>>& coefficients,
+                               std::vector<std::complex<double>>& signal, lib_filter_delay_type_t delay_type)
+{
+    if (coefficients.empty() || signal.empty())
+        return;
+    if (delay_type != LIB_FILTER_DELAY_CAUSAL)
+        signal.resize(signal.size() + coefficients.size() - 1);
+
+    const auto first = std::find_if(coefficients.begin(), coefficients.end(), is_not_zero);
+    if (first == coefficients.end())
+        std::fill(signal.begin(), signal.end(), complex_t());
+    else if (std::none_of(first + 1, coefficients.end(), is_not_zero))
+        shift_and_scale(signal, std::min(static_cast<std::size_t>(first - coefficients.begin()), signal.size()),
+                        *first);
+    else
+        overlap_save_t(coefficients, signal.size()).run(signal);
+}
+
+} // namespace vek::common_lib

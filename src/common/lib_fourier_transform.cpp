@@ -1,0 +1,77 @@
+#include "common/lib_fourier_transform.h"
+
+#include "common/lib_common_math.h"
+#include "common/lib_fft_plan.h"
+
+#include <algorithm>
+#include <cmath>
+#include <numbers>
+
+namespace vek::common_lib
+{
+
+namespace
+{
+
+void transform(std::vector<std::complex<double>>& values, unsigned int length, lib_fft_direction_t direction)
+{
+    if (length != 0)
+        values.resize(length);
+    lib_fft_plan_t::get(values.size(), direction).execute(values.data(), values.data());
+}
+
+// Returns the sum of the weights.
+double apply_hann_window(std::vector<std::complex<double>>& block)
+{
+    const double turn = 2.0 * std::numbers::pi / static_cast<double>(block.size());
+    double sum = 0.0;
+    for (std::size_t i = 0; i < block.size(); ++i) {
+        const double weight = 0.5 - 0.5 * std::cos(turn * (static_cast<double>(i) + 0.5));
+        block[i] *= weight;
+        sum += weight;
+    }
+    return sum;
+}
+
+} // namespace
+
+void lib_fourier_transform_t::deal_fft(std::vector<std::complex<double>>& values, unsigned int length)
+{
+    transform(values, length, LIB_FFT_FORWARD);
+}
+
+void lib_fourier_transform_t::deal_ifft(std::vector<std::complex<double>>& values, unsigned int length)
+{
+    transform(values, length, LIB_FFT_INVERSE);
+    const double scale = 1.0 / static_cast<double>(values.size());
+    for (std::complex<double>& value : values)
+        value *= scale;
+}
+
+void lib_fourier_transform_t::fft_shift(std::vector<std::complex<double>>& values)
+{
+    std::rotate(values.begin(), values.end() - static_cast<std::ptrdiff_t>(values.size() / 2), values.end());
+}
+
+void lib_fourier_transform_t::calc_freq_spectrum(const std::vector<std::complex<double>>& signal,
+                                                 std::vector<std::complex<double>>& spectrum, bool db,
+                                                 unsigned int window)
+{
+    constexpr double k_lowest_magnitude = 1e-20; // -400 dB
+    if (&spectrum != &signal)
+        spectrum.assign(signal.begin(), signal.end());
+    double weight_sum = static_cast<double>(spectrum.size());
+    if (window == LIB_SPECTRUM_WINDOW_HANN)
+        weight_sum = apply_hann_window(spectrum);
+    const unsigned int length = lib_common_math_t::get_min_pow_of_2(static_cast<unsigned int>(spectrum.size()), 4);
+    deal_fft(spectrum, length);
+    fft_shift(spectrum);
+    const double scale = 1.0 / std::max(weight_sum, 1.0);
+    for (std::complex<double>& value : spectrum)
+        value = std::sqrt(value.real() * value.real() + value.imag() * value.imag()) * scale;
+    if (db)
+        for (std::complex<double>& value : spectrum)
+            value = 20.0 * std::log10(std::max(value.real(), k_lowest_magnitude));
+}
+
+} // namespace vek::common_lib

@@ -1,0 +1,206 @@
+#include "common/lib_ofdm_modulator.h"
+
+#include "common/lib_fft_plan.h"
+#include "common/lib_target_clones.h"
+
+#include <algorithm>
+#include <cmath>
+#include <cstdint>
+#include <limits>
+#include <map>
+#include <numbers>
+
+namespace vek::common_lib
+{
+
+namespace
+{
+
+using complex_t = std::complex<double>;
+using row_t = std::vector<complex_t>;
+
+// Where a symbol lies in the frame, and the edge of the transition into it, which falls into its prefix.
+struct symbol_layout_t
+{
+    std::size_t begin;
+    std::size_t prefix;
+    std::size_t suffix;
+    const std::vector<double>* rise;
+};
+
+bool is_silent(const row_t& row)
+{
+    return std::all_of(row.begin(), row.end(), [](const complex_t& value) { return value == 0.0; });
+}
+
+NR_MOD_LIB_TARGET_CLONES
+void copy_multiplied(const complex_t* source, std::size_t count, double factor_i, double factor_q, complex_t* target)
+{
+    for (std::size_t k = 0; k < count; ++k)
+        target[k] = {source[k].real() * factor_i - source[k].imag() * factor_q,
+                     source[k].real() * factor_q + source[k].imag() * factor_i};
+}
+
+// Subcarriers below the centre go to the end of the transform's input, the others to its start. Rows of one frame are
+// of one length as a rule, and what lies between stays zero.
+class subcarrier_mapper_t
+{
+public:
+    explicit subcarrier_mapper_t(std::size_t useful_length)
+        : m_bins(useful_length), m_scale(1.0 / std::sqrt(static_cast<double>(useful_length)))
+    {}
+
+    const complex_t* map(const row_t& row, double turns)
+    {
+        if (row.size() != m_row_length)
+            std::fill(m_bins.begin(), m_bins.end(), complex_t());
+        m_row_length = row.size();
+
+        const double angle = std::isfinite(turns) ? 2.0 * std::numbers::pi * (turns - std::floor(turns)) : 0.0;
+        const double factor_i = m_scale * std::cos(angle);
+        const double factor_q = m_scale * std::sin(angle);
+        const std::size_t below = row.size() / 2;
+        copy_multiplied(row.data(), below, factor_i, factor_q, m_bins.data() + (m_bins.size() - below));
+        copy_multiplied(row.data() + below, row.size() - below, factor_i, factor_q, m_bins.data());
+        return m_bins.data();
+    }
+
+private:
+    row_t m_bins;
+    double m_scale;
+    std::size_t m_row_length = 0;
+};
+
+// Adds the prefix to what the symbol before left there, and writes the suffix and the fading end behind it.
+void extend_symbol(const symbol_layout_t& symbol, const std::vector<double>& next_rise, std::size_t useful_length,
+                   complex_t* frame)
+{
+    complex_t* const prefix = frame + symbol.begin;
+    const complex_t* const useful = prefix + symbol.prefix;
+    const complex_t* const prefix_source = useful + (useful_length - symbol.prefix);
+    const std::vector<double>& rise = *symbol.rise;
+    for (std::size_t i = 0; i < rise.size(); ++i)
+        prefix[i] += rise[i] * prefix_source[i];
+    std::copy(prefix_source + rise.size(), prefix_source + symbol.prefix, prefix + rise.size());
+
+    complex_t* const suffix = prefix + symbol.prefix + useful_length;
+    std::copy_n(useful, symbol.suffix, suffix);
+    complex_t* const fading = suffix + symbol.suffix;
+    const std::size_t length = next_rise.size();
+    for (std::size_t i = 0; i < length; ++i)
+        fading[i] = next_rise[length - 1 - i] * useful[(symbol.suffix + i) % useful_length];
+}
+
+void fill_silent_symbol(const symbol_layout_t& symbol, const std::vector<double>& next_rise, std::size_t useful_length,
+                        complex_t* frame)
+{
+    const std::size_t begin = symbol.begin + symbol.rise->size();
+    const std::size_t end = symbol.begin + symbol.prefix + useful_length + symbol.suffix + next_rise.size();
+    std::fill(frame + begin, frame + end, complex_t());
+}
+
+} // namespace
+
+void lib_ofdm_modulator_t::set_fft_length(unsigned int fft_length) { m_fft_length = fft_length; }
+
+void lib_ofdm_modulator_t::set_symbol_number(unsigned int symbol_number) { m_symbol_number = symbol_number; }
+
+void lib_ofdm_modulator_t::set_oversampling_ratio(unsigned int oversampling_ratio)
+{
+    m_oversampling_ratio = std::max(oversampling_ratio, 1U);
+}
+
+void lib_ofdm_modulator_t::set_cyclic_prefix_config(const lib_ofdm_cyclic_config_t& config)
+{
+    m_cyclic_prefix_config = config;
+}
+
+void lib_ofdm_modulator_t::set_cyclic_suffix_config(const lib_ofdm_cyclic_config_t& config)
+{
+    m_cyclic_suffix_config = config;
+}
+
+void lib_ofdm_modulator_t::set_frame_idle_length(unsigned int frame_idle_length)
+{
+    m_frame_idle_length = frame_idle_length;
+}
+
+void lib_ofdm_modulator_t::set_window_beta(double window_beta)
+{
+    if (!std::isnan(window_beta))
+        m_window_beta = std::max(window_beta, 0.0);
+}
+
+void lib_ofdm_modulator_t::set_windowing_method(lib_ofdm_windowing_method_type_t method)
+{
+    m_windowing_method = method;
+}
+
+void lib_ofdm_modulator_t::set_symbol_phase_turns(const std::vector<double>& symbol_phase_turns)
+{
+    m_symbol_phase_turns = symbol_phase_turns;
+}
+
+unsigned int lib_ofdm_modulator_t::_get_transition_length(unsigned int prefix) const
+{
+    const double wanted = m_window_beta * static_cast<double>(m_fft_length) * m_oversampling_ratio;
+    return static_cast<unsigned int>(std::round(std::min(wanted, static_cast<double>(prefix))));
+}
+
+bool lib_ofdm_modulator_t::deal_ofdm_modulation(const std::vector<std::vector<std::complex<double>>>& payload,
+                                                std::vector<std::complex<double>>& main,
+                                                std::vector<std::complex<double>>& head,
+                                                std::vector<std::complex<double>>& tail)
+{
+    const std::uint64_t useful_length = std::uint64_t{m_fft_length} * m_oversampling_ratio;
+    const bool fits =
+        std::all_of(payload.begin(), payload.end(), [&](const row_t& row) { return row.size() <= useful_length; });
+    if (payload.empty() || payload.size() != m_symbol_number || useful_length == 0 ||
+        useful_length > std::numeric_limits<unsigned int>::max() || !fits)
+    {
+        main.clear();
+        return false;
+    }
+
+    std::map<unsigned int, std::vector<double>> rises; // by length: prefixes have two lengths at most, as a rule
+    std::vector<symbol_layout_t> symbols;
+    symbols.reserve(payload.size());
+    std::uint64_t symbols_end = 0;
+    for (unsigned int symbol = 0; symbol < m_symbol_number; ++symbol) {
+        const auto length = static_cast<unsigned int>(useful_length);
+        const unsigned int prefix = m_cyclic_prefix_config.get_cyclic_length(symbol, length);
+        const unsigned int suffix = m_cyclic_suffix_config.get_cyclic_length(symbol, length);
+        const unsigned int transition = _get_transition_length(prefix);
+        auto rise = rises.find(transition);
+        if (rise == rises.end())
+            rise =
+                rises.emplace(transition, lib_ofdm_windowing_method_t::get_rising_edge(m_windowing_method, transition))
+                    .first;
+        symbols.push_back({symbols_end, prefix, suffix, &rise->second});
+        symbols_end += prefix + useful_length + suffix;
+    }
+    const std::vector<double>& first_rise = *symbols.front().rise;
+    main.resize(symbols_end + std::max<std::size_t>(m_frame_idle_length, first_rise.size()));
+
+    // What fades into the first prefix belongs to the frame before.
+    std::fill_n(main.begin(), first_rise.size(), complex_t());
+    std::fill(main.begin() + static_cast<std::ptrdiff_t>(symbols_end), main.end(), complex_t());
+    subcarrier_mapper_t mapper(useful_length);
+    const lib_fft_plan_t& inverse_fft = lib_fft_plan_t::get(useful_length, LIB_FFT_INVERSE);
+    for (std::size_t l = 0; l < symbols.size(); ++l) {
+        const symbol_layout_t& symbol = symbols[l];
+        const std::vector<double>& next_rise = *symbols[(l + 1) % symbols.size()].rise;
+        if (is_silent(payload[l])) {
+            fill_silent_symbol(symbol, next_rise, useful_length, main.data());
+            continue;
+        }
+        const double turns = l < m_symbol_phase_turns.size() ? m_symbol_phase_turns[l] : 0.0;
+        inverse_fft.execute(mapper.map(payload[l], turns), main.data() + symbol.begin + symbol.prefix);
+        extend_symbol(symbol, next_rise, useful_length, main.data());
+    }
+    head.clear();
+    tail.clear();
+    return true;
+}
+
+} // namespace vek::common_lib
