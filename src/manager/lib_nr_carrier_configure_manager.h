@@ -119,8 +119,8 @@ public:
 
     // Numerologies
 
-    /// Spacing of a single-numerology carrier, at full width; in multiple mode, and for a spacing that does not go with
-    /// the bandwidth, nothing happens.
+    /// Spacing of a single-numerology carrier; a new one comes at full width. In multiple mode, and for a spacing that
+    /// does not go with the bandwidth, nothing happens.
     bool set_numerology(lib_nr_numerology_type_t numerology);
     /// Spacing of the first numerology.
     lib_nr_numerology_type_t get_numerology() const { return m_numerologies.front().get_numerolgy(); }

@@ -44,6 +44,9 @@ public:
     /// Full width, from block 0.
     void init_resource_occupation();
 
+    /// Twice the distance of the outermost occupied subcarrier from the carrier centre, in hertz.
+    unsigned int get_occupied_bandwidth() const;
+
     /// The cyclic prefixes to choose from: the extended one goes with 60 kHz alone (TS 38.211 clause 4.2).
     std::vector<lib_nr_cyclic_prefix_type_t> get_cp_type_list() const;
 
@@ -52,7 +55,6 @@ public:
 
 private:
     std::uint32_t _max_rb_number() const;
-    void _fit_rb_size();
 
     bool m_enable = false;
     lib_nr_numerology_type_t m_numerology = LIB_NR_SCS_30K;
