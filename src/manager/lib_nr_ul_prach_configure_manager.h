@@ -42,6 +42,8 @@ public:
     unsigned int get_bwp_id() const { return m_bwp_id; }
 
 private:
+    lib_nr_ul_prach_configure_manager_t() = default;
+
     prach_config_table_type_t m_configuration_table = FR1_FDD_SUL;
     unsigned int m_configuration_idx = 16;
     prach_format_t m_format = prach_format_0;

@@ -1,0 +1,81 @@
+#include "manager/lib_nr_ul_bwp_configure_manager.h"
+
+#include "manager/lib_nr_phy_numerology_configure_manager.h"
+#include "manager/lib_nr_setting.h"
+
+#include <algorithm>
+#include <cstdint>
+
+namespace vek::nr_mod_lib
+{
+
+namespace
+{
+
+constexpr unsigned int k_min_rb_number = lib_nr_phy_numerology_configure_manager_t::k_min_rb_size;
+
+unsigned int fit_rb_offset(unsigned int value, unsigned int rb_start, unsigned int rb_size)
+{
+    const std::uint64_t highest = std::uint64_t{rb_start} + rb_size - std::min(k_min_rb_number, rb_size);
+    return static_cast<unsigned int>(std::clamp<std::uint64_t>(value, rb_start, highest));
+}
+
+unsigned int fit_rb_number(unsigned int value, unsigned int rb_offset, unsigned int rb_start, unsigned int rb_size)
+{
+    const std::uint64_t end = std::uint64_t{rb_start} + rb_size;
+    const std::uint64_t room = end > rb_offset ? end - rb_offset : 0;
+    return static_cast<unsigned int>(
+        std::clamp<std::uint64_t>(value, k_min_rb_number, std::max<std::uint64_t>(room, k_min_rb_number)));
+}
+
+} // namespace
+
+lib_nr_ul_bwp_configure_manager_t::lib_nr_ul_bwp_configure_manager_t(
+    const lib_nr_phy_numerology_configure_manager_t& numerology, unsigned int id)
+{
+    init(numerology, id);
+}
+
+void lib_nr_ul_bwp_configure_manager_t::init(const lib_nr_phy_numerology_configure_manager_t& numerology,
+                                             unsigned int id)
+{
+    m_bwp_id = id;
+    m_bwp_name = "BWP" + std::to_string(std::uint64_t{id} + 1);
+    set_numerology(numerology);
+}
+
+bool lib_nr_ul_bwp_configure_manager_t::set_bwp_id(unsigned int id) { return assign(m_bwp_id, id); }
+
+bool lib_nr_ul_bwp_configure_manager_t::set_bwp_name(const std::string& name) { return assign(m_bwp_name, name); }
+
+bool lib_nr_ul_bwp_configure_manager_t::set_numerology(const lib_nr_phy_numerology_configure_manager_t& numerology)
+{
+    m_numerology = numerology.get_numerolgy();
+    if (m_numerology != LIB_NR_SCS_60K)
+        m_cp_type = LIB_NR_NORMAL_CP;
+    const unsigned int rb_start = numerology.get_rb_start();
+    const unsigned int rb_size = numerology.get_rb_size();
+    m_rb_offset = fit_rb_offset(m_rb_offset, rb_start, rb_size);
+    m_rb_number = fit_rb_number(m_rb_number, m_rb_offset, rb_start, rb_size);
+    return true;
+}
+
+bool lib_nr_ul_bwp_configure_manager_t::set_cp_type(lib_nr_cyclic_prefix_type_t cp_type)
+{
+    return m_numerology == LIB_NR_SCS_60K && assign(m_cp_type, cp_type);
+}
+
+bool lib_nr_ul_bwp_configure_manager_t::set_rb_offset(unsigned int value, unsigned int rb_start, unsigned int rb_size)
+{
+    if (!assign(m_rb_offset, fit_rb_offset(value, rb_start, rb_size)))
+        return false;
+    m_rb_number = fit_rb_number(m_rb_number, m_rb_offset, rb_start, rb_size);
+    return true;
+}
+
+bool lib_nr_ul_bwp_configure_manager_t::set_rb_number(unsigned int value, unsigned int rb_start, unsigned int rb_size)
+{
+    return assign(m_rb_number, fit_rb_number(value, m_rb_offset, rb_start, rb_size));
+}
+
+} // namespace vek::nr_mod_lib
