@@ -1,0 +1,19 @@
+#include "phy_dl/lib_nr_dl_phy_prs_process.h"
+
+namespace vek::nr_mod_lib
+{
+
+bool lib_nr_dl_phy_prs_process_t::set_waveform_config(unsigned int carrier, unsigned int numerology, unsigned int prs,
+                                                      const lib_nr_waveform_configure_manager_t& /*waveform*/)
+{
+    m_carrier_index = carrier;
+    m_numerology_index = numerology;
+    m_prs_index = prs;
+    return true;
+}
+
+bool lib_nr_dl_phy_prs_process_t::prs_encode_process(unsigned int /*slot*/) { return true; }
+
+bool lib_nr_dl_phy_prs_process_t::dl_phy_prs_remap(unsigned int /*slot*/, lib_nr_remap_mode_t /*mode*/) { return true; }
+
+} // namespace vek::nr_mod_lib

@@ -1,0 +1,20 @@
+#pragma once
+
+#include "common/nr_mod_lib_export.h"
+#include "phy_dl/lib_nr_phy_sch_process.h"
+
+namespace vek::nr_mod_lib
+{
+
+/// Generates the PUSCH, TS 38.211 clause 6.3.1. Today it is bound to its channel and writes nothing.
+class NR_MOD_LIB_EXPORT lib_nr_ul_phy_pusch_process_t : public lib_nr_phy_sch_process_t
+{
+public:
+    bool set_waveform_config(unsigned int carrier, unsigned int numerology, unsigned int channel,
+                             const lib_nr_waveform_configure_manager_t& waveform) override;
+
+private:
+    unsigned int m_channel_index = 0;
+};
+
+} // namespace vek::nr_mod_lib
