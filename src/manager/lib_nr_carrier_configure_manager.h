@@ -274,7 +274,7 @@ public:
     bool set_ul_pucch_bwp_id(unsigned int index, unsigned int bwp_id);
     bool set_ul_sch_bwp_id(unsigned int index, unsigned int bwp_id);
     bool set_ul_srs_bwp_id(unsigned int index, unsigned int bwp_id);
-    bool set_ul_prach_bwp_id(unsigned int index, unsigned int bwp_id);
+    void set_ul_prach_bwp_id(unsigned int index, unsigned int bwp_id);
 
 private:
     friend struct vek::test_peer_t<lib_nr_carrier_configure_manager_t>;
@@ -284,26 +284,34 @@ private:
     void _update_numerology_list();
     void _update_carrier_bandwidth();
     void _update_ssb_and_prs_numerology();
+    void _update_prs_numerology();
     void _move_to_numerology(lib_nr_numerology_type_t numerology);
+    std::size_t _numerology_index(lib_nr_numerology_type_t numerology) const;
+    const lib_nr_phy_numerology_configure_manager_t& _first_enabled_numerology() const;
+    /// The numerology of the spacing wanted, or the first enabled one where that spacing is not.
     const lib_nr_phy_numerology_configure_manager_t& _enabled_numerology(lib_nr_numerology_type_t wanted) const;
 
+    void _clear_lists();
     void _init_bwp_list();
     void _init_downlink_lists();
     void _init_uplink_lists();
+    /// Re-evaluates the bandwidth parts of the carrier's direction: each stays where it is while its spacing is
+    /// enabled.
     void _update_bwp_list();
     void _update_downlink_bwp_reference();
     void _update_coreset_reference();
     void _update_uplink_bwp_reference();
 
-    const lib_nr_phy_numerology_configure_manager_t& _dl_bwp_limits(unsigned int index,
+    /// The numerology in which a bandwidth part lies; a line where it is not enabled.
+    const lib_nr_phy_numerology_configure_manager_t& _dl_bwp_limits(const lib_nr_dl_bwp_configure_manager_t& bwp,
                                                                     std::string_view operation) const;
     void _follow_ul_bwp(lib_nr_ul_pucch_configure_manager_t& pucch, const lib_nr_ul_bwp_configure_manager_t& bwp) const;
     void _follow_ul_bwp(lib_nr_ul_sch_configure_manager_t& sch, const lib_nr_ul_bwp_configure_manager_t& bwp) const;
     void _follow_ul_bwp(lib_nr_ul_srs_configure_manager_t& srs, const lib_nr_ul_bwp_configure_manager_t& bwp) const;
     void _follow_ul_bwp(lib_nr_ul_prach_configure_manager_t& prach, const lib_nr_ul_bwp_configure_manager_t& bwp) const;
     template <class channel_t>
-    void _update_ul_channels(std::vector<channel_t>& channels, unsigned int bwp_index) const;
-    void _update_prachs(unsigned int bwp_index, std::string_view operation);
+    void _update_ul_channels(std::vector<channel_t>& channels, unsigned int bwp_id) const;
+    void _update_prachs(unsigned int bwp_id, std::string_view operation);
 
     bool m_nr_ntn = false;
     bool m_enable = true;
