@@ -57,7 +57,10 @@ inline std::uint64_t pack_64_bits(const unsigned char* bits)
 inline std::uint64_t pack_bits(const unsigned char* bits, std::size_t count)
 {
     std::uint64_t word = 0;
-    for (std::size_t i = 0; i < count; ++i)
+    std::size_t i = 0;
+    for (; i + 8 <= count; i += 8)
+        word |= pack_8_bits(bits + i) << i;
+    for (; i < count; ++i)
         word |= static_cast<std::uint64_t>(bits[i] & 1u) << i;
     return word;
 }
@@ -88,7 +91,10 @@ inline void unpack_64_bits(std::uint64_t word, unsigned char* bits)
 /// The first `count` bits of a word, at most 64.
 inline void unpack_bits(std::uint64_t word, unsigned char* bits, std::size_t count)
 {
-    for (std::size_t i = 0; i < count; ++i)
+    std::size_t i = 0;
+    for (; i + 8 <= count; i += 8)
+        store_8_bytes(detail::k_spread_bytes[(word >> i) & 0xFFu], bits + i);
+    for (; i < count; ++i)
         bits[i] = static_cast<unsigned char>((word >> i) & 1u);
 }
 

@@ -4,7 +4,6 @@
 #include "common/nr_mod_lib_export.h"
 
 #include <complex>
-#include <cstddef>
 #include <cstdint>
 #include <map>
 #include <vector>

@@ -1,0 +1,143 @@
+#include "phy_common/lib_nr_crc_calculator.h"
+
+#include "common/lib_bit_packing.h"
+
+#include <array>
+#include <cstddef>
+#include <iostream>
+
+namespace vek::nr_mod_lib
+{
+
+namespace
+{
+
+struct crc_row_t
+{
+    std::uint32_t length;
+    std::uint32_t polynomial; // with the term x^L
+};
+
+// By type.
+constexpr std::array<crc_row_t, 6> k_crc_rows = {{
+    {24, 0x1864CFB},
+    {24, 0x1800063},
+    {24, 0x1B2B117},
+    {16, 0x11021},
+    {11, 0xE21},
+    {6, 0x61},
+}};
+
+// remainder[k][b]: remainder of the byte b (first bit lowest) followed by k zero bytes. Remainders are kept with the
+// highest power in bit 0, as the packed message has its first bit there.
+struct crc_tables_t
+{
+    std::array<std::array<std::uint32_t, 256>, 8> remainder{};
+};
+
+constexpr crc_tables_t make_crc_tables(const crc_row_t& row)
+{
+    std::uint32_t mirrored = 0;
+    for (std::uint32_t i = 0; i < row.length; ++i)
+        mirrored |= ((row.polynomial >> i) & 1u) << (row.length - 1 - i);
+
+    crc_tables_t tables;
+    for (std::uint32_t byte = 0; byte < 256; ++byte) {
+        std::uint32_t remainder = byte;
+        for (int bit = 0; bit < 8; ++bit)
+            remainder = (remainder >> 1) ^ ((remainder & 1u) != 0 ? mirrored : 0u);
+        tables.remainder[0][byte] = remainder;
+    }
+    for (std::size_t k = 1; k < 8; ++k)
+        for (std::size_t byte = 0; byte < 256; ++byte) {
+            const std::uint32_t before = tables.remainder[k - 1][byte];
+            tables.remainder[k][byte] = (before >> 8) ^ tables.remainder[0][before & 0xFFu];
+        }
+    return tables;
+}
+
+template <std::size_t index>
+constexpr crc_tables_t k_crc_tables = make_crc_tables(k_crc_rows[index]);
+
+constexpr std::array<const crc_tables_t*, 6> k_tables_by_row = {
+    &k_crc_tables<0>, &k_crc_tables<1>, &k_crc_tables<2>, &k_crc_tables<3>, &k_crc_tables<4>, &k_crc_tables<5>,
+};
+
+const crc_tables_t& tables_of(std::uint32_t polynomial)
+{
+    std::size_t row = 0;
+    while (row + 1 < k_crc_rows.size() && k_crc_rows[row].polynomial != polynomial)
+        ++row;
+    return *k_tables_by_row[row];
+}
+
+// The remainder of `count` bits times x^L, the highest power in bit 0. Zeros ahead of a message don't change its
+// remainder, so what doesn't fill a word comes first, with zeros ahead.
+std::uint32_t crc_remainder(const crc_tables_t& tables, const unsigned char* bits, std::size_t count)
+{
+    const auto& remainder = tables.remainder;
+    std::uint32_t state = 0;
+    const auto take_word = [&](std::uint64_t word) {
+        word ^= state;
+        state = remainder[7][word & 0xFFu] ^ remainder[6][(word >> 8) & 0xFFu] ^ remainder[5][(word >> 16) & 0xFFu] ^
+                remainder[4][(word >> 24) & 0xFFu] ^ remainder[3][(word >> 32) & 0xFFu] ^
+                remainder[2][(word >> 40) & 0xFFu] ^ remainder[1][(word >> 48) & 0xFFu] ^ remainder[0][word >> 56];
+    };
+    const std::size_t head = count % 64;
+    if (head != 0)
+        take_word(common_lib::pack_bits(bits, head) << (64 - head));
+    for (std::size_t i = head; i < count; i += 64)
+        take_word(common_lib::pack_64_bits(bits + i));
+    return state;
+}
+
+} // namespace
+
+void lib_nr_crc_calculator_t::set_crc_type(lib_nr_crc_type_t type)
+{
+    m_crc_type = type;
+    _update_crc_length();
+    _update_crc_polynomial();
+}
+
+unsigned int lib_nr_crc_calculator_t::get_crc_length() const { return m_crc_length; }
+
+bool lib_nr_crc_calculator_t::deal_crc_attachment(const std::vector<unsigned char>& in, std::vector<unsigned char>& out)
+{
+    if (m_crc_length + 1 > 32) {
+        std::cout << "lib_nr_crc_calculator_t::deal_crc_attachment Report : Calculation Length out of range!"
+                  << std::endl;
+        return false;
+    }
+    const std::uint32_t remainder = crc_remainder(tables_of(m_crc_polynomial), in.data(), in.size());
+    std::array<unsigned char, 32> parity{};
+    common_lib::unpack_bits(remainder, parity.data(), m_crc_length);
+
+    if (&out != &in) {
+        out.clear();
+        out.reserve(in.size() + m_crc_length);
+        out.insert(out.end(), in.begin(), in.end());
+    }
+    out.insert(out.end(), parity.begin(), parity.begin() + m_crc_length);
+    return true;
+}
+
+void lib_nr_crc_calculator_t::_update_crc_length()
+{
+    if (m_crc_type >= k_crc_rows.size()) {
+        std::cout << "lib_nr_crc_calculator_t::_get_crc_length Report : Unknown CRC Type!" << std::endl;
+        return;
+    }
+    m_crc_length = k_crc_rows[m_crc_type].length;
+}
+
+void lib_nr_crc_calculator_t::_update_crc_polynomial()
+{
+    if (m_crc_type >= k_crc_rows.size()) {
+        std::cout << "lib_nr_crc_calculator_t::_update_crc_polynomial Report : Unknown CRC Type!" << std::endl;
+        return;
+    }
+    m_crc_polynomial = k_crc_rows[m_crc_type].polynomial;
+}
+
+} // namespace vek::nr_mod_lib

@@ -1,0 +1,96 @@
+#include "phy_common/lib_nr_sequence_generator.h"
+
+#include "common/lib_bit_packing.h"
+
+#include <array>
+#include <cstddef>
+#include <cstdint>
+
+namespace vek::nr_mod_lib
+{
+
+namespace
+{
+
+// The start of the sequence within the two m-sequences, N_C of TS 38.211 clause 5.2.1.
+constexpr unsigned int k_n_c = 1600;
+
+// One word of an m-sequence from the word before, the first bit lowest. Over GF(2) the square of a recursion holds
+// too: x1(n+62) = x1(n+6) + x1(n) and x2(n+62) = x2(n+6) + x2(n+4) + x2(n+2) + x2(n). Bits 56 and up of the new word
+// depend on its own first bits, which the shifts to the left add.
+constexpr std::uint64_t next_x1(std::uint64_t word)
+{
+    const std::uint64_t low = (word >> 8) ^ (word >> 2);
+    return low ^ (low << 56) ^ (low << 62);
+}
+
+constexpr std::uint64_t next_x2(std::uint64_t word)
+{
+    const std::uint64_t low = (word >> 8) ^ (word >> 6) ^ (word >> 4) ^ (word >> 2);
+    return low ^ (low << 56) ^ (low << 58) ^ (low << 60) ^ (low << 62);
+}
+
+// The first word of a sequence whose 31 first bits are given.
+constexpr std::uint64_t first_x1(std::uint64_t state)
+{
+    for (unsigned int n = 0; n < 33; ++n)
+        state |= (((state >> (n + 3)) ^ (state >> n)) & 1u) << (n + 31);
+    return state;
+}
+
+constexpr std::uint64_t first_x2(std::uint64_t state)
+{
+    for (unsigned int n = 0; n < 33; ++n)
+        state |= (((state >> (n + 3)) ^ (state >> (n + 2)) ^ (state >> (n + 1)) ^ (state >> n)) & 1u) << (n + 31);
+    return state;
+}
+
+constexpr std::uint64_t x1_at_n_c()
+{
+    std::uint64_t word = first_x1(1);
+    for (unsigned int n = 0; n < k_n_c; n += 64)
+        word = next_x1(word);
+    return word;
+}
+
+// x2 is linear in c_init: row i holds the word at N_C for each value of byte i of c_init.
+using jump_table_t = std::array<std::array<std::uint64_t, 256>, 4>;
+
+constexpr jump_table_t make_x2_at_n_c()
+{
+    jump_table_t table{};
+    for (unsigned int bit = 0; bit < 31; ++bit) {
+        std::uint64_t word = first_x2(std::uint64_t{1} << bit);
+        for (unsigned int n = 0; n < k_n_c; n += 64)
+            word = next_x2(word);
+        for (unsigned int byte = 0; byte < 256; ++byte)
+            if (((byte >> (bit % 8)) & 1u) != 0)
+                table[bit / 8][byte] ^= word;
+    }
+    return table;
+}
+
+constexpr std::uint64_t k_x1_at_n_c = x1_at_n_c();
+constexpr jump_table_t k_x2_at_n_c = make_x2_at_n_c();
+
+static_assert(k_n_c % 64 == 0, "the jump goes by whole words");
+
+} // namespace
+
+void lib_nr_sequence_generator_t::generate_pseudo_random_sequence(unsigned int c_init, unsigned int length,
+                                                                  std::vector<unsigned char>& out)
+{
+    out.resize(length);
+    std::uint64_t x1 = k_x1_at_n_c;
+    std::uint64_t x2 = k_x2_at_n_c[0][c_init & 0xFFu] ^ k_x2_at_n_c[1][(c_init >> 8) & 0xFFu] ^
+                       k_x2_at_n_c[2][(c_init >> 16) & 0xFFu] ^ k_x2_at_n_c[3][c_init >> 24];
+    const std::size_t whole = length - length % 64;
+    for (std::size_t i = 0; i < whole; i += 64) {
+        common_lib::unpack_64_bits(x1 ^ x2, out.data() + i);
+        x1 = next_x1(x1);
+        x2 = next_x2(x2);
+    }
+    common_lib::unpack_bits(x1 ^ x2, out.data() + whole, length - whole);
+}
+
+} // namespace vek::nr_mod_lib
