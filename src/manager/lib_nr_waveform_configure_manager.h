@@ -81,7 +81,7 @@ public:
     /// left out; without any the setting's own mask for the sample rate is used. The block size is held to the sample
     /// count.
     bool set_cfr_filter_mask_data_arr(const std::vector<std::pair<double, double>>& mask);
-    std::vector<std::pair<double, double>> get_cfr_filter_mask_data_arr() const;
+    const std::vector<std::pair<double, double>>& get_cfr_filter_mask_data_arr() const;
     const common_lib::lib_crest_factor_reduce_setting_t& get_crest_factor_reduction_setting() const
     {
         return m_cfr_setting;

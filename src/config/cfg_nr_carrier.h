@@ -1,0 +1,195 @@
+#pragma once
+
+#include "common/lib_ofdm_windowing_method.h"
+#include "common/nr_mod_lib_export.h"
+#include "config/cfg_nr_dl_bwp.h"
+#include "config/cfg_nr_dl_csirs.h"
+#include "config/cfg_nr_dl_dci.h"
+#include "config/cfg_nr_dl_frc.h"
+#include "config/cfg_nr_dl_prs.h"
+#include "config/cfg_nr_dl_sch.h"
+#include "config/cfg_nr_dl_ssb.h"
+#include "config/cfg_nr_dl_tm.h"
+#include "config/cfg_nr_phy_numerology.h"
+#include "config/cfg_nr_prach.h"
+#include "config/cfg_nr_pucch_test_model.h"
+#include "config/cfg_nr_ul_bwp.h"
+#include "config/cfg_nr_ul_frc.h"
+#include "config/cfg_nr_ul_pucch.h"
+#include "config/cfg_nr_ul_rmc.h"
+#include "config/cfg_nr_ul_sch.h"
+#include "config/cfg_nr_ul_srs.h"
+#include "manager/lib_nr_carrier_configure_manager.h"
+
+#include <vector>
+
+namespace vek::nr_mod_lib
+{
+
+class lib_nr_waveform_configure_manager_t;
+
+/// Cursor over the waveform's carriers, with one façade for each kind of entry that a carrier holds. Owns nothing:
+/// every call looks its target up anew, so the façade stays valid while lists grow and shrink.
+///
+/// There is one façade of each kind: `get_dl_bwp(2)` moves it and returns it, and `get_dl_bwp(0)` moves the same one.
+/// An index past the end leaves it where it stands. Setters return true when the stored value changed.
+class NR_MOD_LIB_EXPORT cfg_nr_carrier_t
+{
+public:
+    explicit cfg_nr_carrier_t(lib_nr_waveform_configure_manager_t& waveform);
+
+    /// Puts this cursor and all below it on the first entry.
+    void init();
+
+    /// Moves the cursor, and those below it, but that of the SRS, to their first entry in the carrier. A line, false
+    /// and no move past the end of the carriers; the current index moves nothing.
+    bool set_current_carrier_index(unsigned int carrier);
+    unsigned int get_current_carrier_id() const { return m_carrier_index; }
+
+    bool set_enable(bool enable);
+    bool get_enable() const;
+    /// Offset of the carrier centre from the waveform's, in hertz, limited to 400 MHz either way.
+    bool set_frequency_offset(int frequency_offset);
+    int get_frequency_offset() const;
+    /// Delay in seconds, limited to 0 to 10 ms.
+    bool set_timing_offset(double timing_offset);
+    double get_timing_offset() const;
+    /// dB, limited to -40 to 40.
+    bool set_power_boosting(double power_boosting);
+    double get_power_boosting() const;
+    /// Degrees, at most 360.
+    bool set_init_phase(unsigned int init_phase);
+    unsigned int get_init_phase() const;
+    bool set_baseband_filter(bool enable);
+    bool get_baseband_filter() const;
+    /// A new type brings the carrier back to its defaults, but for the timing offset.
+    bool set_carrier_type(lib_carrier_type_t carrier_type);
+    lib_carrier_type_t get_carrier_type() const;
+    /// Physical cell identity, at most 1007.
+    bool set_ncell_id(unsigned int ncell_id);
+    unsigned int get_ncell_id() const;
+    /// Rebuilds the numerologies at full width. In NTN mode what is no NTN bandwidth becomes 30 MHz.
+    bool set_channel_bandwidth(lib_nr_channel_bw_type_t bandwidth);
+    lib_nr_channel_bw_type_t get_channel_bandwidth() const;
+    /// Length of the transition between symbols as a fraction of the useful symbol, limited to 0 to 0.5.
+    void set_windowing_beta(double windowing_beta);
+    double get_windowing_beta() const;
+    void set_windowing_method(common_lib::lib_ofdm_windowing_method_type_t windowing_method);
+    common_lib::lib_ofdm_windowing_method_type_t get_windowing_method() const;
+    /// Rebuilds the numerologies: one alone, or one for each spacing, of which the first is enabled.
+    bool set_numerology_mode(lib_nr_numerology_mode_t numerology_mode);
+    lib_nr_numerology_mode_t get_numerology_mode() const;
+    /// Spacing of a carrier with one numerology; in multiple mode nothing happens.
+    bool set_numerology(lib_nr_numerology_type_t numerology);
+    lib_nr_numerology_type_t get_numerology() const;
+    /// The spacings that go with the bandwidth.
+    std::vector<lib_nr_numerology_type_t> get_numerology_list() const;
+    std::vector<lib_nr_numerology_type_t> get_enable_numerology_list() const;
+    lib_nr_freq_range_type_t get_frequency_range() const;
+    std::vector<lib_nr_channel_bw_type_t> get_valid_bandwidth_list() const;
+    /// Hertz: what this carrier alone needs.
+    unsigned long long get_sample_rate() const;
+    /// Occupied bandwidth in hertz.
+    unsigned int get_bandwidth() const;
+    /// Point A against the carrier centre, in hertz.
+    double get_point_a() const;
+    /// Cyclic prefix of all uplink BWPs; read from the first. Always true.
+    bool set_prach_cp_type(lib_nr_cyclic_prefix_type_t cp_type);
+    lib_nr_cyclic_prefix_type_t get_prach_cp_type() const;
+
+    // The façades below. Those without an index belong to the carrier as a whole.
+
+    cfg_nr_phy_numerology_t* get_numerology(int index);
+    cfg_nr_dl_bwp_t* get_dl_bwp(int index);
+    cfg_nr_dl_tm_t* get_dl_tm() { return &m_dl_tm; }
+    cfg_nr_dl_frc_t* get_dl_frc() { return &m_dl_frc; }
+    cfg_nr_dl_ssb_t* get_dl_ssb() { return &m_dl_ssb; }
+    cfg_nr_dl_dci_t* get_dl_dci(int index);
+    cfg_nr_dl_sch_t* get_dl_pdsch(int index);
+    cfg_nr_dl_csirs_t* get_dl_csirs(int index);
+    cfg_nr_dl_prs_t* get_dl_prs(int index);
+    cfg_nr_ul_bwp_t* get_ul_bwp(int index);
+    cfg_nr_ul_sch_t* get_ul_pusch(int index);
+    cfg_nr_ul_frc_t* get_ul_frc() { return &m_ul_frc; }
+    cfg_nr_ul_rmc_t* get_ul_rmc() { return &m_ul_rmc; }
+    cfg_nr_ul_pucch_t* get_ul_pucch(unsigned int index);
+    cfg_nr_pucch_test_model_t* get_pucch_test_model();
+    cfg_nr_ul_srs_t* get_ul_srs(unsigned int index);
+    cfg_nr_prach_t* get_ul_prach(unsigned int index);
+
+    unsigned int get_numerology_number() const;
+    unsigned int get_dl_bwp_number() const;
+    unsigned int get_dl_dci_number() const;
+    unsigned int get_dl_pdsch_number() const;
+    unsigned int get_dl_csirs_number() const;
+    unsigned int get_dl_prs_number() const;
+    unsigned int get_ul_bwp_number() const;
+    unsigned int get_ul_pusch_number() const;
+    unsigned int get_ul_pucch_number() const;
+    unsigned int get_ul_srs_number() const;
+    unsigned int get_ul_prach_number() const;
+
+    // Lists. Adding moves the façade of the kind to the new entry and removing moves it to the first, whether or not
+    // anything was removed; those of the PUCCH stay. Copying moves nothing. A copy and a removal return false for an
+    // index past the end, a removal also where the list would fall below its smallest size. The initial BWP, downlink
+    // BWP 0, is neither copied nor removed.
+
+    void add_dl_bwp();
+    bool delete_dl_bwp(unsigned int index);
+    bool copy_dl_bwp(unsigned int index);
+    void add_dl_dci();
+    bool delete_dl_dci(unsigned int index);
+    bool copy_dl_dci(unsigned int index);
+    void add_dl_sch();
+    bool delete_dl_sch(unsigned int index);
+    bool copy_dl_sch(unsigned int index);
+    void add_dl_csirs();
+    bool delete_dl_csirs(unsigned int index);
+    bool copy_dl_csirs(unsigned int index);
+    void add_dl_prs();
+    bool delete_dl_prs(unsigned int index);
+    bool copy_dl_prs(unsigned int index);
+    void add_ul_bwp();
+    bool delete_ul_bwp(unsigned int index);
+    bool copy_ul_bwp(unsigned int index);
+    void add_ul_sch();
+    bool delete_ul_sch(unsigned int index);
+    bool copy_ul_sch(unsigned int index);
+    void add_ul_srs();
+    bool remove_ul_srs(unsigned int index);
+    bool copy_ul_srs(unsigned int index);
+    void add_ul_prach();
+    bool remove_ul_prach(unsigned int index);
+    bool copy_ul_prach(unsigned int index);
+    void add_ul_pucch();
+    bool remove_ul_pucch(unsigned int index);
+    /// Appends two entries, the second with "_copy" behind its name.
+    bool copy_ul_pucch(unsigned int index);
+
+private:
+    lib_nr_carrier_configure_manager_t& _target();
+    const lib_nr_carrier_configure_manager_t& _target() const;
+    void _refit_filter_mask();
+
+    lib_nr_waveform_configure_manager_t& m_waveform;
+    unsigned int m_carrier_index = 0;
+    cfg_nr_phy_numerology_t m_numerology;
+    cfg_nr_dl_bwp_t m_dl_bwp;
+    cfg_nr_dl_tm_t m_dl_tm;
+    cfg_nr_dl_frc_t m_dl_frc;
+    cfg_nr_dl_ssb_t m_dl_ssb;
+    cfg_nr_dl_dci_t m_dl_dci;
+    cfg_nr_dl_sch_t m_dl_sch;
+    cfg_nr_dl_csirs_t m_dl_csirs;
+    cfg_nr_dl_prs_t m_dl_prs;
+    cfg_nr_ul_bwp_t m_ul_bwp;
+    cfg_nr_ul_sch_t m_ul_sch;
+    cfg_nr_ul_frc_t m_ul_frc;
+    cfg_nr_ul_rmc_t m_ul_rmc;
+    cfg_nr_ul_pucch_t m_ul_pucch;
+    cfg_nr_pucch_test_model_t m_pucch_test_model;
+    cfg_nr_ul_srs_t m_ul_srs;
+    cfg_nr_prach_t m_prach;
+};
+
+} // namespace vek::nr_mod_lib
