@@ -43,8 +43,8 @@ public:
     /// dropped, and so are repetitions and entries of any other form, a step of 0 or less and a range that runs
     /// backwards included; the rest keeps the order of the text. `stored_text` becomes the given text without blanks
     /// where nothing was dropped, otherwise the list written by `index_list_to_string`. False where the list is empty.
-    /// A list of unsigned indices begins at 0 even where `first` is negative. `text` and `stored_text` may be the same
-    /// string.
+    /// A list of unsigned indices begins at 0 even where `first` is negative, and a range asked for that is wider than
+    /// 65536 indices ends there. `text` and `stored_text` may be the same string.
     static bool string_to_index_list_in_range(const std::string& text, std::vector<int>& list, std::string& stored_text,
                                               int first, int last);
     static bool string_to_index_list_in_range(const std::string& text, std::vector<unsigned int>& list,

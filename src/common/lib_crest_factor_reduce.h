@@ -28,17 +28,19 @@ public:
 private:
     friend struct vek::test_peer_t<lib_crest_factor_reduce_t>;
 
-    /// The pulse in the frequency domain for one transform length, and how the signal is cut into blocks.
+    /// The pulse for one transform length, and how it goes over the signal.
     struct kernel_t
     {
-        std::size_t block_size = 0;
-        std::size_t fft_length = 0;
-        std::size_t lead = 0;          ///< samples of the pulse ahead of its peak
+        std::size_t block_size = 0;    ///< samples whose excess one transform takes in
+        std::size_t lead = 0;          ///< samples of the pulse ahead of its peak that reach out of the block
         std::size_t peak_distance = 1; ///< peaks closer than this share one pulse
-        std::vector<double> spectrum;  ///< includes the scale of the inverse transform; empty: nothing may pass
+        std::vector<double> spectrum;  ///< the scale of the inverse transform included; empty: nothing may pass
     };
 
-    kernel_t _make_kernel(std::size_t signal_length) const;
+    double _mask_level(double frequency) const;
+    std::vector<double> _mask_spectrum(std::size_t length) const;
+    kernel_t _make_whole_kernel(std::size_t signal_length) const;
+    kernel_t _make_block_kernel(std::size_t signal_length) const;
 
     double m_sample_rate = 0.0;
     lib_crest_factor_reduce_setting_t m_setting;

@@ -45,8 +45,8 @@ public:
     unsigned int get_signal_block_size() const;
 
     /// The spectrum that the correction may take: points (Hz, dB against the passband's 0 dB), linear in dB between
-    /// points, nothing outside the first and the last. Points that are not finite are left out, the others sorted by
-    /// frequency; an empty mask changes nothing.
+    /// points, nothing outside the first and the last; levels from -300 to 100 dB. Points that are not finite are left
+    /// out, the others sorted by frequency; an empty mask changes nothing.
     bool set_filter_mask_data_arr(const std::vector<std::pair<double, double>>& mask);
     const std::vector<std::pair<double, double>>& get_filter_mask_data_arr() const;
 

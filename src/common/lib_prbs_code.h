@@ -2,6 +2,7 @@
 
 #include "common/nr_mod_lib_export.h"
 
+#include <cstdint>
 #include <vector>
 
 namespace vek::common_lib
@@ -36,7 +37,7 @@ public:
 
 private:
     bool m_custom_primitive_polynomial_enable;
-    std::vector<unsigned int> m_primitive_polynomial;
+    std::uint64_t m_primitive_polynomial; ///< bit k stands for the exponent k
     unsigned int m_seed;
 };
 

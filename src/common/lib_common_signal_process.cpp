@@ -1,0 +1,151 @@
+#include "common/lib_common_signal_process.h"
+
+#include "common/lib_signal_power.h"
+#include "common/lib_target_clones.h"
+
+#include <algorithm>
+#include <array>
+#include <cmath>
+#include <numbers>
+
+namespace vek::common_lib
+{
+
+namespace
+{
+
+constexpr std::size_t k_mixer_block = 256;
+using rotor_table_t = std::array<std::complex<double>, k_mixer_block>;
+
+std::complex<double> rotor(double turns)
+{
+    const double angle = 2.0 * std::numbers::pi * turns;
+    return {std::cos(angle), std::sin(angle)};
+}
+
+/// The fraction of a turn of `count` times `turns`, in -0.5 to 0.5: the rounding error of the product is kept, so that
+/// nothing of the fraction is lost however many whole turns go by.
+double fraction_of_turns(double count, double turns)
+{
+    const double product = count * turns;
+    const double lost = std::fma(count, turns, -product);
+    return (product - std::round(product)) + lost;
+}
+
+NR_MOD_LIB_TARGET_CLONES
+void rotate(std::complex<double>* samples, std::size_t count, std::complex<double> anchor, const rotor_table_t& table)
+{
+    double* values = reinterpret_cast<double*>(samples);
+    const double* rotors = reinterpret_cast<const double*>(table.data());
+    const double anchor_i = anchor.real();
+    const double anchor_q = anchor.imag();
+    for (std::size_t k = 0; k < count; ++k) {
+        const double rotor_i = rotors[2 * k] * anchor_i - rotors[2 * k + 1] * anchor_q;
+        const double rotor_q = rotors[2 * k] * anchor_q + rotors[2 * k + 1] * anchor_i;
+        const double sample_i = values[2 * k];
+        const double sample_q = values[2 * k + 1];
+        values[2 * k] = sample_i * rotor_i - sample_q * rotor_q;
+        values[2 * k + 1] = sample_i * rotor_q + sample_q * rotor_i;
+    }
+}
+
+constexpr double k_burst_threshold = 0.01; // 20 dB below the mean of the active part
+
+/// Calls visit(i, p) with the mean power p of up to `width` samples round sample i, from the first on or, where
+/// `backward`, from the last on, until it returns false. A window that sticks out is shortened.
+template <class visit_t>
+void walk_smoothed_power(const std::vector<std::complex<double>>& signal, std::size_t width, bool backward,
+                         visit_t visit)
+{
+    const std::size_t size = signal.size();
+    const std::size_t ahead = width / 2;
+    const std::size_t behind = width - 1 - ahead;
+    const auto power_at = [&](std::size_t step) { return power_of(signal[backward ? size - 1 - step : step]); };
+    double sum = 0.0;
+    std::size_t inside = 0;
+    for (; inside < std::min(ahead, size); ++inside)
+        sum += power_at(inside);
+    for (std::size_t step = 0; step < size; ++step) {
+        if (step + ahead < size) {
+            sum += power_at(step + ahead);
+            ++inside;
+        }
+        if (step > behind) {
+            sum -= power_at(step - behind - 1);
+            --inside;
+        }
+        if (!visit(backward ? size - 1 - step : step, sum / static_cast<double>(inside)))
+            return;
+    }
+}
+
+} // namespace
+
+void lib_common_signal_process_t::deal_mixer(std::vector<std::complex<double>>& signal, double turns_per_sample,
+                                             double initial_phase)
+{
+    if (!std::isfinite(turns_per_sample) || !std::isfinite(initial_phase))
+        return;
+    const double turns = turns_per_sample - std::round(turns_per_sample);
+    if (turns == 0.0 && initial_phase == 0.0)
+        return;
+
+    rotor_table_t table;
+    for (std::size_t k = 0; k < k_mixer_block; ++k)
+        table[k] = rotor(fraction_of_turns(static_cast<double>(k), turns));
+    const std::complex<double> start = {std::cos(initial_phase), std::sin(initial_phase)};
+    for (std::size_t begin = 0; begin < signal.size(); begin += k_mixer_block) {
+        const std::size_t count = std::min(k_mixer_block, signal.size() - begin);
+        rotate(signal.data() + begin, count, start * rotor(fraction_of_turns(static_cast<double>(begin), turns)),
+               table);
+    }
+}
+
+void lib_common_signal_process_t::get_burst_signal_data(const std::vector<std::complex<double>>& in,
+                                                        std::vector<std::complex<double>>& out)
+{
+    const std::size_t size = in.size();
+    const std::size_t width = std::max<std::size_t>(size / 4096, 64);
+    const double mean = size == 0 ? 0.0 : sum_of_power(in.data(), size) / static_cast<double>(size);
+
+    double active_power = 0.0;
+    std::size_t active_count = 0;
+    walk_smoothed_power(in, width, false, [&](std::size_t, double power) {
+        if (power > k_burst_threshold * mean) {
+            active_power += power;
+            ++active_count;
+        }
+        return true;
+    });
+    if (active_count == 0) {
+        out.clear();
+        return;
+    }
+
+    const double threshold = k_burst_threshold * active_power / static_cast<double>(active_count);
+    const auto is_quiet_until = [&](std::size_t& position) {
+        return [&position, threshold](std::size_t i, double power) {
+            position = i;
+            return !(power > threshold);
+        };
+    };
+    std::size_t first = 0;
+    std::size_t last = 0;
+    walk_smoothed_power(in, width, false, is_quiet_until(first));
+    walk_smoothed_power(in, width, true, is_quiet_until(last));
+
+    // The window smears an edge by half its width; behind a gap the signal begins at its first sample of some power.
+    const double edge = k_burst_threshold * threshold;
+    if (first > 0)
+        while (first < last && power_of(in[first]) <= edge)
+            ++first;
+    if (last + 1 < size)
+        while (last > first && power_of(in[last]) <= edge)
+            --last;
+
+    std::vector<std::complex<double>> burst(in.begin() + static_cast<std::ptrdiff_t>(first),
+                                            in.begin() + static_cast<std::ptrdiff_t>(last) + 1);
+    out = std::move(burst);
+}
+
+} // namespace vek::common_lib
