@@ -351,10 +351,10 @@ bool lib_nr_polar_coding_t::_deal_interleaving(const std::vector<unsigned char>&
                   << std::endl;
         return false;
     }
-    const auto& interleaver = input_interleaver(in.size());
+    const std::vector<std::uint8_t>& interleaver = input_interleaver(in.size());
     out.resize(in.size());
-    for (std::size_t k = 0; k < in.size(); ++k)
-        out[k] = in[interleaver[k]];
+    std::transform(interleaver.begin(), interleaver.end(), out.begin(),
+                   [source = in.data()](std::size_t k) { return source[k]; });
     return true;
 }
 
@@ -374,20 +374,23 @@ void lib_nr_polar_coding_t::_generate_u_sequence(const std::vector<unsigned char
         kind[index] = parity;
 
     u.assign(m_n, 0);
+    // Plain pointers: through the vectors each byte stored would have the compiler read their fields anew.
+    unsigned char* const target = u.data();
+    const unsigned char* source = in.data();
+    const unsigned char* const source_end = source + in.size();
     std::array<unsigned char, 5> sums{};
-    std::size_t read = 0;
-    const auto take = [&](std::size_t n) {
-        unsigned char& sum = sums[n % 5];
-        if (kind[n] == parity) {
-            u[n] = sum;
-            return;
-        }
-        u[n] = read < in.size() ? in[read++] & 1u : 0;
-        sum ^= u[n];
-    };
+    const bool has_parity = !m_parity_list.empty();
     for (std::size_t first = 0; first < scanned; first += 64)
-        for (std::uint64_t marks = common_lib::pack_64_bits(kind.data() + first); marks != 0; marks &= marks - 1)
-            take(first + static_cast<std::size_t>(std::countr_zero(marks)));
+        for (std::uint64_t marks = common_lib::pack_64_bits(kind.data() + first); marks != 0; marks &= marks - 1) {
+            const std::size_t n = first + static_cast<std::size_t>(std::countr_zero(marks));
+            if (has_parity && kind[n] == parity) {
+                target[n] = sums[n % 5];
+                continue;
+            }
+            target[n] = source != source_end ? *source++ : 0;
+            if (has_parity)
+                sums[n % 5] ^= target[n];
+        }
 }
 
 bool lib_nr_polar_coding_t::_deal_coding_matrix_multiply(const std::vector<unsigned char>& u,

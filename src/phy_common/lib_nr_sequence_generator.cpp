@@ -2,6 +2,7 @@
 
 #include "common/lib_bit_packing.h"
 
+#include <algorithm>
 #include <array>
 #include <cstddef>
 #include <cstdint>
@@ -73,6 +74,11 @@ constexpr jump_table_t make_x2_at_n_c()
 constexpr std::uint64_t k_x1_at_n_c = x1_at_n_c();
 constexpr jump_table_t k_x2_at_n_c = make_x2_at_n_c();
 
+// Squared six times the recursions hold between whole words: X1(n+31) = X1(n+3) + X1(n). Words are made by windows.
+constexpr std::size_t k_memory = 31;
+constexpr std::size_t k_window = 256;
+using window_t = std::array<std::uint64_t, k_window>;
+
 static_assert(k_n_c % 64 == 0, "the jump goes by whole words");
 
 } // namespace
@@ -81,16 +87,37 @@ void lib_nr_sequence_generator_t::generate_pseudo_random_sequence(unsigned int c
                                                                   std::vector<unsigned char>& out)
 {
     out.resize(length);
-    std::uint64_t x1 = k_x1_at_n_c;
-    std::uint64_t x2 = k_x2_at_n_c[0][c_init & 0xFFu] ^ k_x2_at_n_c[1][(c_init >> 8) & 0xFFu] ^
-                       k_x2_at_n_c[2][(c_init >> 16) & 0xFFu] ^ k_x2_at_n_c[3][c_init >> 24];
-    const std::size_t whole = length - length % 64;
-    for (std::size_t i = 0; i < whole; i += 64) {
-        common_lib::unpack_64_bits(x1 ^ x2, out.data() + i);
-        x1 = next_x1(x1);
-        x2 = next_x2(x2);
+    const std::size_t word_count = (std::size_t{length} + 63) / 64;
+    window_t x1;
+    window_t x2;
+    x1[0] = k_x1_at_n_c;
+    x2[0] = k_x2_at_n_c[0][c_init & 0xFFu] ^ k_x2_at_n_c[1][(c_init >> 8) & 0xFFu] ^
+            k_x2_at_n_c[2][(c_init >> 16) & 0xFFu] ^ k_x2_at_n_c[3][c_init >> 24];
+    for (std::size_t i = 1; i < std::min(word_count, k_memory); ++i) {
+        x1[i] = next_x1(x1[i - 1]);
+        x2[i] = next_x2(x2[i - 1]);
     }
-    common_lib::unpack_bits(x1 ^ x2, out.data() + whole, length - whole);
+    // Each window begins with the memory that the one before left, whose words are out already.
+    std::size_t first = 0;
+    std::size_t bit = 0;
+    for (std::size_t left = word_count; left > 0;) {
+        const std::size_t end = std::min(k_window, first + left);
+        for (std::size_t i = k_memory; i < end; ++i) {
+            x1[i] = x1[i - 28] ^ x1[i - 31];
+            x2[i] = x2[i - 28] ^ x2[i - 29] ^ x2[i - 30] ^ x2[i - 31];
+        }
+        left -= end - first;
+        const std::size_t end_whole = left > 0 || length % 64 == 0 ? end : end - 1;
+        for (std::size_t i = first; i < end_whole; ++i, bit += 64)
+            common_lib::unpack_64_bits(x1[i] ^ x2[i], out.data() + bit);
+        if (left == 0) {
+            common_lib::unpack_bits(x1[end - 1] ^ x2[end - 1], out.data() + bit, length - bit);
+            return;
+        }
+        std::copy(x1.end() - k_memory, x1.end(), x1.begin());
+        std::copy(x2.end() - k_memory, x2.end(), x2.begin());
+        first = k_memory;
+    }
 }
 
 } // namespace vek::nr_mod_lib
