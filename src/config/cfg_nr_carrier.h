@@ -52,10 +52,10 @@ public:
     bool set_frequency_offset(int frequency_offset);
     int get_frequency_offset() const;
     /// Delay in seconds, limited to 0 to 10 ms.
-    bool set_timing_offset(double timing_offset);
+    bool set_timing_offset(double seconds);
     double get_timing_offset() const;
     /// dB, limited to -40 to 40.
-    bool set_power_boosting(double power_boosting);
+    bool set_power_boosting(double boosting);
     double get_power_boosting() const;
     /// Degrees, at most 360.
     bool set_init_phase(unsigned int init_phase);
@@ -63,7 +63,7 @@ public:
     bool set_baseband_filter(bool enable);
     bool get_baseband_filter() const;
     /// A new type brings the carrier back to its defaults, but for the timing offset.
-    bool set_carrier_type(lib_carrier_type_t carrier_type);
+    bool set_carrier_type(lib_carrier_type_t type);
     lib_carrier_type_t get_carrier_type() const;
     /// Physical cell identity, at most 1007.
     bool set_ncell_id(unsigned int ncell_id);
@@ -72,12 +72,12 @@ public:
     bool set_channel_bandwidth(lib_nr_channel_bw_type_t bandwidth);
     lib_nr_channel_bw_type_t get_channel_bandwidth() const;
     /// Length of the transition between symbols as a fraction of the useful symbol, limited to 0 to 0.5.
-    void set_windowing_beta(double windowing_beta);
+    void set_windowing_beta(double beta);
     double get_windowing_beta() const;
-    void set_windowing_method(common_lib::lib_ofdm_windowing_method_type_t windowing_method);
+    void set_windowing_method(common_lib::lib_ofdm_windowing_method_type_t method);
     common_lib::lib_ofdm_windowing_method_type_t get_windowing_method() const;
     /// Rebuilds the numerologies: one alone, or one for each spacing, of which the first is enabled.
-    bool set_numerology_mode(lib_nr_numerology_mode_t numerology_mode);
+    bool set_numerology_mode(lib_nr_numerology_mode_t mode);
     lib_nr_numerology_mode_t get_numerology_mode() const;
     /// Spacing of a carrier with one numerology; in multiple mode nothing happens.
     bool set_numerology(lib_nr_numerology_type_t numerology);

@@ -39,21 +39,21 @@ public:
     bool set_nr_ntn(bool nr_ntn);
     bool get_nr_ntn() const;
     /// Frames of 10 ms, limited to 1 to 4.
-    bool set_frame_number(unsigned int frame_number);
+    bool set_frame_number(unsigned int number);
     unsigned int get_frame_number() const;
     /// Always 10, whatever is asked for.
-    bool set_subframes_number(unsigned int subframes_number);
+    bool set_subframes_number(unsigned int number);
     unsigned int get_subframes_number() const;
     /// Whether the finished baseband is conjugated.
-    bool set_mirror_spectrum(bool mirror_spectrum);
+    bool set_mirror_spectrum(bool mirror);
     bool get_mirror_spectrum() const;
     bool set_phase_compensation(bool enable);
     bool get_phase_compensation() const;
     /// Whole hertz.
-    bool set_radio_frequency(unsigned long long radio_frequency);
+    bool set_radio_frequency(unsigned long long hertz);
     unsigned long long get_radio_frequency() const;
     /// Always 1, whatever is asked for.
-    bool set_antennas_number(unsigned int antennas_number);
+    bool set_antennas_number(unsigned int number);
     unsigned int get_antennas_number() const;
 
     /// Hertz.
@@ -67,9 +67,9 @@ public:
     /// dB above the mean power.
     bool set_cfr_target_papr(double target_papr);
     double get_cfr_target_papr() const;
-    bool set_cfr_max_iteration(unsigned int max_iteration);
+    bool set_cfr_max_iteration(unsigned int number);
     unsigned int get_cfr_max_iteration() const;
-    bool set_cfr_cancel_percent(double cancel_percent);
+    bool set_cfr_cancel_percent(double percent);
     double get_cfr_cancel_percent() const;
     /// Samples, at most those of the waveform.
     bool set_cfr_block_size(unsigned int block_size);

@@ -15,6 +15,7 @@ namespace
 
 constexpr unsigned int k_max_frames_number = 4;
 constexpr unsigned int k_max_subframes_number = 10;
+constexpr unsigned int k_max_antennas_number = 32;
 constexpr double k_subframe_s = 0.001;
 constexpr double k_frame_s = 0.01;
 constexpr double k_min_cfr_sample_rate = 7.68e6;
@@ -90,7 +91,7 @@ bool lib_nr_waveform_configure_manager_t::set_radio_frequency(double radio_frequ
 
 bool lib_nr_waveform_configure_manager_t::set_antennas_number(unsigned int antennas_number)
 {
-    if (!assign(m_antennas_number, antennas_number))
+    if (!assign(m_antennas_number, std::clamp(antennas_number, 1U, k_max_antennas_number)))
         return false;
     _update_waveform_antennas_number();
     return true;

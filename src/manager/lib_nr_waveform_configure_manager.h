@@ -50,7 +50,7 @@ public:
     bool set_radio_frequency(double radio_frequency);
     double get_radio_frequency() const { return m_radio_frequency; }
 
-    /// Number of antennas that the channels' port lists have.
+    /// Number of antennas that the channels' port lists have, limited to 1 to 32, the most ports that a channel knows.
     bool set_antennas_number(unsigned int antennas_number);
     unsigned int get_antennas_number() const { return m_antennas_number; }
 
