@@ -1,5 +1,6 @@
 #pragma once
 
+#include "common/lib_test_peer.h"
 #include "common/nr_mod_lib_export.h"
 #include "phy_common/lib_nr_phy_common.h"
 
@@ -9,12 +10,6 @@
 #include <map>
 #include <optional>
 #include <vector>
-
-namespace vek
-{
-template <class tested_t>
-struct test_peer_t;
-}
 
 namespace vek::nr_mod_lib
 {
