@@ -1,0 +1,128 @@
+#pragma once
+
+#include "common/nr_mod_lib_export.h"
+#include "manager/lib_nr_dl_ssb_configure_manager.h"
+
+#include <string>
+#include <vector>
+
+namespace vek::nr_mod_lib
+{
+
+class lib_nr_carrier_configure_manager_t;
+class lib_nr_phy_numerology_configure_manager_t;
+class lib_nr_waveform_configure_manager_t;
+
+/// Cursor over the carriers' SS/PBCH blocks, of which each carrier has one. Owns nothing: every call looks its target
+/// up anew, so the façade stays valid while the list of carriers grows and shrinks. Setters return true when the stored
+/// value changed.
+class NR_MOD_LIB_EXPORT cfg_nr_dl_ssb_t
+{
+public:
+    /// Stands on carrier 0; prints the line of `set_current_carrier_index` where there is none.
+    explicit cfg_nr_dl_ssb_t(lib_nr_waveform_configure_manager_t& waveform);
+
+    /// Back to carrier 0.
+    void init();
+
+    /// Moves the cursor; a line, false and no move where there is no such carrier.
+    bool set_current_carrier_index(unsigned int carrier);
+
+    /// Stays false at 60 kHz and below 20 resource blocks, where the block has no place.
+    bool set_enable(bool enable);
+    bool get_enable() const;
+
+    /// Case B or C at 30 kHz; everywhere else the spacing decides.
+    bool set_ssb_pattern(lib_nr_ssb_case_t pattern);
+    lib_nr_ssb_case_t get_ssb_pattern() const;
+    std::vector<lib_nr_ssb_case_t> get_ssb_pattern_for_ui() const;
+
+    /// Powers in dB by block index, such as "0,-3,1.5": the active indices take theirs, limited to -40 to 40. Reads
+    /// back with all Lmax powers, two decimals.
+    bool set_power_boosting(const std::string& text);
+    std::string get_power_boosting() const;
+
+    /// Power of the PSS in dB above its block, limited to -40 to 40.
+    bool set_pss_power_boosting(double power);
+    double get_pss_power_boosting() const;
+
+    /// Sets the half frame index too: 255 at 5 ms, else 0.
+    bool set_periodicity(lib_ssb_periodicity_t periodicity);
+    lib_ssb_periodicity_t get_periodicity() const;
+
+    /// 0 or 1 (for anything but 0); always 255, both half frames, at a periodicity of 5 ms.
+    bool set_half_frame_idx(unsigned char half_frame_idx);
+    unsigned char get_half_frame_idx() const;
+
+    /// Block indices to send, such as "0,2:4"; indices from Lmax on drop out, and a text without any index changes
+    /// nothing.
+    bool set_active_idx(const std::string& text);
+    std::string get_active_idx() const;
+
+    /// Lmax follows from spacing, pattern and radio frequency, whatever is asked for. Resets the active indices to 0 to
+    /// 3 and their powers to 0 dB.
+    bool set_lmax(lib_nr_lmax_t lmax);
+    lib_nr_lmax_t get_lmax() const;
+
+    /// Without coding the scrambled payload is sent bare, zeros behind it.
+    bool set_coding(bool coding);
+    bool get_coding() const;
+
+    /// ssb-SubcarrierOffset of the MIB, at most 31.
+    bool set_ssb_subcarrier_offset(unsigned int offset);
+    unsigned int get_ssb_subcarrier_offset() const;
+
+    /// The user's MIB bits, such as "1011"; a text without bits changes nothing.
+    bool set_data_source_custom(const std::string& text);
+    std::string get_data_source_custom() const;
+
+    /// A spacing of the carrier's enabled numerologies; any other becomes the first of them. Resets what depends on it.
+    bool set_numerology(lib_nr_numerology_type_t numerology);
+    lib_nr_numerology_type_t get_numerology() const;
+
+    /// Whether the MIB is made from the fields here, or comes from the data source.
+    bool set_auto_cofig_mib(bool auto_cofig_mib);
+    bool get_auto_cofig_mib() const;
+
+    /// Ignored while the MIB is automatic.
+    bool set_data_source(lib_nr_pn_seq_t data_source);
+    lib_nr_pn_seq_t get_data_source() const;
+
+    /// dmrs-TypeA-Position of the MIB, 2 or 3.
+    bool set_dmrs_typea_position(unsigned int position);
+    unsigned int get_dmrs_typea_position() const;
+
+    /// pdcch-ConfigSIB1 of the MIB, at most 255.
+    bool set_pdcch_config_sib1(unsigned int config);
+    unsigned int get_pdcch_config_sib1() const;
+
+    bool set_cell_barred(bool cell_barred);
+    bool get_cell_barred() const;
+
+    bool set_intra_frequency_reselection(bool reselection);
+    bool get_intra_frequency_reselection() const;
+
+    /// k_SSB in subcarriers of 15 kHz (FR1) or 60 kHz (FR2), limited by the spacing and by the room above the block.
+    /// The MIB's ssb subcarrier offset takes the same value.
+    bool set_kssb(unsigned int kssb);
+    unsigned int get_kssb() const;
+
+    /// Lowest resource block of the block in RBs of 15 kHz (FR1) or 60 kHz (FR2). What reaches the limit becomes the
+    /// limit, with a line, and resets kssb. The value that a reset leaves at the full width stands for the middle.
+    bool set_rb_offset(unsigned int rb_offset);
+    unsigned int get_rb_offset() const;
+
+    /// The common spacing of the MIB, which is the block's own.
+    lib_nr_numerology_type_t get_subcarrier_spacing_common() const;
+
+private:
+    lib_nr_carrier_configure_manager_t& _carrier() const;
+    const lib_nr_phy_numerology_configure_manager_t& _numerology() const;
+    lib_nr_dl_ssb_configure_manager_t& _target();
+    const lib_nr_dl_ssb_configure_manager_t& _target() const;
+
+    lib_nr_waveform_configure_manager_t& m_waveform;
+    unsigned int m_current_carrier_index = 0;
+};
+
+} // namespace vek::nr_mod_lib
