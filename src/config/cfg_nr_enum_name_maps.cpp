@@ -1,0 +1,283 @@
+#include "config/cfg_nr_enum_name_maps.h"
+
+#include <cstddef>
+
+namespace vek::nr_mod_lib
+{
+
+namespace
+{
+
+template <class enum_t>
+struct enum_name_t
+{
+    enum_t value;
+    const char* name;
+};
+
+template <class enum_t, std::size_t count>
+enum_names_t<enum_t> name_map(const enum_name_t<enum_t> (&rows)[count])
+{
+    enum_names_t<enum_t> names;
+    for (const enum_name_t<enum_t>& row : rows)
+        names.emplace(row.value, row.name);
+    return names;
+}
+
+} // namespace
+
+const enum_names_t<lib_nr_dl_dci_cce2reg_mapping_type_t> g_lib_nr_dl_dci_cce2reg_mapping_type_t_name_map =
+    name_map<lib_nr_dl_dci_cce2reg_mapping_type_t>({
+        {LIB_NR_CORSET_INTERLEAVE, "LIB_NR_CORSET_INTERLEAVE"},
+        {LIB_NR_CORSET_NO_INTERLEAVE, "LIB_NR_CORSET_NO_INTERLEAVE"},
+    });
+
+const enum_names_t<lib_nr_dl_dci_reg_bundle_size_t> g_lib_nr_dl_dci_reg_bundle_size_t_name_map =
+    name_map<lib_nr_dl_dci_reg_bundle_size_t>({
+        {LIB_NR_DCI_REG_BUNDLE_SIZE_2, "LIB_NR_DCI_REG_BUNDLE_SIZE_2"},
+        {LIB_NR_DCI_REG_BUNDLE_SIZE_3, "LIB_NR_DCI_REG_BUNDLE_SIZE_3"},
+        {LIB_NR_DCI_REG_BUNDLE_SIZE_6, "LIB_NR_DCI_REG_BUNDLE_SIZE_6"},
+    });
+
+const enum_names_t<lib_nr_dl_dci_interleaver_size_t> g_lib_nr_dl_dci_interleaver_size_t_name_map =
+    name_map<lib_nr_dl_dci_interleaver_size_t>({
+        {LIB_NR_DCI_INTERLEAVER_SIZE_2, "LIB_NR_DCI_INTERLEAVER_SIZE_2"},
+        {LIB_NR_DCI_INTERLEAVER_SIZE_3, "LIB_NR_DCI_INTERLEAVER_SIZE_3"},
+        {LIB_NR_DCI_INTERLEAVER_SIZE_6, "LIB_NR_DCI_INTERLEAVER_SIZE_6"},
+    });
+
+const enum_names_t<lib_nr_remap_mode_t> g_lib_nr_remap_mode_t_name_map = name_map<lib_nr_remap_mode_t>({
+    {LIB_NR_REMAPP_MODE_UI_VIEW_MAP, "LIB_NR_REMAPP_MODE_UI_VIEW_MAP"},
+    {LIB_NR_REMAPP_MODE_ENCODE_MAP, "LIB_NR_REMAPP_MODE_ENCODE_MAP"},
+});
+
+const enum_names_t<lib_carrier_type_t> g_lib_carrier_type_t_name_map = name_map<lib_carrier_type_t>({
+    {LIB_NR_DOWNLINK, "LIB_NR_DOWNLINK"},
+    {LIB_NR_UPLINK, "LIB_NR_UPLINK"},
+    {LIB_NR_PRACH, "LIB_NR_PRACH"},
+});
+
+const enum_names_t<lib_ssb_periodicity_t> g_lib_ssb_periodicity_t_name_map = name_map<lib_ssb_periodicity_t>({
+    {LIB_NR_SSB_5MS_PERIODICITY, "LIB_NR_SSB_5MS_PERIODICITY"},
+    {LIB_NR_SSB_10MS_PERIODICITY, "LIB_NR_SSB_10MS_PERIODICITY"},
+    {LIB_NR_SSB_20MS_PERIODICITY, "LIB_NR_SSB_20MS_PERIODICITY"},
+    {LIB_NR_SSB_40MS_PERIODICITY, "LIB_NR_SSB_40MS_PERIODICITY"},
+    {LIB_NR_SSB_80MS_PERIODICITY, "LIB_NR_SSB_80MS_PERIODICITY"},
+    {LIB_NR_SSB_160MS_PERIODICITY, "LIB_NR_SSB_160MS_PERIODICITY"},
+});
+
+const enum_names_t<lib_nr_antenna_port_t> g_lib_nr_antenna_port_t_name_map = name_map<lib_nr_antenna_port_t>({
+    {LIB_NR_ANTENNA_PORT_NONE, "LIB_NR_ANTENNA_PORT_NONE"},
+    {LIB_NR_ANTENNA_PORT_0, "LIB_NR_ANTENNA_PORT_0"},
+    {LIB_NR_ANTENNA_PORT_1, "LIB_NR_ANTENNA_PORT_1"},
+    {LIB_NR_ANTENNA_PORT_2, "LIB_NR_ANTENNA_PORT_2"},
+    {LIB_NR_ANTENNA_PORT_3, "LIB_NR_ANTENNA_PORT_3"},
+});
+
+const enum_names_t<lib_nr_coreset_precoder_granularity_t> g_lib_nr_coreset_precoder_granularity_t_name_map =
+    name_map<lib_nr_coreset_precoder_granularity_t>({
+        {REG_BUNDLE_SIZE, "REG_BUNDLE_SIZE"},
+        {CORESET_SIZE, "CORESET_SIZE"},
+    });
+
+const enum_names_t<csirs_antenna_port_t> g_csirs_antenna_port_t_name_map = name_map<csirs_antenna_port_t>({
+    {CSIRS_ANTENNA_NONE, "CSIRS_ANTENNA_NONE"},     {CSIRS_ANTENNA_PORT0, "CSIRS_ANTENNA_PORT0"},
+    {CSIRS_ANTENNA_PORT1, "CSIRS_ANTENNA_PORT1"},   {CSIRS_ANTENNA_PORT2, "CSIRS_ANTENNA_PORT2"},
+    {CSIRS_ANTENNA_PORT3, "CSIRS_ANTENNA_PORT3"},   {CSIRS_ANTENNA_PORT4, "CSIRS_ANTENNA_PORT4"},
+    {CSIRS_ANTENNA_PORT5, "CSIRS_ANTENNA_PORT5"},   {CSIRS_ANTENNA_PORT6, "CSIRS_ANTENNA_PORT6"},
+    {CSIRS_ANTENNA_PORT7, "CSIRS_ANTENNA_PORT7"},   {CSIRS_ANTENNA_PORT8, "CSIRS_ANTENNA_PORT8"},
+    {CSIRS_ANTENNA_PORT9, "CSIRS_ANTENNA_PORT9"},   {CSIRS_ANTENNA_PORT10, "CSIRS_ANTENNA_PORT10"},
+    {CSIRS_ANTENNA_PORT11, "CSIRS_ANTENNA_PORT11"}, {CSIRS_ANTENNA_PORT12, "CSIRS_ANTENNA_PORT12"},
+    {CSIRS_ANTENNA_PORT13, "CSIRS_ANTENNA_PORT13"}, {CSIRS_ANTENNA_PORT14, "CSIRS_ANTENNA_PORT14"},
+    {CSIRS_ANTENNA_PORT15, "CSIRS_ANTENNA_PORT15"}, {CSIRS_ANTENNA_PORT16, "CSIRS_ANTENNA_PORT16"},
+    {CSIRS_ANTENNA_PORT17, "CSIRS_ANTENNA_PORT17"}, {CSIRS_ANTENNA_PORT18, "CSIRS_ANTENNA_PORT18"},
+    {CSIRS_ANTENNA_PORT19, "CSIRS_ANTENNA_PORT19"}, {CSIRS_ANTENNA_PORT20, "CSIRS_ANTENNA_PORT20"},
+    {CSIRS_ANTENNA_PORT21, "CSIRS_ANTENNA_PORT21"}, {CSIRS_ANTENNA_PORT22, "CSIRS_ANTENNA_PORT22"},
+    {CSIRS_ANTENNA_PORT23, "CSIRS_ANTENNA_PORT23"}, {CSIRS_ANTENNA_PORT24, "CSIRS_ANTENNA_PORT24"},
+    {CSIRS_ANTENNA_PORT25, "CSIRS_ANTENNA_PORT25"}, {CSIRS_ANTENNA_PORT26, "CSIRS_ANTENNA_PORT26"},
+    {CSIRS_ANTENNA_PORT27, "CSIRS_ANTENNA_PORT27"}, {CSIRS_ANTENNA_PORT28, "CSIRS_ANTENNA_PORT28"},
+    {CSIRS_ANTENNA_PORT29, "CSIRS_ANTENNA_PORT29"}, {CSIRS_ANTENNA_PORT30, "CSIRS_ANTENNA_PORT30"},
+    {CSIRS_ANTENNA_PORT31, "CSIRS_ANTENNA_PORT31"},
+});
+
+const enum_names_t<srs_periodity_type_t> g_srs_periodity_type_t_name_map = name_map<srs_periodity_type_t>({
+    {LIB_NR_SRS_0MS_PERIODICITY, "LIB_NR_SRS_0MS_PERIODICITY"},
+    {LIB_NR_SRS_1MS_PERIODICITY, "LIB_NR_SRS_1MS_PERIODICITY"},
+    {LIB_NR_SRS_2MS_PERIODICITY, "LIB_NR_SRS_2MS_PERIODICITY"},
+    {LIB_NR_SRS_4MS_PERIODICITY, "LIB_NR_SRS_4MS_PERIODICITY"},
+    {LIB_NR_SRS_5MS_PERIODICITY, "LIB_NR_SRS_5MS_PERIODICITY"},
+    {LIB_NR_SRS_8MS_PERIODICITY, "LIB_NR_SRS_8MS_PERIODICITY"},
+    {LIB_NR_SRS_10MS_PERIODICITY, "LIB_NR_SRS_10MS_PERIODICITY"},
+    {LIB_NR_SRS_16MS_PERIODICITY, "LIB_NR_SRS_16MS_PERIODICITY"},
+    {LIB_NR_SRS_20MS_PERIODICITY, "LIB_NR_SRS_20MS_PERIODICITY"},
+    {LIB_NR_SRS_32MS_PERIODICITY, "LIB_NR_SRS_32MS_PERIODICITY"},
+    {LIB_NR_SRS_40MS_PERIODICITY, "LIB_NR_SRS_40MS_PERIODICITY"},
+    {LIB_NR_SRS_64MS_PERIODICITY, "LIB_NR_SRS_64MS_PERIODICITY"},
+    {LIB_NR_SRS_80MS_PERIODICITY, "LIB_NR_SRS_80MS_PERIODICITY"},
+    {LIB_NR_SRS_160MS_PERIODICITY, "LIB_NR_SRS_160MS_PERIODICITY"},
+    {LIB_NR_SRS_320MS_PERIODICITY, "LIB_NR_SRS_320MS_PERIODICITY"},
+    {LIB_NR_SRS_640MS_PERIODICITY, "LIB_NR_SRS_640MS_PERIODICITY"},
+    {LIB_NR_SRS_1280MS_PERIODICITY, "LIB_NR_SRS_1280MS_PERIODICITY"},
+    {LIB_NR_SRS_2560MS_PERIODICITY, "LIB_NR_SRS_2560MS_PERIODICITY"},
+    {LIB_NR_SRS_5120MS_PERIODICITY, "LIB_NR_SRS_5120MS_PERIODICITY"},
+    {LIB_NR_SRS_10240MS_PERIODICITY, "LIB_NR_SRS_10240MS_PERIODICITY"},
+    {LIB_NR_SRS_40960MS_PERIODICITY, "LIB_NR_SRS_40960MS_PERIODICITY"},
+    {LIB_NR_SRS_81920MS_PERIODICITY, "LIB_NR_SRS_81920MS_PERIODICITY"},
+});
+
+const enum_names_t<srs_antenna_port_t> g_srs_antenna_port_t_name_map = name_map<srs_antenna_port_t>({
+    {SRS_ANTENNA_NONE, "SRS_ANTENNA_NONE"},     {SRS_ANTENNA_PORT0, "SRS_ANTENNA_PORT0"},
+    {SRS_ANTENNA_PORT1, "SRS_ANTENNA_PORT1"},   {SRS_ANTENNA_PORT2, "SRS_ANTENNA_PORT2"},
+    {SRS_ANTENNA_PORT3, "SRS_ANTENNA_PORT3"},   {SRS_ANTENNA_PORT4, "SRS_ANTENNA_PORT4"},
+    {SRS_ANTENNA_PORT5, "SRS_ANTENNA_PORT5"},   {SRS_ANTENNA_PORT6, "SRS_ANTENNA_PORT6"},
+    {SRS_ANTENNA_PORT7, "SRS_ANTENNA_PORT7"},   {SRS_ANTENNA_PORT8, "SRS_ANTENNA_PORT8"},
+    {SRS_ANTENNA_PORT9, "SRS_ANTENNA_PORT9"},   {SRS_ANTENNA_PORT10, "SRS_ANTENNA_PORT10"},
+    {SRS_ANTENNA_PORT11, "SRS_ANTENNA_PORT11"}, {SRS_ANTENNA_PORT12, "SRS_ANTENNA_PORT12"},
+    {SRS_ANTENNA_PORT13, "SRS_ANTENNA_PORT13"}, {SRS_ANTENNA_PORT14, "SRS_ANTENNA_PORT14"},
+    {SRS_ANTENNA_PORT15, "SRS_ANTENNA_PORT15"}, {SRS_ANTENNA_PORT16, "SRS_ANTENNA_PORT16"},
+    {SRS_ANTENNA_PORT17, "SRS_ANTENNA_PORT17"}, {SRS_ANTENNA_PORT18, "SRS_ANTENNA_PORT18"},
+    {SRS_ANTENNA_PORT19, "SRS_ANTENNA_PORT19"}, {SRS_ANTENNA_PORT20, "SRS_ANTENNA_PORT20"},
+    {SRS_ANTENNA_PORT21, "SRS_ANTENNA_PORT21"}, {SRS_ANTENNA_PORT22, "SRS_ANTENNA_PORT22"},
+    {SRS_ANTENNA_PORT23, "SRS_ANTENNA_PORT23"}, {SRS_ANTENNA_PORT24, "SRS_ANTENNA_PORT24"},
+    {SRS_ANTENNA_PORT25, "SRS_ANTENNA_PORT25"}, {SRS_ANTENNA_PORT26, "SRS_ANTENNA_PORT26"},
+    {SRS_ANTENNA_PORT27, "SRS_ANTENNA_PORT27"}, {SRS_ANTENNA_PORT28, "SRS_ANTENNA_PORT28"},
+    {SRS_ANTENNA_PORT29, "SRS_ANTENNA_PORT29"}, {SRS_ANTENNA_PORT30, "SRS_ANTENNA_PORT30"},
+    {SRS_ANTENNA_PORT31, "SRS_ANTENNA_PORT31"},
+});
+
+const enum_names_t<lib_nr_freq_range_type_t> g_lib_nr_freq_range_type_t_name_map = name_map<lib_nr_freq_range_type_t>({
+    {NR_FR1, "NR_FR1"},
+    {NR_FR2_1, "NR_FR2_1"},
+    {NR_FR2_2, "NR_FR2_2"},
+});
+
+const enum_names_t<lib_nr_numerology_mode_t> g_lib_nr_numerology_mode_t_name_map = name_map<lib_nr_numerology_mode_t>({
+    {LIB_NR_NUMBEROLOGY_MODE_SINGLE, "LIB_NR_NUMBEROLOGY_MODE_SINGLE"},
+    {LIB_NR_NUMBEROLOGY_MODE_MULTIPLE, "LIB_NR_NUMBEROLOGY_MODE_MULTIPLE"},
+});
+
+const enum_names_t<lib_nr_numerology_type_t> g_lib_nr_numerology_type_t_name_map = name_map<lib_nr_numerology_type_t>({
+    {LIB_NR_SCS_15K, "LIB_NR_SCS_15K"},
+    {LIB_NR_SCS_30K, "LIB_NR_SCS_30K"},
+    {LIB_NR_SCS_60K, "LIB_NR_SCS_60K"},
+    {LIB_NR_SCS_120K, "LIB_NR_SCS_120K"},
+    {LIB_NR_SCS_240K, "LIB_NR_SCS_240K"},
+    {LIB_NR_SCS_480K, "LIB_NR_SCS_480K"},
+    {LIB_NR_SCS_960K, "LIB_NR_SCS_960K"},
+});
+
+const enum_names_t<lib_nr_channel_bw_type_t> g_lib_nr_channel_bw_type_t_name_map = name_map<lib_nr_channel_bw_type_t>({
+    {LIB_NR_CHANNEL_FR1_5M, "LIB_NR_CHANNEL_FR1_5M"},
+    {LIB_NR_CHANNEL_FR1_10M, "LIB_NR_CHANNEL_FR1_10M"},
+    {LIB_NR_CHANNEL_FR1_15M, "LIB_NR_CHANNEL_FR1_15M"},
+    {LIB_NR_CHANNEL_FR1_20M, "LIB_NR_CHANNEL_FR1_20M"},
+    {LIB_NR_CHANNEL_FR1_25M, "LIB_NR_CHANNEL_FR1_25M"},
+    {LIB_NR_CHANNEL_FR1_30M, "LIB_NR_CHANNEL_FR1_30M"},
+    {LIB_NR_CHANNEL_FR1_35M, "LIB_NR_CHANNEL_FR1_35M"},
+    {LIB_NR_CHANNEL_FR1_40M, "LIB_NR_CHANNEL_FR1_40M"},
+    {LIB_NR_CHANNEL_FR1_45M, "LIB_NR_CHANNEL_FR1_45M"},
+    {LIB_NR_CHANNEL_FR1_50M, "LIB_NR_CHANNEL_FR1_50M"},
+    {LIB_NR_CHANNEL_FR1_60M, "LIB_NR_CHANNEL_FR1_60M"},
+    {LIB_NR_CHANNEL_FR1_70M, "LIB_NR_CHANNEL_FR1_70M"},
+    {LIB_NR_CHANNEL_FR1_80M, "LIB_NR_CHANNEL_FR1_80M"},
+    {LIB_NR_CHANNEL_FR1_90M, "LIB_NR_CHANNEL_FR1_90M"},
+    {LIB_NR_CHANNEL_FR1_100M, "LIB_NR_CHANNEL_FR1_100M"},
+    {LIB_NR_CHANNEL_FR2_1_50M, "LIB_NR_CHANNEL_FR2_1_50M"},
+    {LIB_NR_CHANNEL_FR2_1_100M, "LIB_NR_CHANNEL_FR2_1_100M"},
+    {LIB_NR_CHANNEL_FR2_1_200M, "LIB_NR_CHANNEL_FR2_1_200M"},
+    {LIB_NR_CHANNEL_FR2_1_400M, "LIB_NR_CHANNEL_FR2_1_400M"},
+    {LIB_NR_CHANNEL_FR2_2_100M, "LIB_NR_CHANNEL_FR2_2_100M"},
+    {LIB_NR_CHANNEL_FR2_2_400M, "LIB_NR_CHANNEL_FR2_2_400M"},
+    {LIB_NR_CHANNEL_FR2_2_800M, "LIB_NR_CHANNEL_FR2_2_800M"},
+    {LIB_NR_CHANNEL_FR2_2_1600M, "LIB_NR_CHANNEL_FR2_2_1600M"},
+    {LIB_NR_CHANNEL_FR2_2_2000M, "LIB_NR_CHANNEL_FR2_2_2000M"},
+});
+
+const enum_names_t<lib_nr_ssb_case_t> g_lib_nr_ssb_case_t_name_map = name_map<lib_nr_ssb_case_t>({
+    {NR_SSB_CASE_A, "NR_SSB_CASE_A"},
+    {NR_SSB_CASE_B, "NR_SSB_CASE_B"},
+    {NR_SSB_CASE_C, "NR_SSB_CASE_C"},
+    {NR_SSB_CASE_D, "NR_SSB_CASE_D"},
+    {NR_SSB_CASE_E, "NR_SSB_CASE_E"},
+    {NR_SSB_CASE_F, "NR_SSB_CASE_F"},
+    {NR_SSB_CASE_G, "NR_SSB_CASE_G"},
+});
+
+const enum_names_t<lib_nr_cyclic_prefix_type_t> g_lib_nr_cyclic_prefix_type_t_name_map =
+    name_map<lib_nr_cyclic_prefix_type_t>({
+        {LIB_NR_NORMAL_CP, "LIB_NR_NORMAL_CP"},
+        {LIB_NR_EXTEND_CP, "LIB_NR_EXTEND_CP"},
+    });
+
+const enum_names_t<lib_nr_lmax_t> g_lib_nr_lmax_t_name_map = name_map<lib_nr_lmax_t>({
+    {LIB_NR_LMAX_4, "LIB_NR_LMAX_4"},
+    {LIB_NR_LMAX_8, "LIB_NR_LMAX_8"},
+    {LIB_NR_LMAX_64, "LIB_NR_LMAX_64"},
+});
+
+const enum_names_t<lib_nr_duplex_type_t> g_lib_nr_duplex_type_t_name_map = name_map<lib_nr_duplex_type_t>({
+    {LIB_NR_DUPLEX_TYPE_TDD, "LIB_NR_DUPLEX_TYPE_TDD"},
+    {LIB_NR_DUPLEX_TYPE_FDD, "LIB_NR_DUPLEX_TYPE_FDD"},
+});
+
+const enum_names_t<lib_nr_pn_seq_t> g_lib_nr_pn_seq_t_name_map = name_map<lib_nr_pn_seq_t>({
+    {LIB_NR_PN9_ITU, "LIB_NR_PN9_ITU"},
+    {LIB_NR_PN9, "LIB_NR_PN9"},
+    {LIB_NR_PN11, "LIB_NR_PN11"},
+    {LIB_NR_PN15, "LIB_NR_PN15"},
+    {LIB_NR_PN23, "LIB_NR_PN23"},
+    {LIB_NR_USER_CFG, "LIB_NR_USER_CFG"},
+});
+
+const enum_names_t<prach_config_table_type_t> g_prach_config_table_type_t_name_map =
+    name_map<prach_config_table_type_t>({
+        {FR1_FDD_SUL, "FR1_FDD_SUL"},
+        {FR1_TDD, "FR1_TDD"},
+        {FR2_TDD, "FR2_TDD"},
+    });
+
+const enum_names_t<prach_scs_type_t> g_prach_scs_type_t_name_map = name_map<prach_scs_type_t>({
+    {PRACH_SCS_1P25K, "PRACH_SCS_1P25K"},
+    {PRACH_SCS_5K, "PRACH_SCS_5K"},
+    {PRACH_SCS_15K, "PRACH_SCS_15K"},
+    {PRACH_SCS_30K, "PRACH_SCS_30K"},
+    {PRACH_SCS_60K, "PRACH_SCS_60K"},
+    {PRACH_SCS_120K, "PRACH_SCS_120K"},
+    {PRACH_SCS_480K, "PRACH_SCS_480K"},
+    {PRACH_SCS_960K, "PRACH_SCS_960K"},
+});
+
+const enum_names_t<prach_lra_type_t> g_prach_lra_type_t_name_map = name_map<prach_lra_type_t>({
+    {PRACH_LRA_139, "PRACH_LRA_139"},
+    {PRACH_LRA_839, "PRACH_LRA_839"},
+    {PRACH_LRA_571, "PRACH_LRA_571"},
+    {PRACH_LRA_1151, "PRACH_LRA_1151"},
+});
+
+const enum_names_t<prach_format_t> g_prach_format_t_name_map = name_map<prach_format_t>({
+    {prach_format_0, "prach_format_0"},
+    {prach_format_1, "prach_format_1"},
+    {prach_format_2, "prach_format_2"},
+    {prach_format_3, "prach_format_3"},
+    {prach_format_A1, "prach_format_A1"},
+    {prach_format_A2, "prach_format_A2"},
+    {prach_format_A3, "prach_format_A3"},
+    {prach_format_B1, "prach_format_B1"},
+    {prach_format_B2, "prach_format_B2"},
+    {prach_format_B3, "prach_format_B3"},
+    {prach_format_B4, "prach_format_B4"},
+    {prach_format_C0, "prach_format_C0"},
+    {prach_format_C2, "prach_format_C2"},
+});
+
+const enum_names_t<lib_nr_modulation_type_t> g_lib_nr_modulation_type_t_name_map = name_map<lib_nr_modulation_type_t>({
+    {LIB_NR_MODULATION_HALF_PI_BPSK, "LIB_NR_MODULATION_HALF_PI_BPSK"},
+    {LIB_NR_MODULATION_BPSK, "LIB_NR_MODULATION_BPSK"},
+    {LIB_NR_MODULATION_QPSK, "LIB_NR_MODULATION_QPSK"},
+    {LIB_NR_MODULATION_16QAM, "LIB_NR_MODULATION_16QAM"},
+    {LIB_NR_MODULATION_64QAM, "LIB_NR_MODULATION_64QAM"},
+    {LIB_NR_MODULATION_256QAM, "LIB_NR_MODULATION_256QAM"},
+    {LIB_NR_MODULATION_1024QAM, "LIB_NR_MODULATION_1024QAM"},
+});
+
+} // namespace vek::nr_mod_lib

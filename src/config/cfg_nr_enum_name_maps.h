@@ -1,0 +1,94 @@
+#pragma once
+
+#include "common/nr_mod_lib_export.h"
+#include "manager/lib_nr_carrier_configure_manager.h"
+#include "manager/lib_nr_dl_coreset_configure_manager.h"
+#include "manager/lib_nr_dl_csirs_configure_manager.h"
+#include "manager/lib_nr_dl_ssb_configure_manager.h"
+#include "manager/lib_nr_sch_configure_manager.h"
+#include "manager/lib_nr_ul_srs_configure_manager.h"
+#include "phy/lib_nr_resource_manager.h"
+#include "phy_common/lib_nr_duplex_type.h"
+#include "phy_common/lib_nr_modulator.h"
+#include "phy_common/lib_nr_phy_common.h"
+#include "phy_common/lib_nr_pn_seq.h"
+#include "phy_common/lib_nr_prach_type.h"
+
+#include <map>
+#include <string>
+
+namespace vek::nr_mod_lib
+{
+
+template <class enum_t>
+using enum_names_t = std::map<enum_t, std::string>;
+
+// The name of every enumerator, as the settings file and the tool's steps spell it. A table is declared here and in the
+// list below, and has its rows in the source file.
+
+extern NR_MOD_LIB_EXPORT const enum_names_t<lib_nr_dl_dci_cce2reg_mapping_type_t>
+    g_lib_nr_dl_dci_cce2reg_mapping_type_t_name_map;
+extern NR_MOD_LIB_EXPORT const enum_names_t<lib_nr_dl_dci_reg_bundle_size_t> g_lib_nr_dl_dci_reg_bundle_size_t_name_map;
+extern NR_MOD_LIB_EXPORT const enum_names_t<lib_nr_dl_dci_interleaver_size_t>
+    g_lib_nr_dl_dci_interleaver_size_t_name_map;
+extern NR_MOD_LIB_EXPORT const enum_names_t<lib_nr_remap_mode_t> g_lib_nr_remap_mode_t_name_map;
+extern NR_MOD_LIB_EXPORT const enum_names_t<lib_carrier_type_t> g_lib_carrier_type_t_name_map;
+extern NR_MOD_LIB_EXPORT const enum_names_t<lib_ssb_periodicity_t> g_lib_ssb_periodicity_t_name_map;
+extern NR_MOD_LIB_EXPORT const enum_names_t<lib_nr_antenna_port_t> g_lib_nr_antenna_port_t_name_map;
+extern NR_MOD_LIB_EXPORT const enum_names_t<lib_nr_coreset_precoder_granularity_t>
+    g_lib_nr_coreset_precoder_granularity_t_name_map;
+extern NR_MOD_LIB_EXPORT const enum_names_t<csirs_antenna_port_t> g_csirs_antenna_port_t_name_map;
+extern NR_MOD_LIB_EXPORT const enum_names_t<srs_periodity_type_t> g_srs_periodity_type_t_name_map;
+extern NR_MOD_LIB_EXPORT const enum_names_t<srs_antenna_port_t> g_srs_antenna_port_t_name_map;
+extern NR_MOD_LIB_EXPORT const enum_names_t<lib_nr_freq_range_type_t> g_lib_nr_freq_range_type_t_name_map;
+extern NR_MOD_LIB_EXPORT const enum_names_t<lib_nr_numerology_mode_t> g_lib_nr_numerology_mode_t_name_map;
+extern NR_MOD_LIB_EXPORT const enum_names_t<lib_nr_numerology_type_t> g_lib_nr_numerology_type_t_name_map;
+extern NR_MOD_LIB_EXPORT const enum_names_t<lib_nr_channel_bw_type_t> g_lib_nr_channel_bw_type_t_name_map;
+extern NR_MOD_LIB_EXPORT const enum_names_t<lib_nr_ssb_case_t> g_lib_nr_ssb_case_t_name_map;
+extern NR_MOD_LIB_EXPORT const enum_names_t<lib_nr_cyclic_prefix_type_t> g_lib_nr_cyclic_prefix_type_t_name_map;
+extern NR_MOD_LIB_EXPORT const enum_names_t<lib_nr_lmax_t> g_lib_nr_lmax_t_name_map;
+extern NR_MOD_LIB_EXPORT const enum_names_t<lib_nr_duplex_type_t> g_lib_nr_duplex_type_t_name_map;
+extern NR_MOD_LIB_EXPORT const enum_names_t<lib_nr_pn_seq_t> g_lib_nr_pn_seq_t_name_map;
+extern NR_MOD_LIB_EXPORT const enum_names_t<prach_config_table_type_t> g_prach_config_table_type_t_name_map;
+extern NR_MOD_LIB_EXPORT const enum_names_t<prach_scs_type_t> g_prach_scs_type_t_name_map;
+extern NR_MOD_LIB_EXPORT const enum_names_t<prach_lra_type_t> g_prach_lra_type_t_name_map;
+extern NR_MOD_LIB_EXPORT const enum_names_t<prach_format_t> g_prach_format_t_name_map;
+extern NR_MOD_LIB_EXPORT const enum_names_t<lib_nr_modulation_type_t> g_lib_nr_modulation_type_t_name_map;
+
+/// The table of an enumeration, for code that is generic in it: the argument's value plays no part.
+inline const auto& enum_name_map(lib_nr_dl_dci_cce2reg_mapping_type_t)
+{
+    return g_lib_nr_dl_dci_cce2reg_mapping_type_t_name_map;
+}
+inline const auto& enum_name_map(lib_nr_dl_dci_reg_bundle_size_t) { return g_lib_nr_dl_dci_reg_bundle_size_t_name_map; }
+inline const auto& enum_name_map(lib_nr_dl_dci_interleaver_size_t)
+{
+    return g_lib_nr_dl_dci_interleaver_size_t_name_map;
+}
+inline const auto& enum_name_map(lib_nr_remap_mode_t) { return g_lib_nr_remap_mode_t_name_map; }
+inline const auto& enum_name_map(lib_carrier_type_t) { return g_lib_carrier_type_t_name_map; }
+inline const auto& enum_name_map(lib_ssb_periodicity_t) { return g_lib_ssb_periodicity_t_name_map; }
+inline const auto& enum_name_map(lib_nr_antenna_port_t) { return g_lib_nr_antenna_port_t_name_map; }
+inline const auto& enum_name_map(lib_nr_coreset_precoder_granularity_t)
+{
+    return g_lib_nr_coreset_precoder_granularity_t_name_map;
+}
+inline const auto& enum_name_map(csirs_antenna_port_t) { return g_csirs_antenna_port_t_name_map; }
+inline const auto& enum_name_map(srs_periodity_type_t) { return g_srs_periodity_type_t_name_map; }
+inline const auto& enum_name_map(srs_antenna_port_t) { return g_srs_antenna_port_t_name_map; }
+inline const auto& enum_name_map(lib_nr_freq_range_type_t) { return g_lib_nr_freq_range_type_t_name_map; }
+inline const auto& enum_name_map(lib_nr_numerology_mode_t) { return g_lib_nr_numerology_mode_t_name_map; }
+inline const auto& enum_name_map(lib_nr_numerology_type_t) { return g_lib_nr_numerology_type_t_name_map; }
+inline const auto& enum_name_map(lib_nr_channel_bw_type_t) { return g_lib_nr_channel_bw_type_t_name_map; }
+inline const auto& enum_name_map(lib_nr_ssb_case_t) { return g_lib_nr_ssb_case_t_name_map; }
+inline const auto& enum_name_map(lib_nr_cyclic_prefix_type_t) { return g_lib_nr_cyclic_prefix_type_t_name_map; }
+inline const auto& enum_name_map(lib_nr_lmax_t) { return g_lib_nr_lmax_t_name_map; }
+inline const auto& enum_name_map(lib_nr_duplex_type_t) { return g_lib_nr_duplex_type_t_name_map; }
+inline const auto& enum_name_map(lib_nr_pn_seq_t) { return g_lib_nr_pn_seq_t_name_map; }
+inline const auto& enum_name_map(prach_config_table_type_t) { return g_prach_config_table_type_t_name_map; }
+inline const auto& enum_name_map(prach_scs_type_t) { return g_prach_scs_type_t_name_map; }
+inline const auto& enum_name_map(prach_lra_type_t) { return g_prach_lra_type_t_name_map; }
+inline const auto& enum_name_map(prach_format_t) { return g_prach_format_t_name_map; }
+inline const auto& enum_name_map(lib_nr_modulation_type_t) { return g_lib_nr_modulation_type_t_name_map; }
+
+} // namespace vek::nr_mod_lib
