@@ -6,6 +6,13 @@
 namespace vek::common_lib
 {
 
+const std::map<lib_ofdm_windowing_method_type_t, std::string>& enum_name_map(lib_ofdm_windowing_method_type_t)
+{
+    static const std::map<lib_ofdm_windowing_method_type_t, std::string> names = {
+        {LIB_OFDM_WINDOWING_RAISED_COSINE, "LIB_OFDM_WINDOWING_RAISED_COSINE"}};
+    return names;
+}
+
 std::vector<double> lib_ofdm_windowing_method_t::get_rising_edge(lib_ofdm_windowing_method_type_t, unsigned int length)
 {
     std::vector<double> edge(length);

@@ -3,6 +3,8 @@
 #include "common/nr_mod_lib_export.h"
 
 #include <cstdint>
+#include <map>
+#include <string>
 #include <vector>
 
 namespace vek::common_lib
@@ -13,6 +15,10 @@ enum lib_ofdm_windowing_method_type_t : std::uint32_t
 {
     LIB_OFDM_WINDOWING_RAISED_COSINE = 0,
 };
+
+/// The methods by name.
+NR_MOD_LIB_EXPORT const std::map<lib_ofdm_windowing_method_type_t, std::string>&
+enum_name_map(lib_ofdm_windowing_method_type_t);
 
 /// The edges of the window that OFDM symbols wear.
 class NR_MOD_LIB_EXPORT lib_ofdm_windowing_method_t
