@@ -355,8 +355,10 @@ TEST(carrier_manager, bandwidth_parts_follow_the_width_of_their_numerology)
     // One BWP alone, and only the channels in it.
     carrier.set_numerology_rb_start(0, 0);
     carrier.set_numerology_rb_size(0, 273);
-    carrier.set_dl_bwp_rb_size(0, 273);
-    carrier.set_dl_bwp_rb_size(1, 273);
+    for (unsigned int i = 0; i < 2; ++i) {
+        carrier.set_dl_bwp_rb_start(i, 0);
+        carrier.set_dl_bwp_rb_size(i, 273);
+    }
     carrier.add_dl_sch();
     carrier.add_dl_sch();
     carrier.set_dl_sch_bwp_id(1, 0);
@@ -458,7 +460,9 @@ TEST(carrier_manager, a_bandwidth_rebuilds_the_numerologies)
     carrier.set_numerology_enable(0, false);
     const captured_output_t output;
     carrier.set_bandwidth(LIB_NR_CHANNEL_FR1_100M);
-    EXPECT_EQ(output.text(), "_update_carrier_bandwidth" + k_no_prach);
+    // The list is built twice, and each time the uplink BWP is fitted to its numerology.
+    EXPECT_EQ(output.text(), "set_ul_bwp_rb_number" + k_no_prach + "_update_carrier_bandwidth" + k_no_prach +
+                                 "set_ul_bwp_rb_number" + k_no_prach);
     EXPECT_EQ(carrier.get_numerology_number(), 2U);
     EXPECT_EQ(carrier.get_enable_numerology_list(), std::vector{LIB_NR_SCS_30K});
     EXPECT_EQ(carrier.get_ul_prach(0).get_configuration_table(), FR1_FDD_SUL);

@@ -92,7 +92,7 @@ TEST(phy_numerology, stays_inside_its_channel_under_random_settings)
     std::mt19937 random(1);
     numerology_t numerology;
     for (int step = 0; step < 20000; ++step) {
-        const unsigned int value = random() % 3 == 0 ? static_cast<unsigned int>(random()) : random() % 280;
+        const unsigned int value = static_cast<unsigned int>(random() % 3 == 0 ? random() : random() % 280);
         switch (random() % 4) {
         case 0:
             numerology.set_rb_size(value);

@@ -81,7 +81,7 @@ TEST(waveform_manager, carriers_off_the_centre_and_disabled_ones_move_the_rate)
     waveform.get_carrier(1).set_bandwidth(LIB_NR_CHANNEL_FR1_20M);
     waveform.get_carrier(1).set_frequency_offset_hz(1e9, 30e6);
     EXPECT_EQ(waveform.get_waveform_sample_rate_hz(), 4 * 122880000.0);
-    carrier.set_enable(false);
+    waveform.get_carrier(0).set_enable(false);
     EXPECT_EQ(waveform.get_waveform_sample_rate_hz(), 4 * 30720000.0);
     waveform.get_carrier(1).set_enable(false);
     EXPECT_EQ(waveform.get_waveform_sample_rate_hz(), 0.0);

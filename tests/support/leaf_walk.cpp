@@ -125,8 +125,8 @@ std::string leaf_walk_t::_value(const cfg_nr_leaf_t& leaf)
     case cfg_nr_leaf_form_t::pair_list: {
         std::string text;
         for (unsigned int i = _below(5); i > 0; --i)
-            text += (text.empty() ? "" : ",") + std::to_string(static_cast<int>(_below(200000000)) - 100000000) + ':' +
-                    _real();
+            text += std::string(text.empty() ? "" : ",") +
+                    std::to_string(static_cast<int>(_below(200000000)) - 100000000) + ':' + _real();
         return text;
     }
     }
@@ -180,7 +180,7 @@ std::string leaf_walk_t::_text()
         return k_edges[_below(static_cast<unsigned int>(k_edges.size()))];
     std::string text;
     for (unsigned int i = _below(10); i > 0; --i) {
-        text += (text.empty() ? "" : ",") + std::to_string(_below(_below(2) ? 2 : 70));
+        text += std::string(text.empty() ? "" : ",") + std::to_string(_below(_below(2) ? 2 : 70));
         if (_below(5) == 0)
             text += ':' + std::to_string(_below(80));
     }
