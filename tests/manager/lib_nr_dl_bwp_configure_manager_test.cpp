@@ -1,0 +1,139 @@
+#include "manager/lib_nr_dl_bwp_configure_manager.h"
+
+#include "manager/lib_nr_phy_numerology_configure_manager.h"
+
+#include <gtest/gtest.h>
+
+#include <random>
+
+namespace
+{
+
+using namespace vek::nr_mod_lib;
+
+lib_nr_phy_numerology_configure_manager_t numerology_of(lib_nr_numerology_type_t spacing, unsigned int rb_start,
+                                                        unsigned int rb_size)
+{
+    lib_nr_phy_numerology_configure_manager_t numerology;
+    numerology.set_numerology(spacing, LIB_NR_CHANNEL_FR1_100M);
+    numerology.set_rb_start(rb_start);
+    numerology.set_rb_size(rb_size);
+    return numerology;
+}
+
+TEST(lib_nr_dl_bwp_configure_manager, starts_at_the_full_width_of_its_numerology)
+{
+    const lib_nr_dl_bwp_configure_manager_t wide(numerology_of(LIB_NR_SCS_30K, 0, 273), 1, false);
+    EXPECT_EQ(wide.get_bwp_rb_start(), 0U);
+    EXPECT_EQ(wide.get_bwp_rb_size(), 273U);
+
+    const lib_nr_dl_bwp_configure_manager_t narrow(numerology_of(LIB_NR_SCS_30K, 20, 51), 0, true);
+    EXPECT_EQ(narrow.get_bwp_rb_start(), 20U);
+    EXPECT_EQ(narrow.get_bwp_rb_size(), 51U);
+    EXPECT_EQ(narrow.get_coreset(0).get_fd_resources(), "11111111");
+}
+
+TEST(lib_nr_dl_bwp_configure_manager, start_wins_against_size)
+{
+    lib_nr_dl_bwp_configure_manager_t bwp(numerology_of(LIB_NR_SCS_30K, 0, 273), 1, false);
+    struct row_t
+    {
+        bool start;
+        unsigned int value;
+        bool result;
+        unsigned int stored_start;
+        unsigned int stored_size;
+    };
+    // Within the RBs 10 to 59.
+    const row_t rows[] = {
+        {true, 0, true, 10, 50},    // raised to the limit, the size cut to it
+        {true, 30, true, 30, 30},   //
+        {true, 30, false, 30, 30},  //
+        {false, 100, true, 30, 30}, // cut
+        {false, 12, true, 30, 12},  //
+        {true, 999, true, 54, 6},   // 6 RBs are left
+        {false, 5, false, 54, 6},   //
+        {true, 20, true, 20, 6},    // a size does not grow back
+    };
+    for (const row_t& row : rows) {
+        const bool result =
+            row.start ? bwp.set_bwp_rb_start(row.value, 10, 50) : bwp.set_bwp_rb_size(row.value, 10, 50);
+        EXPECT_EQ(result, row.result) << row.start << " " << row.value;
+        EXPECT_EQ(bwp.get_bwp_rb_start(), row.stored_start) << row.start << " " << row.value;
+        EXPECT_EQ(bwp.get_bwp_rb_size(), row.stored_size) << row.start << " " << row.value;
+    }
+    EXPECT_FALSE(bwp.set_bwp_rb_size(3, 0, 273)) << "below 6 the limits are not taken";
+    bwp.set_bwp_resource_block_number_limit(8);
+    EXPECT_EQ(bwp.get_bwp_rb_start(), 12U);
+    bwp.set_bwp_resource_block_start_limit(40);
+    EXPECT_EQ(bwp.get_bwp_rb_start(), 40U);
+}
+
+TEST(lib_nr_dl_bwp_configure_manager, stays_inside_its_limits_after_any_sequence)
+{
+    std::mt19937 generator(1);
+    const auto random = [&generator] { return static_cast<unsigned int>(generator()); };
+    lib_nr_dl_bwp_configure_manager_t bwp(numerology_of(LIB_NR_SCS_30K, 0, 273), 1, false);
+    for (int step = 0; step < 5000; ++step) {
+        const unsigned int value = random() % 4 == 0 ? random() : random() % 300;
+        unsigned int first = random() % 260;
+        unsigned int number = 6 + random() % (270 - first);
+        switch (random() % 3) {
+        case 0:
+            bwp.set_bwp_rb_start(value, first, number);
+            break;
+        case 1:
+            if (!bwp.set_bwp_rb_size(value, first, number))
+                continue;
+            break;
+        default:
+            const auto numerology = numerology_of(LIB_NR_SCS_30K, first, number);
+            first = numerology.get_rb_start();
+            number = numerology.get_rb_size();
+            bwp.set_numerology(numerology);
+        }
+        EXPECT_GE(bwp.get_bwp_rb_start(), first);
+        EXPECT_GE(bwp.get_bwp_rb_size(), 6U);
+        EXPECT_LE(bwp.get_bwp_rb_start() + bwp.get_bwp_rb_size(), first + number);
+    }
+}
+
+TEST(lib_nr_dl_bwp_configure_manager, the_extended_prefix_lives_and_dies_with_60_khz)
+{
+    lib_nr_dl_bwp_configure_manager_t bwp(numerology_of(LIB_NR_SCS_30K, 0, 273), 1, false);
+    EXPECT_FALSE(bwp.set_cp_type(LIB_NR_EXTEND_CP));
+    EXPECT_EQ(bwp.get_cp_type(), LIB_NR_NORMAL_CP);
+    EXPECT_TRUE(bwp.set_numerology(numerology_of(LIB_NR_SCS_60K, 0, 135)));
+    EXPECT_EQ(bwp.get_bwp_rb_size(), 135U);
+    EXPECT_TRUE(bwp.set_cp_type(LIB_NR_EXTEND_CP));
+    EXPECT_FALSE(bwp.set_cp_type(LIB_NR_EXTEND_CP));
+    EXPECT_FALSE(bwp.set_numerology(numerology_of(LIB_NR_SCS_60K, 0, 100)));
+    EXPECT_EQ(bwp.get_cp_type(), LIB_NR_EXTEND_CP);
+    bwp.set_numerology(numerology_of(LIB_NR_SCS_15K, 0, 100));
+    EXPECT_EQ(bwp.get_cp_type(), LIB_NR_NORMAL_CP);
+}
+
+TEST(lib_nr_dl_bwp_configure_manager, coresets_are_named_by_their_ids)
+{
+    const auto numerology = numerology_of(LIB_NR_SCS_30K, 0, 273);
+    for (const bool initial : {true, false}) {
+        lib_nr_dl_bwp_configure_manager_t bwp(numerology, 4, initial);
+        const unsigned int first = initial ? 0 : 1;
+        EXPECT_EQ(bwp.get_first_coreset_index(), first);
+        for (unsigned int i = 0; i < 3; ++i)
+            EXPECT_EQ(bwp.get_coreset(first + i).get_current_coreset_id(), first + i);
+        EXPECT_EQ(bwp.get_coreset(7).get_current_coreset_id(), first + 2);
+        EXPECT_EQ(bwp.get_coreset(first - 1).get_current_coreset_id(), first + 2);
+
+        EXPECT_FALSE(bwp.set_coreset_number(0)) << "1 already";
+        EXPECT_TRUE(bwp.check_coreset_index_valid(first));
+        EXPECT_FALSE(bwp.check_coreset_index_valid(first + 1));
+        EXPECT_TRUE(bwp.set_coreset_number(9));
+        EXPECT_EQ(bwp.get_coreset_number(), 3U);
+        EXPECT_TRUE(bwp.check_coreset_index_valid(first + 2));
+        EXPECT_FALSE(bwp.check_coreset_index_valid(first + 3));
+        EXPECT_FALSE(bwp.check_coreset_index_valid(first - 1));
+    }
+}
+
+} // namespace
