@@ -1,0 +1,110 @@
+#include "config/cfg_nr_waveform.h"
+
+#include "support/captured_output.h"
+
+#include <gtest/gtest.h>
+#include <limits>
+
+namespace
+{
+
+using namespace vek::nr_mod_lib;
+using nr_test::captured_output_t;
+
+TEST(waveform_facade, is_fresh_as_told)
+{
+    const cfg_nr_waveform_t waveform;
+    EXPECT_EQ(waveform.get_waveform_sample_rate(), 122880000U);
+    EXPECT_EQ(waveform.get_waveform_sample_points(), 1228800U);
+    EXPECT_EQ(waveform.get_waveform_length(), 0.01);
+    EXPECT_EQ(waveform.get_radio_frequency(), 1000000000U);
+    EXPECT_EQ(waveform.get_protocol_type(), 12U);
+    EXPECT_EQ(&waveform.get_crest_factor_reduction_setting(),
+              &waveform.get_waveform_manager().get_crest_factor_reduction_setting());
+}
+
+TEST(waveform_facade, pins_subframes_and_antennas)
+{
+    cfg_nr_waveform_t waveform;
+    EXPECT_FALSE(waveform.set_subframes_number(3));
+    EXPECT_EQ(waveform.get_subframes_number(), 10U);
+    EXPECT_FALSE(waveform.set_antennas_number(4));
+    EXPECT_EQ(waveform.get_antennas_number(), 1U);
+    EXPECT_TRUE(waveform.set_frame_number(0));
+    EXPECT_EQ(waveform.get_frame_number(), 1U);
+    EXPECT_TRUE(waveform.set_frame_number(9));
+    EXPECT_EQ(waveform.get_frame_number(), 4U);
+    EXPECT_EQ(waveform.get_waveform_length(), 0.04);
+}
+
+TEST(waveform_facade, counts_the_radio_frequency_in_whole_hertz)
+{
+    cfg_nr_waveform_t waveform;
+    EXPECT_TRUE(waveform.set_radio_frequency(3500000001ULL));
+    EXPECT_EQ(waveform.get_radio_frequency(), 3500000001ULL);
+    EXPECT_FALSE(waveform.set_radio_frequency(3500000001ULL));
+    constexpr auto k_most = std::numeric_limits<unsigned long long>::max();
+    EXPECT_TRUE(waveform.set_radio_frequency(k_most));
+    EXPECT_EQ(waveform.get_radio_frequency(), k_most);
+}
+
+TEST(waveform_facade, settings_reach_the_manager)
+{
+    cfg_nr_waveform_t waveform;
+    EXPECT_TRUE(waveform.set_mirror_spectrum(true));
+    EXPECT_TRUE(waveform.get_mirror_spectrum());
+    EXPECT_TRUE(waveform.set_phase_compensation(false));
+    EXPECT_FALSE(waveform.get_phase_compensation());
+    EXPECT_TRUE(waveform.set_crest_factor_reduction_enable(true));
+    EXPECT_TRUE(waveform.get_crest_factor_reduction_enable());
+    EXPECT_TRUE(waveform.set_cfr_target_papr(9.5));
+    EXPECT_EQ(waveform.get_cfr_target_papr(), 9.5);
+    EXPECT_TRUE(waveform.set_cfr_max_iteration(7));
+    EXPECT_EQ(waveform.get_cfr_max_iteration(), 7U);
+    EXPECT_TRUE(waveform.set_cfr_cancel_percent(55));
+    EXPECT_EQ(waveform.get_cfr_cancel_percent(), 55);
+    EXPECT_TRUE(waveform.set_cfr_block_size(4096));
+    EXPECT_EQ(waveform.get_cfr_block_size(), 4096U);
+    EXPECT_TRUE(waveform.set_cfr_filter_mask_data_arr({{5e6, -1}, {-5e6, -2}}));
+    EXPECT_EQ(waveform.get_cfr_filter_mask_data_arr().front().first, -5e6);
+
+    waveform.init();
+    EXPECT_FALSE(waveform.get_mirror_spectrum());
+    EXPECT_FALSE(waveform.get_crest_factor_reduction_enable());
+    EXPECT_EQ(waveform.get_crest_factor_reduction_setting(), cfg_nr_waveform_t().get_crest_factor_reduction_setting());
+}
+
+TEST(waveform_facade, one_cursor_walks_the_carriers)
+{
+    cfg_nr_waveform_t waveform;
+    cfg_nr_carrier_t* const carrier = waveform.get_carrier(0);
+    waveform.add_carrier();
+    EXPECT_TRUE(waveform.copy_carrier(1));
+    EXPECT_FALSE(waveform.copy_carrier(3));
+    EXPECT_EQ(waveform.get_carrier_number(), 3U);
+    EXPECT_EQ(carrier->get_current_carrier_id(), 0U);
+    EXPECT_EQ(waveform.get_carrier(2), carrier);
+    EXPECT_EQ(carrier->get_current_carrier_id(), 2U);
+    carrier->set_ncell_id(9);
+
+    const captured_output_t output;
+    EXPECT_EQ(waveform.get_carrier(3), carrier);
+    EXPECT_EQ(output.text(), "cfg_nr_carrier_t::set_current_carrier Report: Carrier Index Out of Range!\n");
+    EXPECT_EQ(carrier->get_current_carrier_id(), 2U);
+    EXPECT_FALSE(waveform.remove_carrier(3));
+    EXPECT_EQ(carrier->get_current_carrier_id(), 2U);
+    EXPECT_TRUE(waveform.remove_carrier(0));
+    EXPECT_EQ(carrier->get_current_carrier_id(), 0U);
+    EXPECT_EQ(waveform.get_carrier(1)->get_ncell_id(), 9U);
+
+    // With the carriers gone below the cursor, the façade serves the last one.
+    EXPECT_TRUE(waveform.set_nr_ntn(true));
+    EXPECT_EQ(waveform.get_carrier_number(), 1U);
+    EXPECT_EQ(carrier->get_ncell_id(), 0U);
+    EXPECT_TRUE(carrier->set_ncell_id(3));
+    EXPECT_EQ(waveform.get_carrier(0)->get_ncell_id(), 3U);
+    EXPECT_FALSE(waveform.set_nr_ntn(true));
+    EXPECT_FALSE(waveform.remove_carrier(0));
+}
+
+} // namespace
