@@ -1,0 +1,81 @@
+#include "host/nrwave_generation.h"
+
+#include "host/nrwave_failure.h"
+#include "phy/lib_nr_resource_manager.h"
+
+#include <array>
+#include <new>
+#include <string>
+
+namespace nrwave
+{
+
+using namespace vek::nr_mod_lib;
+
+namespace
+{
+
+constexpr std::uint64_t k_most_samples = std::uint64_t{1} << 31;
+
+constexpr std::array<const char*, k_owners> k_owner_names = {"EMPTY", "SSB",   "PDCCH", "CSIRS", "PDSCH",
+                                                             "PRS",   "PUCCH", "PUSCH", "SRS",   "CONFLICT"};
+
+std::string conflict_line()
+{
+    const auto& conflict = lib_nr_channel_resource_manager_t::get_inst().get_first_conflict();
+    if (!conflict)
+        return "the generation failed";
+    return std::string("resource conflict: ") + owner_name(static_cast<std::uint8_t>(conflict->newcomer)) +
+           " claims a cell of " + owner_name(static_cast<std::uint8_t>(conflict->owner)) + ", symbol " +
+           std::to_string(conflict->symbol) + ", subcarrier " + std::to_string(conflict->subcarrier);
+}
+
+} // namespace
+
+void generate(cfg_nr_waveform_t& waveform, lib_nr_phy_t& engine)
+{
+    if (waveform.get_waveform_sample_points() > k_most_samples)
+        throw failure_t("the waveform has " + std::to_string(waveform.get_waveform_sample_points()) +
+                        " samples, more than 2^31");
+    try {
+        engine.waveform_config(waveform.get_waveform_manager());
+        if (!engine.nr_phy_process())
+            throw failure_t(conflict_line());
+    } catch (const std::bad_alloc&) {
+        throw failure_t("not enough memory for " + std::to_string(waveform.get_waveform_sample_points()) + " samples");
+    } catch (const std::length_error&) {
+        throw failure_t("not enough memory for " + std::to_string(waveform.get_waveform_sample_points()) + " samples");
+    }
+}
+
+resource_map_t map_of(cfg_nr_waveform_t& waveform, lib_nr_phy_t& engine, unsigned int carrier, unsigned int numerology,
+                      unsigned int frame)
+{
+    if (carrier >= waveform.get_carrier_number())
+        throw failure_t("carrier " + std::to_string(carrier) + " is past the end: there are " +
+                        std::to_string(waveform.get_carrier_number()));
+    const unsigned int numerologies = waveform.get_carrier(carrier)->get_numerology_number();
+    if (numerology >= numerologies)
+        throw failure_t("numerology " + std::to_string(numerology) + " is past the end: there are " +
+                        std::to_string(numerologies));
+    if (frame >= waveform.get_frame_number())
+        throw failure_t("frame " + std::to_string(frame) + " is past the end: there are " +
+                        std::to_string(waveform.get_frame_number()));
+
+    engine.waveform_config(waveform.get_waveform_manager());
+    if (!engine.deal_resource_mapping(carrier, numerology, frame, waveform.get_waveform_manager()))
+        throw failure_t("the allocation of frame " + std::to_string(frame) + " cannot be mapped");
+
+    const auto& grid = lib_nr_channel_resource_manager_t::get_inst();
+    resource_map_t map{grid.get_mapped_symbol_number(), grid.get_mapped_subcarrier_number(), {}};
+    map.owners.reserve(static_cast<std::size_t>(map.symbols) * map.subcarriers);
+    for (unsigned int symbol = 0; symbol < map.symbols; ++symbol) {
+        const std::uint8_t* row = grid.get_owner_row(symbol);
+        map.owners.insert(map.owners.end(), row, row + map.subcarriers);
+    }
+    return map;
+}
+
+const char* owner_name(std::uint8_t owner) { return owner < k_owners ? k_owner_names[owner] : "EMPTY"; }
+
+} // namespace nrwave

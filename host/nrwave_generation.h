@@ -1,0 +1,33 @@
+#pragma once
+
+#include "config/cfg_nr_waveform.h"
+#include "phy/lib_nr_phy.h"
+
+#include <cstdint>
+#include <vector>
+
+namespace nrwave
+{
+
+/// Runs an engine over a waveform. More than 2^31 samples, a failed allocation and a resource conflict are failures;
+/// the conflict names its channels and its first cell.
+void generate(vek::nr_mod_lib::cfg_nr_waveform_t& waveform, vek::nr_mod_lib::lib_nr_phy_t& engine);
+
+/// The owners of one frame's cells, row by row: `owners[symbol * subcarriers + subcarrier]`.
+struct resource_map_t
+{
+    unsigned int symbols = 0;
+    unsigned int subcarriers = 0;
+    std::vector<std::uint8_t> owners;
+};
+
+/// The allocation of one frame of one numerology of a carrier; an index past the end is a failure.
+resource_map_t map_of(vek::nr_mod_lib::cfg_nr_waveform_t& waveform, vek::nr_mod_lib::lib_nr_phy_t& engine,
+                      unsigned int carrier, unsigned int numerology, unsigned int frame);
+
+/// An owner's name: its enumerator without the common prefix.
+const char* owner_name(std::uint8_t owner);
+/// How many owners there are, the empty cell among them.
+constexpr unsigned int k_owners = 10;
+
+} // namespace nrwave

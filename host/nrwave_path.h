@@ -1,0 +1,35 @@
+#pragma once
+
+#include "config/cfg_nr_leaf.h"
+#include "config/cfg_nr_waveform.h"
+
+#include <optional>
+#include <string>
+
+namespace nrwave
+{
+
+/// What a path names. The façades are cursors: a target is good until the next path is resolved.
+struct target_t
+{
+    /// The façade that the path ends at, or that its last name belongs to.
+    void* facade = nullptr;
+    const vek::nr_mod_lib::cfg_nr_facade_table_t* table = nullptr;
+    /// Where the last name is a setting, a figure, or a list without (all of it) or with an index (one entry).
+    const vek::nr_mod_lib::cfg_nr_leaf_t* leaf = nullptr;
+    const vek::nr_mod_lib::cfg_nr_figure_t* figure = nullptr;
+    const vek::nr_mod_lib::cfg_nr_branch_t* list = nullptr;
+    void* list_parent = nullptr;
+    std::optional<unsigned int> index;
+};
+
+/// Follows a path such as carrier[0].dl_ssb.active_idx; the empty path is the waveform. An unknown name, a missing or
+/// needless index and an index past the end are failures that say so.
+target_t resolve(vek::nr_mod_lib::cfg_nr_waveform_t& waveform, const std::string& path);
+
+/// Joins a path and a name below it.
+std::string below(const std::string& path, const std::string& name);
+/// The path of an entry of a list.
+std::string entry(const std::string& list, unsigned int index);
+
+} // namespace nrwave

@@ -1,0 +1,44 @@
+#pragma once
+
+#include "host/nrwave_output.h"
+
+#include <complex>
+#include <cstdint>
+#include <optional>
+#include <string>
+#include <vector>
+
+namespace nrwave
+{
+
+enum class sample_format_t
+{
+    sigmf, ///< PREFIX.sigmf-data (cf32_le) with PREFIX.sigmf-meta
+    cf32,  ///< PREFIX.cf32: single precision, little endian, I first, bare
+    cf64,  ///< PREFIX.cf64: double precision
+};
+
+/// What a SigMF file says of its samples.
+struct recording_t
+{
+    std::uint64_t sample_rate = 0;
+    std::uint64_t radio_frequency = 0;
+    std::string description;
+};
+
+/// The files that a generation leaves behind. Made before the run, so that an unwritable place is found out at once.
+class sample_files_t
+{
+public:
+    sample_files_t(const std::string& prefix, sample_format_t format);
+
+    /// Writes the samples: all the files, or none.
+    void write(const std::vector<std::complex<double>>& samples, const recording_t& recording);
+
+private:
+    sample_format_t m_format;
+    output_file_t m_data;
+    std::optional<output_file_t> m_meta;
+};
+
+} // namespace nrwave

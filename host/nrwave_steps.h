@@ -1,0 +1,47 @@
+#pragma once
+
+#include "config/cfg_nr_waveform.h"
+
+#include <functional>
+#include <string>
+#include <vector>
+
+namespace nrwave
+{
+
+/// Applies steps to a waveform: PATH=VALUE, add PATH, copy PATH[i], remove PATH[i], load FILE.xml.
+///
+/// The library corrects rather than refuses: a value that reads back otherwise is told to `on_correction` as
+/// "PATH: asked A, stored B". What cannot be done at all is a failure.
+class stepper_t
+{
+public:
+    using on_correction_t = std::function<void(const std::string& line)>;
+
+    stepper_t(vek::nr_mod_lib::cfg_nr_waveform_t& waveform, on_correction_t on_correction);
+
+    /// One step; files that it names are relative to a folder.
+    void apply(const std::string& step, const std::string& folder = {});
+    /// A recipe: one step a line; blank lines and lines that begin with # are passed over. Failures name the line.
+    void apply_recipe(const std::string& file);
+    /// Recalls a settings file, then its own steps.
+    void load(const std::string& file);
+
+private:
+    void _set(const std::string& path, const std::string& value);
+    void _change_list(const std::string& verb, const std::string& path);
+
+    vek::nr_mod_lib::cfg_nr_waveform_t& m_waveform;
+    on_correction_t m_on_correction;
+};
+
+/// The whole waveform as steps that bring a fresh one to the same settings.
+std::vector<std::string> steps_of(vek::nr_mod_lib::cfg_nr_waveform_t& waveform);
+/// The settings at a path as steps: a setting or figure alone; a list or façade with the `add` steps for the entries
+/// that a fresh waveform lacks.
+std::vector<std::string> steps_at(vek::nr_mod_lib::cfg_nr_waveform_t& waveform, const std::string& path);
+/// Steps that bring a copy's settings to those of the original, where single steps can; the copy takes them.
+std::vector<std::string> mending_steps(vek::nr_mod_lib::cfg_nr_waveform_t& original,
+                                       vek::nr_mod_lib::cfg_nr_waveform_t& copy);
+
+} // namespace nrwave

@@ -1,0 +1,156 @@
+#include "host/nrwave_value.h"
+
+#include <algorithm>
+#include <charconv>
+#include <optional>
+#include <string_view>
+#include <vector>
+
+namespace nrwave
+{
+
+using vek::nr_mod_lib::cfg_nr_leaf_form_t;
+
+namespace
+{
+
+std::vector<std::string> split(const std::string& text, char separator)
+{
+    std::vector<std::string> items;
+    for (std::size_t begin = 0; begin <= text.size();) {
+        const std::size_t end = std::min(text.find(separator, begin), text.size());
+        items.push_back(trimmed(text.substr(begin, end - begin)));
+        begin = end + 1;
+    }
+    return items;
+}
+
+std::optional<double> number(std::string_view text)
+{
+    if (!text.empty() && text.front() == '+')
+        text.remove_prefix(1);
+    double value = 0;
+    const auto [end, error] = std::from_chars(text.data(), text.data() + text.size(), value);
+    if (error != std::errc{} || end != text.data() + text.size())
+        return std::nullopt;
+    return value;
+}
+
+/// Sign and digits without leading zeros: whole numbers of any size compare as texts.
+std::string canonical_whole(const std::string& text)
+{
+    std::string digits = trimmed(text);
+    const bool negative = !digits.empty() && digits.front() == '-';
+    if (!digits.empty() && (digits.front() == '-' || digits.front() == '+'))
+        digits.erase(0, 1);
+    digits.erase(0, std::min(digits.find_first_not_of('0'), digits.size()));
+    return digits.empty() ? "0" : (negative ? "-" : "") + digits;
+}
+
+bool same_item(const std::string& asked, const std::string& stored)
+{
+    if (asked == stored)
+        return true;
+    const std::optional<double> a = number(asked);
+    const std::optional<double> b = number(stored);
+    return a && b && *a == *b;
+}
+
+bool same_items(const std::vector<std::string>& asked, const std::vector<std::string>& stored)
+{
+    return std::equal(asked.begin(), asked.end(), stored.begin(), stored.end(), same_item);
+}
+
+/// A list of bits without its separators; nothing where the text is anything else.
+std::optional<std::string> bits_of(const std::string& text)
+{
+    std::string bits;
+    for (const char c : text)
+        if (c == '0' || c == '1')
+            bits += c;
+        else if (c != ',' && c != ' ')
+            return std::nullopt;
+    return bits;
+}
+
+bool same_text(const std::string& asked, const std::string& stored)
+{
+    if (same_items(split(asked, ','), split(stored, ',')))
+        return true;
+    const auto a = bits_of(asked);
+    return a && stored.find(',') == std::string::npos && a == bits_of(stored);
+}
+
+std::vector<std::pair<double, double>> points_of(const std::string& text)
+{
+    std::vector<std::pair<double, double>> points;
+    for (const std::string& item : split(text, ',')) {
+        const std::vector<std::string> pair = split(item, ':');
+        if (pair.size() == 2)
+            points.emplace_back(number(pair[0]).value_or(0), number(pair[1]).value_or(0));
+    }
+    std::sort(points.begin(), points.end());
+    return points;
+}
+
+} // namespace
+
+std::string trimmed(const std::string& text)
+{
+    const std::size_t first = text.find_first_not_of(" \t\r");
+    if (first == std::string::npos)
+        return {};
+    return text.substr(first, text.find_last_not_of(" \t\r") - first + 1);
+}
+
+bool same_value(cfg_nr_leaf_form_t form, const std::string& asked, const std::string& stored)
+{
+    switch (form) {
+    case cfg_nr_leaf_form_t::boolean: {
+        const std::string word = trimmed(asked);
+        return (word == "true" || word == "1") == (stored == "true");
+    }
+    case cfg_nr_leaf_form_t::integer:
+    case cfg_nr_leaf_form_t::unsigned_integer:
+    case cfg_nr_leaf_form_t::unsigned_byte:
+    case cfg_nr_leaf_form_t::unsigned_long:
+        return canonical_whole(asked) == canonical_whole(stored);
+    case cfg_nr_leaf_form_t::real:
+        return same_item(trimmed(asked), stored);
+    case cfg_nr_leaf_form_t::pair_list:
+        return points_of(asked) == points_of(stored);
+    case cfg_nr_leaf_form_t::text:
+    case cfg_nr_leaf_form_t::enumerator:
+    case cfg_nr_leaf_form_t::enumerator_list:
+        return same_text(asked, stored);
+    }
+    return false;
+}
+
+const char* form_name(cfg_nr_leaf_form_t form)
+{
+    switch (form) {
+    case cfg_nr_leaf_form_t::boolean:
+        return "true or false";
+    case cfg_nr_leaf_form_t::integer:
+        return "whole number";
+    case cfg_nr_leaf_form_t::unsigned_integer:
+    case cfg_nr_leaf_form_t::unsigned_long:
+        return "whole number from 0";
+    case cfg_nr_leaf_form_t::unsigned_byte:
+        return "whole number, 0 to 255";
+    case cfg_nr_leaf_form_t::real:
+        return "number";
+    case cfg_nr_leaf_form_t::text:
+        return "text";
+    case cfg_nr_leaf_form_t::enumerator:
+        return "one of";
+    case cfg_nr_leaf_form_t::enumerator_list:
+        return "list of";
+    case cfg_nr_leaf_form_t::pair_list:
+        return "pairs f:v, comma separated";
+    }
+    return "";
+}
+
+} // namespace nrwave

@@ -1,0 +1,19 @@
+#pragma once
+
+#include "config/cfg_nr_leaf.h"
+
+#include <string>
+
+namespace nrwave
+{
+
+/// Whether a value as asked and a value as stored are the same: numbers as numbers, lists item by item.
+bool same_value(vek::nr_mod_lib::cfg_nr_leaf_form_t form, const std::string& asked, const std::string& stored);
+
+/// What a form looks like, for the listing.
+const char* form_name(vek::nr_mod_lib::cfg_nr_leaf_form_t form);
+
+/// The text without blanks at either end.
+std::string trimmed(const std::string& text);
+
+} // namespace nrwave

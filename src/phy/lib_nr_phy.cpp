@@ -1,0 +1,269 @@
+#include "phy/lib_nr_phy.h"
+
+#include "common/lib_common_container.h"
+#include "common/lib_common_math.h"
+#include "common/lib_common_signal_process.h"
+#include "common/lib_fft_plan.h"
+#include "phy/lib_nr_circular_addition.h"
+#include "phy/lib_nr_prach_resource_manager.h"
+#include "phy/lib_nr_resource_manager.h"
+
+#include <algorithm>
+#include <cmath>
+#include <iostream>
+
+namespace vek::nr_mod_lib
+{
+
+namespace
+{
+
+using common_lib::lib_common_container_t;
+using common_lib::lib_common_math_t;
+
+lib_nr_channel_resource_manager_t& grid() { return lib_nr_channel_resource_manager_t::get_inst(); }
+
+/// Samples that an offset in seconds is worth, within what a shift can take.
+int samples_of(double rate, double seconds)
+{
+    constexpr double k_most = 2147483647.0;
+    return static_cast<int>(std::clamp(std::round(rate * seconds), -k_most, k_most));
+}
+
+void multiply(lib_nr_phy_t::signal_t& signal, std::complex<double> factor)
+{
+    for (std::complex<double>& sample : signal)
+        sample = {sample.real() * factor.real() - sample.imag() * factor.imag(),
+                  sample.real() * factor.imag() + sample.imag() * factor.real()};
+}
+
+} // namespace
+
+lib_nr_phy_t::lib_nr_phy_t()
+{
+    m_waveform.init();
+    _clear_data();
+}
+
+void lib_nr_phy_t::waveform_config(const lib_nr_waveform_configure_manager_t& waveform) { m_waveform = waveform; }
+
+bool lib_nr_phy_t::waveform_init()
+{
+    m_waveform.init();
+    return true;
+}
+
+void lib_nr_phy_t::_clear_data()
+{
+    m_baseband_signal.clear();
+    m_frequency_spectrum.clear();
+    m_waveform_ccdf_curve.clear();
+    m_waveform_ccdf_marker.clear();
+    m_burst_ccdf_curve.clear();
+    m_burst_ccdf_marker.clear();
+}
+
+std::uint32_t lib_nr_phy_t::_get_sample_points() const
+{
+    return static_cast<std::uint32_t>(m_waveform.get_waveform_sample_points());
+}
+
+bool lib_nr_phy_t::nr_phy_process()
+{
+    if (m_waveform.get_carrier_number() == 0) {
+        std::cout << "lib_nr_dl_phy_t::nr_phy_process : Error! no carrier enabled " << std::endl;
+        return false;
+    }
+    _clear_data();
+    const std::uint32_t sample_points = _get_sample_points();
+
+    for (unsigned int c = 0; c < m_waveform.get_carrier_number(); ++c) {
+        const lib_nr_carrier_configure_manager_t& carrier = m_waveform.get_carrier(c);
+        for (unsigned int n = 0; n < carrier.get_numerology_number(); ++n) {
+            if (!carrier.get_enable() || !carrier.get_numerology_manager(n).get_enable())
+                continue;
+            signal_t buffer(sample_points);
+            for (unsigned int f = 0; f < m_waveform.get_frame_number(); ++f) {
+                if (carrier.get_carrier_type() == LIB_NR_PRACH) {
+                    deal_prach_resource_mapping(c, n, f, m_waveform);
+                    _fill_prach_frame_data(c, n, f, buffer);
+                    continue;
+                }
+                if (deal_resource_mapping(c, n, f, m_waveform) && grid().is_resource_mapping_conflict()) {
+                    std::cout << "lib_nr_dl_phy_t::nr_phy_process Report : Resource Mapping Conflict!" << std::endl;
+                    _clear_data();
+                    return false;
+                }
+                _fill_frame_data(c, n, f, buffer);
+            }
+            _deal_carrier_process(c, buffer);
+            // The first pair's buffer becomes the sum itself.
+            if (m_baseband_signal.empty())
+                m_baseband_signal = std::move(buffer);
+            else
+                lib_common_container_t::deal_data_addition(buffer, m_baseband_signal, 0);
+        }
+    }
+    m_baseband_signal.resize(sample_points);
+    _deal_baseband_process();
+    return true;
+}
+
+bool lib_nr_phy_t::deal_resource_mapping(unsigned int carrier, unsigned int numerology, unsigned int frame,
+                                         const lib_nr_waveform_configure_manager_t& waveform)
+{
+    const lib_nr_carrier_configure_manager_t& configuration = waveform.get_carrier(carrier);
+    const lib_nr_phy_numerology_configure_manager_t& numerology_manager =
+        configuration.get_numerology_manager(numerology);
+    grid().set_numerology(numerology_manager.get_numerolgy());
+    grid().set_rb_number(numerology_manager.get_rb_start() + numerology_manager.get_rb_size());
+    grid().set_channel_bandwidth(configuration.get_bandwidth());
+    grid().set_cyclic_prefix_type(configuration.get_dl_bwp(0).get_cp_type());
+    grid().init_resource_mapping();
+
+    bool result = true;
+    if (configuration.get_carrier_type() == LIB_NR_DOWNLINK) {
+        result = _nr_dl_ssb_re_map(frame, carrier, numerology) && result;
+        result = _nr_dl_csirs_re_map(frame, carrier, numerology) && result;
+        result = _nr_dl_prs_re_map(frame, carrier, numerology) && result;
+        result = _nr_dl_pdcch_re_map(frame, carrier, numerology) && result;
+        result = _nr_dl_pdsch_re_map(frame, carrier, numerology) && result;
+    }
+    else {
+        result = m_pucch_process.deal_ul_pucch_resource_mapping(waveform, carrier, numerology) && result;
+        result = _nr_ul_pusch_re_map(frame, carrier, numerology) && result;
+        result = _nr_ul_srs_re_map(frame, carrier, numerology) && result;
+    }
+    return result;
+}
+
+bool lib_nr_phy_t::_deal_payload_mapping(unsigned int carrier, unsigned int numerology, unsigned int frame)
+{
+    const lib_nr_carrier_configure_manager_t& configuration = m_waveform.get_carrier(carrier);
+    const lib_nr_phy_numerology_configure_manager_t& numerology_manager =
+        configuration.get_numerology_manager(numerology);
+    grid().set_numerology(numerology_manager.get_numerolgy());
+    grid().set_rb_number(numerology_manager.get_rb_start() + numerology_manager.get_rb_size());
+    grid().set_cyclic_prefix_type(configuration.get_dl_bwp(0).get_cp_type());
+    grid().set_channel_bandwidth(configuration.get_bandwidth());
+    grid().init_payload_mapping();
+
+    const auto failed = [](const char* text) {
+        if (*text != '\0')
+            std::cout << text << std::endl;
+        return false;
+    };
+    if (configuration.get_carrier_type() == LIB_NR_DOWNLINK) {
+        if (!_nr_dl_ssb_link_process(frame, carrier, numerology))
+            return failed("error!!!SSB process fail");
+        if (!_nr_dl_csirs_link_process(frame, carrier, numerology))
+            return failed("error!!!CSIRS process fail");
+        if (!_nr_dl_prs_link_process(frame, carrier, numerology))
+            return failed("error!!!PRS process fail");
+        if (!_nr_dl_pdcch_link_process(frame, carrier, numerology))
+            return failed("error!!!PDCCH process fail");
+        if (!_nr_dl_pdsch_link_process(frame, carrier, numerology))
+            return failed("error!!!PDSCH process fail");
+    }
+    else if (configuration.get_carrier_type() == LIB_NR_UPLINK) {
+        if (!m_pucch_process.deal_ul_pucch_link_process(m_waveform, carrier, numerology))
+            return failed("");
+        if (!_nr_ul_pusch_link_process(frame, carrier, numerology))
+            return failed("error!!!PUSCH process fail");
+        if (!_nr_ul_srs_link_process(frame, carrier, numerology))
+            return failed("error!!!SRS process fail");
+    }
+    if (m_after_channel_steps)
+        m_after_channel_steps(carrier, numerology, frame);
+    return true;
+}
+
+void lib_nr_phy_t::_update_ofdm_config(unsigned int carrier, unsigned int numerology)
+{
+    const lib_nr_carrier_configure_manager_t& configuration = m_waveform.get_carrier(carrier);
+    m_ofdm_modulator.set_numerology(configuration.get_numerology_manager(numerology).get_numerolgy());
+    m_ofdm_modulator.set_channel_bandwidth(configuration.get_bandwidth());
+    m_ofdm_modulator.set_cyclic_prefix_type(configuration.get_dl_bwp(0).get_cp_type());
+    m_ofdm_modulator.set_windowing_enable(true);
+    m_ofdm_modulator.set_window_beta(configuration.get_windowing_beta());
+    m_ofdm_modulator.set_windowing_method(configuration.get_windowing_method());
+    m_ofdm_modulator.set_phase_compensation_enable(m_waveform.get_phase_compensation_enable());
+    m_ofdm_modulator.set_carrier_frequency(m_waveform.get_radio_frequency());
+    m_ofdm_modulator.set_baseband_filter_enable(configuration.is_baseband_filter_enable());
+    m_ofdm_modulator.set_target_sample_rate(m_waveform.get_waveform_sample_rate_hz());
+}
+
+bool lib_nr_phy_t::_fill_frame_data(unsigned int carrier, unsigned int numerology, unsigned int frame, signal_t& buffer)
+{
+    if (buffer.size() != _get_sample_points()) {
+        std::cout << "lib_nr_dl_phy_t::_fill_frame_data Report : Carrier Data Length Error!" << std::endl;
+        return false;
+    }
+    if (!_deal_payload_mapping(carrier, numerology, frame))
+        return false;
+    _update_ofdm_config(carrier, numerology);
+    m_head.clear();
+    m_tail.clear();
+    m_ofdm_modulator.deal_frame_ofdm_modulation(grid().get_payload_mapping(), m_main, m_head, m_tail);
+    if (m_main.empty())
+        return true; // no frame of that size: it stays silent
+
+    if (m_ofdm_modulator.get_actual_sample_rate() == m_waveform.get_waveform_sample_rate_hz())
+        add_frame(m_main, m_head, m_waveform.get_frame_sample_points(), frame, buffer);
+    else
+        _add_resampled_frame(m_main, m_head, frame, buffer);
+    return true;
+}
+
+// Where the waveform's rate is no whole multiple of the carrier's, the frame is laid into a silent waveform at its own
+// rate, and that waveform, being periodic, is brought to the other rate through its spectrum.
+void lib_nr_phy_t::_add_resampled_frame(const signal_t& main, const signal_t& head, unsigned int frame,
+                                        signal_t& buffer) const
+{
+    const double rate = m_ofdm_modulator.get_actual_sample_rate();
+    const auto frame_length = static_cast<std::size_t>(std::llround(rate * 0.01));
+    signal_t own(static_cast<std::size_t>(std::llround(rate * m_waveform.get_waveform_length_s())));
+    add_frame(main, head, frame_length, frame, own);
+    add_resampled(own, buffer);
+}
+
+void lib_nr_phy_t::_deal_carrier_process(unsigned int carrier, signal_t& buffer)
+{
+    _deal_carrier_timing_offset(carrier, buffer);
+    _deal_carrier_frequency_offset(carrier, buffer);
+    _deal_carrier_phase_offset(carrier, buffer);
+    _deal_carrier_power_offset(carrier, buffer);
+}
+
+void lib_nr_phy_t::_deal_carrier_timing_offset(unsigned int carrier, signal_t& buffer)
+{
+    const int shift =
+        samples_of(m_waveform.get_waveform_sample_rate_hz(), m_waveform.get_carrier(carrier).get_timing_offset_s());
+    if (shift != 0)
+        lib_common_container_t::deal_cyclic_shift(shift, buffer);
+}
+
+void lib_nr_phy_t::_deal_carrier_frequency_offset(unsigned int carrier, signal_t& buffer)
+{
+    const double offset = m_waveform.get_carrier(carrier).get_frequency_offset_hz();
+    common_lib::lib_common_signal_process_t::deal_mixer(buffer, offset / m_waveform.get_waveform_sample_rate_hz(), 0.0);
+}
+
+void lib_nr_phy_t::_deal_carrier_phase_offset(unsigned int carrier, signal_t& buffer)
+{
+    const unsigned int degrees = m_waveform.get_carrier(carrier).get_init_phase();
+    if (degrees % 360 == 0)
+        return;
+    std::complex<double> turned = 1.0;
+    lib_common_math_t::deal_phase_offset(lib_common_math_t::angle_to_radian(degrees), turned);
+    multiply(buffer, turned);
+}
+
+void lib_nr_phy_t::_deal_carrier_power_offset(unsigned int carrier, signal_t& buffer)
+{
+    const double boosting = m_waveform.get_carrier(carrier).get_power_boosting();
+    if (boosting != 0.0)
+        multiply(buffer, lib_common_math_t::db_value_to_amplitude_ratio(boosting));
+}
+
+} // namespace vek::nr_mod_lib

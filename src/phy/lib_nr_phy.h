@@ -1,0 +1,147 @@
+#pragma once
+
+#include "common/lib_test_peer.h"
+#include "common/nr_mod_lib_export.h"
+#include "manager/lib_nr_waveform_configure_manager.h"
+#include "phy_common/lib_nr_new_prach_ofdm_modulator.h"
+#include "phy_common/lib_nr_ofdm_modulator.h"
+#include "phy_dl/lib_nr_dl_phy_csirs_process.h"
+#include "phy_dl/lib_nr_dl_phy_pdcch_process.h"
+#include "phy_dl/lib_nr_dl_phy_pdsch_process.h"
+#include "phy_dl/lib_nr_dl_phy_prs_process.h"
+#include "phy_dl/lib_nr_dl_phy_ssb_process.h"
+#include "phy_ul/lib_nr_ul_phy_prach_process.h"
+#include "phy_ul/lib_nr_ul_phy_pucch_process.h"
+#include "phy_ul/lib_nr_ul_phy_pusch_process.h"
+#include "phy_ul/lib_nr_ul_phy_srs_process.h"
+
+#include <complex>
+#include <cstdint>
+#include <functional>
+#include <vector>
+
+namespace vek::nr_mod_lib
+{
+
+/// The engine: walks the carriers, numerologies and frames of a waveform, lets every channel map its symbols, modulates
+/// each frame, applies the carriers' offsets, sums all into one circular buffer and finishes it.
+///
+/// Calling order: `waveform_config`, `nr_phy_process`, then the getters; results stay until the next run starts. Blocks
+/// until done. The grids are shared by all engines of the process, so one call at a time.
+class NR_MOD_LIB_EXPORT lib_nr_phy_t
+{
+public:
+    using signal_t = std::vector<std::complex<double>>;
+
+    lib_nr_phy_t();
+
+    /// Takes a deep copy of the whole configuration; later edits reach the engine only through a further copy.
+    void waveform_config(const lib_nr_waveform_configure_manager_t& waveform);
+    /// Brings the engine's own configuration back to defaults; always true.
+    bool waveform_init();
+
+    /// Generates. True when the run reached its end, also for a silent waveform. False and a line without carriers
+    /// (results as before) and on a resource conflict (results empty; the grid tells its first cell). A channel that
+    /// fails leaves its frame silent and the run goes on.
+    bool nr_phy_process();
+
+    /// Marks the allocation of one frame in the resource map of the grid, for viewing; the configuration must be the
+    /// one that the engine was given. Indices count from 0, the numerology's is its place in the carrier's list. False
+    /// where a channel could not be mapped.
+    bool deal_resource_mapping(unsigned int carrier, unsigned int numerology, unsigned int frame,
+                               const lib_nr_waveform_configure_manager_t& waveform);
+    /// The same for a PRACH carrier, in the PRACH grid.
+    bool deal_prach_resource_mapping(unsigned int carrier, unsigned int numerology, unsigned int frame,
+                                     const lib_nr_waveform_configure_manager_t& waveform);
+
+    /// The waveform, the largest of |I| and |Q| being 1; `get_waveform_sample_points()` samples.
+    const signal_t& get_baseband_signal_data() const { return m_baseband_signal; }
+    /// Magnitudes as real numbers, the largest being 1, 0 Hz in the middle: the sum of the spectra of equal blocks of
+    /// the first frame.
+    const signal_t& get_frequency_spectrum_data() const { return m_frequency_spectrum; }
+    /// CCDF of the first frame and of its burst, and their markers, as `lib_ccdf_calculator_t` tells.
+    const std::vector<double>& get_waveform_ccdf_cruve_data() const { return m_waveform_ccdf_curve; }
+    const std::vector<double>& get_waveform_ccdf_marker_data() const { return m_waveform_ccdf_marker; }
+    const std::vector<double>& get_burst_ccdf_cruve_data() const { return m_burst_ccdf_curve; }
+    const std::vector<double>& get_burst_ccdf_marker_data() const { return m_burst_ccdf_marker; }
+
+private:
+    friend struct vek::test_peer_t<lib_nr_phy_t>;
+
+    void _clear_data();
+    std::uint32_t _get_sample_points() const;
+
+    bool _deal_payload_mapping(unsigned int carrier, unsigned int numerology, unsigned int frame);
+    bool _fill_frame_data(unsigned int carrier, unsigned int numerology, unsigned int frame, signal_t& buffer);
+    void _update_ofdm_config(unsigned int carrier, unsigned int numerology);
+    void _add_resampled_frame(const signal_t& main, const signal_t& head, unsigned int frame, signal_t& buffer) const;
+
+    bool _deal_prach_payload_mapping(unsigned int carrier, unsigned int numerology, unsigned int frame,
+                                     unsigned int burst);
+    bool _fill_prach_frame_data(unsigned int carrier, unsigned int numerology, unsigned int frame, signal_t& buffer);
+    bool _nr_ul_prach_link_process(unsigned int carrier, unsigned int numerology, unsigned int burst,
+                                   unsigned int slot);
+    void _update_prach_ofdm_config(unsigned int carrier, unsigned int numerology, unsigned int burst);
+    void _deal_prach_timing_offset(unsigned int carrier, unsigned int burst, signal_t& data);
+
+    void _deal_carrier_process(unsigned int carrier, signal_t& buffer);
+    void _deal_carrier_timing_offset(unsigned int carrier, signal_t& buffer);
+    void _deal_carrier_frequency_offset(unsigned int carrier, signal_t& buffer);
+    void _deal_carrier_phase_offset(unsigned int carrier, signal_t& buffer);
+    void _deal_carrier_power_offset(unsigned int carrier, signal_t& buffer);
+
+    // One step per channel: link encodes and writes the symbols, re_map marks the cells.
+    bool _nr_dl_ssb_link_process(unsigned int frame, unsigned int carrier, unsigned int numerology);
+    bool _nr_dl_ssb_re_map(unsigned int frame, unsigned int carrier, unsigned int numerology);
+    bool _nr_dl_csirs_link_process(unsigned int frame, unsigned int carrier, unsigned int numerology);
+    bool _nr_dl_csirs_re_map(unsigned int frame, unsigned int carrier, unsigned int numerology);
+    bool _nr_dl_prs_link_process(unsigned int frame, unsigned int carrier, unsigned int numerology);
+    bool _nr_dl_prs_re_map(unsigned int frame, unsigned int carrier, unsigned int numerology);
+    bool _nr_dl_pdcch_link_process(unsigned int frame, unsigned int carrier, unsigned int numerology);
+    bool _nr_dl_pdcch_re_map(unsigned int frame, unsigned int carrier, unsigned int numerology);
+    bool _nr_dl_pdsch_link_process(unsigned int frame, unsigned int carrier, unsigned int numerology);
+    bool _nr_dl_pdsch_tdd_link_process(unsigned int carrier, unsigned int numerology);
+    bool _nr_dl_pdsch_re_map(unsigned int frame, unsigned int carrier, unsigned int numerology);
+    bool _nr_ul_pusch_link_process(unsigned int frame, unsigned int carrier, unsigned int numerology);
+    bool _nr_ul_pusch_re_map(unsigned int frame, unsigned int carrier, unsigned int numerology);
+    bool _nr_ul_srs_link_process(unsigned int frame, unsigned int carrier, unsigned int numerology);
+    bool _nr_ul_srs_re_map(unsigned int frame, unsigned int carrier, unsigned int numerology);
+    template <class step_t>
+    bool _for_each_ssb(unsigned int frame, unsigned int carrier, unsigned int numerology, step_t step);
+
+    void _deal_baseband_process();
+    void _deal_crest_factor_reduction();
+    void _deal_normalize();
+    void _deal_frequency_spectrum_calculation();
+    void _deal_ccdf_calculation();
+    void _init_baseband_analysis_data();
+
+    lib_nr_waveform_configure_manager_t m_waveform;
+    lib_nr_dl_phy_ssb_process_t m_ssb_process;
+    lib_nr_dl_phy_csirs_process_t m_csirs_process;
+    lib_nr_dl_phy_prs_process_t m_prs_process;
+    lib_nr_dl_phy_pdcch_process_t m_pdcch_process;
+    lib_nr_dl_phy_pdsch_process_t m_pdsch_process;
+    lib_nr_ul_phy_pucch_process_t m_pucch_process;
+    lib_nr_ul_phy_pusch_process_t m_pusch_process;
+    lib_nr_ul_phy_prach_process_t m_prach_process;
+    lib_nr_ul_phy_srs_process_t m_srs_process;
+    lib_nr_ofdm_modulator_t m_ofdm_modulator;
+    lib_nr_new_prach_ofdm_modulator_t m_prach_ofdm_modulator;
+    signal_t m_baseband_signal;
+    signal_t m_frequency_spectrum;
+    std::vector<double> m_waveform_ccdf_curve;
+    std::vector<double> m_waveform_ccdf_marker;
+    std::vector<double> m_burst_ccdf_curve;
+    std::vector<double> m_burst_ccdf_marker;
+
+    // Work of one frame, kept from frame to frame for its storage.
+    signal_t m_main;
+    signal_t m_head;
+    signal_t m_tail;
+    /// Runs behind the channel steps of a frame, on the finished payload map (carrier, numerology, frame); tests put
+    /// their own symbols there.
+    std::function<void(unsigned int, unsigned int, unsigned int)> m_after_channel_steps;
+};
+
+} // namespace vek::nr_mod_lib

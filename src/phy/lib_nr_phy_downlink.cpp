@@ -1,0 +1,239 @@
+#include "phy/lib_nr_phy.h"
+#include "phy/lib_nr_phy_steps.h"
+
+#include <algorithm>
+#include <array>
+#include <limits>
+#include <map>
+
+// The engine's downlink steps: which entries, frames and slots each channel's process is run for.
+
+namespace vek::nr_mod_lib
+{
+
+namespace
+{
+
+constexpr unsigned char k_both_half_frames = 255;
+
+unsigned int slots_per_frame_of(const lib_nr_carrier_configure_manager_t& carrier, unsigned int bwp_id)
+{
+    return lib_nr_phy_common_t::get_slot_in_frame(carrier.get_dl_bwp(bwp_id).get_numerology());
+}
+
+} // namespace
+
+template <class step_t>
+bool lib_nr_phy_t::_for_each_ssb(unsigned int frame, unsigned int carrier, unsigned int numerology, step_t step)
+{
+    const lib_nr_dl_ssb_configure_manager_t& ssb = m_waveform.get_carrier(carrier).get_dl_ssb();
+    const unsigned char half_frame = ssb.get_half_frame_idx();
+    const unsigned int first = half_frame == k_both_half_frames ? 0 : half_frame;
+    const unsigned int last = half_frame == k_both_half_frames ? 1 : half_frame;
+    for (unsigned int half = first; half <= last; ++half)
+        for (const int index : ssb.get_active_idx()) {
+            if (index < 0 || index >= static_cast<int>(ssb.get_lmax())) {
+                std::cout << "lib_nr_dl_phy_t::_nr_dl_ssb_link_process: ssb slot active idx error." << std::endl;
+                return false;
+            }
+            m_ssb_process.set_waveform_config(carrier, frame, half, numerology, m_waveform);
+            if (!step(static_cast<unsigned int>(index)))
+                return false;
+        }
+    return true;
+}
+
+bool lib_nr_phy_t::_nr_dl_ssb_link_process(unsigned int frame, unsigned int carrier, unsigned int numerology)
+{
+    print_step("_nr_dl_ssb_link_process", carrier);
+    const lib_nr_dl_ssb_configure_manager_t& ssb = m_waveform.get_carrier(carrier).get_dl_ssb();
+    if (frame * 10 % ssb.get_periodicity() != 0)
+        return true;
+    if (!ssb.get_enable()) {
+        std::cout << "_nr_dl_ssb_link_process : ssb is not enable.\n" << std::endl;
+        return true;
+    }
+    return _for_each_ssb(frame, carrier, numerology,
+                         [&](unsigned int index) { return m_ssb_process.ssb_encode_process(index); });
+}
+
+bool lib_nr_phy_t::_nr_dl_ssb_re_map(unsigned int frame, unsigned int carrier, unsigned int numerology)
+{
+    print_step("_nr_dl_ssb_re_map", carrier);
+    const lib_nr_dl_ssb_configure_manager_t& ssb = m_waveform.get_carrier(carrier).get_dl_ssb();
+    if (frame * 10 % ssb.get_periodicity() != 0)
+        return true;
+    if (!ssb.get_enable()) {
+        std::cout << "_nr_dl_ssb_re_map : ssb is not enable.\n" << std::endl;
+        return true;
+    }
+    return _for_each_ssb(frame, carrier, numerology, [&](unsigned int index) {
+        m_ssb_process._init_ssb_symbol();
+        m_ssb_process._dl_phy_ssb_remap(index, LIB_NR_REMAPP_MODE_UI_VIEW_MAP);
+        m_ssb_process._clear();
+        return true;
+    });
+}
+
+bool lib_nr_phy_t::_nr_dl_csirs_link_process(unsigned int frame, unsigned int carrier, unsigned int numerology)
+{
+    print_step("_nr_dl_csirs_link_process", carrier);
+    const lib_nr_carrier_configure_manager_t& configuration = m_waveform.get_carrier(carrier);
+    for (unsigned int i = 0; i < configuration.get_dl_csirs_number(); ++i) {
+        const lib_nr_dl_csirs_configure_manager_t& csirs = configuration.get_dl_csirs(i);
+        if (!csirs.get_enable())
+            continue;
+        m_csirs_process.set_waveform_config(carrier, numerology, i, m_waveform);
+        const unsigned int slots = slots_per_frame_of(configuration, csirs.get_bwp_id());
+        for (const int allocated : csirs.get_slot_allocation())
+            if (const auto slot = slot_in_frame(allocated, csirs.get_one_frame_period(), slots, frame))
+                if (!m_csirs_process.csirs_process(*slot))
+                    return false;
+    }
+    return true;
+}
+
+bool lib_nr_phy_t::_nr_dl_csirs_re_map(unsigned int frame, unsigned int carrier, unsigned int numerology)
+{
+    print_step("_nr_dl_csirs_re_map", carrier);
+    const lib_nr_carrier_configure_manager_t& configuration = m_waveform.get_carrier(carrier);
+    for (unsigned int i = 0; i < configuration.get_dl_csirs_number(); ++i) {
+        const lib_nr_dl_csirs_configure_manager_t& csirs = configuration.get_dl_csirs(i);
+        if (!csirs.get_enable())
+            continue;
+        m_csirs_process.set_waveform_config(carrier, numerology, i, m_waveform);
+        const unsigned int slots = slots_per_frame_of(configuration, csirs.get_bwp_id());
+        for (const int allocated : csirs.get_slot_allocation())
+            if (const auto slot = slot_in_frame(allocated, csirs.get_one_frame_period(), slots, frame))
+                m_csirs_process.nr_dl_phy_csirs_re_map(*slot, LIB_NR_REMAPP_MODE_UI_VIEW_MAP);
+    }
+    return true;
+}
+
+bool lib_nr_phy_t::_nr_dl_prs_link_process(unsigned int, unsigned int carrier, unsigned int numerology)
+{
+    print_step("_nr_dl_prs_link_process", carrier);
+    const lib_nr_carrier_configure_manager_t& configuration = m_waveform.get_carrier(carrier);
+    for (unsigned int i = 0; i < configuration.get_dl_prs_number(); ++i) {
+        const lib_nr_dl_prs_configure_manager_t& prs = configuration.get_dl_prs(i);
+        if (!prs.get_enable())
+            continue;
+        m_prs_process.set_waveform_config(carrier, numerology, i, m_waveform);
+        const unsigned int slots = lib_nr_phy_common_t::get_slot_in_frame(prs.get_numerology());
+        for (unsigned int t = 0; t < m_waveform.get_frame_number() * slots; ++t)
+            if (!m_prs_process.prs_encode_process(t % slots))
+                return false;
+    }
+    return true;
+}
+
+bool lib_nr_phy_t::_nr_dl_prs_re_map(unsigned int, unsigned int carrier, unsigned int numerology)
+{
+    print_step("_nr_dl_prs_re_map", carrier);
+    const lib_nr_carrier_configure_manager_t& configuration = m_waveform.get_carrier(carrier);
+    for (unsigned int i = 0; i < configuration.get_dl_prs_number(); ++i) {
+        const lib_nr_dl_prs_configure_manager_t& prs = configuration.get_dl_prs(i);
+        if (!prs.get_enable())
+            continue;
+        m_prs_process.set_waveform_config(carrier, numerology, i, m_waveform);
+        const unsigned int slots = lib_nr_phy_common_t::get_slot_in_frame(prs.get_numerology());
+        for (unsigned int t = 0; t < m_waveform.get_frame_number() * slots; ++t)
+            m_prs_process.dl_phy_prs_remap(t, LIB_NR_REMAPP_MODE_UI_VIEW_MAP);
+    }
+    return true;
+}
+
+bool lib_nr_phy_t::_nr_dl_pdcch_link_process(unsigned int, unsigned int carrier, unsigned int numerology)
+{
+    print_step("_nr_dl_pdcch_link_process", carrier);
+    const lib_nr_carrier_configure_manager_t& configuration = m_waveform.get_carrier(carrier);
+    for (unsigned int i = 0; i < configuration.get_dl_dci_number(); ++i) {
+        const lib_nr_dl_dci_configure_manager_t& dci = configuration.get_dl_dci(i);
+        if (!dci.get_enable())
+            continue;
+        m_pdcch_process.set_waveform_config(carrier, numerology, i, m_waveform);
+        for (const int slot : dci.get_slot_allocation_for_lib())
+            if (!m_pdcch_process.pdcch_encode_process(static_cast<unsigned int>(slot)))
+                return false;
+    }
+    return true;
+}
+
+bool lib_nr_phy_t::_nr_dl_pdcch_re_map(unsigned int, unsigned int carrier, unsigned int numerology)
+{
+    print_step("_nr_dl_pdcch_re_map", carrier);
+    const lib_nr_carrier_configure_manager_t& configuration = m_waveform.get_carrier(carrier);
+    for (unsigned int i = 0; i < configuration.get_dl_dci_number(); ++i) {
+        const lib_nr_dl_dci_configure_manager_t& dci = configuration.get_dl_dci(i);
+        if (!dci.get_enable())
+            continue;
+        m_pdcch_process.set_waveform_config(carrier, numerology, i, m_waveform);
+        for (const int slot : dci.get_slot_allocation_for_lib())
+            m_pdcch_process.dl_phy_pdcch_remap(static_cast<unsigned int>(slot), LIB_NR_REMAPP_MODE_UI_VIEW_MAP);
+    }
+    return true;
+}
+
+bool lib_nr_phy_t::_nr_dl_pdsch_link_process(unsigned int frame, unsigned int carrier, unsigned int numerology)
+{
+    print_step("_nr_dl_pdsch_link_process", carrier);
+    const lib_nr_carrier_configure_manager_t& configuration = m_waveform.get_carrier(carrier);
+    if (configuration.get_dl_tm().get_duplex_type() == LIB_NR_DUPLEX_TYPE_TDD)
+        return _nr_dl_pdsch_tdd_link_process(carrier, numerology);
+    for (unsigned int i = 0; i < configuration.get_dl_sch_number(); ++i) {
+        const lib_nr_dl_sch_configure_manager_t& sch = configuration.get_dl_sch(i);
+        if (!sch.get_enable())
+            continue;
+        m_pdsch_process.set_waveform_config(carrier, numerology, i, m_waveform);
+        const unsigned int slots = slots_per_frame_of(configuration, sch.get_bwp_id());
+        for (const unsigned int allocated : sch.get_slot_allocation_v())
+            if (const auto slot = slot_in_frame(allocated, sch.get_one_frame_period(), slots, frame))
+                if (!m_pdsch_process.sch_encode_process(*slot))
+                    return false;
+    }
+    return true;
+}
+
+// All channels of one RNTI draw one continuous payload sequence, in the order of the slots.
+bool lib_nr_phy_t::_nr_dl_pdsch_tdd_link_process(unsigned int carrier, unsigned int numerology)
+{
+    const lib_nr_carrier_configure_manager_t& configuration = m_waveform.get_carrier(carrier);
+    std::vector<std::array<unsigned int, 3>> transmissions; // slot, RNTI, channel
+    for (unsigned int i = 0; i < configuration.get_dl_sch_number(); ++i) {
+        const lib_nr_dl_sch_configure_manager_t& sch = configuration.get_dl_sch(i);
+        if (sch.get_enable())
+            for (const unsigned int slot : sch.get_slot_allocation_v())
+                transmissions.push_back({slot, sch.get_rnti(), i});
+    }
+    std::sort(transmissions.begin(), transmissions.end());
+
+    std::map<unsigned int, unsigned int> seeds;
+    for (const auto& [slot, rnti, channel] : transmissions) {
+        unsigned int& seed = seeds.emplace(rnti, std::numeric_limits<unsigned int>::max()).first->second;
+        m_pdsch_process.set_waveform_config(carrier, numerology, channel, m_waveform);
+        m_pdsch_process.set_pn_seed(seed);
+        if (!m_pdsch_process.sch_encode_process(slot))
+            return false;
+        seed = m_pdsch_process.get_pn_seed();
+    }
+    return true;
+}
+
+bool lib_nr_phy_t::_nr_dl_pdsch_re_map(unsigned int frame, unsigned int carrier, unsigned int numerology)
+{
+    print_step("_nr_dl_pdsch_re_map", carrier);
+    const lib_nr_carrier_configure_manager_t& configuration = m_waveform.get_carrier(carrier);
+    for (unsigned int i = 0; i < configuration.get_dl_sch_number(); ++i) {
+        const lib_nr_dl_sch_configure_manager_t& sch = configuration.get_dl_sch(i);
+        if (!sch.get_enable())
+            continue;
+        m_pdsch_process.set_waveform_config(carrier, numerology, i, m_waveform);
+        const unsigned int slots = slots_per_frame_of(configuration, sch.get_bwp_id());
+        for (const unsigned int allocated : sch.get_slot_allocation_v())
+            if (const auto slot = slot_in_frame(allocated, sch.get_one_frame_period(), slots, frame))
+                m_pdsch_process.phy_sch_remap(*slot, LIB_NR_REMAPP_MODE_UI_VIEW_MAP);
+    }
+    return true;
+}
+
+} // namespace vek::nr_mod_lib

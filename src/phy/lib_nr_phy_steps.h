@@ -1,0 +1,31 @@
+#pragma once
+
+#include <iostream>
+#include <optional>
+
+// What the engine's channel steps share.
+
+namespace vek::nr_mod_lib
+{
+
+/// The line that opens a channel step.
+inline void print_step(const char* step, unsigned int carrier)
+{
+    std::cout << "-----+++++" << step << "+++++-----" << std::endl;
+    std::cout << "carrier(" << carrier << ")" << std::endl;
+}
+
+/// The slot in its frame where an allocation's slot falls into frame `frame`: an allocation of one frame repeats in
+/// every frame, a longer one counts its slots from the start of the waveform.
+template <class slot_t>
+std::optional<unsigned int> slot_in_frame(slot_t slot, bool one_frame_period, unsigned int slots_per_frame,
+                                          unsigned int frame)
+{
+    const unsigned int first = one_frame_period ? 0 : frame * slots_per_frame;
+    const auto index = static_cast<unsigned int>(slot);
+    if (index < first || index - first >= slots_per_frame)
+        return std::nullopt;
+    return index % slots_per_frame;
+}
+
+} // namespace vek::nr_mod_lib

@@ -1,0 +1,142 @@
+#include "config/cfg_nr_waveform.h"
+#include "phy/lib_nr_phy.h"
+#include "support/captured_output.h"
+#include "support/leaf_walk.h"
+
+#include <algorithm>
+#include <gtest/gtest.h>
+#include <pugixml.hpp>
+#include <sstream>
+
+// Whatever is set, in whatever order: the configuration stays valid, a settings file brings it back, and it generates.
+
+namespace
+{
+
+using namespace vek::nr_mod_lib;
+using nr_test::difference_t;
+
+constexpr unsigned int k_walks = 1000;
+constexpr unsigned int k_steps = 40;
+constexpr unsigned int k_generate_each = 20;
+constexpr unsigned long long k_most_samples = 5000000;
+
+template <class value_t>
+testing::AssertionResult offers(const std::vector<value_t>& list, value_t value, const char* what)
+{
+    if (std::find(list.begin(), list.end(), value) != list.end())
+        return testing::AssertionSuccess();
+    return testing::AssertionFailure() << what << " is " << value << ", which its list does not offer";
+}
+
+/// Each getter lies within what its list offers, or within the limits of its setting.
+void expect_valid(cfg_nr_waveform_t& waveform)
+{
+    EXPECT_GE(waveform.get_frame_number(), 1u);
+    EXPECT_LE(waveform.get_frame_number(), 4u);
+    EXPECT_EQ(waveform.get_subframes_number(), 10u);
+    EXPECT_LE(waveform.get_cfr_block_size(), std::max(waveform.get_waveform_sample_points(), 1228800ull));
+    ASSERT_GE(waveform.get_carrier_number(), 1u);
+    for (unsigned int c = 0; c < waveform.get_carrier_number(); ++c) {
+        cfg_nr_carrier_t& carrier = *waveform.get_carrier(c);
+        EXPECT_TRUE(offers(carrier.get_valid_bandwidth_list(), carrier.get_channel_bandwidth(), "channel_bandwidth"));
+        EXPECT_TRUE(offers(carrier.get_numerology_list(), carrier.get_numerology(), "numerology"));
+        EXPECT_LE(std::abs(carrier.get_frequency_offset()), 400000000);
+        EXPECT_GE(carrier.get_timing_offset(), 0.0);
+        EXPECT_LE(carrier.get_timing_offset(), 0.01);
+        EXPECT_LE(std::abs(carrier.get_power_boosting()), 40.0);
+        EXPECT_LE(carrier.get_init_phase(), 360u);
+        EXPECT_LE(carrier.get_ncell_id(), 1007u);
+        EXPECT_LE(carrier.get_windowing_beta(), 0.5);
+
+        const auto enabled = carrier.get_enable_numerology_list();
+        EXPECT_FALSE(enabled.empty());
+        for (unsigned int n = 0; n < carrier.get_numerology_number(); ++n) {
+            cfg_nr_phy_numerology_t& numerology = *carrier.get_numerology(static_cast<int>(n));
+            const unsigned int most =
+                lib_nr_phy_common_t::get_max_transmit_rb_num(numerology.get_scs(), carrier.get_channel_bandwidth());
+            EXPECT_GE(numerology.get_rb_size(), 6u);
+            EXPECT_LE(numerology.get_rb_start() + numerology.get_rb_size(), most);
+        }
+
+        cfg_nr_dl_ssb_t& ssb = *carrier.get_dl_ssb();
+        EXPECT_TRUE(offers(enabled, ssb.get_numerology(), "dl_ssb.numerology"));
+        EXPECT_FALSE(ssb.get_enable() && ssb.get_numerology() == LIB_NR_SCS_60K);
+        const auto patterns = ssb.get_ssb_pattern_for_ui();
+        if (!patterns.empty())
+            EXPECT_TRUE(offers(patterns, ssb.get_ssb_pattern(), "dl_ssb.ssb_pattern"));
+        EXPECT_LE(ssb.get_ssb_subcarrier_offset(), 31u);
+        EXPECT_LE(ssb.get_pdcch_config_sib1(), 255u);
+    }
+}
+
+std::string saved(cfg_nr_waveform_t& waveform)
+{
+    pugi::xml_document document;
+    pugi::xml_node root = document.append_child("settings");
+    waveform.save_setting(root);
+    std::ostringstream text;
+    document.save(text);
+    return text.str();
+}
+
+bool recall(cfg_nr_waveform_t& waveform, const std::string& text)
+{
+    pugi::xml_document document;
+    document.load_string(text.c_str());
+    return waveform.recall_setting(document.document_element());
+}
+
+bool ends_with(const std::string& text, const std::string& ending)
+{
+    return text.size() >= ending.size() && text.compare(text.size() - ending.size(), ending.size(), ending) == 0;
+}
+
+/// What a recall cannot bring back, and why.
+bool is_known(const difference_t& difference)
+{
+    // While the MIB is automatic its data source cannot be set.
+    if (ends_with(difference.path, "dl_ssb[0].data_source"))
+        return true;
+    // The block size is recalled before the carriers, so it is limited to the samples of one default carrier.
+    if (difference.path == "cfr_block_size")
+        return true;
+    // Powers of inactive indices cannot be set, and the text has two decimals.
+    if (ends_with(difference.path, "dl_ssb[0].power_boosting"))
+        return true;
+    return false;
+}
+
+TEST(leaf_walk, any_settings_in_any_order_stay_valid_and_come_back_from_a_file)
+{
+    for (unsigned int seed = 0; seed < k_walks; ++seed) {
+        nr_test::captured_output_t silence;
+        cfg_nr_waveform_t waveform;
+        nr_test::leaf_walk_t walk(waveform, seed);
+        walk.take_steps(k_steps);
+        SCOPED_TRACE("walk " + std::to_string(seed) + ":\n" + walk.history());
+
+        expect_valid(waveform);
+
+        const std::string first = saved(waveform);
+        cfg_nr_waveform_t recalled;
+        ASSERT_TRUE(recall(recalled, first));
+        if (saved(recalled) != first)
+            for (const difference_t& difference : nr_test::differences(waveform, recalled))
+                EXPECT_TRUE(is_known(difference))
+                    << difference.path << " was " << difference.first << ", came back as " << difference.second;
+
+        if (seed % k_generate_each == 0 && waveform.get_waveform_sample_points() <= k_most_samples) {
+            lib_nr_phy_t engine;
+            engine.waveform_config(waveform.get_waveform_manager());
+            if (engine.nr_phy_process())
+                EXPECT_EQ(engine.get_baseband_signal_data().size(), waveform.get_waveform_sample_points());
+            else
+                EXPECT_NE(silence.text().find("Resource Mapping Conflict!"), std::string::npos);
+        }
+        if (HasFailure())
+            return;
+    }
+}
+
+} // namespace

@@ -1,0 +1,256 @@
+#include <algorithm>
+#include <array>
+#include <cstdint>
+#include <cstdlib>
+#include <cstring>
+#include <filesystem>
+#include <fstream>
+#include <gtest/gtest.h>
+#include <set>
+#include <sstream>
+#include <string>
+#include <sys/wait.h>
+#include <vector>
+
+// The tool as its users meet it: a program, its files, its lines and its status.
+
+namespace
+{
+
+namespace fs = std::filesystem;
+
+struct run_t
+{
+    int status = 0;
+    std::string out;
+    std::string err;
+};
+
+std::string content_of(const fs::path& file)
+{
+    std::ifstream stream(file, std::ios::binary);
+    std::ostringstream text;
+    text << stream.rdbuf();
+    return text.str();
+}
+
+std::size_t lines_of(const std::string& text)
+{
+    return static_cast<std::size_t>(std::count(text.begin(), text.end(), '\n'));
+}
+
+class nrwave_program : public testing::Test
+{
+protected:
+    void SetUp() override
+    {
+        std::string name = (fs::temp_directory_path() / "nrwave-test-XXXXXX").string();
+        ASSERT_NE(mkdtemp(name.data()), nullptr);
+        m_folder = name;
+    }
+    void TearDown() override { fs::remove_all(m_folder); }
+
+    run_t run(const std::string& arguments) const
+    {
+        const fs::path out = m_folder / ".out";
+        const fs::path err = m_folder / ".err";
+        const std::string command = "cd '" + m_folder.string() + "' && '" NRWAVE_PROGRAM "' " + arguments + " >'" +
+                                    out.string() + "' 2>'" + err.string() + "'";
+        run_t result;
+        const int status = std::system(command.c_str());
+        result.status = WIFEXITED(status) ? WEXITSTATUS(status) : 255;
+        result.out = content_of(out);
+        result.err = content_of(err);
+        fs::remove(out);
+        fs::remove(err);
+        return result;
+    }
+
+    void write(const std::string& name, const std::string& text) const
+    {
+        fs::create_directories((m_folder / name).parent_path());
+        std::ofstream(m_folder / name, std::ios::binary) << text;
+    }
+
+    std::set<std::string> files() const
+    {
+        std::set<std::string> names;
+        for (const auto& file : fs::directory_iterator(m_folder))
+            names.insert(file.path().filename().string());
+        return names;
+    }
+
+    std::string content(const std::string& name) const { return content_of(m_folder / name); }
+
+    fs::path m_folder;
+};
+
+const std::string k_small =
+    "--set carrier[0].channel_bandwidth=LIB_NR_CHANNEL_FR1_10M --set carrier[0].dl_ssb.enable=1 ";
+
+TEST_F(nrwave_program, writes_the_same_bytes_for_the_same_input_in_every_format)
+{
+    ASSERT_EQ(run("generate " + k_small + "-o a").status, 0);
+    ASSERT_EQ(run("generate " + k_small + "-o b").status, 0);
+    ASSERT_EQ(run("generate " + k_small + "-o c --format cf32").status, 0);
+    ASSERT_EQ(run("generate " + k_small + "-o d --format cf64").status, 0);
+    EXPECT_EQ(files(), (std::set<std::string>{"a.sigmf-data", "a.sigmf-meta", "b.sigmf-data", "b.sigmf-meta", "c.cf32",
+                                              "d.cf64"}));
+    EXPECT_EQ(content("a.sigmf-data"), content("b.sigmf-data"));
+    EXPECT_EQ(content("a.sigmf-meta"), content("b.sigmf-meta"));
+    EXPECT_EQ(content("a.sigmf-data"), content("c.cf32"));
+
+    const std::string singles = content("c.cf32");
+    const std::string doubles = content("d.cf64");
+    const std::string points = run("get " + k_small + "waveform_sample_points").out;
+    const std::size_t count = singles.size() / 8;
+    EXPECT_EQ(points, "waveform_sample_points=" + std::to_string(count) + '\n');
+    ASSERT_EQ(doubles.size(), 16 * count);
+    for (std::size_t i = 0; i < 2 * count; ++i) {
+        float single = 0;
+        double value = 0;
+        std::memcpy(&single, &singles[4 * i], 4);
+        std::memcpy(&value, &doubles[8 * i], 8);
+        ASSERT_EQ(single, static_cast<float>(value)) << "number " << i;
+    }
+
+    const std::string meta = content("a.sigmf-meta");
+    for (const char* part : {"\"core:datatype\": \"cf32_le\"", "\"core:version\"", "\"core:num_channels\": 1",
+                             "\"core:sample_rate\": 15360000", "\"core:description\"", "\"core:sample_start\": 0",
+                             "\"core:frequency\": 1000000000"})
+        EXPECT_NE(meta.find(part), std::string::npos) << part << " is missing in\n" << meta;
+}
+
+TEST_F(nrwave_program, fails_with_one_line_and_leaves_nothing_behind)
+{
+    write("bad.recipe", "# first\n\nradio_frequency=1\nno.such=1\n");
+    write("other.xml", "<root ProtocolType='other'/>");
+    write("broken.xml", "<root");
+    const std::set<std::string> before = files();
+
+    const std::array<std::pair<const char*, const char*>, 27> rows = {{
+        {"generate --set nothing=1 -o x", "unknown path nothing"},
+        {"generate --set carrier[0].nothing=1 -o x", "unknown path carrier[0].nothing"},
+        {"generate --set carrier[1].enable=1 -o x", "index past the end"},
+        {"generate --set carrier.enable=1 -o x", "needs an index"},
+        {"generate --set carrier[0].dl_ssb[0].enable=1 -o x", "index"},
+        {"generate --set carrier[-1].enable=1 -o x", "bad index"},
+        {"generate --set waveform_length=1 -o x", "follows from other settings"},
+        {"generate --set carrier[0].carrier_type=LIB_NR_SIDEWAYS -o x", "enumerators"},
+        {"generate --set carrier[0].init_phase=1.5 -o x", "whole number"},
+        {"generate --set carrier[0].init_phase=many -o x", "whole number"},
+        {"generate --set carrier[0].init_phase= -o x", "whole number"},
+        {"generate --set carrier[0].power_boosting=nan -o x", "number"},
+        {"generate --set carrier[0].enable=maybe -o x", "true or false"},
+        {"generate --set 'remove carrier[0]' -o x", "cannot remove carrier[0]"},
+        {"generate --set 'add carrier[0]' -o x", "without an index"},
+        {"generate --set 'copy carrier' -o x", "carrier[0]"},
+        {"generate --set 'add carrier[0].numerology' -o x", "cannot add"},
+        {"generate --set 'jump carrier[0]' -o x", "unknown step"},
+        {"generate --set 'load missing.xml' -o x", "cannot read"},
+        {"generate --recipe bad.recipe -o x", "bad.recipe:4: unknown path no.such"},
+        {"generate --recipe missing.recipe -o x", "cannot read missing.recipe"},
+        {"generate other.xml -o x", "no settings file"},
+        {"generate broken.xml -o x", "no settings file"},
+        {"generate --format wav -o x", "unknown format wav"},
+        {"generate -o missing/x", "cannot write"},
+        {"map --carrier 1 --numerology 0 --frame 0 -o x.csv", "past the end"},
+        {"map --carrier 0 --numerology 0 --frame 0 -o x.bmp", ".csv or a .png"},
+    }};
+    for (const auto& [arguments, line] : rows) {
+        const run_t result = run(arguments);
+        EXPECT_NE(result.status, 0) << arguments;
+        EXPECT_NE(result.err.find(line), std::string::npos) << arguments << "\nsays " << result.err;
+        EXPECT_EQ(lines_of(result.err), 1u) << arguments << "\nsays " << result.err;
+        EXPECT_EQ(result.out, "") << arguments;
+        EXPECT_EQ(files(), before) << arguments;
+    }
+}
+
+TEST_F(nrwave_program, tells_each_correction_in_one_line)
+{
+    const std::array<std::pair<const char*, const char*>, 10> rows = {{
+        {"carrier[0].power_boosting=41", "carrier[0].power_boosting: asked 41, stored 40\n"},
+        {"carrier[0].power_boosting=+4.0", ""},
+        {"carrier[0].init_phase=99999999999", "carrier[0].init_phase: asked 99999999999, stored 360\n"},
+        {"carrier[0].init_phase=007", ""},
+        {"carrier[0].frequency_offset=-5e8", nullptr},
+        {"carrier[0].dl_ssb.half_frame_idx=300", "carrier[0].dl_ssb.half_frame_idx: asked 300, stored 1\n"},
+        {"carrier[0].dl_ssb.active_idx=0, 2", ""},
+        {"carrier[0].dl_ssb.active_idx=0,9", "carrier[0].dl_ssb.active_idx: asked 0,9, stored 0\n"},
+        {"carrier[0].dl_ssb.power_boosting=1,2,3,4", ""},
+        {"carrier[0].dl_ssb.data_source_custom=1,0,1", ""},
+    }};
+    for (const auto& [step, line] : rows) {
+        const run_t result = run(std::string("get --set '") + step + "' nr_ntn");
+        if (!line) {
+            EXPECT_NE(result.status, 0) << step;
+            continue;
+        }
+        EXPECT_EQ(result.status, 0) << step;
+        EXPECT_EQ(result.err, line) << step;
+        EXPECT_EQ(result.out, "nr_ntn=false\n") << step;
+        EXPECT_EQ(run(std::string("get --strict --set '") + step + "' nr_ntn").status != 0, *line != '\0') << step;
+    }
+}
+
+TEST_F(nrwave_program, prints_settings_that_bring_a_fresh_waveform_to_the_same_state)
+{
+    write("first.recipe", "  # a comment\n"
+                          "add carrier\n"
+                          "carrier[1].channel_bandwidth = LIB_NR_CHANNEL_FR1_40M\r\n"
+                          "carrier[1].numerology_mode=LIB_NR_NUMBEROLOGY_MODE_MULTIPLE\n"
+                          "carrier[1].numerology[1].enable=true\n"
+                          "carrier[1].numerology[0].enable=false\n"
+                          "carrier[1].frequency_offset=-30000000\n"
+                          "add carrier[1].ul_srs\n"
+                          "carrier[0].dl_ssb.half_frame_idx=1\n"
+                          "carrier[0].windowing_beta=0.1\n"
+                          "cfr_filter_mask_data_arr=-1e7:-3,1e7:0.5\n");
+    const run_t first = run("get --recipe first.recipe");
+    ASSERT_EQ(first.status, 0) << first.err;
+    write("second.recipe", first.out);
+    const run_t second = run("get --strict --recipe second.recipe");
+    EXPECT_EQ(second.err, "");
+    EXPECT_EQ(second.out, first.out);
+    EXPECT_NE(first.out.find("add carrier\n"), std::string::npos);
+    EXPECT_NE(first.out.find("carrier[0].windowing_beta=0.1\n"), std::string::npos);
+
+    // The same through a settings file in another folder, loaded by a recipe.
+    write("sub/load.recipe", "load settings.xml\n");
+    ASSERT_EQ(run("save --recipe first.recipe -o sub/settings.xml").status, 0);
+    const run_t loaded = run("get --strict --recipe sub/load.recipe");
+    EXPECT_EQ(loaded.err, "");
+    EXPECT_EQ(loaded.out, first.out);
+    ASSERT_EQ(run("save sub/settings.xml -o again.xml").status, 0);
+    EXPECT_EQ(content("again.xml"), content("sub/settings.xml"));
+
+    const std::string branch = run("get --recipe first.recipe 'carrier[1].numerology'").out;
+    EXPECT_EQ(branch.rfind("add carrier\ncarrier[1].numerology[0].enable=", 0), 0u) << branch;
+    EXPECT_EQ(run("get --recipe first.recipe 'carrier[1].frequency_offset' 'carrier[1].bandwidth'").out,
+              "carrier[1].frequency_offset=-30000000\ncarrier[1].bandwidth=38160000\n");
+}
+
+TEST_F(nrwave_program, maps_and_draws_what_it_generates)
+{
+    ASSERT_EQ(run("map " + k_small + "--carrier 0 --numerology 0 --frame 0 -o map.csv").status, 0);
+    const std::string map = content("map.csv");
+    EXPECT_EQ(map.rfind("symbol,subcarrier,owner\n", 0), 0u);
+    // Four blocks of 240 subcarriers in 4 symbols; 24 resource blocks hold a block that is two blocks off their start.
+    EXPECT_EQ(lines_of(map), 1 + 4 * (4 * 240u));
+    EXPECT_NE(map.find("4,24,SSB\n"), std::string::npos);
+
+    ASSERT_EQ(run("map " + k_small + "--carrier 0 --numerology 0 --frame 0 -o map.png").status, 0);
+    ASSERT_EQ(run("generate " + k_small + "-o x --report pictures").status, 0);
+    for (const char* picture :
+         {"map.png", "pictures/spectrum.png", "pictures/ccdf.png", "pictures/power.png", "pictures/resource_map.png"})
+        EXPECT_EQ(content(picture).substr(1, 3), "PNG") << picture;
+
+    const run_t verbose = run("generate -v " + k_small + "-o y");
+    EXPECT_NE(verbose.err.find("-----+++++_nr_dl_ssb_link_process+++++-----"), std::string::npos);
+    EXPECT_EQ(verbose.out, "");
+    EXPECT_NE(run("list carrier").out.find("carrier[i].dl_ssb.enable  true or false\n"), std::string::npos);
+    EXPECT_NE(run("--help").out.find("generate"), std::string::npos);
+}
+
+} // namespace
