@@ -135,14 +135,12 @@ void add_inputs(CLI::App& command, options_t& options)
 {
     command.add_option("--recipe", options.recipes, "Text file of steps, one a line; may be given several times")
         ->type_name("FILE")
-        ->expected(1)
-        ->take_all();
+        ->allow_extra_args(false);
     command
         .add_option("--set", options.steps,
                     "One step: PATH=VALUE, \"add PATH\", \"copy PATH[i]\", \"remove PATH[i]\", \"load FILE.xml\"")
         ->type_name("STEP")
-        ->expected(1)
-        ->take_all();
+        ->allow_extra_args(false);
     command.add_flag("--strict", options.strict, "Fail where the library corrects a value");
     command.add_flag("-v,--verbose", options.verbose, "Show the library's own trace on standard error");
 }
