@@ -1,6 +1,7 @@
 #include "manager/lib_nr_carrier_configure_manager.h"
 
 #include "support/captured_output.h"
+#include "support/ul_sch_peer.h"
 
 #include <functional>
 #include <gtest/gtest.h>
@@ -175,12 +176,17 @@ TEST(carrier_manager, a_new_type_or_ntn_mode_starts_anew_but_for_the_timing_offs
         carrier.set_bandwidth(LIB_NR_CHANNEL_FR1_20M);
         carrier.set_cell_index(5);
         carrier.add_ul_sch();
+        carrier.set_frequency_offset_hz(3e9, 1.0);
+        carrier.get_dl_ssb().set_pss_power_boosting(3.0);
     };
     const auto expect_fresh = [&] {
         EXPECT_EQ(carrier.get_bandwidth(), LIB_NR_CHANNEL_FR1_100M);
         EXPECT_EQ(carrier.get_cell_index(), 0U);
         EXPECT_EQ(carrier.get_ul_sch_number(), 1U);
         EXPECT_EQ(carrier.get_timing_offset_s(), 0.004);
+        EXPECT_EQ(carrier.get_frequency_offset_hz(), 0.0);
+        EXPECT_EQ(carrier.get_dl_ssb().get_pss_power_boosting(), 0.0);
+        EXPECT_EQ(carrier.get_dl_ssb().get_radio_frequency(), 1e9);
     };
     touch();
     EXPECT_FALSE(carrier.set_carrier_type(LIB_NR_DOWNLINK));
@@ -339,6 +345,7 @@ TEST(carrier_manager, bandwidth_parts_follow_the_width_of_their_numerology)
     EXPECT_EQ(carrier.get_ul_bwp(0).get_rb_number(), 100U);
     EXPECT_EQ(carrier.get_ul_sch(0).get_rb_num(), 100U);
     EXPECT_EQ(carrier.get_ul_prach(0).get_rb_num(), 100U);
+    EXPECT_LE(carrier.get_dl_prs(0).get_rb_number(), 100U);
 
     EXPECT_TRUE(carrier.set_numerology_rb_start(0, 240));
     EXPECT_EQ(carrier.get_numerology_manager(0U).get_rb_size(), 33U);
@@ -351,6 +358,7 @@ TEST(carrier_manager, bandwidth_parts_follow_the_width_of_their_numerology)
     EXPECT_EQ(carrier.get_ul_bwp(0).get_rb_number(), 33U);
     EXPECT_EQ(carrier.get_ul_sch(0).get_rb_num(), 33U);
     EXPECT_EQ(carrier.get_ul_prach(0).get_rb_offset(), 240U);
+    EXPECT_EQ(carrier.get_dl_csirs(0).get_rb_num(), 32U); // in groups of 4
 
     // One BWP alone, and only the channels in it.
     carrier.set_numerology_rb_start(0, 0);
@@ -382,6 +390,7 @@ TEST(carrier_manager, bandwidth_parts_leave_a_disabled_spacing)
     EXPECT_TRUE(carrier.set_dl_prs_numerology(0, LIB_NR_SCS_60K));
     EXPECT_EQ(carrier.get_dl_bwp(1).get_bwp_rb_size(), 65U);
     EXPECT_EQ(carrier.get_dl_sch(0).get_rb_num(), 65U);
+    EXPECT_EQ(carrier.get_dl_csirs(0).get_rb_num(), 64U);
     EXPECT_TRUE(carrier.set_dl_bwp_cp_type(1, LIB_NR_EXTEND_CP));
     EXPECT_FALSE(carrier.set_dl_bwp_cp_type(0, LIB_NR_EXTEND_CP));
     EXPECT_EQ(carrier.get_numerology_manager_index_by_bwp(LIB_NR_SCS_60K), 1U);
@@ -405,9 +414,11 @@ TEST(carrier_manager, bandwidth_parts_leave_a_disabled_spacing)
     EXPECT_FALSE(carrier.set_numerology(LIB_NR_SCS_15K));
 
     // Back to one numerology: the first of the list, at full width.
+    carrier.set_numerology_rb_size(0, 20);
     EXPECT_TRUE(carrier.set_numerology_mode(LIB_NR_NUMBEROLOGY_MODE_SINGLE));
     EXPECT_EQ(carrier.get_numerology_number(), 1U);
     EXPECT_EQ(carrier.get_numerology(), LIB_NR_SCS_15K);
+    EXPECT_EQ(carrier.get_numerology_manager(0U).get_rb_size(), 270U);
     EXPECT_EQ(carrier.get_dl_bwp(0).get_numerology(), LIB_NR_SCS_15K);
     EXPECT_FALSE(carrier.set_numerology_enable(0, false));
     EXPECT_TRUE(carrier.get_numerology_manager(0U).get_enable());
@@ -431,10 +442,35 @@ TEST(carrier_manager, only_the_bwps_of_the_direction_follow_a_spacing)
         EXPECT_EQ(carrier.get_ul_sch(0).get_rb_num(), 135U);
     }
 
+    // A width is applied to the BWPs of both.
+    carrier.set_carrier_type(LIB_NR_UPLINK);
+    carrier.set_numerology_rb_start(0, 100);
+    EXPECT_EQ(carrier.get_dl_bwp(1).get_bwp_rb_start(), 100U);
+    EXPECT_EQ(carrier.get_dl_bwp(1).get_bwp_rb_size(), 173U);
+    EXPECT_EQ(carrier.get_ul_bwp(0).get_rb_offset(), 100U);
+    carrier.set_numerology(LIB_NR_SCS_60K);
+
     // A downlink BWP left behind at 30 kHz has no numerology any more.
     const captured_output_t output;
     carrier.set_dl_bwp_rb_start(0, 0);
     EXPECT_EQ(output.text(), k_class + "get_numerology_manager : get numerology error\n");
+}
+
+TEST(carrier_manager, uplink_channels_follow_where_they_stand)
+{
+    carrier_t carrier = multiple_numerologies(LIB_NR_CHANNEL_FR1_50M, LIB_NR_UPLINK);
+    const captured_output_t silence;
+    carrier.set_numerology_enable(2, true);
+    carrier.add_ul_bwp();
+    EXPECT_TRUE(carrier.set_ul_bwp_rb_number(1, 30, 0, 270));
+    EXPECT_TRUE(carrier.set_ul_sch_bwp_id(0, 1));
+    EXPECT_EQ(carrier.get_ul_sch(0).get_rb_num(), 30U);
+    carrier.add_ul_sch();
+    EXPECT_EQ(carrier.get_ul_sch(1).get_rb_num(), 133U);
+    EXPECT_TRUE(carrier.set_ul_bwp_numerology(0, LIB_NR_SCS_60K));
+    EXPECT_EQ(carrier.get_ul_sch(1).get_rb_num(), 65U);
+    EXPECT_EQ(carrier.get_ul_sch(0).get_rb_num(), 30U);
+    EXPECT_TRUE(carrier.set_ul_bwp_cp_type(0, LIB_NR_EXTEND_CP));
 }
 
 TEST(carrier_manager, a_bandwidth_rebuilds_the_numerologies)
@@ -532,11 +568,14 @@ TEST(carrier_manager, an_empty_numerology_list_gives_no_bandwidth_parts)
 
 TEST(carrier_manager, guard_bands_are_confirmed_through_the_carrier)
 {
+    using sch_peer_t = vek::test_peer_t<lib_nr_ul_sch_configure_manager_t>;
     carrier_t carrier;
     lib_nr_ul_guard_band_configure_manager_t& guard_band = carrier.get_numerology_manager(0U).get_ul_guard_band();
     guard_band.add_guard_band();
+    EXPECT_EQ(sch_peer_t::rb_sets(carrier.get_ul_sch(0)).size(), 1U);
     EXPECT_TRUE(carrier.set_numerology_guard_band(0));
     EXPECT_EQ(guard_band.get_rb_set_info().size(), 2U);
+    EXPECT_EQ(sch_peer_t::rb_sets(carrier.get_ul_sch(0)), guard_band.get_rb_set_info());
     guard_band.add_guard_band(); // the same band twice
     testing::internal::CaptureStderr();
     EXPECT_FALSE(carrier.set_numerology_guard_band(0));

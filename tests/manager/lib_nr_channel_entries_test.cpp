@@ -15,20 +15,9 @@
 #include "manager/lib_nr_ul_rmc_configure_manager.h"
 #include "manager/lib_nr_ul_sch_configure_manager.h"
 #include "manager/lib_nr_ul_srs_configure_manager.h"
+#include "support/ul_sch_peer.h"
 
 #include <gtest/gtest.h>
-
-namespace vek
-{
-
-template <>
-struct test_peer_t<nr_mod_lib::lib_nr_ul_sch_configure_manager_t>
-{
-    static const auto& rb_sets(const nr_mod_lib::lib_nr_ul_sch_configure_manager_t& sch) { return sch.m_rb_set_map; }
-    static bool full(const nr_mod_lib::lib_nr_ul_sch_configure_manager_t& sch) { return sch.m_full_bandwidth; }
-};
-
-} // namespace vek
 
 namespace
 {
