@@ -42,13 +42,19 @@ public:
     {
         const unsigned int entries = branch.count(parent);
         added_entries(path, branch, entries, fresh);
+        if (branch.applied_twice && entries > 1)
+            switched_on(path, branch, parent);
         for (unsigned int i = 0; i < entries; ++i)
             facade(entry(path, i), branch.enter(parent, i), branch.enter(fresh, 0), *branch.facade);
-        if (branch.applied_twice && entries > 1)
-            for (unsigned int i = 0; i < entries; ++i)
-                for (const cfg_nr_leaf_t& leaf : branch.facade->leaves)
-                    if (std::strcmp(leaf.name, branch.applied_twice) == 0)
-                        steps.push_back(setting(entry(path, i), leaf, branch.enter(parent, i)));
+    }
+
+    /// What is on in a list whose last such entry cannot be switched off comes first, so that no step is corrected.
+    void switched_on(const std::string& path, const cfg_nr_branch_t& branch, void* parent)
+    {
+        for (const cfg_nr_leaf_t& leaf : branch.facade->leaves)
+            for (unsigned int i = 0; i < branch.count(parent); ++i)
+                if (std::strcmp(leaf.name, branch.applied_twice) == 0 && leaf.read(branch.enter(parent, i)) == "true")
+                    steps.push_back(setting(entry(path, i), leaf, branch.enter(parent, i)));
     }
 
     /// The `add` steps that bring a fresh list to a number of entries.
@@ -94,16 +100,16 @@ void mend(cfg_nr_waveform_t& original, cfg_nr_waveform_t& copy, const std::strin
 void mend_list(cfg_nr_waveform_t& original, cfg_nr_waveform_t& copy, const std::string& path,
                std::vector<std::string>& steps)
 {
-    const target_t wanted = resolve(original, path);
+    const target_t wanted = resolve(original, path, reading_t::list_first);
     const unsigned int entries = wanted.list->count(wanted.list_parent);
     for (;;) {
-        const target_t present = resolve(copy, path);
+        const target_t present = resolve(copy, path, reading_t::list_first);
         if (present.list->count(present.list_parent) >= entries || !present.list->add ||
             !present.list->add(present.list_parent))
             break;
         steps.push_back("add " + path);
     }
-    const target_t present = resolve(copy, path);
+    const target_t present = resolve(copy, path, reading_t::list_first);
     const unsigned int common = std::min(entries, present.list->count(present.list_parent));
     for (unsigned int i = 0; i < common; ++i)
         mend(original, copy, entry(path, i), steps);

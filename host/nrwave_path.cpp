@@ -63,7 +63,7 @@ bool resolve_value(target_t& target, std::string_view name)
 
 } // namespace
 
-target_t resolve(cfg_nr_waveform_t& waveform, const std::string& path)
+target_t resolve(cfg_nr_waveform_t& waveform, const std::string& path, reading_t reading)
 {
     target_t target;
     target.facade = &waveform;
@@ -75,11 +75,11 @@ target_t resolve(cfg_nr_waveform_t& waveform, const std::string& path)
         const segment_t segment = take_segment(rest, path);
         const auto* branch = find(
             target.table->branches, [](const cfg_nr_branch_t& row) { return row.accessor; }, segment.name);
-        if (!branch) {
-            if (rest.empty() && !segment.index && resolve_value(target, segment.name))
-                return target;
+        const bool may_be_value = rest.empty() && !segment.index && (!branch || reading == reading_t::setting_first);
+        if (may_be_value && resolve_value(target, segment.name))
+            return target;
+        if (!branch)
             throw failure_t("unknown path " + path);
-        }
         if (segment.index && !branch->is_list())
             throw failure_t("no list takes an index in " + path);
         target.list = branch->is_list() ? branch : nullptr;

@@ -23,9 +23,17 @@ struct target_t
     std::optional<unsigned int> index;
 };
 
+/// Which of a setting and a list of one name a path without an index means: carrier[0].numerology is both.
+enum class reading_t
+{
+    setting_first,
+    list_first,
+};
+
 /// Follows a path such as carrier[0].dl_ssb.active_idx; the empty path is the waveform. An unknown name, a missing or
 /// needless index and an index past the end are failures that say so.
-target_t resolve(vek::nr_mod_lib::cfg_nr_waveform_t& waveform, const std::string& path);
+target_t resolve(vek::nr_mod_lib::cfg_nr_waveform_t& waveform, const std::string& path,
+                 reading_t reading = reading_t::setting_first);
 
 /// Joins a path and a name below it.
 std::string below(const std::string& path, const std::string& name);

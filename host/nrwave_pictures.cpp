@@ -184,8 +184,8 @@ void draw_map(const resource_map_t& map, const std::string& title, const std::fi
     out << ")\nset xrange [-0.5:" << std::max(map.symbols, 1U) - 0.5
         << "]\nset yrange [-0.5:" << std::max(map.subcarriers, 1U) - 0.5 << "]\nplot ";
     if (!map.owners.empty())
-        out << "'-' binary array=(" << map.subcarriers << ',' << map.symbols
-            << ") format='%uchar' transpose with image notitle, ";
+        out << "'-' binary array=(" << map.symbols << ',' << map.subcarriers
+            << ") scan=yx format='%uchar' with image notitle, ";
     for (unsigned int owner = 1; owner < k_owners; ++owner)
         if (present[owner])
             out << "NaN with boxes fs solid noborder lc rgb '" << k_colours[owner] << "' title '"

@@ -98,7 +98,7 @@ void stepper_t::_set(const std::string& path, const std::string& value)
 
 void stepper_t::_change_list(const std::string& verb, const std::string& path)
 {
-    const target_t target = resolve(m_waveform, path);
+    const target_t target = resolve(m_waveform, path, reading_t::list_first);
     if (!target.list || target.leaf || target.figure)
         throw failure_t(path + " is no list");
     const cfg_nr_branch_t& list = *target.list;

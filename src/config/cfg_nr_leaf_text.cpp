@@ -72,7 +72,7 @@ std::optional<double> real_from_text(const std::string& text)
     double value = 0;
     if (!common_lib::lib_number_text_t::text_to_double(text, value))
         return std::nullopt;
-    return value;
+    return value + 0.0; // no negative zero, which equals zero but reads otherwise
 }
 
 std::string real_to_text(double value)

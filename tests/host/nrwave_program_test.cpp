@@ -225,8 +225,9 @@ TEST_F(nrwave_program, prints_settings_that_bring_a_fresh_waveform_to_the_same_s
     ASSERT_EQ(run("save sub/settings.xml -o again.xml").status, 0);
     EXPECT_EQ(content("again.xml"), content("sub/settings.xml"));
 
-    const std::string branch = run("get --recipe first.recipe 'carrier[1].numerology'").out;
-    EXPECT_EQ(branch.rfind("add carrier\ncarrier[1].numerology[0].enable=", 0), 0u) << branch;
+    const std::string branch = run("get --recipe first.recipe 'carrier[1].numerology[1]' 'carrier[1].numerology'").out;
+    EXPECT_EQ(branch, "add carrier\ncarrier[1].numerology[1].enable=true\ncarrier[1].numerology[1].rb_size=106\n"
+                      "carrier[1].numerology[1].rb_start=0\ncarrier[1].numerology=LIB_NR_SCS_15K\n");
     EXPECT_EQ(run("get --recipe first.recipe 'carrier[1].frequency_offset' 'carrier[1].bandwidth'").out,
               "carrier[1].frequency_offset=-30000000\ncarrier[1].bandwidth=38160000\n");
 }
