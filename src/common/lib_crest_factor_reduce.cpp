@@ -21,6 +21,10 @@ constexpr double k_kaiser_beta = 12.0;
 constexpr double k_active_threshold = 1e-4;      // 40 dB below the mean
 constexpr double k_reached = 1.0023052380778996; // 0.01 dB above the target
 
+// The average falls with every peak that goes. The limit follows it 2 dB down and no further, so that a target that no
+// signal of this bandwidth can reach does not eat the signal.
+constexpr double k_lowest_limit = 0.6309573444801932;
+
 double ratio_of_db(double db) { return std::pow(10.0, db / 10.0); }
 
 /// How many samples carry signal, so that a gap does not lower the average.
@@ -60,7 +64,7 @@ std::vector<double> eroded(const std::vector<double>& spectrum, std::size_t radi
     std::vector<double> result(size);
     for (std::size_t i = 0; i < size; ++i) {
         double least = spectrum[i];
-        for (std::size_t k = 1; k <= radius && least > 0.0; ++k)
+        for (std::size_t k = 1; k <= std::min(radius, size) && least > 0.0; ++k)
             least = std::min({least, spectrum[(i + k) % size], spectrum[(i + size - k) % size]});
         result[i] = least;
     }
@@ -235,10 +239,13 @@ void lib_crest_factor_reduce_t::deal_crest_factor_reduce(std::vector<std::comple
     const double target = ratio_of_db(m_setting.get_target_peak_to_average_power_ratio());
     const double active_samples = count_active_samples(signal);
     samples_t pulses(length);
+    double first_limit = 0.0;
     double last_energy = HUGE_VAL;
 
     for (unsigned int iteration = 0; iteration < m_setting.get_max_iteration(); ++iteration) {
-        const double limit = target * sum_of_power(signal.data(), signal.size()) / active_samples;
+        const double mean_limit = target * sum_of_power(signal.data(), signal.size()) / active_samples;
+        const double limit = std::max(mean_limit, k_lowest_limit * first_limit);
+        first_limit = std::max(first_limit, limit);
         pass_t pass;
         for (std::size_t begin = 0; begin < signal.size(); begin += kernel.block_size) {
             const std::size_t end = std::min(begin + kernel.block_size, signal.size());
@@ -252,9 +259,10 @@ void lib_crest_factor_reduce_t::deal_crest_factor_reduce(std::vector<std::comple
             inverse.execute(pulses.data(), pulses.data());
             subtract_circular(pulses, signal, (begin + signal.size() - kernel.lead) % signal.size());
         }
-        if (pass.is_reached || !(pass.excess_energy < last_energy))
+        const double energy = pass.excess_energy / limit;
+        if (pass.is_reached || !(energy < last_energy))
             return;
-        last_energy = pass.excess_energy;
+        last_energy = energy;
     }
 }
 

@@ -1,7 +1,6 @@
 #pragma once
 
 #include "common/lib_crest_factor_reduce_setting.h"
-#include "common/lib_test_peer.h"
 #include "common/nr_mod_lib_export.h"
 
 #include <complex>
@@ -21,13 +20,12 @@ public:
 
     /// Works in place until the target is reached to 0.01 dB, the iterations are used up, or a pass no longer lowers
     /// the energy above the target. The average is taken over the samples that carry signal, no more than 40 dB below
-    /// the mean, so that gaps of a TDD signal do not lower the target. Does not ask `is_enable`. A mask without width
-    /// allows no correction.
+    /// the mean, so that gaps of a TDD signal do not lower the target. Targets of 3 dB and more are reached by any
+    /// OFDM signal whose band the mask lets pass; one that cannot be reached does no harm. Does not ask `is_enable`. A
+    /// mask without width allows no correction.
     void deal_crest_factor_reduce(std::vector<std::complex<double>>& signal);
 
 private:
-    friend struct vek::test_peer_t<lib_crest_factor_reduce_t>;
-
     /// The pulse for one transform length, and how it goes over the signal.
     struct kernel_t
     {
