@@ -84,54 +84,53 @@ void cut_pulse(samples_t& pulse, std::size_t half)
     }
 }
 
-/// One pass: what it took away, and whether anything stood out of the target.
-struct pass_t
+/// A peak above the limit and what shall be taken away there.
+struct peak_t
 {
-    double excess_energy = 0.0;
-    bool is_reached = true;
+    std::size_t position;
+    double power;
+    std::complex<double> excess;
 };
 
-/// Puts the excess over `limit` (a power) of the samples from `begin` to `end` into `pulses`, one value for peaks
-/// closer than `distance`, and adds to the pass. False where nothing needs to be taken away.
-bool collect_excess(const samples_t& signal, std::size_t begin, std::size_t end, double limit, std::size_t distance,
-                    double share, std::complex<double>* pulses, pass_t& pass)
+/// Replaces `peaks` by those above `limit` (a power) from `begin` to `end`, one for those closer than `distance`.
+void find_peaks(const samples_t& signal, std::size_t begin, std::size_t end, double limit, std::size_t distance,
+                std::vector<peak_t>& peaks)
 {
-    bool is_needed = false;
-    std::size_t peak = end;
-    double peak_power = 0.0;
-    const auto put = [&] {
-        const double excess = 1.0 - std::sqrt(limit / peak_power);
-        pulses[peak - begin] = share * excess * signal[peak];
-        pass.excess_energy += excess * excess * peak_power;
-    };
+    peaks.clear();
     for (std::size_t i = begin; i < end; ++i) {
         const double power = power_of(signal[i]);
         if (!(power > limit))
             continue;
-        is_needed = is_needed || power > k_reached * limit;
-        if (peak != end && i - peak < distance) {
-            if (power <= peak_power)
-                continue;
-        }
-        else if (peak != end) {
-            put();
-        }
-        peak = i;
-        peak_power = power;
+        if (peaks.empty() || i - peaks.back().position >= distance)
+            peaks.push_back({i, power, 0.0});
+        else if (power > peaks.back().power)
+            peaks.back() = {i, power, 0.0};
     }
-    if (peak != end)
-        put();
-    pass.is_reached = pass.is_reached && !is_needed;
-    return is_needed;
+    for (peak_t& peak : peaks)
+        peak.excess = (1.0 - std::sqrt(limit / peak.power)) * signal[peak.position];
 }
 
-/// Takes `correction` away from the circular signal, from `position` on.
-void subtract_circular(const samples_t& correction, samples_t& signal, std::size_t position)
+/// The factor, at most 1, with which the correction of a block meets the excess of its peaks best. Where pulses are so
+/// wide that they pile up, it keeps them from doing more harm than good.
+double best_factor(const std::vector<peak_t>& peaks, const std::complex<double>* correction, std::size_t begin)
+{
+    double wanted = 0.0;
+    double taken = 0.0;
+    for (const peak_t& peak : peaks) {
+        const std::complex<double>& change = correction[peak.position - begin];
+        wanted += peak.excess.real() * change.real() + peak.excess.imag() * change.imag();
+        taken += power_of(change);
+    }
+    return taken > 0.0 ? std::clamp(wanted / taken, 0.0, 1.0) : 0.0;
+}
+
+/// Takes the correction, times a factor, away from the circular signal, from `position` on.
+void subtract_circular(const samples_t& correction, double factor, samples_t& signal, std::size_t position)
 {
     for (std::size_t done = 0; done < correction.size();) {
         const std::size_t count = std::min(correction.size() - done, signal.size() - position);
         for (std::size_t i = 0; i < count; ++i)
-            signal[position + i] -= correction[done + i];
+            signal[position + i] -= factor * correction[done + i];
         done += count;
         position = 0;
     }
@@ -224,7 +223,9 @@ lib_crest_factor_reduce_t::kernel_t lib_crest_factor_reduce_t::_make_block_kerne
 void lib_crest_factor_reduce_t::deal_crest_factor_reduce(std::vector<std::complex<double>>& signal)
 {
     const double share = m_setting.get_cancel_percent() / 100.0;
-    if (signal.empty() || m_sample_rate == 0.0 || share == 0.0 || m_setting.get_max_iteration() == 0)
+    const auto& mask = m_setting.get_filter_mask_data_arr();
+    if (signal.empty() || m_sample_rate == 0.0 || share == 0.0 || m_setting.get_max_iteration() == 0 ||
+        mask.front().first == mask.back().first)
         return;
 
     kernel_t kernel = _make_block_kernel(signal.size());
@@ -238,31 +239,40 @@ void lib_crest_factor_reduce_t::deal_crest_factor_reduce(std::vector<std::comple
     const lib_fft_plan_t inverse(length, LIB_FFT_INVERSE);
     const double target = ratio_of_db(m_setting.get_target_peak_to_average_power_ratio());
     const double active_samples = count_active_samples(signal);
-    samples_t pulses(length);
+    samples_t buffer(length);
+    std::vector<peak_t> peaks;
     double first_limit = 0.0;
-    double last_energy = HUGE_VAL;
+    double last_excess = HUGE_VAL;
 
     for (unsigned int iteration = 0; iteration < m_setting.get_max_iteration(); ++iteration) {
         const double mean_limit = target * sum_of_power(signal.data(), signal.size()) / active_samples;
         const double limit = std::max(mean_limit, k_lowest_limit * first_limit);
         first_limit = std::max(first_limit, limit);
-        pass_t pass;
+        bool is_reached = true;
+        double excess = 0.0;
         for (std::size_t begin = 0; begin < signal.size(); begin += kernel.block_size) {
             const std::size_t end = std::min(begin + kernel.block_size, signal.size());
-            std::fill(pulses.begin(), pulses.end(), 0.0);
-            if (!collect_excess(signal, begin, end, limit, kernel.peak_distance, share, pulses.data() + kernel.lead,
-                                pass))
+            find_peaks(signal, begin, end, limit, kernel.peak_distance, peaks);
+            if (std::none_of(peaks.begin(), peaks.end(),
+                             [&](const peak_t& peak) { return peak.power > k_reached * limit; }))
                 continue;
-            forward.execute(pulses.data(), pulses.data());
+            is_reached = false;
+
+            std::fill(buffer.begin(), buffer.end(), 0.0);
+            for (const peak_t& peak : peaks) {
+                buffer[kernel.lead + peak.position - begin] = peak.excess;
+                excess += power_of(peak.excess) / limit;
+            }
+            forward.execute(buffer.data(), buffer.data());
             for (std::size_t i = 0; i < length; ++i)
-                pulses[i] *= kernel.spectrum[i];
-            inverse.execute(pulses.data(), pulses.data());
-            subtract_circular(pulses, signal, (begin + signal.size() - kernel.lead) % signal.size());
+                buffer[i] *= kernel.spectrum[i];
+            inverse.execute(buffer.data(), buffer.data());
+            subtract_circular(buffer, share * best_factor(peaks, buffer.data() + kernel.lead, begin), signal,
+                              (begin + signal.size() - kernel.lead) % signal.size());
         }
-        const double energy = pass.excess_energy / limit;
-        if (pass.is_reached || !(energy < last_energy))
+        if (is_reached || !(excess < last_excess))
             return;
-        last_energy = energy;
+        last_excess = excess;
     }
 }
 

@@ -5,6 +5,7 @@
 #include <gtest/gtest.h>
 
 #include <climits>
+#include <cstdint>
 #include <random>
 #include <set>
 
@@ -92,7 +93,7 @@ TEST(lib_common_list_parse, index_texts)
 
 TEST(lib_common_list_parse, any_text_gives_distinct_indices_in_range_that_their_text_gives_again)
 {
-    std::mt19937 random(4);
+    std::independent_bits_engine<std::mt19937, 32, std::uint32_t> random(4);
     const std::string characters = "0123456789,,,::- x";
     for (int trial = 0; trial < 20000; ++trial) {
         std::string text;

