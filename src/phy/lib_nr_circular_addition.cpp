@@ -3,6 +3,7 @@
 #include "common/lib_fft_plan.h"
 
 #include <algorithm>
+#include <cmath>
 
 namespace vek::nr_mod_lib
 {
@@ -53,7 +54,9 @@ void add_resampled(std::vector<sample_t>& own, std::vector<sample_t>& buffer)
     const std::size_t positive = (shorter + 1) / 2;
     const std::size_t negative = (shorter - 1) / 2;
     std::vector<sample_t> spectrum(buffer.size());
-    const double scale = 1.0 / static_cast<double>(own.size());
+    // The inverse transform of an OFDM symbol is divided by the root of its length, so that a carrier's power follows
+    // from its width and the rate. What came from another rate is brought to the power that this rate gives.
+    const double scale = 1.0 / std::sqrt(static_cast<double>(own.size()) * static_cast<double>(buffer.size()));
     for (std::size_t k = 0; k < positive; ++k)
         spectrum[k] = scale * own[k];
     for (std::size_t k = 1; k <= negative; ++k)

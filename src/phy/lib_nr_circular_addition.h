@@ -15,7 +15,8 @@ void add_frame(const std::vector<std::complex<double>>& main, const std::vector<
                std::uint64_t frame_length, std::uint64_t frame, std::vector<std::complex<double>>& buffer);
 
 /// Adds one period of a periodic signal to a buffer that holds the same period at another rate. Band-limited: what lies
-/// beyond half the lower of both rates is cut. `own` is used up.
+/// beyond half the lower of both rates is cut. Amplitudes are scaled by the root of own rate over buffer rate, so that
+/// all carriers of a waveform have the same power per subcarrier and hertz of spacing. `own` is used up.
 void add_resampled(std::vector<std::complex<double>>& own, std::vector<std::complex<double>>& buffer);
 
 } // namespace vek::nr_mod_lib

@@ -1,0 +1,476 @@
+#include "phy/lib_nr_phy.h"
+
+#include "common/lib_fft_plan.h"
+#include "config/cfg_nr_waveform.h"
+#include "phy/lib_nr_resource_manager.h"
+#include "receiver/ofdm_demodulator.h"
+#include "support/captured_output.h"
+#include "support/engine_peer.h"
+
+#include <algorithm>
+#include <cmath>
+#include <functional>
+#include <gtest/gtest.h>
+#include <numeric>
+#include <random>
+
+// The engine end to end: a grid of random symbols goes in at the seam, a receiver of its own gets it back.
+
+namespace
+{
+
+using namespace vek::nr_mod_lib;
+using nr_test::engine_peer_t;
+using complex_t = std::complex<double>;
+using rows_t = std::vector<std::vector<complex_t>>;
+
+#if defined(__SANITIZE_ADDRESS__)
+constexpr unsigned long long k_most_samples = 3000000;
+#else
+constexpr unsigned long long k_most_samples = 50000000;
+#endif
+
+/// Random QPSK in every cell of one carrier's frames; the others stay silent.
+class full_grid_t
+{
+public:
+    full_grid_t(lib_nr_phy_t& engine, std::vector<unsigned int> carriers = {0})
+    {
+        engine_peer_t::after_channel_steps(
+            engine, [this, carriers](unsigned int carrier, unsigned int, unsigned int frame) {
+                if (std::find(carriers.begin(), carriers.end(), carrier) == carriers.end())
+                    return;
+                rows_t& payload = lib_nr_channel_resource_manager_t::get_inst().get_payload_mapping();
+                std::uint64_t bits = 0;
+                unsigned int left = 0;
+                for (auto& row : payload)
+                    for (complex_t& cell : row) {
+                        if (left == 0) {
+                            bits = m_random();
+                            left = 32;
+                        }
+                        cell = {(bits & 1U) ? -M_SQRT1_2 : M_SQRT1_2, (bits & 2U) ? -M_SQRT1_2 : M_SQRT1_2};
+                        bits >>= 2U;
+                        --left;
+                    }
+                m_sent[{carrier, frame}] = payload;
+            });
+    }
+
+    const rows_t& sent(unsigned int carrier, unsigned int frame) const { return m_sent.at({carrier, frame}); }
+
+private:
+    std::mt19937_64 m_random{7};
+    std::map<std::pair<unsigned int, unsigned int>, rows_t> m_sent;
+};
+
+struct pair_t
+{
+    lib_nr_channel_bw_type_t bandwidth;
+    lib_nr_numerology_type_t spacing;
+};
+
+std::vector<pair_t> all_pairs()
+{
+    std::vector<pair_t> pairs;
+    for (unsigned int b = LIB_NR_CHANNEL_FR1_5M; b <= LIB_NR_CHANNEL_FR2_2_2000M; ++b)
+        for (const auto spacing :
+             lib_nr_phy_common_t::get_valid_numerology_list(static_cast<lib_nr_channel_bw_type_t>(b)))
+            pairs.push_back({static_cast<lib_nr_channel_bw_type_t>(b), spacing});
+    return pairs;
+}
+
+lib_nr_waveform_configure_manager_t waveform_of(const pair_t& pair)
+{
+    lib_nr_waveform_configure_manager_t waveform;
+    waveform.get_carrier(0).set_bandwidth(pair.bandwidth);
+    waveform.get_carrier(0).set_numerology(pair.spacing);
+    return waveform;
+}
+
+nr_test::ofdm_numerology_t numerology_of(const lib_nr_waveform_configure_manager_t& waveform, unsigned int carrier = 0)
+{
+    const lib_nr_carrier_configure_manager_t& configuration = waveform.get_carrier(carrier);
+    nr_test::ofdm_numerology_t numerology;
+    numerology.mu = configuration.get_numerology();
+    numerology.extended_prefix = configuration.get_dl_bwp(0).get_cp_type() == LIB_NR_EXTEND_CP;
+    numerology.subcarriers =
+        lib_nr_phy_common_t::get_subcarrier_total_number(configuration.get_numerology(), configuration.get_bandwidth());
+    numerology.sample_rate = waveform.get_waveform_sample_rate_hz();
+    numerology.radio_frequency = waveform.get_phase_compensation_enable() ? waveform.get_radio_frequency() : 0;
+    return numerology;
+}
+
+double largest_error(const rows_t& received, const rows_t& sent)
+{
+    const complex_t gain = nr_test::fitted_gain(received, sent);
+    double largest = 0;
+    for (std::size_t l = 0; l < sent.size(); ++l)
+        for (std::size_t k = 0; k < sent[l].size(); ++k)
+            largest = std::max(largest, std::norm(received[l][k] / gain - sent[l][k]));
+    return std::sqrt(largest);
+}
+
+double worst_symbol(const rows_t& received, const rows_t& sent)
+{
+    double worst = 0;
+    for (std::size_t l = 0; l < sent.size(); ++l)
+        worst = std::max(worst, nr_test::error_vector_magnitude({received[l]}, {sent[l]}));
+    return worst;
+}
+
+std::string name_of(const pair_t& pair)
+{
+    return "bandwidth " + std::to_string(pair.bandwidth) + ", mu " + std::to_string(pair.spacing);
+}
+
+TEST(engine, a_full_grid_comes_back_exactly_with_the_filter_off)
+{
+    nr_test::captured_output_t silence;
+    unsigned int checked = 0;
+    for (const pair_t& pair : all_pairs())
+        for (const bool extended : {false, true})
+            for (const bool compensated : {true, false}) {
+                if (extended && pair.spacing != LIB_NR_SCS_60K)
+                    continue;
+                lib_nr_waveform_configure_manager_t waveform = waveform_of(pair);
+                if (waveform.get_waveform_sample_points() > (compensated ? k_most_samples : k_most_samples / 10))
+                    continue;
+                waveform.get_carrier(0).set_baseband_filter_enable(false);
+                waveform.get_carrier(0).get_dl_bwp(0).set_cp_type(extended ? LIB_NR_EXTEND_CP : LIB_NR_NORMAL_CP);
+                waveform.set_phase_compensation_enable(compensated);
+                waveform.set_radio_frequency(3549990000.0 + 17.0 * static_cast<int>(pair.bandwidth));
+
+                lib_nr_phy_t engine;
+                full_grid_t grid(engine);
+                engine.waveform_config(waveform);
+                ASSERT_TRUE(engine.nr_phy_process());
+                const auto& samples = engine.get_baseband_signal_data();
+                ASSERT_EQ(samples.size(), waveform.get_waveform_sample_points());
+                const rows_t received = nr_test::demodulate_frame(samples, numerology_of(waveform), 0);
+                EXPECT_LT(largest_error(received, grid.sent(0, 0)), 1e-9)
+                    << name_of(pair) << (extended ? ", extended" : "") << (compensated ? ", compensated" : "");
+                ++checked;
+            }
+    EXPECT_GE(checked, 40u);
+}
+
+TEST(engine, filter_and_windowing_cost_little_error_in_every_symbol)
+{
+    nr_test::captured_output_t silence;
+    const auto expect_little = [](const lib_nr_waveform_configure_manager_t& waveform, const std::string& what) {
+        lib_nr_phy_t engine;
+        full_grid_t grid(engine);
+        engine.waveform_config(waveform);
+        ASSERT_TRUE(engine.nr_phy_process());
+        nr_test::ofdm_numerology_t numerology = numerology_of(waveform);
+        numerology.early = 0.5;
+        const rows_t received = nr_test::demodulate_frame(engine.get_baseband_signal_data(), numerology, 0);
+        EXPECT_LT(nr_test::error_vector_magnitude(received, grid.sent(0, 0)), 0.0015) << what;
+        EXPECT_LT(worst_symbol(received, grid.sent(0, 0)), 0.004) << what;
+    };
+    for (const pair_t& pair : all_pairs()) {
+        const lib_nr_waveform_configure_manager_t waveform = waveform_of(pair);
+        if (waveform.get_waveform_sample_points() <= k_most_samples)
+            expect_little(waveform, name_of(pair));
+    }
+
+    // A second carrier, silent here, raises the rate: 4 times and 24 times the first one's own.
+    struct wider_t
+    {
+        pair_t first;
+        pair_t second;
+        double offset;
+        double ratio;
+    };
+    for (const wider_t& c :
+         {wider_t{{LIB_NR_CHANNEL_FR1_20M, LIB_NR_SCS_15K}, {LIB_NR_CHANNEL_FR1_100M, LIB_NR_SCS_30K}, 0, 4},
+          wider_t{{LIB_NR_CHANNEL_FR1_20M, LIB_NR_SCS_30K}, {LIB_NR_CHANNEL_FR1_100M, LIB_NR_SCS_60K}, 0, 4},
+          wider_t{{LIB_NR_CHANNEL_FR1_5M, LIB_NR_SCS_15K}, {LIB_NR_CHANNEL_FR1_50M, LIB_NR_SCS_15K}, 50e6, 24}})
+    {
+        lib_nr_waveform_configure_manager_t waveform = waveform_of(c.first);
+        const double own = waveform.get_waveform_sample_rate_hz();
+        waveform.add_carrier();
+        waveform.get_carrier(1).set_bandwidth(c.second.bandwidth);
+        waveform.get_carrier(1).set_numerology(c.second.spacing);
+        waveform.get_carrier(1).set_frequency_offset_hz(1e9, c.offset);
+        ASSERT_EQ(waveform.get_waveform_sample_rate_hz(), own * c.ratio);
+        expect_little(waveform, name_of(c.first) + " oversampled " + std::to_string(c.ratio));
+    }
+}
+
+/// Mean power density outside the channel against that inside, in dB, over the whole periodic waveform.
+double outside_power_db(const std::vector<complex_t>& samples, double rate, double half_band, double half_channel)
+{
+    std::vector<complex_t> spectrum = samples;
+    vek::common_lib::lib_fft_plan_t(samples.size(), vek::common_lib::LIB_FFT_FORWARD)
+        .execute(spectrum.data(), spectrum.data());
+    double inside = 0;
+    double outside = 0;
+    std::size_t inside_bins = 0;
+    std::size_t outside_bins = 0;
+    for (std::size_t i = 0; i < spectrum.size(); ++i) {
+        const double bin = i < spectrum.size() / 2 ? static_cast<double>(i)
+                                                   : static_cast<double>(i) - static_cast<double>(spectrum.size());
+        const double frequency = std::fabs(bin) * rate / static_cast<double>(spectrum.size());
+        if (frequency < half_band) {
+            inside += std::norm(spectrum[i]);
+            ++inside_bins;
+        }
+        else if (frequency > half_channel) {
+            outside += std::norm(spectrum[i]);
+            ++outside_bins;
+        }
+    }
+    return 10 * std::log10((outside / static_cast<double>(outside_bins)) / (inside / static_cast<double>(inside_bins)));
+}
+
+TEST(engine, leaves_no_seam_between_frames_nor_at_the_wrap)
+{
+    nr_test::captured_output_t silence;
+    double one_frame = 0;
+    for (const unsigned int frames : {1u, 3u}) {
+        lib_nr_waveform_configure_manager_t waveform;
+        waveform.set_frames_number(frames);
+        lib_nr_phy_t engine;
+        full_grid_t grid(engine);
+        engine.waveform_config(waveform);
+        ASSERT_TRUE(engine.nr_phy_process());
+        // 273 resource blocks of 30 kHz and twice the guard of 845 kHz.
+        const double outside =
+            outside_power_db(engine.get_baseband_signal_data(), 122.88e6, 49.14e6, 49.14e6 + 2 * 845e3);
+        EXPECT_LT(outside, -60.0) << frames << " frames";
+        if (frames == 1)
+            one_frame = outside;
+        else
+            EXPECT_NEAR(outside, one_frame, 3.0);
+    }
+}
+
+TEST(engine, two_carriers_land_where_they_are_asked_to_with_the_powers_asked_for)
+{
+    nr_test::captured_output_t silence;
+    struct case_t
+    {
+        pair_t pairs[2];
+        double offsets[2];
+        double rate;
+    };
+    // In the second case the waveform's rate is no multiple of the second carrier's 122.88 MHz.
+    for (const case_t& c :
+         {case_t{{{LIB_NR_CHANNEL_FR1_40M, LIB_NR_SCS_30K}, {LIB_NR_CHANNEL_FR1_20M, LIB_NR_SCS_15K}},
+                 {50e6, -50e6},
+                 368.64e6},
+          case_t{{{LIB_NR_CHANNEL_FR1_10M, LIB_NR_SCS_30K}, {LIB_NR_CHANNEL_FR1_100M, LIB_NR_SCS_30K}},
+                 {55e6, -20e6},
+                 199.68e6}})
+    {
+        lib_nr_waveform_configure_manager_t waveform = waveform_of(c.pairs[0]);
+        waveform.add_carrier();
+        waveform.get_carrier(1).set_bandwidth(c.pairs[1].bandwidth);
+        waveform.get_carrier(1).set_numerology(c.pairs[1].spacing);
+        for (unsigned int i = 0; i < 2; ++i)
+            waveform.get_carrier(i).set_frequency_offset_hz(waveform.get_radio_frequency(), c.offsets[i]);
+        waveform.get_carrier(1).set_power_boosting(-7.0);
+        const double rate = waveform.get_waveform_sample_rate_hz();
+        ASSERT_EQ(rate, c.rate);
+
+        lib_nr_phy_t engine;
+        full_grid_t grid(engine, {0, 1});
+        engine.waveform_config(waveform);
+        ASSERT_TRUE(engine.nr_phy_process());
+        double densities[2]; // power of one subcarrier by its spacing
+        for (unsigned int i = 0; i < 2; ++i) {
+            nr_test::ofdm_numerology_t numerology = numerology_of(waveform, i);
+            const double spacing = 15e3 * (1U << numerology.mu);
+            numerology.sample_rate =
+                spacing * lib_nr_ofdm_modulator_t::get_fft_length(c.pairs[i].spacing, c.pairs[i].bandwidth);
+            numerology.early = 0.5;
+            const std::vector<complex_t> channel =
+                nr_test::select_channel(engine.get_baseband_signal_data(), rate, c.offsets[i], numerology.sample_rate);
+            const rows_t received = nr_test::demodulate_frame(channel, numerology, 0);
+            EXPECT_LT(nr_test::error_vector_magnitude(received, grid.sent(i, 0)), 0.0015) << "carrier " << i;
+            EXPECT_LT(worst_symbol(received, grid.sent(i, 0)), 0.004) << "carrier " << i;
+            densities[i] = std::norm(nr_test::fitted_gain(received, grid.sent(i, 0))) / numerology.sample_rate;
+        }
+        EXPECT_NEAR(10 * std::log10(densities[1] / densities[0]), -7.0, 0.01);
+    }
+}
+
+TEST(engine, offsets_shift_turn_and_scale_the_carrier_exactly)
+{
+    nr_test::captured_output_t silence;
+    lib_nr_waveform_configure_manager_t waveform = waveform_of({LIB_NR_CHANNEL_FR1_5M, LIB_NR_SCS_15K});
+    lib_nr_carrier_configure_manager_t& carrier = waveform.get_carrier(0);
+    carrier.set_timing_offset_s(1000.4 / 7.68e6);
+    carrier.set_frequency_offset_hz(1e9, 1234567);
+    carrier.set_init_phase(77);
+    carrier.set_power_boosting(-13.5);
+    lib_nr_phy_t engine;
+    engine.waveform_config(waveform);
+
+    const std::size_t size = waveform.get_waveform_sample_points();
+    std::mt19937 random(3);
+    std::normal_distribution<double> gauss;
+    std::vector<complex_t> before(size);
+    for (complex_t& sample : before)
+        sample = {gauss(random), gauss(random)};
+    std::vector<complex_t> after = before;
+    engine_peer_t::deal_carrier_process(engine, 0, after);
+    double largest = 0;
+    for (std::size_t i = 0; i < size; ++i) {
+        const long double turns = 1234567.0L * static_cast<long double>(i) /
+                                      static_cast<long double>(waveform.get_waveform_sample_rate_hz()) +
+                                  77.0L / 360.0L;
+        const complex_t turn =
+            std::polar(std::pow(10.0, -13.5 / 20.0), 2 * M_PI * static_cast<double>(turns - std::floor(turns)));
+        largest = std::max(largest, std::norm(after[i] - before[(i + size - 1000) % size] * turn));
+    }
+    EXPECT_LT(std::sqrt(largest), 1e-9);
+
+    // The length of the whole waveform is no shift at all.
+    carrier.set_timing_offset_s(0.01);
+    carrier.set_frequency_offset_hz(1e9, 0);
+    carrier.set_init_phase(360);
+    carrier.set_power_boosting(0);
+    engine.waveform_config(waveform);
+    after = before;
+    engine_peer_t::deal_carrier_process(engine, 0, after);
+    EXPECT_EQ(after, before);
+}
+
+TEST(engine, every_length_and_every_silence_has_well_formed_results)
+{
+    nr_test::captured_output_t silence;
+    const auto run = [](const lib_nr_waveform_configure_manager_t& waveform, bool filled) {
+        lib_nr_phy_t engine;
+        full_grid_t grid(engine, filled ? std::vector<unsigned int>{0} : std::vector<unsigned int>{});
+        engine.waveform_config(waveform);
+        ASSERT_TRUE(engine.nr_phy_process());
+        const auto& samples = engine.get_baseband_signal_data();
+        ASSERT_EQ(samples.size(), waveform.get_waveform_sample_points());
+        EXPECT_EQ(engine.get_waveform_ccdf_cruve_data().size(), 601u);
+        EXPECT_EQ(engine.get_burst_ccdf_cruve_data().size(), 601u);
+        EXPECT_EQ(engine.get_waveform_ccdf_marker_data().size(), 7u);
+        EXPECT_EQ(engine.get_burst_ccdf_marker_data().size(), 7u);
+        const double largest = std::accumulate(samples.begin(), samples.end(), 0.0, [](double most, complex_t sample) {
+            return std::max({most, std::fabs(sample.real()), std::fabs(sample.imag())});
+        });
+        EXPECT_EQ(largest, filled ? 1.0 : 0.0);
+        const auto& spectrum = engine.get_frequency_spectrum_data();
+        const bool dark = std::all_of(spectrum.begin(), spectrum.end(), [](complex_t v) { return v == 0.0; });
+        EXPECT_EQ(dark, !filled);
+        EXPECT_FALSE(spectrum.empty());
+    };
+    for (unsigned int frames = 1; frames <= 4; ++frames)
+        for (unsigned int subframes = 1; subframes <= 10; ++subframes) {
+            lib_nr_waveform_configure_manager_t waveform = waveform_of({LIB_NR_CHANNEL_FR1_5M, LIB_NR_SCS_15K});
+            waveform.set_frames_number(frames);
+            waveform.set_subframes_number(subframes);
+            ASSERT_EQ(waveform.get_waveform_sample_points(), 7680u * frames * (frames == 1 ? subframes : 10));
+            run(waveform, true);
+            run(waveform, false);
+        }
+    lib_nr_waveform_configure_manager_t disabled;
+    disabled.get_carrier(0).set_enable(false);
+    ASSERT_EQ(disabled.get_waveform_sample_points(), 0u);
+    run(disabled, false);
+}
+
+TEST(engine, refuses_a_buffer_of_another_length)
+{
+    nr_test::captured_output_t output;
+    lib_nr_phy_t engine;
+    std::vector<complex_t> buffer(17);
+    EXPECT_FALSE(engine_peer_t::fill_frame_data(engine, 0, 0, 0, buffer));
+    EXPECT_NE(output.text().find("lib_nr_dl_phy_t::_fill_frame_data Report : Carrier Data Length Error!\n"),
+              std::string::npos);
+    EXPECT_EQ(buffer, std::vector<complex_t>(17));
+}
+
+/// Does something whenever a line with a given text is printed.
+class line_hook_t : public std::streambuf
+{
+public:
+    line_hook_t(std::string text, std::function<void()> action)
+        : m_text(std::move(text)), m_action(std::move(action)), m_original(std::cout.rdbuf(this))
+    {}
+    ~line_hook_t() override { std::cout.rdbuf(m_original); }
+
+    std::string lines;
+
+protected:
+    int_type overflow(int_type c) override
+    {
+        const char character = traits_type::to_char_type(c);
+        lines += character;
+        m_line += character;
+        if (character == '\n') {
+            if (m_line.find(m_text) != std::string::npos)
+                m_action();
+            m_line.clear();
+        }
+        return traits_type::not_eof(c);
+    }
+
+private:
+    std::string m_text;
+    std::function<void()> m_action;
+    std::streambuf* m_original;
+    std::string m_line;
+};
+
+TEST(engine, a_conflict_empties_the_results_and_tells_its_first_cell)
+{
+    lib_nr_waveform_configure_manager_t waveform = waveform_of({LIB_NR_CHANNEL_FR1_10M, LIB_NR_SCS_30K});
+    waveform.get_carrier(0).get_dl_ssb().set_enable(true, 24);
+    lib_nr_phy_t engine;
+    engine.waveform_config(waveform);
+    {
+        nr_test::captured_output_t silence;
+        ASSERT_TRUE(engine.nr_phy_process());
+        EXPECT_FALSE(engine.get_baseband_signal_data().empty());
+    }
+    // The first block lies in symbols 4 to 7, subcarriers 24 to 263.
+    line_hook_t hook("_nr_dl_pdcch_re_map", [] {
+        lib_nr_channel_resource_manager_t::get_inst().deal_resource_mapping(lib_nr_resource_element_range_t{5, 1, 3, 1},
+                                                                            LIB_NR_RESOURCE_MAPPING_PDCCH);
+    });
+    EXPECT_FALSE(engine.nr_phy_process());
+    EXPECT_NE(hook.lines.find("lib_nr_dl_phy_t::nr_phy_process Report : Resource Mapping Conflict!\n"),
+              std::string::npos);
+    EXPECT_TRUE(engine.get_baseband_signal_data().empty());
+    EXPECT_TRUE(engine.get_frequency_spectrum_data().empty());
+    EXPECT_TRUE(engine.get_waveform_ccdf_cruve_data().empty());
+    const auto& conflict = lib_nr_channel_resource_manager_t::get_inst().get_first_conflict();
+    ASSERT_TRUE(conflict.has_value());
+    EXPECT_EQ(conflict->symbol, 5u);
+    EXPECT_EQ(conflict->subcarrier, 36u);
+    EXPECT_EQ(conflict->owner, LIB_NR_RESOURCE_MAPPING_SSB);
+    EXPECT_EQ(conflict->newcomer, LIB_NR_RESOURCE_MAPPING_PDCCH);
+}
+
+TEST(engine, mirroring_reverses_the_spectrum_and_a_tone_peaks_in_its_bin)
+{
+    nr_test::captured_output_t silence;
+    for (const bool mirrored : {false, true}) {
+        lib_nr_waveform_configure_manager_t waveform = waveform_of({LIB_NR_CHANNEL_FR1_5M, LIB_NR_SCS_15K});
+        waveform.set_mirror_spectrum(mirrored);
+        waveform.get_carrier(0).set_baseband_filter_enable(false);
+        lib_nr_phy_t engine;
+        engine_peer_t::after_channel_steps(engine, [](unsigned int, unsigned int, unsigned int) {
+            for (auto& row : lib_nr_channel_resource_manager_t::get_inst().get_payload_mapping())
+                row[150 + 64] = 1.0; // 64 x 15 kHz above the centre
+        });
+        engine.waveform_config(waveform);
+        ASSERT_TRUE(engine.nr_phy_process());
+        const auto& spectrum = engine.get_frequency_spectrum_data();
+        const auto peak = std::max_element(spectrum.begin(), spectrum.end(),
+                                           [](complex_t a, complex_t b) { return std::norm(a) < std::norm(b); });
+        const double bin = 960e3 / 7.68e6 * static_cast<double>(spectrum.size());
+        const double found = static_cast<double>(peak - spectrum.begin()) - static_cast<double>(spectrum.size() / 2);
+        EXPECT_NEAR(found, mirrored ? -bin : bin, 4.0); // prefixes widen the line
+    }
+}
+
+} // namespace

@@ -1,0 +1,40 @@
+#pragma once
+
+#include "phy/lib_nr_phy.h"
+
+#include <functional>
+
+namespace vek
+{
+
+/// The engine's private steps, and the seam where a test puts symbols of its own into the payload map.
+template <>
+struct test_peer_t<nr_mod_lib::lib_nr_phy_t>
+{
+    using engine_t = nr_mod_lib::lib_nr_phy_t;
+
+    /// Runs behind the channel steps of every frame, with carrier, numerology and frame.
+    static void after_channel_steps(engine_t& engine,
+                                    std::function<void(unsigned int, unsigned int, unsigned int)> step)
+    {
+        engine.m_after_channel_steps = std::move(step);
+    }
+    static bool fill_frame_data(engine_t& engine, unsigned int carrier, unsigned int numerology, unsigned int frame,
+                                engine_t::signal_t& buffer)
+    {
+        return engine._fill_frame_data(carrier, numerology, frame, buffer);
+    }
+    static void deal_carrier_process(engine_t& engine, unsigned int carrier, engine_t::signal_t& buffer)
+    {
+        engine._deal_carrier_process(carrier, buffer);
+    }
+};
+
+} // namespace vek
+
+namespace nr_test
+{
+
+using engine_peer_t = vek::test_peer_t<vek::nr_mod_lib::lib_nr_phy_t>;
+
+} // namespace nr_test
