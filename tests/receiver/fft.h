@@ -1,0 +1,15 @@
+#pragma once
+
+#include <complex>
+#include <vector>
+
+namespace nr_test
+{
+
+using signal_t = std::vector<std::complex<double>>;
+
+/// Discrete Fourier transform in place, unscaled; the length must be a product of twos and threes. sign -1 is the
+/// forward one.
+void fft(signal_t& values, int sign);
+
+} // namespace nr_test
