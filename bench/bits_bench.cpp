@@ -162,7 +162,7 @@ void polar_matrix_product(benchmark::State& state)
         for (std::size_t i = 0; i < order; ++i) {
             unsigned char sum = 0;
             for (std::size_t j = 0; j < order; ++j)
-                sum ^= u[j] & generator[j][i];
+                sum = static_cast<unsigned char>(sum ^ (u[j] & generator[j][i]));
             out[i] = sum;
         }
         benchmark::DoNotOptimize(out.data());
@@ -183,7 +183,7 @@ void polar_transposed_matrix_product(benchmark::State& state)
         for (std::size_t i = 0; i < order; ++i) {
             unsigned char sum = 0;
             for (std::size_t j = 0; j < order; ++j)
-                sum ^= u[j] & transposed[i][j];
+                sum = static_cast<unsigned char>(sum ^ (u[j] & transposed[i][j]));
             out[i] = sum;
         }
         benchmark::DoNotOptimize(out.data());

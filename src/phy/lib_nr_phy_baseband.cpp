@@ -90,7 +90,11 @@ void lib_nr_phy_t::_deal_ccdf_calculation()
     analyse(analysed, m_waveform_ccdf_curve, m_waveform_ccdf_marker);
     signal_t burst;
     common_lib::lib_common_signal_process_t::get_burst_signal_data(analysed, burst);
-    analyse(burst, m_burst_ccdf_curve, m_burst_ccdf_marker);
+    if (burst.size() == analysed.size()) { // without a gap, the burst is the signal itself
+        m_burst_ccdf_curve = m_waveform_ccdf_curve;
+        m_burst_ccdf_marker = m_waveform_ccdf_marker;
+    } else
+        analyse(burst, m_burst_ccdf_curve, m_burst_ccdf_marker);
 }
 
 void lib_nr_phy_t::_init_baseband_analysis_data()
