@@ -25,7 +25,7 @@ samples_t random_ofdm(std::size_t fft_length, std::size_t used, std::size_t symb
     const lib_fft_plan_t& inverse = lib_fft_plan_t::get(fft_length, LIB_FFT_INVERSE);
     samples_t signal;
     samples_t symbol(fft_length);
-    const std::size_t prefix = fft_length / 14;
+    const std::size_t prefix = fft_length / 8;
     for (std::size_t i = 0; i < symbols; ++i) {
         std::fill(symbol.begin(), symbol.end(), 0.0);
         for (std::size_t k = 0; k < used; ++k) {

@@ -8,6 +8,9 @@
 #include <string>
 
 #include <unistd.h>
+#ifdef __SANITIZE_ADDRESS__
+#include <sanitizer/lsan_interface.h>
+#endif
 
 namespace nr_test
 {
@@ -24,6 +27,9 @@ public:
         std::filesystem::create_directories(m_folder);
         const std::string compile = "localedef -i de_DE -f UTF-8 '" + (m_folder / "de_DE.UTF-8").string() + "'";
         const bool is_compiled = std::system(compile.c_str()) == 0;
+#ifdef __SANITIZE_ADDRESS__
+        const __lsan::ScopedDisabler c_library_loses_its_copy_of_the_path;
+#endif
         ::setenv("LOCPATH", m_folder.c_str(), 1);
         if (is_compiled && std::setlocale(LC_ALL, "de_DE.UTF-8") != nullptr)
             std::locale::global(std::locale("de_DE.UTF-8"));
