@@ -1,6 +1,7 @@
 #include "common/lib_ccdf_calculator.h"
 
 #include "common/lib_signal_power.h"
+#include "common/lib_target_clones.h"
 
 #include <algorithm>
 #include <array>
@@ -8,6 +9,7 @@
 #include <cmath>
 #include <cstdint>
 #include <limits>
+#include <numeric>
 
 namespace vek::common_lib
 {
@@ -22,7 +24,7 @@ constexpr double k_step_db = 0.05;
 // wide, less than a step of the grid (10^0.005 = 1.0116), so at most one point of the grid lies in it.
 constexpr unsigned int k_cell_shift = 52 - 7;
 constexpr std::int64_t k_cell_of_one = std::int64_t{1023} << 7;
-constexpr std::int64_t k_last_cell = std::int64_t{10} << 7; // from 1024 on, past the 30 dB of the last point
+constexpr std::int32_t k_last_cell = 10 << 7; // from 1024 on, past the 30 dB of the last point
 
 /// How many points of the grid a power over the mean exceeds: one look into a table and one comparison.
 class grid_t
@@ -42,11 +44,9 @@ public:
         }
     }
 
-    std::size_t points_below(double ratio) const
+    std::size_t points_below(double ratio, std::int32_t cell) const
     {
-        const std::int64_t cell = (std::bit_cast<std::int64_t>(ratio) >> k_cell_shift) - k_cell_of_one;
-        const std::size_t below =
-            m_points_below_cell[static_cast<std::size_t>(std::clamp<std::int64_t>(cell, 0, k_last_cell))];
+        const std::size_t below = m_points_below_cell[static_cast<std::size_t>(cell)];
         return below + (ratio > m_points[below]);
     }
 
@@ -54,6 +54,21 @@ private:
     std::array<double, k_points + 1> m_points;
     std::array<std::uint16_t, k_last_cell + 1> m_points_below_cell;
 };
+
+constexpr std::size_t k_block = 512;
+
+/// The powers of up to a block of samples over the mean, and their cells.
+NR_MOD_LIB_TARGET_CLONES
+void find_cells(const std::complex<double>* samples, std::size_t count, double scale, double* ratios,
+                std::int32_t* cells)
+{
+    for (std::size_t i = 0; i < count; ++i)
+        ratios[i] = power_of(samples[i]) * scale;
+    for (std::size_t i = 0; i < count; ++i) {
+        const auto cell = static_cast<std::int32_t>(std::bit_cast<std::uint64_t>(ratios[i]) >> k_cell_shift);
+        cells[i] = std::clamp(cell - static_cast<std::int32_t>(k_cell_of_one), 0, k_last_cell);
+    }
+}
 
 /// 0 for a signal that is empty, silent or not finite.
 double mean_power(const std::vector<std::complex<double>>& signal)
@@ -92,15 +107,20 @@ void lib_ccdf_calculator_t::calculate_default_ccdf_data(const std::vector<std::c
     if (mean == 0.0)
         return;
 
-    // Two histograms, so that a count rarely waits for the one before.
-    std::array<std::array<std::uint64_t, k_points + 1>, 2> counts{};
-    const double scale = 1.0 / mean;
-    for (std::size_t i = 0; i < signal.size(); ++i)
-        ++counts[i % 2][grid.points_below(power_of(signal[i]) * scale)];
+    // Four histograms, so that a count rarely waits for the one before.
+    std::array<std::array<std::uint64_t, 4>, k_points + 1> counts{};
+    std::array<double, k_block> ratios;
+    std::array<std::int32_t, k_block> cells;
+    for (std::size_t begin = 0; begin < signal.size(); begin += k_block) {
+        const std::size_t count = std::min(k_block, signal.size() - begin);
+        find_cells(signal.data() + begin, count, 1.0 / mean, ratios.data(), cells.data());
+        for (std::size_t i = 0; i < count; ++i)
+            ++counts[grid.points_below(ratios[i], cells[i])][i % 4];
+    }
 
     std::uint64_t above = 0;
     for (std::size_t i = k_points; i-- > 0;) {
-        above += counts[0][i + 1] + counts[1][i + 1];
+        above += std::accumulate(counts[i + 1].begin(), counts[i + 1].end(), std::uint64_t{0});
         curve[i] = static_cast<double>(above) / static_cast<double>(signal.size());
     }
 }

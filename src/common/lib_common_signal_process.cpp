@@ -7,6 +7,7 @@
 #include <array>
 #include <cmath>
 #include <numbers>
+#include <numeric>
 
 namespace vek::common_lib
 {
@@ -51,27 +52,49 @@ void rotate(std::complex<double>* samples, std::size_t count, std::complex<doubl
 
 constexpr double k_burst_threshold = 0.01; // 20 dB below the mean of the active part
 
-/// Calls visit(i, p) with the mean power p of up to `width` samples round sample i, from the first on or, where
+/// The mean power of those pieces of `width` samples that lie no more than 20 dB below the mean of all; a shorter last
+/// piece counts as if zeros followed. Some window of that width has at least this power.
+double active_mean_power(const std::vector<std::complex<double>>& signal, std::size_t width)
+{
+    std::vector<double> pieces;
+    const auto divisor = static_cast<double>(std::min(width, signal.size()));
+    for (std::size_t begin = 0; begin < signal.size(); begin += width) {
+        const std::size_t count = std::min(width, signal.size() - begin);
+        pieces.push_back(sum_of_power(signal.data() + begin, count) / divisor);
+    }
+    const double least =
+        k_burst_threshold * std::accumulate(pieces.begin(), pieces.end(), 0.0) / static_cast<double>(pieces.size());
+    double sum = 0.0;
+    std::size_t count = 0;
+    for (const double power : pieces) {
+        if (power > least) {
+            sum += power;
+            ++count;
+        }
+    }
+    return count == 0 ? 0.0 : sum / static_cast<double>(count);
+}
+
+/// Calls visit(i, p) with the mean power p of the `width` samples (odd) round sample i, from the first on or, where
 /// `backward`, from the last on, until it returns false. A window that sticks out is shortened.
 template <class visit_t>
 void walk_smoothed_power(const std::vector<std::complex<double>>& signal, std::size_t width, bool backward,
                          visit_t visit)
 {
     const std::size_t size = signal.size();
-    const std::size_t ahead = width / 2;
-    const std::size_t behind = width - 1 - ahead;
+    const std::size_t reach = width / 2;
     const auto power_at = [&](std::size_t step) { return power_of(signal[backward ? size - 1 - step : step]); };
     double sum = 0.0;
     std::size_t inside = 0;
-    for (; inside < std::min(ahead, size); ++inside)
+    for (; inside < std::min(reach, size); ++inside)
         sum += power_at(inside);
     for (std::size_t step = 0; step < size; ++step) {
-        if (step + ahead < size) {
-            sum += power_at(step + ahead);
+        if (step + reach < size) {
+            sum += power_at(step + reach);
             ++inside;
         }
-        if (step > behind) {
-            sum -= power_at(step - behind - 1);
+        if (step > reach) {
+            sum -= power_at(step - reach - 1);
             --inside;
         }
         if (!visit(backward ? size - 1 - step : step, sum / static_cast<double>(inside)))
@@ -105,24 +128,13 @@ void lib_common_signal_process_t::get_burst_signal_data(const std::vector<std::c
                                                         std::vector<std::complex<double>>& out)
 {
     const std::size_t size = in.size();
-    const std::size_t width = std::max<std::size_t>(size / 4096, 64);
-    const double mean = size == 0 ? 0.0 : sum_of_power(in.data(), size) / static_cast<double>(size);
-
-    double active_power = 0.0;
-    std::size_t active_count = 0;
-    walk_smoothed_power(in, width, false, [&](std::size_t, double power) {
-        if (power > k_burst_threshold * mean) {
-            active_power += power;
-            ++active_count;
-        }
-        return true;
-    });
-    if (active_count == 0) {
+    const std::size_t width = std::max<std::size_t>(size / 4096, 64) | 1; // odd: the same windows from both ends
+    const double threshold = k_burst_threshold * active_mean_power(in, width);
+    if (!(threshold > 0.0)) {
         out.clear();
         return;
     }
 
-    const double threshold = k_burst_threshold * active_power / static_cast<double>(active_count);
     const auto is_quiet_until = [&](std::size_t& position) {
         return [&position, threshold](std::size_t i, double power) {
             position = i;
