@@ -467,10 +467,9 @@ void lib_nr_dl_phy_ssb_process_t::_cal_rboffset_position()
     m_first_rb = static_cast<std::int64_t>(std::floor(offset_rb));
     m_end_rb = m_first_rb + k_block_rb_number + (offset_rb == std::floor(offset_rb) ? 0 : 1);
 
-    // The difference wraps in 32 bits where the resource blocks don't start at 0, and the sum wraps back.
+    // Taken in 32 bits; where the resource blocks don't start at 0 it wraps, and means a negative number.
     const std::uint32_t grid_shift = 2 * m_k0 - k_subcarriers_per_rb * m_rb_start;
-    const auto first_subcarrier = static_cast<std::int64_t>(std::floor(offset + grid_shift));
-    m_first_subcarrier = static_cast<std::int32_t>(static_cast<std::uint32_t>(first_subcarrier));
+    m_first_subcarrier = static_cast<std::int64_t>(std::floor(offset + static_cast<std::int32_t>(grid_shift)));
 }
 
 bool lib_nr_dl_phy_ssb_process_t::_is_exist_ssb(unsigned int block_index) const

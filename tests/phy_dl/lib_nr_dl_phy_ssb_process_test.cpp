@@ -4,12 +4,15 @@
 #include "support/captured_output.h"
 
 #include <algorithm>
+#include <array>
 #include <cmath>
 #include <functional>
 #include <gtest/gtest.h>
-#include <map>
 #include <optional>
+#include <random>
 #include <string>
+#include <tuple>
+#include <utility>
 #include <vector>
 
 using namespace vek::nr_mod_lib;
@@ -37,8 +40,8 @@ struct ssb_case_t
     int frequency_offset = 0;
     bool ntn = false;
     bool phase_compensation = true;
-    const char* power_boosting = "0";
     double pss_power_boosting = 0.0;
+    bool filter = false; // and windowing, both with their defaults
 };
 
 std::string active_text(const ssb_case_t& c)
@@ -61,8 +64,9 @@ public:
         m_waveform.set_nr_ntn(c.ntn);
         m_waveform.set_frame_number(c.frames);
         m_waveform.set_phase_compensation(c.phase_compensation);
-        carrier().set_baseband_filter(false);
-        carrier().set_windowing_beta(0.0);
+        carrier().set_baseband_filter(c.filter);
+        if (!c.filter)
+            carrier().set_windowing_beta(0.0);
         carrier().set_channel_bandwidth(c.bandwidth);
         carrier().set_numerology(c.numerology);
         carrier().set_ncell_id(c.cell);
@@ -71,7 +75,6 @@ public:
         ssb().set_enable(true);
         ssb().set_ssb_pattern(static_cast<lib_nr_ssb_case_t>(c.ssb_case - 'A'));
         ssb().set_active_idx(active_text(c));
-        ssb().set_power_boosting(c.power_boosting);
         ssb().set_pss_power_boosting(c.pss_power_boosting);
         ssb().set_periodicity(c.periodicity);
         ssb().set_half_frame_idx(c.half_frame);
@@ -96,6 +99,7 @@ public:
         return nr_test::mixed_down(phy.get_baseband_signal_data(), m_setup);
     }
     const nr_test::ofdm_setup_t& setup() const { return m_setup; }
+    std::string output() const { return m_output.text(); }
 
 private:
     ssb_case_t m_case;
@@ -135,7 +139,8 @@ void receive(const ssb_case_t& c, const nr_test::signal_t& signal, const nr_test
     EXPECT_EQ(found->sample,
               pss_sample(setup, 0, first_symbol(c, first_half, c.active.empty() ? 0 : c.active.front())));
 
-    std::map<double, std::complex<double>> gains; // by power
+    const double limit = c.filter ? 5e-3 : 1e-6;
+    std::optional<std::complex<double>> gain;
     unsigned int received = 0;
     for (unsigned int frame = 0; frame < c.frames; ++frame)
         for (unsigned int half = 0; half < 2; ++half)
@@ -147,7 +152,7 @@ void receive(const ssb_case_t& c, const nr_test::signal_t& signal, const nr_test
                 if (!is_sent(c, frame, half, index)) {
                     const auto silent = nr_test::demodulate_at(signal, setup, place.sample);
                     for (const auto& value : silent)
-                        ASSERT_LT(std::norm(value), 1e-20);
+                        ASSERT_LT(std::norm(value), c.filter ? 1e-9 : 1e-20);
                     continue;
                 }
                 const auto content = nr_test::read_pbch(signal, setup, place, c.lmax);
@@ -164,12 +169,11 @@ void receive(const ssb_case_t& c, const nr_test::signal_t& signal, const nr_test
                     check(content, frame);
                 const auto quality = nr_test::measure_ssb(signal, setup, frame * setup.frame_length(), symbol, place,
                                                           content.dmrs_index);
-                EXPECT_LT(quality.evm, 1e-6);
-                EXPECT_NEAR(20.0 * std::log10(quality.pss_amplitude), c.pss_power_boosting, 1e-6);
-                const auto& first_gain = gains.emplace(0.0, quality.gain).first->second;
-                EXPECT_NEAR(std::abs(quality.gain / first_gain), 1.0, 1e-6);
-                // One phase from block to block: the carrier's phase is steady over the waveform.
-                EXPECT_LT(std::abs(quality.gain / first_gain - 1.0), 1e-6);
+                EXPECT_LT(quality.evm, limit);
+                EXPECT_NEAR(20.0 * std::log10(quality.pss_amplitude), c.pss_power_boosting, 100.0 * limit);
+                // One gain from block to block: amplitude and phase are steady over the waveform.
+                gain = gain.value_or(quality.gain);
+                EXPECT_LT(std::abs(quality.gain / *gain - 1.0), limit);
                 ++received;
             }
     EXPECT_GT(received, 0u);
@@ -353,6 +357,17 @@ const std::vector<ssb_case_t> k_cases = {
      .lmax = 4,
      .cell = 58,
      .phase_compensation = false},
+    {.name = "filter and windowing on",
+     .ssb_case = 'C',
+     .numerology = LIB_NR_SCS_30K,
+     .bandwidth = LIB_NR_CHANNEL_FR1_10M,
+     .radio_frequency = 3600000000,
+     .lmax = 8,
+     .active = {0, 3, 7},
+     .cell = 59,
+     .frames = 2,
+     .half_frame = 1,
+     .filter = true},
 };
 
 TEST(ssb, receiver_finds_and_reads_every_block)
@@ -366,6 +381,338 @@ TEST(ssb, receiver_finds_and_reads_every_block)
             expect_mib(content, frame, is_wide_common, c.kssb, 2, 0, false, false);
         });
     }
+}
+
+// A block is received only with the phase term of its own carrier frequency: the checks above do look at it.
+TEST(ssb, phase_term_belongs_to_the_carrier_frequency)
+{
+    ssb_case_t c = k_cases[2];
+    for (const unsigned long long frequency : {1234567800ull, 2345678900ull}) {
+        c.radio_frequency = frequency;
+        ssb_waveform_t waveform(c);
+        const nr_test::signal_t signal = waveform.generate();
+        nr_test::ssb_place_t place;
+        place.cell = c.cell;
+        place.first_subcarrier = c.first_subcarrier;
+        const auto evm_at = [&](double radio_frequency) {
+            nr_test::ofdm_setup_t setup = waveform.setup();
+            setup.radio_frequency = radio_frequency;
+            return nr_test::measure_ssb(signal, setup, 0, 4, place, 0).evm;
+        };
+        EXPECT_LT(evm_at(static_cast<double>(frequency)), 1e-6);
+        EXPECT_GT(evm_at(0.0), 0.1);
+        EXPECT_GT(evm_at(1999999300.0), 0.1);
+    }
+}
+
+TEST(ssb, automatic_mib_carries_the_settings)
+{
+    const ssb_case_t c = {.name = "MIB",
+                          .ssb_case = 'A',
+                          .numerology = LIB_NR_SCS_15K,
+                          .bandwidth = LIB_NR_CHANNEL_FR1_5M,
+                          .radio_frequency = 1000000000,
+                          .lmax = 4,
+                          .active = {3},
+                          .cell = 271,
+                          .rb_offset = 0,
+                          .kssb = 17,
+                          .first_subcarrier = 17 - 150};
+    ssb_waveform_t waveform(c);
+    waveform.ssb().set_ssb_subcarrier_offset(26);
+    waveform.ssb().set_dmrs_typea_position(3);
+    waveform.ssb().set_pdcch_config_sib1(0xA6);
+    waveform.ssb().set_cell_barred(true);
+    receive(c, waveform.generate(), waveform.setup(),
+            [](const auto& content, unsigned int frame) { expect_mib(content, frame, 0, 26, 3, 0xA6, true, false); });
+    waveform.ssb().set_cell_barred(false);
+    waveform.ssb().set_intra_frequency_reselection(true);
+    receive(c, waveform.generate(), waveform.setup(),
+            [](const auto& content, unsigned int frame) { expect_mib(content, frame, 0, 26, 3, 0xA6, false, true); });
+}
+
+TEST(ssb, mib_from_a_data_source_is_sent_last_bit_first)
+{
+    // The recursion s(i + n) = s(i + k) + s(i) from n ones.
+    const auto sequence = [](std::size_t n, std::size_t k) {
+        std::vector<unsigned char> bits(24, 1);
+        for (std::size_t i = n; i < 24; ++i)
+            bits[i] = bits[i - n + k] ^ bits[i - n];
+        return bits;
+    };
+    std::vector<unsigned char> user(24, 0);
+    user[0] = user[2] = user[3] = 1;
+    const std::vector<std::pair<lib_nr_pn_seq_t, std::vector<unsigned char>>> rows = {
+        {LIB_NR_PN9_ITU, sequence(9, 4)},
+        {LIB_NR_PN9, sequence(9, 5)},
+        {LIB_NR_PN11, sequence(11, 2)},
+        {LIB_NR_PN15, sequence(15, 14)},
+        {LIB_NR_PN23, sequence(23, 5)},
+        {LIB_NR_USER_CFG, user},
+        {static_cast<lib_nr_pn_seq_t>(9), std::vector<unsigned char>(24, 0)},
+    };
+    ssb_case_t c = k_cases[0];
+    c.active = {1};
+    ssb_waveform_t waveform(c);
+    waveform.ssb().set_auto_cofig_mib(false);
+    waveform.ssb().set_data_source_custom("1011");
+    for (const auto& [source, bits] : rows) {
+        SCOPED_TRACE(source);
+        waveform.ssb().set_data_source(source);
+        const std::vector<unsigned char> expected(bits.rbegin(), bits.rend());
+        receive(c, waveform.generate(), waveform.setup(),
+                [&](const auto& content, unsigned int) { EXPECT_EQ(content.mib, expected); });
+    }
+    EXPECT_NE(waveform.output().find("_nr_dl_mib_data_source_generation : Error PN code!\n"), std::string::npos);
+}
+
+/// The block process on a grid of its own.
+class ssb_grid_t
+{
+public:
+    ssb_grid_t(lib_nr_numerology_type_t numerology, lib_nr_channel_bw_type_t bandwidth, unsigned int rb_size,
+               unsigned int rb_start = 0)
+        : m_numerology(numerology), m_grid(lib_nr_channel_resource_manager_t::get_inst())
+    {
+        m_grid.set_numerology(numerology);
+        m_grid.set_rb_number(rb_start + rb_size);
+        m_grid.set_channel_bandwidth(bandwidth);
+        m_grid.set_cyclic_prefix_type(LIB_NR_NORMAL_CP);
+        clear();
+        process.set_numerology(numerology, rb_size, rb_start, 0);
+        process.set_ssb_numerology(numerology);
+        process.set_subcarrier_spacing_common(numerology);
+        process.set_channel_bandwidth(bandwidth);
+    }
+    void clear()
+    {
+        m_grid.init_resource_mapping();
+        m_grid.init_payload_mapping();
+    }
+    bool view(unsigned int block_index)
+    {
+        process._init_ssb_symbol();
+        const bool result = process._dl_phy_ssb_remap(block_index, LIB_NR_REMAPP_MODE_UI_VIEW_MAP);
+        process._clear();
+        return result;
+    }
+    bool is_marked(unsigned int symbol, unsigned int k) const
+    {
+        return m_grid.get_owner(symbol, k) == LIB_NR_RESOURCE_MAPPING_SSB;
+    }
+    const auto& payload() { return m_grid.get_payload_mapping(); }
+    /// The four symbols of the block.
+    std::array<nr_test::signal_t, 4> block(unsigned int symbol, unsigned int first_subcarrier)
+    {
+        std::array<nr_test::signal_t, 4> symbols;
+        for (std::size_t l = 0; l < 4; ++l) {
+            const auto first = payload().at(symbol + l).begin() + first_subcarrier;
+            symbols[l].assign(first, first + 240);
+        }
+        return symbols;
+    }
+    std::size_t count_marks() const
+    {
+        return count([&](unsigned int l, unsigned int k) { return is_marked(l, k); });
+    }
+    std::size_t count_symbols()
+    {
+        return count([&](unsigned int l, unsigned int k) { return payload()[l][k] != 0.0; });
+    }
+    std::string output() const { return m_output.text(); }
+
+    lib_nr_dl_phy_ssb_process_t process;
+
+private:
+    template <class predicate_t>
+    std::size_t count(predicate_t predicate) const
+    {
+        std::size_t number = 0;
+        for (unsigned int l = 0; l < m_grid.get_mapped_symbol_number(); ++l)
+            for (unsigned int k = 0; k < m_grid.get_mapped_subcarrier_number(); ++k)
+                number += predicate(l, k) ? 1 : 0;
+        return number;
+    }
+
+    nr_test::captured_output_t m_output;
+    lib_nr_numerology_type_t m_numerology;
+    lib_nr_channel_resource_manager_t& m_grid;
+};
+
+// All identities, frame numbers, half frames, indices, kinds of Lmax and places in frequency, drawn at random.
+TEST(ssb, any_block_is_read_back_from_the_grid)
+{
+    std::mt19937 random(7);
+    const auto below = [&](unsigned int limit) { return static_cast<unsigned int>(random() % limit); };
+    for (int round = 0; round < 300; ++round) {
+        const unsigned int lmax = std::array{4u, 8u, 64u}[below(3)];
+        const bool is_fr1 = lmax != 64;
+        ssb_grid_t grid(is_fr1 ? LIB_NR_SCS_30K : LIB_NR_SCS_120K,
+                        is_fr1 ? LIB_NR_CHANNEL_FR1_20M : LIB_NR_CHANNEL_FR2_1_100M, is_fr1 ? 51 : 66);
+        lib_nr_dl_phy_ssb_process_t& process = grid.process;
+        const unsigned int cell = below(1008);
+        const unsigned int frame = below(1024);
+        const unsigned int half = below(2);
+        const unsigned int index = below(lmax);
+        const unsigned int rb_offset = below(60);
+        const unsigned int kssb = 2 * below(is_fr1 ? 12 : 6);
+        const unsigned int sib1 = below(256);
+        process.set_ssb_pattern(is_fr1 ? NR_SSB_CASE_C : NR_SSB_CASE_D);
+        process.set_lmax(static_cast<lib_nr_lmax_t>(lmax));
+        process.set_center_frequency(lmax == 4 ? 3e9 : 3.1e9);
+        process.set_pci(cell);
+        process.set_system_frame(frame);
+        process.set_half_frame_idx(half);
+        process.set_rb_offset(rb_offset);
+        process.set_kssb(kssb);
+        process.set_ssb_subcarrier_offset(kssb);
+        process.set_pdcch_config_sib1(sib1);
+        ASSERT_TRUE(process.ssb_encode_process(index));
+
+        const unsigned int symbol =
+            half * (is_fr1 ? 140 : 560) + nr_test::candidate_symbols(is_fr1 ? 'C' : 'D', lmax)[index];
+        const auto symbols = grid.block(symbol, rb_offset * 6 + kssb / 2);
+        SCOPED_TRACE(::testing::Message() << "cell " << cell << ", frame " << frame << ", half " << half << ", Lmax "
+                                          << lmax << ", index " << index);
+        ASSERT_EQ(nr_test::find_cell(symbols), cell);
+        const auto content = nr_test::read_pbch(symbols, cell, lmax);
+        ASSERT_TRUE(content.crc_matches);
+        EXPECT_EQ(content.block_index, index);
+        EXPECT_EQ(content.half_frame, half);
+        EXPECT_EQ(content.kssb_high_bit, is_fr1 ? kssb / 16 : 0);
+        expect_mib(content, frame, 1, kssb, 2, sib1, false, false);
+        EXPECT_EQ(grid.count_symbols(), 127u + 127u + 576u);
+    }
+}
+
+TEST(ssb, without_coding_the_scrambled_payload_is_sent_bare)
+{
+    ssb_grid_t grid(LIB_NR_SCS_30K, LIB_NR_CHANNEL_FR1_20M, 51);
+    grid.process.set_pci(321);
+    grid.process.set_system_frame(6);
+    grid.process.set_coding(false);
+    grid.process.set_rb_offset(5);
+    ASSERT_TRUE(grid.process.ssb_encode_process(2));
+    const auto content = nr_test::read_pbch(grid.block(16, 30), 321, 4);
+    EXPECT_EQ(std::count(content.coded_bits.begin() + 32, content.coded_bits.end(), 0), 832);
+    const auto payload =
+        nr_test::payload_in_order({content.coded_bits.begin(), content.coded_bits.begin() + 32}, 321, 4);
+    std::vector<unsigned char> expected(32, 0);
+    expected[7] = 1;                 // 30 kHz
+    expected[25] = expected[26] = 1; // frame 6
+    EXPECT_EQ(payload, expected);
+}
+
+TEST(ssb, powers_are_those_of_the_block_index)
+{
+    ssb_grid_t grid(LIB_NR_SCS_30K, LIB_NR_CHANNEL_FR1_20M, 51);
+    grid.process.set_pwr_boosting({0.0, -6.0, 3.0});
+    grid.process.set_pss_pwr_boosting(4.0);
+    grid.process.set_rb_offset(0);
+    for (const auto& [index, symbol, power] :
+         {std::tuple{1u, 8u, -6.0}, std::tuple{2u, 16u, 3.0}, std::tuple{3u, 20u, 0.0}})
+    {
+        ASSERT_TRUE(grid.process.ssb_encode_process(index));
+        const auto block = grid.block(symbol, 0);
+        const auto decibels = [](std::complex<double> value) { return 10.0 * std::log10(std::norm(value)); };
+        EXPECT_NEAR(decibels(block[0][56]), power + 4.0, 1e-9);
+        EXPECT_NEAR(decibels(block[2][182]), power, 1e-9);
+        EXPECT_NEAR(decibels(block[1][0]), power, 1e-9); // DMRS
+        EXPECT_NEAR(decibels(block[3][239]), power, 1e-9);
+    }
+}
+
+// The view holds the block's cells, guards included, and in the symbols of PSS and full PBCH whole resource blocks.
+TEST(ssb, view_marks_the_blocks_cells_and_fills_up_resource_blocks)
+{
+    ssb_grid_t grid(LIB_NR_SCS_30K, LIB_NR_CHANNEL_FR1_20M, 51);
+    for (const auto& [rb_offset, kssb] : {std::pair{9u, 0u}, std::pair{8u, 0u}, std::pair{8u, 10u}}) {
+        grid.clear();
+        grid.process.set_rb_offset(rb_offset);
+        grid.process.set_kssb(kssb);
+        EXPECT_TRUE(grid.view(3));
+        const unsigned int first = rb_offset * 6 + kssb / 2;
+        const unsigned int first_whole = first / 12 * 12;
+        const unsigned int end_whole = (first + 240 + 11) / 12 * 12;
+        for (unsigned int l = 0; l < 280; ++l)
+            for (unsigned int k = 0; k < 612; ++k) {
+                const bool is_in_symbols = l >= 20 && l < 24;
+                const bool is_full = is_in_symbols && l != 22;
+                const bool expected =
+                    (is_full && k >= first_whole && k < end_whole) || (is_in_symbols && k >= first && k < first + 240);
+                ASSERT_EQ(grid.is_marked(l, k), expected) << "symbol " << l << ", subcarrier " << k;
+            }
+    }
+    EXPECT_FALSE(grid.view(3)); // the cells are taken
+}
+
+TEST(ssb, default_offset_stands_for_the_middle)
+{
+    ssb_grid_t grid(LIB_NR_SCS_30K, LIB_NR_CHANNEL_FR1_20M, 51);
+    grid.process.set_rb_offset(31);
+    grid.process.set_kssb(4);
+    ASSERT_TRUE(grid.process.ssb_encode_process(0));
+    EXPECT_EQ(grid.output(), "_cal_rboffset_position, rb_offset 31 is default,irb_offset = 31.0.\n\n");
+    const auto block = grid.block(4, (612 - 240) / 2 + 2);
+    EXPECT_EQ(nr_test::find_cell(block), 0u);
+
+    ssb_grid_t fr2(LIB_NR_SCS_120K, LIB_NR_CHANNEL_FR2_1_50M, 32);
+    fr2.process.set_ssb_pattern(NR_SSB_CASE_D);
+    fr2.process.set_lmax(LIB_NR_LMAX_64);
+    fr2.process.set_rb_offset(12);
+    ASSERT_TRUE(fr2.process.ssb_encode_process(0));
+    EXPECT_EQ(fr2.output(), "bw is FR2 type!\n_cal_rboffset_position, rb_offset 12 is default,irb_offset = 12.0.\n\n");
+}
+
+// Whatever the settings, nothing lands outside the grid, and what lies inside is the block's own.
+TEST(ssb, parts_outside_the_grid_are_left_out)
+{
+    struct row_t
+    {
+        unsigned int rb_size, rb_start, rb_offset, half_frame;
+        std::size_t symbols; // that remain
+    };
+    for (const row_t& row : {
+             row_t{51, 0, 62, 0, 127 + 127 + 576},          // the last place inside
+             row_t{51, 0, 84, 0, 52 + 52 + 108 + 108 + 48}, // 108 subcarriers inside
+             row_t{51, 0, 102, 0, 0},                       // just outside
+             row_t{51, 0, 4294967295u, 0, 0},
+             row_t{41, 10, 20, 0, 127 + 127 + 576},                 // on the first subcarrier, counted from rb_start
+             row_t{41, 10, 16, 0, 127 + 127 + 216 + 216 + 24 + 48}, // 24 subcarriers below the grid
+             row_t{12, 0, 0, 0, 88 + 88 + 144 + 144 + 48},          // narrower than the block
+             row_t{51, 0, 10, 255, 0},                              // a half frame that doesn't exist
+         })
+    {
+        ssb_grid_t grid(LIB_NR_SCS_30K, LIB_NR_CHANNEL_FR1_20M, row.rb_size, row.rb_start);
+        grid.process.set_rb_offset(row.rb_offset);
+        grid.process.set_half_frame_idx(row.half_frame);
+        EXPECT_TRUE(grid.process.ssb_encode_process(1)) << row.rb_offset;
+        EXPECT_TRUE(grid.view(1)) << row.rb_offset;
+        EXPECT_EQ(grid.count_symbols(), row.symbols) << row.rb_offset << " of " << row.rb_size;
+        EXPECT_EQ(grid.count_marks() > 0, row.symbols > 0) << row.rb_offset;
+        EXPECT_EQ(grid.output().find("out of range"), std::string::npos);
+    }
+}
+
+TEST(ssb, nothing_is_sent_where_there_is_no_block)
+{
+    ssb_grid_t grid(LIB_NR_SCS_30K, LIB_NR_CHANNEL_FR1_20M, 51);
+    EXPECT_TRUE(grid.process.ssb_encode_process(4)); // up to 3 GHz there are four candidates
+    EXPECT_TRUE(grid.view(4));
+    grid.process.set_ssb_numerology(LIB_NR_SCS_15K); // the pass of another numerology
+    EXPECT_TRUE(grid.process.ssb_encode_process(0));
+    EXPECT_TRUE(grid.view(0));
+    EXPECT_EQ(grid.output(), "");
+    grid.process.set_ssb_numerology(LIB_NR_SCS_30K);
+    grid.process.set_ssb_pattern(static_cast<lib_nr_ssb_case_t>(7));
+    EXPECT_TRUE(grid.process.ssb_encode_process(0));
+    EXPECT_EQ(grid.output(), "_init_ssb_symbol: default configuration ! ssb_pattern invalid\n");
+    grid.process.set_ssb_pattern(NR_SSB_CASE_B);
+    grid.process._init_ssb_symbol();
+    EXPECT_FALSE(grid.process._dl_phy_ssb_remap(0, static_cast<lib_nr_remap_mode_t>(2)));
+    EXPECT_TRUE(grid.output().ends_with("lib_nr_dl_phy_ssb_process_t::_dl_phy_ssb_remap : Error RE map mode!\n"));
+    EXPECT_TRUE(grid.process._dl_phy_ssb_remap(0, LIB_NR_REMAPP_MODE_ENCODE_MAP)); // nothing generated yet
+    EXPECT_EQ(grid.count_symbols() + grid.count_marks(), 0u);
 }
 
 } // namespace

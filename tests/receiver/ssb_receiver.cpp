@@ -217,26 +217,6 @@ std::size_t fine_search(const signal_t& signal, const ofdm_setup_t& setup, std::
     return static_cast<std::size_t>((best_start + size) % size);
 }
 
-/// A block stands where the SSS of some cell follows two symbols behind the PSS.
-std::optional<ssb_place_t> confirm(const signal_t& signal, const ofdm_setup_t& setup, ssb_place_t place,
-                                   unsigned int n_id_2)
-{
-    const std::array<signal_t, 4> symbols = block_symbols(signal, setup, place);
-    if (likeness(&symbols[0][k_sync_first], pss(n_id_2)) < 0.8)
-        return std::nullopt;
-    double best = 0.0;
-    for (unsigned int n_id_1 = 0; n_id_1 < 336; ++n_id_1) {
-        const double value = likeness(&symbols[2][k_sync_first], sss(n_id_1, n_id_2));
-        if (value > best) {
-            best = value;
-            place.cell = 3 * n_id_1 + n_id_2;
-        }
-    }
-    if (best < 0.8)
-        return std::nullopt;
-    return place;
-}
-
 /// Remainder of bits times D^24 modulo the generator of CRC24C, TS 38.212 clause 5.1.
 std::uint32_t crc24c(const bits_t& bits)
 {
@@ -350,23 +330,41 @@ std::optional<ssb_place_t> find_ssb(const signal_t& signal, const ofdm_setup_t& 
         ssb_place_t place;
         place.sample = fine_search(signal, setup, i * length, coarse);
         place.first_subcarrier = coarse.first_subcarrier - static_cast<int>(k_sync_first);
-        if (const auto found = confirm(signal, setup, place, coarse.n_id_2))
-            return found;
+        if (const auto cell = find_cell(block_symbols(signal, setup, place))) {
+            place.cell = *cell;
+            return place;
+        }
+    }
+    return std::nullopt;
+}
+
+std::optional<unsigned int> find_cell(const std::array<signal_t, 4>& symbols)
+{
+    for (unsigned int n_id_2 = 0; n_id_2 < 3; ++n_id_2) {
+        if (likeness(&symbols[0][k_sync_first], pss(n_id_2)) < 0.8)
+            continue;
+        for (unsigned int n_id_1 = 0; n_id_1 < 336; ++n_id_1)
+            if (likeness(&symbols[2][k_sync_first], sss(n_id_1, n_id_2)) > 0.8)
+                return 3 * n_id_1 + n_id_2;
     }
     return std::nullopt;
 }
 
 ssb_content_t read_pbch(const signal_t& signal, const ofdm_setup_t& setup, const ssb_place_t& place, unsigned int lmax)
 {
-    const std::array<signal_t, 4> symbols = block_symbols(signal, setup, place);
-    const auto dmrs_cells = pbch_region(place.cell, true);
-    const auto pbch_cells = pbch_region(place.cell, false);
+    return read_pbch(block_symbols(signal, setup, place), place.cell, lmax);
+}
+
+ssb_content_t read_pbch(const std::array<signal_t, 4>& symbols, unsigned int cell, unsigned int lmax)
+{
+    const auto dmrs_cells = pbch_region(cell, true);
+    const auto pbch_cells = pbch_region(cell, false);
 
     ssb_content_t content;
     std::array<complex_t, 4> channel = {};
     double best = -1.0;
     for (unsigned int index = 0; index < 8; ++index) {
-        const signal_t dmrs = pbch_dmrs(place.cell, index);
+        const signal_t dmrs = pbch_dmrs(cell, index);
         std::array<complex_t, 4> sums = {};
         for (std::size_t m = 0; m < dmrs.size(); ++m)
             sums[dmrs_cells[m].first] += symbols[dmrs_cells[m].first][dmrs_cells[m].second] * std::conj(dmrs[m]);
@@ -391,7 +389,7 @@ ssb_content_t read_pbch(const signal_t& signal, const ofdm_setup_t& setup, const
     bits_t decoded;
     for (unsigned int attempt = 0; attempt < 8 && !content.crc_matches; ++attempt) {
         content.scrambling_index = by_the_standard ^ attempt;
-        const bits_t c = gold_sequence(place.cell, content.scrambling_index * k_pbch_bits, k_pbch_bits);
+        const bits_t c = gold_sequence(cell, content.scrambling_index * k_pbch_bits, k_pbch_bits);
         std::vector<double> descrambled = soft;
         bits_t hard(k_pbch_bits);
         for (std::size_t i = 0; i < k_pbch_bits; ++i) {
@@ -407,7 +405,7 @@ ssb_content_t read_pbch(const signal_t& signal, const ofdm_setup_t& setup, const
         return content;
 
     decoded.resize(32);
-    const bits_t payload = payload_in_order(decoded, place.cell, lmax);
+    const bits_t payload = payload_in_order(decoded, cell, lmax);
     content.payload = number(payload, 0, 32);
     content.mib.assign(payload.begin(), payload.begin() + 24);
     content.frame_number = number(payload, 1, 6) * 16 + number(payload, 24, 4);

@@ -2,6 +2,7 @@
 
 #include "receiver/ofdm_receiver.h"
 
+#include <array>
 #include <cstddef>
 #include <cstdint>
 #include <optional>
@@ -51,8 +52,12 @@ struct ssb_quality_t
 /// down already.
 std::optional<ssb_place_t> find_ssb(const signal_t& signal, const ofdm_setup_t& setup);
 
-/// Reads a block's PBCH; the phase of each symbol is taken from its DMRS.
+/// Reads the PBCH out of a block's four symbols of 240 subcarriers; the phase of each symbol is taken from its DMRS.
+ssb_content_t read_pbch(const std::array<signal_t, 4>& symbols, unsigned int cell, unsigned int lmax);
 ssb_content_t read_pbch(const signal_t& signal, const ofdm_setup_t& setup, const ssb_place_t& place, unsigned int lmax);
+
+/// The cell whose PSS and SSS stand in a block's first and third symbol; nothing where no cell fits.
+std::optional<unsigned int> find_cell(const std::array<signal_t, 4>& symbols);
 
 /// Undoes the scrambling and the interleaving of TS 38.212 clauses 7.1.2 and 7.1.1: the 32 bits ahead of the CRC become
 /// the payload in its order of transmission.
