@@ -1,0 +1,160 @@
+#include "config/cfg_nr_dl_ssb.h"
+
+#include "config/cfg_nr_leaf.h"
+#include "config/cfg_nr_waveform.h"
+#include "manager/lib_nr_waveform_configure_manager.h"
+#include "support/captured_output.h"
+
+#include <gtest/gtest.h>
+#include <optional>
+#include <stdexcept>
+#include <string>
+#include <vector>
+
+namespace
+{
+
+using namespace vek::nr_mod_lib;
+using nr_test::captured_output_t;
+
+const cfg_nr_facade_table_t& child_table(const cfg_nr_facade_table_t& table, const std::string& accessor)
+{
+    for (const cfg_nr_branch_t& branch : table.branches)
+        if (accessor == branch.accessor)
+            return *branch.facade;
+    throw std::invalid_argument(accessor);
+}
+
+const cfg_nr_leaf_t& ssb_leaf(const std::string& name)
+{
+    for (const cfg_nr_leaf_t& leaf : child_table(child_table(g_cfg_nr_waveform_table, "carrier"), "dl_ssb").leaves)
+        if (name == leaf.name)
+            return leaf;
+    throw std::invalid_argument(name);
+}
+
+struct setting_row_t
+{
+    const char* leaf;
+    const char* asked;
+    const char* stored;
+    bool changed;
+};
+
+/// One row after the other, each on what the rows before it left.
+void run(cfg_nr_dl_ssb_t& ssb, const std::vector<setting_row_t>& rows)
+{
+    for (const setting_row_t& row : rows) {
+        const cfg_nr_leaf_t& leaf = ssb_leaf(row.leaf);
+        EXPECT_EQ(leaf.write(&ssb, row.asked), std::optional(row.changed)) << row.leaf << " = " << row.asked;
+        EXPECT_EQ(leaf.read(&ssb), row.stored) << row.leaf << " = " << row.asked;
+    }
+}
+
+TEST(ssb_facade, settings_read_back_as_they_were_corrected)
+{
+    const captured_output_t silence;
+    cfg_nr_waveform_t waveform; // 100 MHz, 30 kHz, 1 GHz
+    run(*waveform.get_carrier(0)->get_dl_ssb(),
+        {
+            {"enable", "true", "true", true},
+            {"enable", "true", "true", false},
+            {"ssb_pattern", "NR_SSB_CASE_C", "NR_SSB_CASE_C", true},
+            {"ssb_pattern", "NR_SSB_CASE_E", "NR_SSB_CASE_C", false},
+            {"pss_power_boosting", "40.5", "40", true},
+            {"pss_power_boosting", "-99", "-40", true},
+            {"periodicity", "LIB_NR_SSB_20MS_PERIODICITY", "LIB_NR_SSB_20MS_PERIODICITY", true},
+            {"half_frame_idx", "200", "1", true},
+            {"active_idx", "1, 3", "1,3", true},
+            {"power_boosting", "9,-3,9,41", "0.00,-3.00,0.00,40.00", true},
+            {"lmax", "LIB_NR_LMAX_8", "LIB_NR_LMAX_4", false}, // and back to the default lists
+            {"active_idx", "0,1,2,3", "0,1,2,3", false},
+            {"rb_offset", "100", "100", true},
+            {"rb_offset", "600", "506", true},
+            {"rb_offset", "505", "505", true},
+            {"kssb", "13", "12", true},
+            {"ssb_subcarrier_offset", "12", "12", false},
+            {"ssb_subcarrier_offset", "32", "31", true},
+            {"kssb", "12", "12", false}, // the offset follows all the same
+            {"ssb_subcarrier_offset", "12", "12", false},
+            {"dmrs_typea_position", "0", "2", false},
+            {"dmrs_typea_position", "7", "3", true},
+            {"pdcch_config_sib1", "256", "255", true},
+            {"cell_barred", "true", "true", true},
+            {"intra_frequency_reselection", "true", "true", true},
+            {"coding", "false", "false", true},
+            {"data_source", "LIB_NR_PN15", "LIB_NR_PN9", false}, // the MIB is automatic
+            {"auto_cofig_mib", "false", "false", true},
+            {"data_source", "LIB_NR_PN15", "LIB_NR_PN15", true},
+            {"data_source_custom", "1 0,1", "101", true},
+            {"data_source_custom", "", "101", false},
+            {"numerology", "LIB_NR_SCS_15K", "LIB_NR_SCS_30K", false}, // not enabled; all follows the numerology anew
+            {"rb_offset", "253", "253", false},
+            {"ssb_pattern", "NR_SSB_CASE_B", "NR_SSB_CASE_B", false},
+            {"enable", "false", "false", true},
+        });
+}
+
+TEST(ssb_facade, moves_between_enabled_numerologies)
+{
+    const captured_output_t silence;
+    cfg_nr_waveform_t waveform;
+    cfg_nr_carrier_t& carrier = *waveform.get_carrier(0);
+    carrier.set_channel_bandwidth(LIB_NR_CHANNEL_FR1_50M);
+    carrier.set_numerology_mode(LIB_NR_NUMBEROLOGY_MODE_MULTIPLE);
+    for (const int index : {0, 1, 2})
+        carrier.get_numerology(index)->set_enable(true);
+    cfg_nr_dl_ssb_t& ssb = *carrier.get_dl_ssb();
+    EXPECT_TRUE(ssb.set_numerology(LIB_NR_SCS_15K) || ssb.get_numerology() == LIB_NR_SCS_15K);
+    EXPECT_TRUE(ssb.set_enable(true));
+    EXPECT_EQ(ssb.get_ssb_pattern(), NR_SSB_CASE_A);
+    EXPECT_EQ(ssb.get_ssb_pattern_for_ui(), std::vector{NR_SSB_CASE_A});
+    EXPECT_EQ(ssb.get_subcarrier_spacing_common(), LIB_NR_SCS_15K);
+
+    EXPECT_TRUE(ssb.set_numerology(LIB_NR_SCS_60K));
+    EXPECT_FALSE(ssb.get_enable());
+    EXPECT_FALSE(ssb.set_enable(true));
+    EXPECT_FALSE(ssb.get_enable());
+
+    EXPECT_TRUE(ssb.set_numerology(LIB_NR_SCS_30K));
+    EXPECT_TRUE(ssb.set_enable(true));
+    EXPECT_EQ(ssb.get_rb_offset(), 113u);
+    EXPECT_EQ(ssb.get_ssb_pattern_for_ui(), (std::vector{NR_SSB_CASE_B, NR_SSB_CASE_C}));
+    EXPECT_TRUE(ssb.set_numerology(LIB_NR_SCS_120K)); // falls to the first enabled one
+    EXPECT_EQ(ssb.get_numerology(), LIB_NR_SCS_15K);
+}
+
+TEST(ssb_facade, lmax_follows_the_carriers_own_frequency)
+{
+    const captured_output_t silence;
+    cfg_nr_waveform_t waveform;
+    waveform.set_radio_frequency(2999000000);
+    cfg_nr_carrier_t& carrier = *waveform.get_carrier(0);
+    EXPECT_EQ(carrier.get_dl_ssb()->get_lmax(), LIB_NR_LMAX_4);
+    carrier.set_frequency_offset(1000001);
+    EXPECT_EQ(carrier.get_dl_ssb()->get_lmax(), LIB_NR_LMAX_8);
+    carrier.set_frequency_offset(1000000);
+    EXPECT_EQ(carrier.get_dl_ssb()->get_lmax(), LIB_NR_LMAX_4);
+    waveform.set_radio_frequency(3500000000);
+    EXPECT_EQ(carrier.get_dl_ssb()->get_lmax(), LIB_NR_LMAX_8);
+    EXPECT_FALSE(carrier.get_dl_ssb()->set_lmax(LIB_NR_LMAX_4));
+    EXPECT_EQ(carrier.get_dl_ssb()->get_lmax(), LIB_NR_LMAX_8);
+}
+
+TEST(ssb_facade, stands_on_carriers_that_exist)
+{
+    lib_nr_waveform_configure_manager_t waveform;
+    waveform.add_carrier();
+    cfg_nr_dl_ssb_t ssb(waveform);
+    EXPECT_TRUE(ssb.set_current_carrier_index(1));
+    EXPECT_TRUE(ssb.set_pdcch_config_sib1(5));
+    EXPECT_EQ(waveform.get_carrier(1).get_dl_ssb().get_pdcch_config_sib1(), 5u);
+    const captured_output_t output;
+    EXPECT_FALSE(ssb.set_current_carrier_index(2));
+    EXPECT_EQ(output.text(), "cfg_nr_dl_ssb_t::set_current_carrier_index Report : Carrier index out of range!\n");
+    EXPECT_EQ(ssb.get_pdcch_config_sib1(), 5u);
+    ssb.init();
+    EXPECT_EQ(ssb.get_pdcch_config_sib1(), 0u);
+}
+
+} // namespace
