@@ -1,0 +1,193 @@
+#include "phy/lib_nr_resource_manager.h"
+
+#include "support/captured_output.h"
+
+#include <gtest/gtest.h>
+#include <random>
+
+namespace
+{
+
+using namespace vek::nr_mod_lib;
+using grid_t = lib_nr_channel_resource_manager_t;
+
+grid_t& grid() { return grid_t::get_inst(); }
+
+void prepare(lib_nr_numerology_type_t numerology, unsigned int rb_number,
+             lib_nr_cyclic_prefix_type_t cp_type = LIB_NR_NORMAL_CP)
+{
+    grid().set_numerology(numerology);
+    grid().set_rb_number(rb_number);
+    grid().set_channel_bandwidth(LIB_NR_CHANNEL_FR1_10M);
+    grid().set_cyclic_prefix_type(cp_type);
+    grid().init_resource_mapping();
+}
+
+/// Every cell of the map of maps, built here cell by cell from marks alone.
+class slow_map_t
+{
+public:
+    slow_map_t(unsigned int symbols, unsigned int subcarriers)
+    {
+        for (unsigned int l = 0; l < symbols; ++l) {
+            auto& row = map[l];
+            for (unsigned int k = 0; k < subcarriers; ++k)
+                row[k] = LIB_NR_RESOURCE_MAPPING_EMPTY;
+        }
+    }
+    bool mark(unsigned int symbol, unsigned int subcarrier, lib_nr_channel_resource_mapping_type_t type)
+    {
+        auto& cell = map.at(symbol).at(subcarrier);
+        if (cell == LIB_NR_RESOURCE_MAPPING_EMPTY) {
+            cell = type;
+            return true;
+        }
+        const bool is_under = type == LIB_NR_RESOURCE_MAPPING_PDSCH &&
+                              (cell == LIB_NR_RESOURCE_MAPPING_SSB || cell == LIB_NR_RESOURCE_MAPPING_CSIRS);
+        const bool is_shared = type == LIB_NR_RESOURCE_MAPPING_PUCCH && cell == LIB_NR_RESOURCE_MAPPING_PUCCH;
+        if (is_under || is_shared)
+            return true;
+        cell = LIB_NR_RESOURCE_MAPPING_CONFLICT;
+        return false;
+    }
+
+    grid_t::resource_map_t map;
+};
+
+TEST(resource_grid, the_view_equals_a_map_built_cell_by_cell_after_every_change)
+{
+    std::mt19937 random(11);
+    const auto below = [&](unsigned int limit) { return static_cast<unsigned int>(random() % limit); };
+    for (unsigned int round = 0; round < 40; ++round) {
+        const unsigned int rb_number = 1 + below(5);
+        prepare(LIB_NR_SCS_15K, rb_number);
+        slow_map_t expected(140, 12 * rb_number);
+        const grid_t::resource_map_t& early = grid().get_resource_mapping();
+        ASSERT_EQ(early, expected.map);
+        for (unsigned int step = 0; step < 12; ++step) {
+            const auto type = static_cast<lib_nr_channel_resource_mapping_type_t>(1 + below(8));
+            bool free = true;
+            bool marked = false;
+            switch (below(3)) {
+            case 0: {
+                const lib_nr_resource_element_range_t range{below(138), 1 + below(2), below(rb_number), 1};
+                for (unsigned int l = range.symbol_start; l < range.symbol_start + range.symbol_count; ++l)
+                    for (unsigned int k = 12 * range.crb_start; k < 12 * (range.crb_start + 1); ++k)
+                        free = expected.mark(l, k, type) && free;
+                marked = grid().deal_resource_mapping(range, type);
+                break;
+            }
+            case 1: {
+                const lib_nr_slot_resource_range_t range{{below(5), 5 + below(5)}, below(13), 2, 0, rb_number};
+                for (const unsigned int slot : range.slots)
+                    for (unsigned int l = 0; l < 2; ++l)
+                        for (unsigned int k = 0; k < 12 * rb_number; ++k)
+                            free = expected.mark(14 * slot + range.symbol_start + l, k, type) && free;
+                marked = grid().deal_resource_mapping(range, type);
+                break;
+            }
+            default: {
+                std::vector<lib_nr_resource_element_index_t> elements;
+                for (unsigned int i = below(30); i > 0; --i)
+                    elements.push_back(
+                        {static_cast<std::uint16_t>(below(140)), static_cast<std::uint16_t>(below(12 * rb_number))});
+                for (const auto& element : elements)
+                    free = expected.mark(element.symbol, element.subcarrier, type) && free;
+                marked = grid().deal_resource_mapping(elements, type);
+            }
+            }
+            EXPECT_EQ(marked, free);
+        }
+        // The reference taken before the marks tells the truth, and so do the flat reads.
+        EXPECT_EQ(early, expected.map);
+        bool conflict = false;
+        for (const auto& [symbol, row] : expected.map)
+            for (const auto& [subcarrier, owner] : row) {
+                conflict = conflict || owner == LIB_NR_RESOURCE_MAPPING_CONFLICT;
+                ASSERT_EQ(grid().get_owner(symbol, subcarrier), owner);
+            }
+        EXPECT_EQ(grid().is_resource_mapping_conflict(), conflict);
+        EXPECT_EQ(grid().get_first_conflict().has_value(), conflict);
+    }
+}
+
+TEST(resource_grid, refuses_what_lies_outside_with_its_line_and_keeps_what_was_marked)
+{
+    const std::string symbol_in_frame =
+        "lib_nr_dl_resource_manager_t::deal_resource_mapping Report : symbol index in frame out of range\n";
+    const std::string symbol_in_slot =
+        "lib_nr_dl_resource_manager_t::deal_resource_mapping Report : symbol index in slot out of range\n";
+    const std::string slot = "lib_nr_dl_resource_manager_t::deal_resource_mapping Report : slot index out of range\n";
+    const std::string crb = "lib_nr_dl_resource_manager_t::deal_resource_mapping Report : crb index out of range\n";
+    const std::string subcarrier =
+        "lib_nr_dl_resource_manager_t::deal_resource_mapping Report : subcarrier index out of range\n";
+    constexpr std::uint32_t k_most = 0xFFFFFFFFU;
+
+    prepare(LIB_NR_SCS_30K, 24);
+    const std::vector<std::pair<lib_nr_resource_element_range_t, std::string>> ranges = {
+        {{280, 1, 0, 1}, symbol_in_frame},
+        {{279, 2, 0, 1}, symbol_in_frame},
+        {{0, 0, 0, 1}, symbol_in_frame},
+        {{5, k_most, 0, 1}, symbol_in_frame},
+        {{0, 1, 24, 1}, crb},
+        {{0, 1, 23, 2}, crb},
+        {{0, 1, 1, k_most}, crb},
+        {{300, 1, 99, 1}, symbol_in_frame}};
+    for (const auto& [range, line] : ranges) {
+        nr_test::captured_output_t output;
+        EXPECT_FALSE(grid().deal_resource_mapping(range, LIB_NR_RESOURCE_MAPPING_PDCCH));
+        EXPECT_EQ(output.text(), line) << range.symbol_start << ' ' << range.symbol_count << ' ' << range.crb_start;
+    }
+    const std::vector<std::pair<lib_nr_slot_resource_range_t, std::string>> slots = {
+        {{{0, 20}, 0, 1, 0, 1}, slot},
+        {{{0}, 13, 2, 0, 1}, symbol_in_slot},
+        {{{0}, 0, 1, 24, 1}, crb},
+        {{{20}, 14, 1, 24, 1}, slot}};
+    for (const auto& [range, line] : slots) {
+        nr_test::captured_output_t output;
+        EXPECT_FALSE(grid().deal_resource_mapping(range, LIB_NR_RESOURCE_MAPPING_PUCCH));
+        EXPECT_EQ(output.text(), line);
+    }
+    EXPECT_TRUE(grid().deal_resource_mapping(lib_nr_slot_resource_range_t{}, LIB_NR_RESOURCE_MAPPING_PUCCH));
+    EXPECT_TRUE(
+        grid().deal_resource_mapping(std::vector<lib_nr_resource_element_index_t>{}, LIB_NR_RESOURCE_MAPPING_SSB));
+    {
+        nr_test::captured_output_t output;
+        EXPECT_FALSE(grid().deal_resource_mapping(
+            std::vector<lib_nr_resource_element_index_t>{{1, 2}, {3, 288}, {4, 5}}, LIB_NR_RESOURCE_MAPPING_SRS));
+        EXPECT_FALSE(grid().deal_resource_mapping(std::vector<lib_nr_resource_element_index_t>{{280, 0}},
+                                                  LIB_NR_RESOURCE_MAPPING_SRS));
+        EXPECT_EQ(output.text(), subcarrier + symbol_in_frame);
+    }
+    EXPECT_EQ(grid().get_owner(1, 2), LIB_NR_RESOURCE_MAPPING_SRS);
+    EXPECT_EQ(grid().get_owner(4, 5), LIB_NR_RESOURCE_MAPPING_EMPTY);
+    EXPECT_EQ(grid().get_owner(0, 0), LIB_NR_RESOURCE_MAPPING_EMPTY);
+    EXPECT_FALSE(grid().is_resource_mapping_conflict());
+
+    prepare(LIB_NR_SCS_30K, 0);
+    nr_test::captured_output_t output;
+    EXPECT_FALSE(
+        grid().deal_resource_mapping(lib_nr_resource_element_range_t{0, 1, 0, 0}, LIB_NR_RESOURCE_MAPPING_SSB));
+    EXPECT_EQ(output.text(), crb);
+}
+
+TEST(resource_grid, the_extended_prefix_goes_with_60_khz_alone)
+{
+    prepare(LIB_NR_SCS_60K, 11, LIB_NR_EXTEND_CP);
+    EXPECT_EQ(grid().get_mapped_symbol_number(), 480u);
+    grid().init_payload_mapping();
+    EXPECT_EQ(grid().get_payload_mapping().size(), 480u);
+    EXPECT_EQ(grid().get_payload_mapping().front().size(), 132u);
+
+    // A change to the same spacing keeps the prefix; from another spacing it is the normal one.
+    grid().set_numerology(LIB_NR_SCS_60K);
+    grid().init_resource_mapping();
+    EXPECT_EQ(grid().get_mapped_symbol_number(), 480u);
+    nr_test::captured_output_t output;
+    prepare(LIB_NR_SCS_30K, 11, LIB_NR_EXTEND_CP);
+    EXPECT_NE(output.text().find("Extende CP is supported only with 60kHz SCS!"), std::string::npos);
+    prepare(LIB_NR_SCS_30K, 11);
+    EXPECT_EQ(grid().get_mapped_symbol_number(), 280u);
+}
+
+} // namespace
