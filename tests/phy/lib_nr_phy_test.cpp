@@ -88,17 +88,20 @@ lib_nr_waveform_configure_manager_t waveform_of(const pair_t& pair)
     return waveform;
 }
 
-nr_test::ofdm_numerology_t numerology_of(const lib_nr_waveform_configure_manager_t& waveform, unsigned int carrier = 0)
+nr_test::ofdm_setup_t setup_of(const lib_nr_waveform_configure_manager_t& waveform, unsigned int carrier = 0)
 {
     const lib_nr_carrier_configure_manager_t& configuration = waveform.get_carrier(carrier);
-    nr_test::ofdm_numerology_t numerology;
-    numerology.mu = configuration.get_numerology();
-    numerology.extended_prefix = configuration.get_dl_bwp(0).get_cp_type() == LIB_NR_EXTEND_CP;
-    numerology.subcarriers =
-        lib_nr_phy_common_t::get_subcarrier_total_number(configuration.get_numerology(), configuration.get_bandwidth());
-    numerology.sample_rate = waveform.get_waveform_sample_rate_hz();
-    numerology.radio_frequency = waveform.get_phase_compensation_enable() ? waveform.get_radio_frequency() : 0;
-    return numerology;
+    nr_test::ofdm_setup_t setup;
+    setup.mu = configuration.get_numerology();
+    setup.sample_rate = waveform.get_waveform_sample_rate_hz();
+    setup.extended_prefix = configuration.get_dl_bwp(0).get_cp_type() == LIB_NR_EXTEND_CP;
+    setup.radio_frequency = waveform.get_phase_compensation_enable() ? waveform.get_radio_frequency() : 0;
+    return setup;
+}
+
+unsigned int subcarriers_of(const pair_t& pair)
+{
+    return lib_nr_phy_common_t::get_subcarrier_total_number(pair.spacing, pair.bandwidth);
 }
 
 double largest_error(const rows_t& received, const rows_t& sent)
@@ -147,7 +150,8 @@ TEST(engine, a_full_grid_comes_back_exactly_with_the_filter_off)
                 ASSERT_TRUE(engine.nr_phy_process());
                 const auto& samples = engine.get_baseband_signal_data();
                 ASSERT_EQ(samples.size(), waveform.get_waveform_sample_points());
-                const rows_t received = nr_test::demodulate_frame(samples, numerology_of(waveform), 0);
+                const rows_t received =
+                    nr_test::demodulate_frame(samples, setup_of(waveform), subcarriers_of(pair), 0.0, 0);
                 EXPECT_LT(largest_error(received, grid.sent(0, 0)), 1e-9)
                     << name_of(pair) << (extended ? ", extended" : "") << (compensated ? ", compensated" : "");
                 ++checked;
@@ -158,21 +162,21 @@ TEST(engine, a_full_grid_comes_back_exactly_with_the_filter_off)
 TEST(engine, filter_and_windowing_cost_little_error_in_every_symbol)
 {
     nr_test::captured_output_t silence;
-    const auto expect_little = [](const lib_nr_waveform_configure_manager_t& waveform, const std::string& what) {
+    const auto expect_little = [](const lib_nr_waveform_configure_manager_t& waveform, const pair_t& pair,
+                                  const std::string& what) {
         lib_nr_phy_t engine;
         full_grid_t grid(engine);
         engine.waveform_config(waveform);
         ASSERT_TRUE(engine.nr_phy_process());
-        nr_test::ofdm_numerology_t numerology = numerology_of(waveform);
-        numerology.early = 0.5;
-        const rows_t received = nr_test::demodulate_frame(engine.get_baseband_signal_data(), numerology, 0);
+        const rows_t received = nr_test::demodulate_frame(engine.get_baseband_signal_data(), setup_of(waveform),
+                                                          subcarriers_of(pair), 0.5, 0);
         EXPECT_LT(nr_test::error_vector_magnitude(received, grid.sent(0, 0)), 0.0015) << what;
         EXPECT_LT(worst_symbol(received, grid.sent(0, 0)), 0.004) << what;
     };
     for (const pair_t& pair : all_pairs()) {
         const lib_nr_waveform_configure_manager_t waveform = waveform_of(pair);
         if (waveform.get_waveform_sample_points() <= k_most_samples)
-            expect_little(waveform, name_of(pair));
+            expect_little(waveform, pair, name_of(pair));
     }
 
     // A second carrier, silent here, raises the rate: 4 times and 24 times the first one's own.
@@ -195,7 +199,7 @@ TEST(engine, filter_and_windowing_cost_little_error_in_every_symbol)
         waveform.get_carrier(1).set_numerology(c.second.spacing);
         waveform.get_carrier(1).set_frequency_offset_hz(1e9, c.offset);
         ASSERT_EQ(waveform.get_waveform_sample_rate_hz(), own * c.ratio);
-        expect_little(waveform, name_of(c.first) + " oversampled " + std::to_string(c.ratio));
+        expect_little(waveform, c.first, name_of(c.first) + " oversampled " + std::to_string(c.ratio));
     }
 }
 
@@ -281,17 +285,15 @@ TEST(engine, two_carriers_land_where_they_are_asked_to_with_the_powers_asked_for
         ASSERT_TRUE(engine.nr_phy_process());
         double densities[2]; // power of one subcarrier by its spacing
         for (unsigned int i = 0; i < 2; ++i) {
-            nr_test::ofdm_numerology_t numerology = numerology_of(waveform, i);
-            const double spacing = 15e3 * (1U << numerology.mu);
-            numerology.sample_rate =
-                spacing * lib_nr_ofdm_modulator_t::get_fft_length(c.pairs[i].spacing, c.pairs[i].bandwidth);
-            numerology.early = 0.5;
+            nr_test::ofdm_setup_t setup = setup_of(waveform, i);
+            setup.sample_rate =
+                setup.spacing() * lib_nr_ofdm_modulator_t::get_fft_length(c.pairs[i].spacing, c.pairs[i].bandwidth);
             const std::vector<complex_t> channel =
-                nr_test::select_channel(engine.get_baseband_signal_data(), rate, c.offsets[i], numerology.sample_rate);
-            const rows_t received = nr_test::demodulate_frame(channel, numerology, 0);
+                nr_test::select_channel(engine.get_baseband_signal_data(), rate, c.offsets[i], setup.sample_rate);
+            const rows_t received = nr_test::demodulate_frame(channel, setup, subcarriers_of(c.pairs[i]), 0.5, 0);
             EXPECT_LT(nr_test::error_vector_magnitude(received, grid.sent(i, 0)), 0.0015) << "carrier " << i;
             EXPECT_LT(worst_symbol(received, grid.sent(i, 0)), 0.004) << "carrier " << i;
-            densities[i] = std::norm(nr_test::fitted_gain(received, grid.sent(i, 0))) / numerology.sample_rate;
+            densities[i] = std::norm(nr_test::fitted_gain(received, grid.sent(i, 0))) / setup.sample_rate;
         }
         EXPECT_NEAR(10 * std::log10(densities[1] / densities[0]), -7.0, 0.01);
     }

@@ -41,53 +41,37 @@ std::vector<complex_t> select_channel(const std::vector<complex_t>& samples, dou
     return channel;
 }
 
-std::vector<std::vector<complex_t>> demodulate_frame(const std::vector<complex_t>& samples,
-                                                     const ofdm_numerology_t& numerology, unsigned int frame)
+std::vector<std::vector<complex_t>> demodulate_frame(const std::vector<complex_t>& samples, const ofdm_setup_t& setup,
+                                                     unsigned int subcarriers, double early, unsigned int frame)
 {
-    const double spacing = 15000.0 * (1U << numerology.mu);
-    const auto useful = static_cast<std::size_t>(std::llround(numerology.sample_rate / spacing));
-    const unsigned int per_slot = numerology.extended_prefix ? 12 : 14;
-    const unsigned int symbols = per_slot * 10 * (1U << numerology.mu);
-    // Prefixes in units of a 2048th of the useful symbol; the long one comes every half millisecond.
-    const double unit = static_cast<double>(useful) / 2048.0;
-    const unsigned int half_millisecond = 7U << numerology.mu;
-    const double long_extra = 16.0 * (1U << numerology.mu);
-
+    const std::size_t useful = setup.useful_length();
+    const std::size_t frame_start = frame * setup.frame_length();
     const auto& fft = vek::common_lib::lib_fft_plan_t::get(useful, vek::common_lib::LIB_FFT_FORWARD);
     const double scale = 1.0 / std::sqrt(static_cast<double>(useful));
-    const auto frame_length = static_cast<std::size_t>(std::llround(numerology.sample_rate * 0.01));
-    std::size_t begin = frame * frame_length;
-    std::size_t in_frame = 0;
-    std::vector<std::vector<complex_t>> rows(symbols, std::vector<complex_t>(numerology.subcarriers));
+
+    std::vector<std::vector<complex_t>> rows(setup.symbols_in_frame(), std::vector<complex_t>(subcarriers));
     std::vector<complex_t> window(useful);
     std::vector<complex_t> advance; // by bin, for a transform that begins early
     std::size_t advanced_by = 0;
-    for (unsigned int l = 0; l < symbols; ++l) {
-        double units = numerology.extended_prefix ? 512.0 : 144.0;
-        if (!numerology.extended_prefix && l % half_millisecond == 0)
-            units += long_extra;
-        const auto prefix = static_cast<std::size_t>(std::llround(units * unit));
-        const auto early = static_cast<std::size_t>(numerology.early * static_cast<double>(prefix));
-        const std::size_t first = begin + prefix - early;
+    for (unsigned int l = 0; l < rows.size(); ++l) {
+        const std::size_t start = useful_start(setup, l);
+        const auto ahead = static_cast<std::size_t>(early * static_cast<double>(prefix_length(setup, l)));
         for (std::size_t i = 0; i < useful; ++i)
-            window[i] = samples[(first + i) % samples.size()];
+            window[i] = samples[(frame_start + start - ahead + i) % samples.size()];
         fft.execute(window.data(), window.data());
 
-        const complex_t phase = turned(static_cast<long double>(numerology.radio_frequency) *
-                                       static_cast<long double>(in_frame + prefix) / numerology.sample_rate);
-        if (advance.empty() || advanced_by != early) {
+        if (advance.empty() || advanced_by != ahead) {
             advance.resize(useful);
             for (std::size_t bin = 0; bin < useful; ++bin)
-                advance[bin] = early == 0 ? 1.0 : turned(static_cast<long double>(early * bin) / useful);
-            advanced_by = early;
+                advance[bin] = ahead == 0 ? 1.0 : turned(static_cast<long double>(ahead * bin) / useful);
+            advanced_by = ahead;
         }
-        const unsigned int half = numerology.subcarriers / 2;
-        for (unsigned int k = 0; k < numerology.subcarriers; ++k) {
-            const std::size_t bin = (k + useful - half) % useful;
+        const complex_t phase = turned(static_cast<long double>(setup.radio_frequency) *
+                                       static_cast<long double>(start) / setup.sample_rate);
+        for (unsigned int k = 0; k < subcarriers; ++k) {
+            const std::size_t bin = (k + useful - subcarriers / 2) % useful;
             rows[l][k] = scale * window[bin] * phase * advance[bin];
         }
-        begin += prefix + useful;
-        in_frame += prefix + useful;
     }
     return rows;
 }

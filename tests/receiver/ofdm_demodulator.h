@@ -1,22 +1,12 @@
 #pragma once
 
+#include "receiver/ofdm_receiver.h"
+
 #include <complex>
-#include <cstddef>
 #include <vector>
 
 namespace nr_test
 {
-
-/// One numerology as a receiver sees it, TS 38.211 clause 5.3.
-struct ofdm_numerology_t
-{
-    unsigned int mu = 1;
-    bool extended_prefix = false;
-    unsigned int subcarriers = 3276;
-    double sample_rate = 122.88e6;
-    double radio_frequency = 0; ///< whose phase term is taken back; 0 for none
-    double early = 0;           ///< where the transform begins, as a part of the prefix ahead of the useful samples
-};
 
 /// One channel out of a periodic waveform: the band round a centre, both in hertz, brought to 0 Hz at a rate equal to
 /// the band's width. What lies outside is cut, as a receiver's channel filter does. Centre and width are whole
@@ -24,11 +14,12 @@ struct ofdm_numerology_t
 std::vector<std::complex<double>> select_channel(const std::vector<std::complex<double>>& samples, double sample_rate,
                                                  double centre, double width);
 
-/// The symbols of one frame, [symbol in frame][subcarrier], from samples of a periodic waveform. Scaled so that a
-/// transmitter whose inverse transform is divided by the root of its length gives back what was mapped.
+/// The symbols of one frame, [symbol in frame][subcarrier], from samples of a periodic waveform whose carrier lies at
+/// 0 Hz. The transform begins a part of the prefix, `early`, ahead of the useful samples. Scaled so that a transmitter
+/// whose inverse transform is divided by the root of its length gives back what was mapped.
 std::vector<std::vector<std::complex<double>>> demodulate_frame(const std::vector<std::complex<double>>& samples,
-                                                                const ofdm_numerology_t& numerology,
-                                                                unsigned int frame);
+                                                                const ofdm_setup_t& setup, unsigned int subcarriers,
+                                                                double early, unsigned int frame);
 
 /// Root of the mean squared error between received and sent symbols over the mean power sent, after the one complex
 /// gain that fits best.
