@@ -219,13 +219,11 @@ lib_nr_dl_ssb_configure_manager_t::get_ssb_pattern_feedback(lib_nr_numerology_ty
     return m_valid_ssb_pattern;
 }
 
-bool lib_nr_dl_ssb_configure_manager_t::_force_ssb_pattern(lib_nr_numerology_type_t numerology)
+void lib_nr_dl_ssb_configure_manager_t::_force_ssb_pattern(lib_nr_numerology_type_t numerology)
 {
     const std::vector<lib_nr_ssb_case_t> patterns = get_ssb_pattern_list(numerology);
-    const bool forced = patterns.size() == 1;
-    if (forced)
+    if (patterns.size() == 1)
         m_ssb_pattern = patterns.front();
-    return forced;
 }
 
 bool lib_nr_dl_ssb_configure_manager_t::set_lmax(lib_nr_numerology_type_t numerology, lib_nr_lmax_t lmax,

@@ -182,7 +182,7 @@ private:
     void _update_after_numerology(const lib_nr_phy_numerology_configure_manager_t& numerology);
     void _reset_rb_offset(lib_nr_numerology_type_t numerology, lib_nr_channel_bw_type_t bandwidth,
                           unsigned int rb_size);
-    bool _force_ssb_pattern(lib_nr_numerology_type_t numerology);
+    void _force_ssb_pattern(lib_nr_numerology_type_t numerology);
 
     bool m_enable = false;
     lib_nr_ssb_case_t m_ssb_pattern = NR_SSB_CASE_B;
