@@ -119,7 +119,7 @@ void draw_ccdf(const lib_nr_phy_t& engine, const std::filesystem::path& place)
     plot_t plot(place, 800, 560);
     std::ostream& out = plot.script();
     out << "set title 'CCDF of the first frame'\nset xlabel 'power above the mean, dB'\nset ylabel 'probability'\n"
-        << "set logscale y\nset format y '10^{%T}'\nset yrange [1e-6:1]\nset xrange [0:14]\nset key top right\n"
+        << "set logscale y\nset format y '10^{%T}'\nset yrange [1e-6:1]\nset xrange [0:20]\nset key top right\n"
         << "plot '-' with lines lc rgb '" << k_dark << "' lw 2 title 'waveform', '-' with lines lc rgb '" << k_accent
         << "' lw 2 dt 2 title 'burst', exp(-10**(x/10)) with lines lc rgb '#808080' lw 1 title 'Gaussian'\n";
     write_curve(out, engine.get_waveform_ccdf_cruve_data());

@@ -123,8 +123,8 @@ bool lib_nr_phy_t::deal_prach_resource_mapping(unsigned int carrier, unsigned in
     prach_grid().init_resource_mapping();
     for (unsigned int b = 0; b < configuration.get_ul_prach_number(); ++b) {
         if (!configuration.get_ul_prach(b).get_enable()) {
-            std::cout << "_nr_ul_prach_freq_remap:prach does not satisfy frame period!\n" << std::endl;
-            return false;
+            std::cout << "_nr_ul_prach_freq_remap: prach_brust " << b << " is disable .\n" << std::endl;
+            continue;
         }
         _update_prach_ofdm_config(carrier, numerology, b);
         m_prach_process.set_waveform_config(carrier, numerology, b, 0, waveform);

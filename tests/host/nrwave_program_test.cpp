@@ -254,4 +254,20 @@ TEST_F(nrwave_program, maps_and_draws_what_it_generates)
     EXPECT_NE(run("--help").out.find("generate"), std::string::npos);
 }
 
+TEST_F(nrwave_program, generates_every_example_as_it_stands)
+{
+    unsigned int examples = 0;
+    for (const auto& file : fs::directory_iterator(fs::path(NR_MOD_LIB_SOURCE_DIR) / "examples")) {
+        const std::string name = file.path().extension().string();
+        if (name != ".recipe" && name != ".xml")
+            continue;
+        const std::string input = (name == ".xml" ? "'" : "--recipe '") + file.path().string() + "'";
+        const run_t result = run("generate --strict " + input + " -o x --format cf32");
+        EXPECT_EQ(result.status, 0) << file.path() << ": " << result.err;
+        EXPECT_NE(content("x.cf32").find_first_not_of('\0'), std::string::npos) << file.path();
+        ++examples;
+    }
+    EXPECT_GE(examples, 3u);
+}
+
 } // namespace
