@@ -106,8 +106,21 @@ private:
     bool _nr_ul_pusch_re_map(unsigned int frame, unsigned int carrier, unsigned int numerology);
     bool _nr_ul_srs_link_process(unsigned int frame, unsigned int carrier, unsigned int numerology);
     bool _nr_ul_srs_re_map(unsigned int frame, unsigned int carrier, unsigned int numerology);
+
+    // What both steps of a channel walk: each enabled entry, bound, and its blocks or slots, until a step returns
+    // false.
     template <class step_t>
     bool _for_each_ssb(unsigned int frame, unsigned int carrier, unsigned int numerology, step_t step);
+    template <class step_t>
+    bool _for_each_csirs_slot(unsigned int frame, unsigned int carrier, unsigned int numerology, step_t step);
+    template <class step_t>
+    bool _for_each_prs_slot(unsigned int carrier, unsigned int numerology, step_t step);
+    template <class step_t>
+    bool _for_each_pdcch_slot(unsigned int carrier, unsigned int numerology, step_t step);
+    template <class step_t>
+    bool _for_each_pdsch_slot(unsigned int frame, unsigned int carrier, unsigned int numerology, step_t step);
+    template <class step_t>
+    bool _for_each_pusch_slot(unsigned int frame, unsigned int carrier, unsigned int numerology, step_t step);
 
     void _deal_baseband_process();
     void _deal_crest_factor_reduction();

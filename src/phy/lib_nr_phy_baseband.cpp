@@ -93,7 +93,8 @@ void lib_nr_phy_t::_deal_ccdf_calculation()
     if (burst.size() == analysed.size()) { // without a gap, the burst is the signal itself
         m_burst_ccdf_curve = m_waveform_ccdf_curve;
         m_burst_ccdf_marker = m_waveform_ccdf_marker;
-    } else
+    }
+    else
         analyse(burst, m_burst_ccdf_curve, m_burst_ccdf_marker);
 }
 

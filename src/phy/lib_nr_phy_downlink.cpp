@@ -75,9 +75,9 @@ bool lib_nr_phy_t::_nr_dl_ssb_re_map(unsigned int frame, unsigned int carrier, u
     });
 }
 
-bool lib_nr_phy_t::_nr_dl_csirs_link_process(unsigned int frame, unsigned int carrier, unsigned int numerology)
+template <class step_t>
+bool lib_nr_phy_t::_for_each_csirs_slot(unsigned int frame, unsigned int carrier, unsigned int numerology, step_t step)
 {
-    print_step("_nr_dl_csirs_link_process", carrier);
     const lib_nr_carrier_configure_manager_t& configuration = m_waveform.get_carrier(carrier);
     for (unsigned int i = 0; i < configuration.get_dl_csirs_number(); ++i) {
         const lib_nr_dl_csirs_configure_manager_t& csirs = configuration.get_dl_csirs(i);
@@ -87,25 +87,42 @@ bool lib_nr_phy_t::_nr_dl_csirs_link_process(unsigned int frame, unsigned int ca
         const unsigned int slots = slots_per_frame_of(configuration, csirs.get_bwp_id());
         for (const int allocated : csirs.get_slot_allocation())
             if (const auto slot = slot_in_frame(allocated, csirs.get_one_frame_period(), slots, frame))
-                if (!m_csirs_process.csirs_process(*slot))
+                if (!step(*slot))
                     return false;
     }
     return true;
 }
 
+bool lib_nr_phy_t::_nr_dl_csirs_link_process(unsigned int frame, unsigned int carrier, unsigned int numerology)
+{
+    print_step("_nr_dl_csirs_link_process", carrier);
+    return _for_each_csirs_slot(frame, carrier, numerology,
+                                [&](unsigned int slot) { return m_csirs_process.csirs_process(slot); });
+}
+
 bool lib_nr_phy_t::_nr_dl_csirs_re_map(unsigned int frame, unsigned int carrier, unsigned int numerology)
 {
     print_step("_nr_dl_csirs_re_map", carrier);
+    return _for_each_csirs_slot(frame, carrier, numerology, [&](unsigned int slot) {
+        m_csirs_process.nr_dl_phy_csirs_re_map(slot, LIB_NR_REMAPP_MODE_UI_VIEW_MAP);
+        return true;
+    });
+}
+
+// A PRS counts its slots from the start of the waveform, in every frame's pass.
+template <class step_t>
+bool lib_nr_phy_t::_for_each_prs_slot(unsigned int carrier, unsigned int numerology, step_t step)
+{
     const lib_nr_carrier_configure_manager_t& configuration = m_waveform.get_carrier(carrier);
-    for (unsigned int i = 0; i < configuration.get_dl_csirs_number(); ++i) {
-        const lib_nr_dl_csirs_configure_manager_t& csirs = configuration.get_dl_csirs(i);
-        if (!csirs.get_enable())
+    for (unsigned int i = 0; i < configuration.get_dl_prs_number(); ++i) {
+        const lib_nr_dl_prs_configure_manager_t& prs = configuration.get_dl_prs(i);
+        if (!prs.get_enable())
             continue;
-        m_csirs_process.set_waveform_config(carrier, numerology, i, m_waveform);
-        const unsigned int slots = slots_per_frame_of(configuration, csirs.get_bwp_id());
-        for (const int allocated : csirs.get_slot_allocation())
-            if (const auto slot = slot_in_frame(allocated, csirs.get_one_frame_period(), slots, frame))
-                m_csirs_process.nr_dl_phy_csirs_re_map(*slot, LIB_NR_REMAPP_MODE_UI_VIEW_MAP);
+        m_prs_process.set_waveform_config(carrier, numerology, i, m_waveform);
+        const unsigned int slots = lib_nr_phy_common_t::get_slot_in_frame(prs.get_numerology());
+        for (unsigned int t = 0; t < m_waveform.get_frame_number() * slots; ++t)
+            if (!step(t, slots))
+                return false;
     }
     return true;
 }
@@ -113,32 +130,32 @@ bool lib_nr_phy_t::_nr_dl_csirs_re_map(unsigned int frame, unsigned int carrier,
 bool lib_nr_phy_t::_nr_dl_prs_link_process(unsigned int, unsigned int carrier, unsigned int numerology)
 {
     print_step("_nr_dl_prs_link_process", carrier);
-    const lib_nr_carrier_configure_manager_t& configuration = m_waveform.get_carrier(carrier);
-    for (unsigned int i = 0; i < configuration.get_dl_prs_number(); ++i) {
-        const lib_nr_dl_prs_configure_manager_t& prs = configuration.get_dl_prs(i);
-        if (!prs.get_enable())
-            continue;
-        m_prs_process.set_waveform_config(carrier, numerology, i, m_waveform);
-        const unsigned int slots = lib_nr_phy_common_t::get_slot_in_frame(prs.get_numerology());
-        for (unsigned int t = 0; t < m_waveform.get_frame_number() * slots; ++t)
-            if (!m_prs_process.prs_encode_process(t % slots))
-                return false;
-    }
-    return true;
+    return _for_each_prs_slot(carrier, numerology, [&](unsigned int t, unsigned int slots) {
+        return m_prs_process.prs_encode_process(t % slots);
+    });
 }
 
 bool lib_nr_phy_t::_nr_dl_prs_re_map(unsigned int, unsigned int carrier, unsigned int numerology)
 {
     print_step("_nr_dl_prs_re_map", carrier);
+    return _for_each_prs_slot(carrier, numerology, [&](unsigned int t, unsigned int) {
+        m_prs_process.dl_phy_prs_remap(t, LIB_NR_REMAPP_MODE_UI_VIEW_MAP);
+        return true;
+    });
+}
+
+template <class step_t>
+bool lib_nr_phy_t::_for_each_pdcch_slot(unsigned int carrier, unsigned int numerology, step_t step)
+{
     const lib_nr_carrier_configure_manager_t& configuration = m_waveform.get_carrier(carrier);
-    for (unsigned int i = 0; i < configuration.get_dl_prs_number(); ++i) {
-        const lib_nr_dl_prs_configure_manager_t& prs = configuration.get_dl_prs(i);
-        if (!prs.get_enable())
+    for (unsigned int i = 0; i < configuration.get_dl_dci_number(); ++i) {
+        const lib_nr_dl_dci_configure_manager_t& dci = configuration.get_dl_dci(i);
+        if (!dci.get_enable())
             continue;
-        m_prs_process.set_waveform_config(carrier, numerology, i, m_waveform);
-        const unsigned int slots = lib_nr_phy_common_t::get_slot_in_frame(prs.get_numerology());
-        for (unsigned int t = 0; t < m_waveform.get_frame_number() * slots; ++t)
-            m_prs_process.dl_phy_prs_remap(t, LIB_NR_REMAPP_MODE_UI_VIEW_MAP);
+        m_pdcch_process.set_waveform_config(carrier, numerology, i, m_waveform);
+        for (const int slot : dci.get_slot_allocation_for_lib())
+            if (!step(static_cast<unsigned int>(slot)))
+                return false;
     }
     return true;
 }
@@ -146,40 +163,23 @@ bool lib_nr_phy_t::_nr_dl_prs_re_map(unsigned int, unsigned int carrier, unsigne
 bool lib_nr_phy_t::_nr_dl_pdcch_link_process(unsigned int, unsigned int carrier, unsigned int numerology)
 {
     print_step("_nr_dl_pdcch_link_process", carrier);
-    const lib_nr_carrier_configure_manager_t& configuration = m_waveform.get_carrier(carrier);
-    for (unsigned int i = 0; i < configuration.get_dl_dci_number(); ++i) {
-        const lib_nr_dl_dci_configure_manager_t& dci = configuration.get_dl_dci(i);
-        if (!dci.get_enable())
-            continue;
-        m_pdcch_process.set_waveform_config(carrier, numerology, i, m_waveform);
-        for (const int slot : dci.get_slot_allocation_for_lib())
-            if (!m_pdcch_process.pdcch_encode_process(static_cast<unsigned int>(slot)))
-                return false;
-    }
-    return true;
+    return _for_each_pdcch_slot(carrier, numerology,
+                                [&](unsigned int slot) { return m_pdcch_process.pdcch_encode_process(slot); });
 }
 
 bool lib_nr_phy_t::_nr_dl_pdcch_re_map(unsigned int, unsigned int carrier, unsigned int numerology)
 {
     print_step("_nr_dl_pdcch_re_map", carrier);
-    const lib_nr_carrier_configure_manager_t& configuration = m_waveform.get_carrier(carrier);
-    for (unsigned int i = 0; i < configuration.get_dl_dci_number(); ++i) {
-        const lib_nr_dl_dci_configure_manager_t& dci = configuration.get_dl_dci(i);
-        if (!dci.get_enable())
-            continue;
-        m_pdcch_process.set_waveform_config(carrier, numerology, i, m_waveform);
-        for (const int slot : dci.get_slot_allocation_for_lib())
-            m_pdcch_process.dl_phy_pdcch_remap(static_cast<unsigned int>(slot), LIB_NR_REMAPP_MODE_UI_VIEW_MAP);
-    }
-    return true;
+    return _for_each_pdcch_slot(carrier, numerology, [&](unsigned int slot) {
+        m_pdcch_process.dl_phy_pdcch_remap(slot, LIB_NR_REMAPP_MODE_UI_VIEW_MAP);
+        return true;
+    });
 }
 
-bool lib_nr_phy_t::_nr_dl_pdsch_link_process(unsigned int frame, unsigned int carrier, unsigned int numerology)
+template <class step_t>
+bool lib_nr_phy_t::_for_each_pdsch_slot(unsigned int frame, unsigned int carrier, unsigned int numerology, step_t step)
 {
-    print_step("_nr_dl_pdsch_link_process", carrier);
     const lib_nr_carrier_configure_manager_t& configuration = m_waveform.get_carrier(carrier);
-    if (configuration.get_dl_tm().get_duplex_type() == LIB_NR_DUPLEX_TYPE_TDD)
-        return _nr_dl_pdsch_tdd_link_process(carrier, numerology);
     for (unsigned int i = 0; i < configuration.get_dl_sch_number(); ++i) {
         const lib_nr_dl_sch_configure_manager_t& sch = configuration.get_dl_sch(i);
         if (!sch.get_enable())
@@ -188,10 +188,19 @@ bool lib_nr_phy_t::_nr_dl_pdsch_link_process(unsigned int frame, unsigned int ca
         const unsigned int slots = slots_per_frame_of(configuration, sch.get_bwp_id());
         for (const unsigned int allocated : sch.get_slot_allocation_v())
             if (const auto slot = slot_in_frame(allocated, sch.get_one_frame_period(), slots, frame))
-                if (!m_pdsch_process.sch_encode_process(*slot))
+                if (!step(*slot))
                     return false;
     }
     return true;
+}
+
+bool lib_nr_phy_t::_nr_dl_pdsch_link_process(unsigned int frame, unsigned int carrier, unsigned int numerology)
+{
+    print_step("_nr_dl_pdsch_link_process", carrier);
+    if (m_waveform.get_carrier(carrier).get_dl_tm().get_duplex_type() == LIB_NR_DUPLEX_TYPE_TDD)
+        return _nr_dl_pdsch_tdd_link_process(carrier, numerology);
+    return _for_each_pdsch_slot(frame, carrier, numerology,
+                                [&](unsigned int slot) { return m_pdsch_process.sch_encode_process(slot); });
 }
 
 // All channels of one RNTI draw one continuous payload sequence, in the order of the slots.
@@ -222,18 +231,10 @@ bool lib_nr_phy_t::_nr_dl_pdsch_tdd_link_process(unsigned int carrier, unsigned 
 bool lib_nr_phy_t::_nr_dl_pdsch_re_map(unsigned int frame, unsigned int carrier, unsigned int numerology)
 {
     print_step("_nr_dl_pdsch_re_map", carrier);
-    const lib_nr_carrier_configure_manager_t& configuration = m_waveform.get_carrier(carrier);
-    for (unsigned int i = 0; i < configuration.get_dl_sch_number(); ++i) {
-        const lib_nr_dl_sch_configure_manager_t& sch = configuration.get_dl_sch(i);
-        if (!sch.get_enable())
-            continue;
-        m_pdsch_process.set_waveform_config(carrier, numerology, i, m_waveform);
-        const unsigned int slots = slots_per_frame_of(configuration, sch.get_bwp_id());
-        for (const unsigned int allocated : sch.get_slot_allocation_v())
-            if (const auto slot = slot_in_frame(allocated, sch.get_one_frame_period(), slots, frame))
-                m_pdsch_process.phy_sch_remap(*slot, LIB_NR_REMAPP_MODE_UI_VIEW_MAP);
-    }
-    return true;
+    return _for_each_pdsch_slot(frame, carrier, numerology, [&](unsigned int slot) {
+        m_pdsch_process.phy_sch_remap(slot, LIB_NR_REMAPP_MODE_UI_VIEW_MAP);
+        return true;
+    });
 }
 
 } // namespace vek::nr_mod_lib

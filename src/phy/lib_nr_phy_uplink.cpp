@@ -23,9 +23,9 @@ void print_skipped_slot(const char* step, int slot)
 
 } // namespace
 
-bool lib_nr_phy_t::_nr_ul_pusch_link_process(unsigned int frame, unsigned int carrier, unsigned int numerology)
+template <class step_t>
+bool lib_nr_phy_t::_for_each_pusch_slot(unsigned int frame, unsigned int carrier, unsigned int numerology, step_t step)
 {
-    print_step("_nr_ul_pusch_link_process", carrier);
     const lib_nr_carrier_configure_manager_t& configuration = m_waveform.get_carrier(carrier);
     for (unsigned int i = 0; i < configuration.get_ul_sch_number(); ++i) {
         const lib_nr_ul_sch_configure_manager_t& sch = configuration.get_ul_sch(i);
@@ -36,28 +36,26 @@ bool lib_nr_phy_t::_nr_ul_pusch_link_process(unsigned int frame, unsigned int ca
             lib_nr_phy_common_t::get_slot_in_frame(configuration.get_ul_bwp(sch.get_bwp_id()).get_numerology());
         for (const unsigned int allocated : sch.get_slot_allocation_v())
             if (const auto slot = slot_in_frame(allocated, sch.get_one_frame_period(), slots, frame))
-                if (!m_pusch_process.sch_encode_process(*slot))
+                if (!step(*slot))
                     return false;
     }
     return true;
 }
 
+bool lib_nr_phy_t::_nr_ul_pusch_link_process(unsigned int frame, unsigned int carrier, unsigned int numerology)
+{
+    print_step("_nr_ul_pusch_link_process", carrier);
+    return _for_each_pusch_slot(frame, carrier, numerology,
+                                [&](unsigned int slot) { return m_pusch_process.sch_encode_process(slot); });
+}
+
 bool lib_nr_phy_t::_nr_ul_pusch_re_map(unsigned int frame, unsigned int carrier, unsigned int numerology)
 {
     print_step("_nr_ul_pusch_re_map", carrier);
-    const lib_nr_carrier_configure_manager_t& configuration = m_waveform.get_carrier(carrier);
-    for (unsigned int i = 0; i < configuration.get_ul_sch_number(); ++i) {
-        const lib_nr_ul_sch_configure_manager_t& sch = configuration.get_ul_sch(i);
-        if (!sch.get_enable())
-            continue;
-        m_pusch_process.set_waveform_config(carrier, numerology, i, m_waveform);
-        const unsigned int slots =
-            lib_nr_phy_common_t::get_slot_in_frame(configuration.get_ul_bwp(sch.get_bwp_id()).get_numerology());
-        for (const unsigned int allocated : sch.get_slot_allocation_v())
-            if (const auto slot = slot_in_frame(allocated, sch.get_one_frame_period(), slots, frame))
-                m_pusch_process.phy_sch_remap(*slot, LIB_NR_REMAPP_MODE_UI_VIEW_MAP);
-    }
-    return true;
+    return _for_each_pusch_slot(frame, carrier, numerology, [&](unsigned int slot) {
+        m_pusch_process.phy_sch_remap(slot, LIB_NR_REMAPP_MODE_UI_VIEW_MAP);
+        return true;
+    });
 }
 
 bool lib_nr_phy_t::_nr_ul_srs_link_process(unsigned int frame, unsigned int carrier, unsigned int numerology)
