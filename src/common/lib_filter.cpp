@@ -5,8 +5,6 @@
 
 #include <algorithm>
 #include <bit>
-#include <cmath>
-#include <limits>
 
 namespace vek::common_lib
 {
@@ -27,20 +25,11 @@ void multiply_by(complex_t* values, const complex_t* factors, std::size_t count)
                      values[i].real() * factors[i].imag() + values[i].imag() * factors[i].real()};
 }
 
-// The transform length with the least work per sample of result; no longer than the result needs.
-std::size_t get_block_length(std::size_t tap_count, std::size_t result_size)
+// A transform of about four times the filter's length: its buffers stay in the nearer caches, where longer ones save
+// less than they lose. No longer than the whole result needs.
+std::size_t get_block_length(std::size_t history, std::size_t result_size)
 {
-    std::size_t best = std::bit_ceil(2 * tap_count);
-    double least_work = std::numeric_limits<double>::infinity();
-    for (std::size_t length = best; length <= 16 * best; length *= 2) {
-        const double blocks = std::ceil(static_cast<double>(result_size) / static_cast<double>(length - tap_count + 1));
-        const double work = blocks * static_cast<double>(length) * std::log2(static_cast<double>(length));
-        if (work < least_work) {
-            least_work = work;
-            best = length;
-        }
-    }
-    return best;
+    return std::bit_ceil(std::min(std::max<std::size_t>(4 * history, 64), history + result_size));
 }
 
 // Convolution of a vector that already has the result's size. Sample n of the result depends on samples up to n only,
@@ -50,7 +39,8 @@ class overlap_save_t
 public:
     overlap_save_t(const signal_t& taps, std::size_t result_size)
         : m_history(taps.size() - 1),
-          m_block(get_block_length(taps.size(), result_size)),
+          m_block(get_block_length(m_history, result_size)),
+          m_next_block(m_block.size()),
           m_spectrum(m_block.size()),
           m_response(m_block.size()),
           m_forward(lib_fft_plan_t::get(m_block.size(), LIB_FFT_FORWARD)),
@@ -80,14 +70,16 @@ private:
         if (std::any_of(m_block.begin(), m_block.end(), is_not_zero)) {
             m_forward.execute(m_block.data(), m_spectrum.data());
             multiply_by(m_spectrum.data(), m_response.data(), m_spectrum.size());
-            std::copy(m_block.end() - static_cast<std::ptrdiff_t>(m_history), m_block.end(), m_block.begin());
-            m_inverse.execute(m_spectrum.data(), m_spectrum.data());
-            std::copy_n(m_spectrum.begin() + static_cast<std::ptrdiff_t>(m_history), count, samples);
+            std::copy(m_block.end() - static_cast<std::ptrdiff_t>(m_history), m_block.end(), m_next_block.begin());
+            m_inverse.execute(m_spectrum.data(), m_block.data());
+            std::copy_n(fresh, count, samples);
+            m_block.swap(m_next_block);
         }
     }
 
     std::size_t m_history;
     signal_t m_block;
+    signal_t m_next_block;
     signal_t m_spectrum;
     signal_t m_response;
     const lib_fft_plan_t& m_forward;

@@ -141,10 +141,46 @@ void lib_ofdm_modulator_t::set_symbol_phase_turns(const std::vector<double>& sym
     m_symbol_phase_turns = symbol_phase_turns;
 }
 
+struct lib_ofdm_modulator_t::frame_layout_t
+{
+    std::map<unsigned int, std::vector<double>> rises; // by length
+    std::vector<symbol_layout_t> symbols;
+    std::size_t symbols_end = 0;
+};
+
+bool lib_ofdm_modulator_t::_is_modulable(const std::vector<std::vector<std::complex<double>>>& payload) const
+{
+    const std::uint64_t useful_length = std::uint64_t{m_fft_length} * m_oversampling_ratio;
+    if (useful_length == 0 || useful_length > std::numeric_limits<unsigned int>::max())
+        return false;
+    if (payload.empty() || payload.size() != m_symbol_number)
+        return false;
+    return std::all_of(payload.begin(), payload.end(),
+                       [useful_length](const row_t& row) { return row.size() <= useful_length; });
+}
+
 unsigned int lib_ofdm_modulator_t::_get_transition_length(unsigned int prefix) const
 {
-    const double wanted = m_window_beta * static_cast<double>(m_fft_length) * m_oversampling_ratio;
+    const double wanted = m_window_beta * static_cast<double>(_get_useful_length());
     return static_cast<unsigned int>(std::round(std::min(wanted, static_cast<double>(prefix))));
+}
+
+lib_ofdm_modulator_t::frame_layout_t lib_ofdm_modulator_t::_lay_out_frame() const
+{
+    frame_layout_t frame;
+    frame.symbols.reserve(m_symbol_number);
+    const unsigned int useful_length = _get_useful_length();
+    for (unsigned int l = 0; l < m_symbol_number; ++l) {
+        const unsigned int prefix = m_cyclic_prefix_config.get_cyclic_length(l, useful_length);
+        const unsigned int suffix = m_cyclic_suffix_config.get_cyclic_length(l, useful_length);
+        const unsigned int transition = _get_transition_length(prefix);
+        const auto [rise, is_new] = frame.rises.try_emplace(transition);
+        if (is_new)
+            rise->second = lib_ofdm_windowing_method_t::get_rising_edge(m_windowing_method, transition);
+        frame.symbols.push_back({frame.symbols_end, prefix, suffix, &rise->second});
+        frame.symbols_end += std::size_t{prefix} + useful_length + suffix;
+    }
+    return frame;
 }
 
 bool lib_ofdm_modulator_t::deal_ofdm_modulation(const std::vector<std::vector<std::complex<double>>>& payload,
@@ -152,44 +188,23 @@ bool lib_ofdm_modulator_t::deal_ofdm_modulation(const std::vector<std::vector<st
                                                 std::vector<std::complex<double>>& head,
                                                 std::vector<std::complex<double>>& tail)
 {
-    const std::uint64_t useful_length = std::uint64_t{m_fft_length} * m_oversampling_ratio;
-    const bool fits =
-        std::all_of(payload.begin(), payload.end(), [&](const row_t& row) { return row.size() <= useful_length; });
-    if (payload.empty() || payload.size() != m_symbol_number || useful_length == 0 ||
-        useful_length > std::numeric_limits<unsigned int>::max() || !fits)
-    {
+    if (!_is_modulable(payload)) {
         main.clear();
         return false;
     }
+    const frame_layout_t frame = _lay_out_frame();
+    const std::size_t useful_length = _get_useful_length();
+    const std::size_t first_transition = frame.symbols.front().rise->size();
+    main.resize(frame.symbols_end + std::max<std::size_t>(m_frame_idle_length, first_transition));
 
-    std::map<unsigned int, std::vector<double>> rises; // by length: prefixes have two lengths at most, as a rule
-    std::vector<symbol_layout_t> symbols;
-    symbols.reserve(payload.size());
-    std::uint64_t symbols_end = 0;
-    for (unsigned int symbol = 0; symbol < m_symbol_number; ++symbol) {
-        const auto length = static_cast<unsigned int>(useful_length);
-        const unsigned int prefix = m_cyclic_prefix_config.get_cyclic_length(symbol, length);
-        const unsigned int suffix = m_cyclic_suffix_config.get_cyclic_length(symbol, length);
-        const unsigned int transition = _get_transition_length(prefix);
-        auto rise = rises.find(transition);
-        if (rise == rises.end())
-            rise =
-                rises.emplace(transition, lib_ofdm_windowing_method_t::get_rising_edge(m_windowing_method, transition))
-                    .first;
-        symbols.push_back({symbols_end, prefix, suffix, &rise->second});
-        symbols_end += prefix + useful_length + suffix;
-    }
-    const std::vector<double>& first_rise = *symbols.front().rise;
-    main.resize(symbols_end + std::max<std::size_t>(m_frame_idle_length, first_rise.size()));
-
-    // What fades into the first prefix belongs to the frame before.
-    std::fill_n(main.begin(), first_rise.size(), complex_t());
-    std::fill(main.begin() + static_cast<std::ptrdiff_t>(symbols_end), main.end(), complex_t());
+    // What fades into the first prefix belongs to the frame before. All else is written below, symbol by symbol.
+    std::fill_n(main.begin(), first_transition, complex_t());
+    std::fill(main.begin() + static_cast<std::ptrdiff_t>(frame.symbols_end), main.end(), complex_t());
     subcarrier_mapper_t mapper(useful_length);
     const lib_fft_plan_t& inverse_fft = lib_fft_plan_t::get(useful_length, LIB_FFT_INVERSE);
-    for (std::size_t l = 0; l < symbols.size(); ++l) {
-        const symbol_layout_t& symbol = symbols[l];
-        const std::vector<double>& next_rise = *symbols[(l + 1) % symbols.size()].rise;
+    for (std::size_t l = 0; l < payload.size(); ++l) {
+        const symbol_layout_t& symbol = frame.symbols[l];
+        const std::vector<double>& next_rise = *frame.symbols[(l + 1) % payload.size()].rise;
         if (is_silent(payload[l])) {
             fill_silent_symbol(symbol, next_rise, useful_length, main.data());
             continue;

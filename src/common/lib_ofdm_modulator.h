@@ -49,7 +49,12 @@ public:
                               std::vector<std::complex<double>>& tail);
 
 private:
+    struct frame_layout_t;
+
+    bool _is_modulable(const std::vector<std::vector<std::complex<double>>>& payload) const;
+    unsigned int _get_useful_length() const { return m_fft_length * m_oversampling_ratio; }
     unsigned int _get_transition_length(unsigned int prefix) const;
+    frame_layout_t _lay_out_frame() const;
 
     unsigned int m_fft_length = 0;
     unsigned int m_symbol_number = 0;
