@@ -18,7 +18,7 @@ enum lib_ofdm_windowing_method_type_t : std::uint32_t
 
 /// The methods by name.
 NR_MOD_LIB_EXPORT const std::map<lib_ofdm_windowing_method_type_t, std::string>&
-enum_name_map(lib_ofdm_windowing_method_type_t);
+    enum_name_map(lib_ofdm_windowing_method_type_t);
 
 /// The edges of the window that OFDM symbols wear.
 class NR_MOD_LIB_EXPORT lib_ofdm_windowing_method_t

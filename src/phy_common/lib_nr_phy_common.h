@@ -95,7 +95,8 @@ public:
                                                   lib_nr_cyclic_prefix_type_t cp_type);
     static unsigned int get_symbol_number_in_frame(lib_nr_numerology_type_t numerology,
                                                    lib_nr_cyclic_prefix_type_t cp_type);
-    /// Largest transmission bandwidth in resource blocks (TS 38.104 clause 5.3.2); 0 and a line where the pair has none.
+    /// Largest transmission bandwidth in resource blocks (TS 38.104 clause 5.3.2); 0 and a line where the pair has
+    /// none.
     static unsigned int get_max_transmit_rb_num(lib_nr_numerology_type_t numerology,
                                                 lib_nr_channel_bw_type_t bandwidth);
     /// 12 times `get_max_transmit_rb_num`, with the same line.
