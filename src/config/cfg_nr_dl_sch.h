@@ -1,13 +1,8 @@
 #pragma once
 
+#include "common/lib_test_peer.h"
 #include "common/nr_mod_lib_export.h"
 #include "config/cfg_nr_sch.h"
-
-namespace vek
-{
-template <class tested_t>
-struct test_peer_t;
-}
 
 namespace vek::nr_mod_lib
 {

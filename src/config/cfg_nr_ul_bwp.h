@@ -1,12 +1,7 @@
 #pragma once
 
+#include "common/lib_test_peer.h"
 #include "common/nr_mod_lib_export.h"
-
-namespace vek
-{
-template <class tested_t>
-struct test_peer_t;
-}
 
 namespace vek::nr_mod_lib
 {

@@ -1,14 +1,9 @@
 #pragma once
 
+#include "common/lib_test_peer.h"
 #include "common/nr_mod_lib_export.h"
 #include "manager/lib_nr_sch_configure_manager.h"
 #include "manager/lib_nr_ul_guard_band_configure_manager.h"
-
-namespace vek
-{
-template <class tested_t>
-struct test_peer_t;
-}
 
 namespace vek::nr_mod_lib
 {

@@ -1,16 +1,11 @@
 #pragma once
 
+#include "common/lib_test_peer.h"
 #include "common/nr_mod_lib_export.h"
 #include "phy_common/lib_nr_phy_common.h"
 
 #include <cstdint>
 #include <vector>
-
-namespace vek
-{
-template <class tested_t>
-struct test_peer_t;
-}
 
 namespace vek::nr_mod_lib
 {
