@@ -1,4 +1,5 @@
 #include "phy_common/coder_test_support.h"
+#include "support/captured_output.h"
 
 #include <gtest/gtest.h>
 
@@ -85,6 +86,7 @@ TEST(crc, equals_long_division_for_every_length)
 
 TEST(crc, starts_as_24c_and_keeps_its_polynomial_under_an_unknown_type)
 {
+    const nr_test::captured_output_t output;
     lib_nr_crc_calculator_t fresh;
     lib_nr_crc_calculator_t crc;
     crc.set_crc_type(LIB_NR_CRC_TYPE_24C);

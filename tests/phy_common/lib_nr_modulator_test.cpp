@@ -1,4 +1,5 @@
 #include "phy_common/coder_test_support.h"
+#include "support/captured_output.h"
 
 #include <gtest/gtest.h>
 
@@ -102,6 +103,7 @@ TEST(modulator, maps_bits_in_groups_and_turns_every_second_symbol_of_half_pi_bps
 
 TEST(modulator, keeps_its_constellation_under_an_unknown_type)
 {
+    const nr_test::captured_output_t output;
     const auto unknown = static_cast<lib_nr_modulation_type_t>(7);
     std::vector<point_t> symbols(1);
     lib_nr_modulator_t modulator(unknown);

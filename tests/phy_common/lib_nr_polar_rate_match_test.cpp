@@ -1,5 +1,6 @@
 #include "phy_common/coder_test_support.h"
 #include "receiver/polar_decoder.h"
+#include "support/captured_output.h"
 
 #include <gtest/gtest.h>
 
@@ -82,6 +83,7 @@ TEST(polar_rate_match, equals_the_standard_bit_by_bit)
 
 TEST(polar_rate_match, triangle_of_three_and_four_and_the_limits_of_the_setters)
 {
+    const nr_test::captured_output_t output;
     lib_nr_polar_rate_match_t rate_match;
     EXPECT_TRUE(rate_match.set_i_bil(1));
     EXPECT_FALSE(rate_match.set_i_bil(2));
