@@ -220,6 +220,12 @@ const enum_names_t<lib_nr_duplex_type_t> g_lib_nr_duplex_type_t_name_map = name_
     {LIB_NR_DUPLEX_TYPE_FDD, "LIB_NR_DUPLEX_TYPE_FDD"},
 });
 
+const enum_names_t<lib_nr_ldpc_base_graph_type_t> g_lib_nr_ldpc_base_graph_type_t_name_map =
+    name_map<lib_nr_ldpc_base_graph_type_t>({
+        {LIB_NR_LDPC_BASE_GRAPH_1, "LIB_NR_LDPC_BASE_GRAPH_1"},
+        {LIB_NR_LDPC_BASE_GRAPH_2, "LIB_NR_LDPC_BASE_GRAPH_2"},
+    });
+
 const enum_names_t<lib_nr_pn_seq_t> g_lib_nr_pn_seq_t_name_map = name_map<lib_nr_pn_seq_t>({
     {LIB_NR_PN9_ITU, "LIB_NR_PN9_ITU"},
     {LIB_NR_PN9, "LIB_NR_PN9"},

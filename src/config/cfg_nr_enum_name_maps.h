@@ -9,6 +9,7 @@
 #include "manager/lib_nr_ul_srs_configure_manager.h"
 #include "phy/lib_nr_resource_manager.h"
 #include "phy_common/lib_nr_duplex_type.h"
+#include "phy_common/lib_nr_ldpc_coding.h"
 #include "phy_common/lib_nr_modulator.h"
 #include "phy_common/lib_nr_phy_common.h"
 #include "phy_common/lib_nr_pn_seq.h"
@@ -48,6 +49,7 @@ extern NR_MOD_LIB_EXPORT const enum_names_t<lib_nr_ssb_case_t> g_lib_nr_ssb_case
 extern NR_MOD_LIB_EXPORT const enum_names_t<lib_nr_cyclic_prefix_type_t> g_lib_nr_cyclic_prefix_type_t_name_map;
 extern NR_MOD_LIB_EXPORT const enum_names_t<lib_nr_lmax_t> g_lib_nr_lmax_t_name_map;
 extern NR_MOD_LIB_EXPORT const enum_names_t<lib_nr_duplex_type_t> g_lib_nr_duplex_type_t_name_map;
+extern NR_MOD_LIB_EXPORT const enum_names_t<lib_nr_ldpc_base_graph_type_t> g_lib_nr_ldpc_base_graph_type_t_name_map;
 extern NR_MOD_LIB_EXPORT const enum_names_t<lib_nr_pn_seq_t> g_lib_nr_pn_seq_t_name_map;
 extern NR_MOD_LIB_EXPORT const enum_names_t<prach_config_table_type_t> g_prach_config_table_type_t_name_map;
 extern NR_MOD_LIB_EXPORT const enum_names_t<prach_scs_type_t> g_prach_scs_type_t_name_map;
@@ -84,6 +86,7 @@ inline const auto& enum_name_map(lib_nr_ssb_case_t) { return g_lib_nr_ssb_case_t
 inline const auto& enum_name_map(lib_nr_cyclic_prefix_type_t) { return g_lib_nr_cyclic_prefix_type_t_name_map; }
 inline const auto& enum_name_map(lib_nr_lmax_t) { return g_lib_nr_lmax_t_name_map; }
 inline const auto& enum_name_map(lib_nr_duplex_type_t) { return g_lib_nr_duplex_type_t_name_map; }
+inline const auto& enum_name_map(lib_nr_ldpc_base_graph_type_t) { return g_lib_nr_ldpc_base_graph_type_t_name_map; }
 inline const auto& enum_name_map(lib_nr_pn_seq_t) { return g_lib_nr_pn_seq_t_name_map; }
 inline const auto& enum_name_map(prach_config_table_type_t) { return g_prach_config_table_type_t_name_map; }
 inline const auto& enum_name_map(prach_scs_type_t) { return g_prach_scs_type_t_name_map; }
