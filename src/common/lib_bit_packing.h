@@ -5,6 +5,10 @@
 #include <cstdint>
 #include <cstring>
 
+#ifdef __SSE2__
+#include <emmintrin.h>
+#endif
+
 // Between the library's bit sequences (one bit per byte) and words of 64 bits: bit i of a word is element i of the
 // sequence. Of an element only the lowest bit counts.
 namespace vek::common_lib
@@ -48,8 +52,16 @@ inline std::uint64_t pack_8_bits_first_highest(const unsigned char* bits)
 inline std::uint64_t pack_64_bits(const unsigned char* bits)
 {
     std::uint64_t word = 0;
+#ifdef __SSE2__
+    for (unsigned int i = 0; i < 4; ++i) {
+        const __m128i bytes = _mm_loadu_si128(reinterpret_cast<const __m128i*>(bits + 16 * i));
+        const auto packed = static_cast<unsigned int>(_mm_movemask_epi8(_mm_slli_epi16(bytes, 7)));
+        word |= std::uint64_t{packed} << (16 * i);
+    }
+#else
     for (unsigned int i = 0; i < 8; ++i)
         word |= pack_8_bits(bits + 8 * i) << (8 * i);
+#endif
     return word;
 }
 

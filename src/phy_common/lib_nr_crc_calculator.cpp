@@ -77,11 +77,14 @@ std::uint32_t crc_remainder(const crc_tables_t& tables, const unsigned char* bit
 {
     const auto& remainder = tables.remainder;
     std::uint32_t state = 0;
+    // The state reaches the low four bytes only; the high ones are summed ahead, off the chain from word to word.
     const auto take_word = [&](std::uint64_t word) {
-        word ^= state;
-        state = remainder[7][word & 0xFFu] ^ remainder[6][(word >> 8) & 0xFFu] ^ remainder[5][(word >> 16) & 0xFFu] ^
-                remainder[4][(word >> 24) & 0xFFu] ^ remainder[3][(word >> 32) & 0xFFu] ^
-                remainder[2][(word >> 40) & 0xFFu] ^ remainder[1][(word >> 48) & 0xFFu] ^ remainder[0][word >> 56];
+        const std::uint32_t high = (remainder[3][(word >> 32) & 0xFFu] ^ remainder[2][(word >> 40) & 0xFFu]) ^
+                                   (remainder[1][(word >> 48) & 0xFFu] ^ remainder[0][word >> 56]);
+        const std::uint32_t low = static_cast<std::uint32_t>(word) ^ state;
+        state = ((remainder[7][low & 0xFFu] ^ remainder[6][(low >> 8) & 0xFFu]) ^
+                 (remainder[5][(low >> 16) & 0xFFu] ^ remainder[4][low >> 24])) ^
+                high;
     };
     const std::size_t head = count % 64;
     if (head != 0)
