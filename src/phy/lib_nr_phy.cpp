@@ -171,7 +171,7 @@ bool lib_nr_phy_t::_deal_payload_mapping(unsigned int carrier, unsigned int nume
         if (!_nr_ul_pusch_link_process(frame, carrier, numerology))
             return failed("error!!!PUSCH process fail");
         if (!_nr_ul_srs_link_process(frame, carrier, numerology))
-            return failed("error!!!SRS process fail");
+            return failed("_deal_payload_mapping::_nr_ul_srs_link_process return  false!");
     }
     if (m_after_channel_steps)
         m_after_channel_steps(carrier, numerology, frame);

@@ -135,10 +135,6 @@ bool lib_nr_phy_t::deal_prach_resource_mapping(unsigned int carrier, unsigned in
 bool lib_nr_phy_t::_deal_prach_payload_mapping(unsigned int carrier, unsigned int numerology, unsigned int,
                                                unsigned int burst)
 {
-    if (!m_waveform.get_carrier(carrier).get_ul_prach(burst).get_enable()) {
-        std::cout << "_deal_prach_payload_mapping:prach does not satisfy frame period!\n" << std::endl;
-        return false;
-    }
     prach_grid().init_payload_mapping();
     if (!_nr_ul_prach_link_process(carrier, numerology, burst, 0)) {
         std::cout << "error!!!_nr_ul_prach_link_process fail" << std::endl;
@@ -151,8 +147,16 @@ bool lib_nr_phy_t::_nr_ul_prach_link_process(unsigned int carrier, unsigned int 
                                              unsigned int slot)
 {
     print_step("_nr_ul_prach_link_process", carrier);
+    if (!m_waveform.get_carrier(carrier).get_ul_prach(burst).get_enable()) {
+        std::cout << "nr_ul_prach_link_process:prach_brust " << burst << " is disable .\n" << std::endl;
+        return false;
+    }
     m_prach_process.set_waveform_config(carrier, numerology, burst, slot, m_waveform);
-    return m_prach_process.prach_process();
+    if (!m_prach_process.prach_process()) {
+        std::cout << "nr_ul_prach_link_process :prach_process return false.\n" << std::endl;
+        return false;
+    }
+    return true;
 }
 
 bool lib_nr_phy_t::_fill_prach_frame_data(unsigned int carrier, unsigned int numerology, unsigned int frame,

@@ -1,8 +1,10 @@
 #include "phy/lib_nr_resource_manager.h"
 
 #include <algorithm>
+#include <functional>
 #include <iostream>
 #include <limits>
+#include <numeric>
 #include <stdexcept>
 
 namespace vek::nr_mod_lib
@@ -162,20 +164,29 @@ bool lib_nr_channel_resource_manager_t::deal_resource_mapping(const lib_nr_slot_
 bool lib_nr_channel_resource_manager_t::deal_resource_mapping(
     const std::vector<lib_nr_resource_element_index_t>& elements, lib_nr_channel_resource_mapping_type_t type)
 {
+    // Locals, since a write to a byte may be a write to any member as far as the compiler knows.
+    const std::uint32_t symbol_number = m_symbol_number;
+    const std::uint32_t subcarrier_number = m_subcarrier_number;
+    const std::size_t row_length = m_mapped_subcarrier_number;
+    std::uint8_t* const cells = m_cells.data();
+    const bool is_plain = !m_is_view_built && type != LIB_NR_RESOURCE_MAPPING_CONFLICT;
     bool is_free = true;
     for (const auto& [symbol, subcarrier] : elements) {
-        if (symbol >= m_symbol_number) {
+        if (symbol >= symbol_number) {
             print_symbol_in_frame_error();
             return false;
         }
-        if (subcarrier >= m_subcarrier_number) {
+        if (subcarrier >= subcarrier_number) {
             std::cout << "lib_nr_dl_resource_manager_t::deal_resource_mapping Report : subcarrier index out of range"
                       << std::endl;
             return false;
         }
         _check_mapped(symbol, subcarrier);
-        is_free &= _mark_cell(symbol, subcarrier, type,
-                              m_cells[static_cast<std::size_t>(symbol) * m_mapped_subcarrier_number + subcarrier]);
+        std::uint8_t& cell = cells[symbol * row_length + subcarrier];
+        if (is_plain && cell == LIB_NR_RESOURCE_MAPPING_EMPTY)
+            cell = static_cast<std::uint8_t>(type);
+        else
+            is_free &= _mark_cell(symbol, subcarrier, type, cell);
     }
     return is_free;
 }
@@ -231,6 +242,15 @@ bool lib_nr_channel_resource_manager_t::_mark_run(std::uint32_t symbol, std::uin
         return true;
     _check_mapped(symbol, last - 1);
     std::uint8_t* const row = m_cells.data() + static_cast<std::size_t>(symbol) * m_mapped_subcarrier_number;
+    // Most runs fall on free cells: one look and one fill, both by whole vectors.
+    if (!m_is_view_built && type != LIB_NR_RESOURCE_MAPPING_CONFLICT) {
+        const std::uint8_t taken =
+            std::accumulate(row + first, row + last, std::uint8_t{0}, std::bit_or<std::uint8_t>());
+        if (taken == LIB_NR_RESOURCE_MAPPING_EMPTY) {
+            std::fill(row + first, row + last, static_cast<std::uint8_t>(type));
+            return true;
+        }
+    }
     bool is_free = true;
     for (std::uint64_t subcarrier = first; subcarrier < last; ++subcarrier)
         is_free &= _mark_cell(symbol, static_cast<std::uint32_t>(subcarrier), type, row[subcarrier]);

@@ -379,6 +379,58 @@ TEST(engine, every_length_and_every_silence_has_well_formed_results)
     run(disabled, false);
 }
 
+TEST(engine, a_waveform_that_ends_inside_its_frame_is_the_frames_beginning)
+{
+    nr_test::captured_output_t silence;
+    const auto filled = [](unsigned int subframes) {
+        lib_nr_waveform_configure_manager_t waveform = waveform_of({LIB_NR_CHANNEL_FR1_5M, LIB_NR_SCS_15K});
+        waveform.set_subframes_number(subframes);
+        lib_nr_phy_t engine;
+        full_grid_t grid(engine);
+        engine.waveform_config(waveform);
+        std::vector<complex_t> buffer(waveform.get_waveform_sample_points());
+        EXPECT_TRUE(engine_peer_t::fill_frame_data(engine, 0, 0, 0, buffer));
+        return buffer;
+    };
+    constexpr std::size_t k_reach = 512; // of the filter, ahead and behind
+    const std::vector<complex_t> whole = filled(10);
+    const std::vector<complex_t> cut = filled(3);
+    ASSERT_EQ(cut.size(), 3u * 7680);
+    // Behind what the whole frame's end spreads over its own beginning, up to what the beginning spreads ahead.
+    for (std::size_t i = 2 * k_reach; i < cut.size() - k_reach; ++i)
+        ASSERT_EQ(cut[i], whole[i]) << i;
+}
+
+TEST(engine, crest_factor_reduction_brings_the_waveform_to_its_target)
+{
+    nr_test::captured_output_t silence;
+    for (const bool reduced : {false, true}) {
+        lib_nr_waveform_configure_manager_t waveform = waveform_of({LIB_NR_CHANNEL_FR1_100M, LIB_NR_SCS_30K});
+        waveform.set_crest_factor_reduction_enable(reduced);
+        waveform.set_cfr_target_papr(8.0);
+        lib_nr_phy_t engine;
+        full_grid_t grid(engine);
+        engine.waveform_config(waveform);
+        ASSERT_TRUE(engine.nr_phy_process());
+        const double hundredth_percent = engine.get_waveform_ccdf_marker_data()[4];
+        const double peak = engine.get_waveform_ccdf_marker_data()[6];
+        const rows_t received =
+            nr_test::demodulate_frame(engine.get_baseband_signal_data(), setup_of(waveform), 3276, 0.5, 0);
+        const double error = nr_test::error_vector_magnitude(received, grid.sent(0, 0));
+        if (reduced) {
+            EXPECT_NEAR(hundredth_percent, 8.0, 0.5);
+            EXPECT_LT(peak, 8.5);
+            EXPECT_LT(error, 0.08);
+            EXPECT_GT(error, 0.005); // the settings reached the reduction
+        }
+        else {
+            EXPECT_NEAR(hundredth_percent, 9.6, 0.2);
+            EXPECT_GT(peak, 11.0);
+            EXPECT_LT(error, 0.0015);
+        }
+    }
+}
+
 TEST(engine, refuses_a_buffer_of_another_length)
 {
     nr_test::captured_output_t output;
