@@ -504,6 +504,44 @@ TEST(engine, a_conflict_empties_the_results_and_tells_its_first_cell)
     EXPECT_EQ(conflict->newcomer, LIB_NR_RESOURCE_MAPPING_PDCCH);
 }
 
+TEST(engine, tells_each_step_of_a_frame_in_its_order)
+{
+    const auto steps = [](const std::vector<std::string>& names) {
+        std::string lines;
+        for (const std::string& name : names)
+            lines += "-----+++++" + name + "+++++-----\ncarrier(1)\n";
+        return lines;
+    };
+    lib_nr_waveform_configure_manager_t waveform;
+    waveform.set_frames_number(2);
+    waveform.add_carrier();
+    lib_nr_phy_t engine;
+    const auto lines_of_view = [&](unsigned int frame) {
+        engine.waveform_config(waveform);
+        nr_test::captured_output_t output;
+        EXPECT_TRUE(engine.deal_resource_mapping(1, 0, frame, waveform));
+        return output.text();
+    };
+    const std::string ssb = steps({"_nr_dl_ssb_re_map"});
+    const std::string others =
+        steps({"_nr_dl_csirs_re_map", "_nr_dl_prs_re_map", "_nr_dl_pdcch_re_map", "_nr_dl_pdsch_re_map"});
+    const std::string disabled = "_nr_dl_ssb_re_map : ssb is not enable.\n\n";
+    EXPECT_EQ(lines_of_view(0), ssb + disabled + others);
+    EXPECT_EQ(lines_of_view(1), ssb + disabled + others);
+    // With a period of 20 ms the block is not asked for in odd frames.
+    waveform.get_carrier(1).get_dl_ssb().set_periodicity(LIB_NR_SSB_20MS_PERIODICITY);
+    EXPECT_EQ(lines_of_view(0), ssb + disabled + others);
+    EXPECT_EQ(lines_of_view(1), ssb + others);
+
+    waveform.get_carrier(1).set_carrier_type(LIB_NR_UPLINK);
+    EXPECT_EQ(lines_of_view(0), steps({"_nr_ul_pusch_re_map", "_nr_ul_srs_re_map"}) + "carrier enable : 1\n");
+
+    nr_test::captured_output_t output;
+    std::vector<complex_t> buffer(waveform.get_waveform_sample_points());
+    EXPECT_TRUE(engine_peer_t::fill_frame_data(engine, 1, 0, 0, buffer));
+    EXPECT_EQ(output.text(), steps({"_nr_ul_pusch_link_process", "_nr_ul_srs_link_process"}));
+}
+
 TEST(engine, mirroring_reverses_the_spectrum_and_a_tone_peaks_in_its_bin)
 {
     nr_test::captured_output_t silence;
