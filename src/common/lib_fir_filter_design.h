@@ -35,7 +35,6 @@ public:
     double get_transition_width() const;
 
 private:
-    lib_fir_filter_passband_type_t m_filter_passband_type = LIB_FIR_FILTER_LOW_PASS;
     unsigned int m_filter_order = 64;
     double m_cutoff_freq = 1.0;
     std::vector<std::complex<double>> m_filter_data;

@@ -402,10 +402,10 @@ void lib_nr_dl_phy_ssb_process_t::_dl_phy_pbch_scrambling(unsigned int kind, uns
     const bool is_lmax_known = is_lmax_64 || m_lmax == LIB_NR_LMAX_4 || m_lmax == LIB_NR_LMAX_8;
     const unsigned int m = !is_lmax_known ? 0 : is_lmax_64 ? 26 : 29;
     std::array<bool, k_payload_bits> is_kept = {};
-    for (const std::size_t i : {1, 2, 4})
+    for (const std::size_t i : {1U, 2U, 4U})
         is_kept[static_cast<std::size_t>(m_kept_position[i])] = true;
     if (is_lmax_64)
-        for (const std::size_t i : {5, 6, 7})
+        for (const std::size_t i : {5U, 6U, 7U})
             is_kept[static_cast<std::size_t>(m_kept_position[i])] = true;
 
     const unsigned int offset = _get_v_from_frame() * m;
