@@ -102,47 +102,66 @@ __attribute__((target("avx512bw"))) void unpack_words_avx512(const std::uint64_t
 
 #endif
 
-template <bool with_fillers>
-void pack(const unsigned char* bits, std::size_t count, std::uint64_t* words)
-{
-    const std::size_t word_count = count / k_word_bits;
-#ifdef NR_MOD_LIB_X86_VECTORS
-    if (__builtin_cpu_supports("avx512bw"))
-        pack_words_avx512<with_fillers>(bits, word_count, words);
-    else if (__builtin_cpu_supports("avx2"))
-        pack_words_avx2<with_fillers>(bits, word_count, words);
-    else
-#endif
-        pack_words<with_fillers>(bits, word_count, words);
-    if (count % k_word_bits != 0)
-        words[word_count] = pack_some<with_fillers>(bits + k_word_bits * word_count, count % k_word_bits);
-}
-
 } // namespace
 
-void pack_bit_array(const unsigned char* bits, std::size_t count, std::uint64_t* words)
+void lib_bit_array_t::pack(const unsigned char* bits, std::size_t count, std::uint64_t* words)
 {
-    pack<false>(bits, count, words);
+    _pack<false>(_get_widest_unit(), bits, count, words);
 }
 
-void pack_bit_array_with_fillers(const unsigned char* bits, std::size_t count, std::uint64_t* words)
+void lib_bit_array_t::pack_with_fillers(const unsigned char* bits, std::size_t count, std::uint64_t* words)
 {
-    pack<true>(bits, count, words);
+    _pack<true>(_get_widest_unit(), bits, count, words);
 }
 
-void unpack_bit_array(const std::uint64_t* words, std::size_t count, unsigned char* bits)
+void lib_bit_array_t::unpack(const std::uint64_t* words, std::size_t count, unsigned char* bits)
 {
-    const std::size_t word_count = count / k_word_bits;
+    _unpack(_get_widest_unit(), words, count, bits);
+}
+
+lib_bit_array_t::vector_unit_t lib_bit_array_t::_get_widest_unit()
+{
 #ifdef NR_MOD_LIB_X86_VECTORS
     if (__builtin_cpu_supports("avx512bw"))
-        unpack_words_avx512(words, word_count, bits);
-    else if (__builtin_cpu_supports("avx2"))
-        unpack_words_avx2(words, word_count, bits);
-    else
+        return AVX512BW;
+    if (__builtin_cpu_supports("avx2"))
+        return AVX2;
 #endif
-        unpack_words(words, word_count, bits);
+    return PLAIN;
+}
+
+template <bool with_fillers>
+void lib_bit_array_t::_pack([[maybe_unused]] vector_unit_t unit, const unsigned char* bits, std::size_t count,
+                            std::uint64_t* words)
+{
+    const std::size_t word_count = count / k_word_bits;
+    if (count % k_word_bits != 0)
+        words[word_count] = pack_some<with_fillers>(bits + k_word_bits * word_count, count % k_word_bits);
+#ifdef NR_MOD_LIB_X86_VECTORS
+    if (unit == AVX512BW)
+        return pack_words_avx512<with_fillers>(bits, word_count, words);
+    if (unit == AVX2)
+        return pack_words_avx2<with_fillers>(bits, word_count, words);
+#endif
+    pack_words<with_fillers>(bits, word_count, words);
+}
+
+template void lib_bit_array_t::_pack<false>(vector_unit_t, const unsigned char*, std::size_t, std::uint64_t*);
+template void lib_bit_array_t::_pack<true>(vector_unit_t, const unsigned char*, std::size_t, std::uint64_t*);
+
+void lib_bit_array_t::_unpack([[maybe_unused]] vector_unit_t unit, const std::uint64_t* words, std::size_t count,
+                              unsigned char* bits)
+{
+    const std::size_t word_count = count / k_word_bits;
     if (count % k_word_bits != 0)
         unpack_bits(words[word_count], bits + k_word_bits * word_count, count % k_word_bits);
+#ifdef NR_MOD_LIB_X86_VECTORS
+    if (unit == AVX512BW)
+        return unpack_words_avx512(words, word_count, bits);
+    if (unit == AVX2)
+        return unpack_words_avx2(words, word_count, bits);
+#endif
+    unpack_words(words, word_count, bits);
 }
 
 } // namespace vek::common_lib
