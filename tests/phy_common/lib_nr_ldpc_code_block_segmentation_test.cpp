@@ -6,10 +6,7 @@
 #include <gtest/gtest.h>
 
 #include <algorithm>
-#include <cmath>
-#include <limits>
 #include <string>
-#include <utility>
 
 using namespace vek::nr_mod_lib;
 using nr_test::bits_t;
@@ -117,55 +114,6 @@ TEST(lib_nr_ldpc_code_block_segmentation, input_within_the_output_and_unknown_gr
     segmentation.deal_code_block_segmentation(in, out);
     ASSERT_EQ(out.size(), 3u); // of 3840 at most
     EXPECT_EQ(out[0].size(), 3024u);
-}
-
-// The clause in its own words, with logarithms and real quotients.
-unsigned long independent_size(double n_info, double rate)
-{
-    static const std::vector<unsigned int> steps = {24, 32, 40, 48, 56, 64, 72, 80, 88, 96, 104, 112, 120};
-    if (n_info <= 3824) {
-        const double n = std::max(3.0, std::floor(std::log2(n_info)) - 6);
-        const double quantised = std::max(24.0, std::pow(2, n) * std::floor(n_info / std::pow(2, n)));
-        if (quantised <= 120)
-            return *std::lower_bound(steps.begin(), steps.end(), static_cast<unsigned int>(quantised));
-        return static_cast<unsigned long>(quantised); // the tests bound what the table adds to it
-    }
-    const double n = std::floor(std::log2(n_info - 24)) - 5;
-    const double quantised = std::max(3840.0, std::pow(2, n) * std::round((n_info - 24) / std::pow(2, n)));
-    double count = 1;
-    if (rate <= 0.25)
-        count = std::ceil((quantised + 24) / 3816);
-    else if (quantised > 8424)
-        count = std::ceil((quantised + 24) / 8424);
-    return static_cast<unsigned long>(8 * count * std::ceil((quantised + 24) / (8 * count)) - 24);
-}
-
-TEST(lib_nr_ldpc_code_block_segmentation, transport_block_sizes_over_a_sweep)
-{
-    const auto size = lib_nr_ldpc_code_block_segmentation_t::get_transport_block_size;
-    for (const double rate : {0.1, 0.25, 0.26, 0.6, 948.0 / 1024})
-        for (unsigned int elements = 12; elements < 50000; elements += 1 + elements / 50)
-            for (const auto& [order, layers] : {std::pair{2u, 1u}, std::pair{6u, 3u}, std::pair{10u, 8u}}) {
-                const double n_info = std::trunc(static_cast<double>(elements) * order * layers * rate);
-                const unsigned int tbs = size(elements, order, layers, rate);
-                const auto expected = independent_size(std::max(1.0, n_info), rate);
-                ASSERT_EQ(tbs % 8, 0u);
-                if (n_info > 3824 || n_info <= 120) {
-                    ASSERT_EQ(tbs, expected) << elements << ' ' << order << ' ' << layers << ' ' << rate;
-                }
-                else {
-                    // Neighbours in the table are at most 1/16 apart.
-                    ASSERT_GE(tbs, expected) << n_info;
-                    ASSERT_LE(tbs, expected + std::max(8ul, expected / 16)) << n_info;
-                }
-            }
-    // Both ends of each rule, and what no allocation gives.
-    EXPECT_EQ(size(3824, 1, 1, 1.0), 3824u);
-    EXPECT_EQ(size(3825, 1, 1, 1.0), 3840u);
-    EXPECT_EQ(size(15300, 1, 1, 0.25), 3848u);
-    for (const double rate : {0.0, -1.0, std::nan(""), -std::numeric_limits<double>::infinity()})
-        EXPECT_EQ(size(1000, 2, 1, rate), 24u);
-    EXPECT_EQ(size(0xFFFFFFFFu, 0xFFFFFFFFu, 0xFFFFFFFFu, 1.0), size(0xFFFFFFFFu, 2, 1, 1e300));
 }
 
 } // namespace
