@@ -2,11 +2,10 @@
 #include "phy/lib_nr_phy.h"
 #include "support/captured_output.h"
 #include "support/leaf_walk.h"
+#include "support/settings_text.h"
 
 #include <algorithm>
 #include <gtest/gtest.h>
-#include <pugixml.hpp>
-#include <sstream>
 
 // Whatever is set, in whatever order: the configuration stays valid, a settings file brings it back, and it generates.
 
@@ -15,6 +14,8 @@ namespace
 
 using namespace vek::nr_mod_lib;
 using nr_test::difference_t;
+using nr_test::recall;
+using nr_test::saved;
 
 constexpr unsigned int k_walks = 1000;
 constexpr unsigned int k_steps = 40;
@@ -72,23 +73,6 @@ void expect_valid(cfg_nr_waveform_t& waveform)
         EXPECT_LE(ssb.get_ssb_subcarrier_offset(), 31u);
         EXPECT_LE(ssb.get_pdcch_config_sib1(), 255u);
     }
-}
-
-std::string saved(cfg_nr_waveform_t& waveform)
-{
-    pugi::xml_document document;
-    pugi::xml_node root = document.append_child("settings");
-    waveform.save_setting(root);
-    std::ostringstream text;
-    document.save(text);
-    return text.str();
-}
-
-bool recall(cfg_nr_waveform_t& waveform, const std::string& text)
-{
-    pugi::xml_document document;
-    document.load_string(text.c_str());
-    return waveform.recall_setting(document.document_element());
 }
 
 bool ends_with(const std::string& text, const std::string& ending)

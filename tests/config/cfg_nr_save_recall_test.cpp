@@ -2,32 +2,16 @@
 #include "support/captured_output.h"
 #include "support/comma_locale.h"
 #include "support/leaf_walk.h"
+#include "support/settings_text.h"
 
 #include <gtest/gtest.h>
-#include <pugixml.hpp>
-#include <sstream>
 
 namespace
 {
 
 using namespace vek::nr_mod_lib;
-
-std::string saved(cfg_nr_waveform_t& waveform)
-{
-    pugi::xml_document document;
-    pugi::xml_node root = document.append_child("settings");
-    EXPECT_TRUE(waveform.save_setting(root));
-    std::ostringstream text;
-    document.save(text, "", pugi::format_raw);
-    return text.str();
-}
-
-bool recall(cfg_nr_waveform_t& waveform, const std::string& text)
-{
-    pugi::xml_document document;
-    EXPECT_TRUE(document.load_string(text.c_str()));
-    return waveform.recall_setting(document.document_element());
-}
+using nr_test::recall;
+using nr_test::saved;
 
 std::string with(std::string text, const std::string& from, const std::string& to)
 {
