@@ -1,5 +1,7 @@
 #include "common/lib_common_math.h"
 
+#include "common/lib_complex_product.h"
+
 #include <algorithm>
 #include <bit>
 #include <cmath>
@@ -37,9 +39,7 @@ double lib_common_math_t::get_data_max_amplitude(const std::vector<std::complex<
 
 void lib_common_math_t::deal_phase_offset(double radians, std::complex<double>& sample)
 {
-    const double cosine = std::cos(radians);
-    const double sine = std::sin(radians);
-    sample = {sample.real() * cosine - sample.imag() * sine, sample.real() * sine + sample.imag() * cosine};
+    sample = product(sample, {std::cos(radians), std::sin(radians)});
 }
 
 } // namespace vek::common_lib

@@ -1,5 +1,6 @@
 #include "common/lib_common_signal_process.h"
 
+#include "common/lib_complex_product.h"
 #include "common/lib_signal_power.h"
 #include "common/lib_target_clones.h"
 
@@ -36,18 +37,8 @@ double fraction_of_turns(double count, double turns)
 NR_MOD_LIB_TARGET_CLONES
 void rotate(std::complex<double>* samples, std::size_t count, std::complex<double> anchor, const rotor_table_t& table)
 {
-    double* values = reinterpret_cast<double*>(samples);
-    const double* rotors = reinterpret_cast<const double*>(table.data());
-    const double anchor_i = anchor.real();
-    const double anchor_q = anchor.imag();
-    for (std::size_t k = 0; k < count; ++k) {
-        const double rotor_i = rotors[2 * k] * anchor_i - rotors[2 * k + 1] * anchor_q;
-        const double rotor_q = rotors[2 * k] * anchor_q + rotors[2 * k + 1] * anchor_i;
-        const double sample_i = values[2 * k];
-        const double sample_q = values[2 * k + 1];
-        values[2 * k] = sample_i * rotor_i - sample_q * rotor_q;
-        values[2 * k + 1] = sample_i * rotor_q + sample_q * rotor_i;
-    }
+    for (std::size_t k = 0; k < count; ++k)
+        samples[k] = product(samples[k], product(table[k], anchor));
 }
 
 constexpr double k_burst_threshold = 0.01; // 20 dB below the mean of the active part

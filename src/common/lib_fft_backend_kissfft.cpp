@@ -1,5 +1,7 @@
 #include "common/lib_fft_plan.h"
 
+#include "common/lib_complex_product.h"
+
 #include <kissfft/kissfft.hh>
 
 #include <algorithm>
@@ -26,11 +28,6 @@ std::size_t get_largest_prime_factor(std::size_t length)
         for (; length % factor == 0; length /= factor)
             largest = factor;
     return std::max(largest, length);
-}
-
-complex_t multiply(const complex_t& a, const complex_t& b)
-{
-    return {a.real() * b.real() - a.imag() * b.imag(), a.real() * b.imag() + a.imag() * b.real()};
 }
 
 // A transform of any length as a convolution with a chirp, n k = (n^2 + k^2 - (k - n)^2) / 2, by transforms whose
@@ -66,13 +63,13 @@ public:
         std::vector<complex_t> spectrum(m_kernel.size());
         std::fill(m_work.begin(), m_work.end(), complex_t());
         for (std::size_t n = 0; n < m_chirp.size(); ++n)
-            m_work[n] = multiply(in[n], m_chirp[n]);
+            m_work[n] = product(in[n], m_chirp[n]);
         m_forward.transform(m_work.data(), spectrum.data());
         for (std::size_t k = 0; k < spectrum.size(); ++k)
-            spectrum[k] = multiply(spectrum[k], m_kernel[k]);
+            spectrum[k] = product(spectrum[k], m_kernel[k]);
         m_inverse.transform(spectrum.data(), m_work.data());
         for (std::size_t n = 0; n < m_chirp.size(); ++n)
-            out[n] = multiply(m_work[n], m_chirp[n]);
+            out[n] = product(m_work[n], m_chirp[n]);
     }
 
 private:

@@ -1,7 +1,7 @@
 #include "common/lib_filter.h"
 
+#include "common/lib_complex_product.h"
 #include "common/lib_fft_plan.h"
-#include "common/lib_target_clones.h"
 
 #include <algorithm>
 #include <bit>
@@ -16,14 +16,6 @@ using complex_t = std::complex<double>;
 using signal_t = std::vector<complex_t>;
 
 bool is_not_zero(const complex_t& value) { return value.real() != 0.0 || value.imag() != 0.0; }
-
-NR_MOD_LIB_TARGET_CLONES
-void multiply_by(complex_t* values, const complex_t* factors, std::size_t count)
-{
-    for (std::size_t i = 0; i < count; ++i)
-        values[i] = {values[i].real() * factors[i].real() - values[i].imag() * factors[i].imag(),
-                     values[i].real() * factors[i].imag() + values[i].imag() * factors[i].real()};
-}
 
 // A transform of about four times the filter's length: its buffers stay in the nearer caches, where longer ones save
 // less than they lose. No longer than the whole result needs.
@@ -69,7 +61,7 @@ private:
         std::fill(std::copy_n(samples, count, fresh), m_block.end(), complex_t());
         if (std::any_of(m_block.begin(), m_block.end(), is_not_zero)) {
             m_forward.execute(m_block.data(), m_spectrum.data());
-            multiply_by(m_spectrum.data(), m_response.data(), m_spectrum.size());
+            multiply_each(m_spectrum.data(), m_spectrum.size(), m_response.data());
             std::copy(m_block.end() - static_cast<std::ptrdiff_t>(m_history), m_block.end(), m_next_block.begin());
             m_inverse.execute(m_spectrum.data(), m_block.data());
             std::copy_n(fresh, count, samples);
@@ -91,9 +83,7 @@ void shift_and_scale(signal_t& signal, std::size_t delay, const complex_t& gain)
     std::copy_backward(signal.begin(), signal.end() - static_cast<std::ptrdiff_t>(delay), signal.end());
     std::fill_n(signal.begin(), delay, complex_t());
     if (gain != 1.0)
-        for (complex_t& sample : signal)
-            sample = {sample.real() * gain.real() - sample.imag() * gain.imag(),
-                      sample.real() * gain.imag() + sample.imag() * gain.real()};
+        multiply(signal.data(), signal.size(), gain, signal.data());
 }
 
 } // namespace

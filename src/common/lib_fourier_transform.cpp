@@ -2,6 +2,7 @@
 
 #include "common/lib_common_math.h"
 #include "common/lib_fft_plan.h"
+#include "common/lib_signal_power.h"
 
 #include <algorithm>
 #include <cmath>
@@ -68,7 +69,7 @@ void lib_fourier_transform_t::calc_freq_spectrum(const std::vector<std::complex<
     fft_shift(spectrum);
     const double scale = 1.0 / std::max(weight_sum, 1.0);
     for (std::complex<double>& value : spectrum)
-        value = std::sqrt(value.real() * value.real() + value.imag() * value.imag()) * scale;
+        value = std::sqrt(power_of(value)) * scale;
     if (db)
         for (std::complex<double>& value : spectrum)
             value = 20.0 * std::log10(std::max(value.real(), k_lowest_magnitude));

@@ -1,7 +1,7 @@
 #include "common/lib_ofdm_modulator.h"
 
+#include "common/lib_complex_product.h"
 #include "common/lib_fft_plan.h"
-#include "common/lib_target_clones.h"
 
 #include <algorithm>
 #include <cmath>
@@ -33,14 +33,6 @@ bool is_silent(const row_t& row)
     return std::all_of(row.begin(), row.end(), [](const complex_t& value) { return value == 0.0; });
 }
 
-NR_MOD_LIB_TARGET_CLONES
-void copy_multiplied(const complex_t* source, std::size_t count, double factor_i, double factor_q, complex_t* target)
-{
-    for (std::size_t k = 0; k < count; ++k)
-        target[k] = {source[k].real() * factor_i - source[k].imag() * factor_q,
-                     source[k].real() * factor_q + source[k].imag() * factor_i};
-}
-
 // Subcarriers below the centre go to the end of the transform's input, the others to its start. Rows of one frame are
 // of one length as a rule, and what lies between stays zero.
 class subcarrier_mapper_t
@@ -57,11 +49,10 @@ public:
         m_row_length = row.size();
 
         const double angle = std::isfinite(turns) ? 2.0 * std::numbers::pi * (turns - std::floor(turns)) : 0.0;
-        const double factor_i = m_scale * std::cos(angle);
-        const double factor_q = m_scale * std::sin(angle);
+        const complex_t factor(m_scale * std::cos(angle), m_scale * std::sin(angle));
         const std::size_t below = row.size() / 2;
-        copy_multiplied(row.data(), below, factor_i, factor_q, m_bins.data() + (m_bins.size() - below));
-        copy_multiplied(row.data() + below, row.size() - below, factor_i, factor_q, m_bins.data());
+        multiply(row.data(), below, factor, m_bins.data() + (m_bins.size() - below));
+        multiply(row.data() + below, row.size() - below, factor, m_bins.data());
         return m_bins.data();
     }
 

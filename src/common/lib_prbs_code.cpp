@@ -105,9 +105,7 @@ unsigned int lib_prbs_code_t::generate_prbs_code(unsigned int n, std::vector<uns
 
     bits.resize(n);
     const std::size_t whole_words = n / 64;
-    for (std::size_t i = 0; i < whole_words; ++i)
-        unpack_64_bits(words[i], bits.data() + 64 * i);
-    unpack_bits(words[whole_words], bits.data() + 64 * whole_words, n % 64);
+    unpack_bits(words.data(), n, bits.data());
 
     const unsigned int shift = n % 64;
     const std::uint64_t above = shift == 0 ? 0 : words[whole_words + 1] << (64 - shift);

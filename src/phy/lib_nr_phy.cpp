@@ -3,7 +3,7 @@
 #include "common/lib_common_container.h"
 #include "common/lib_common_math.h"
 #include "common/lib_common_signal_process.h"
-#include "common/lib_fft_plan.h"
+#include "common/lib_complex_product.h"
 #include "phy/lib_nr_circular_addition.h"
 #include "phy/lib_nr_prach_resource_manager.h"
 #include "phy/lib_nr_resource_manager.h"
@@ -32,9 +32,7 @@ int samples_of(double rate, double seconds)
 
 void multiply(lib_nr_phy_t::signal_t& signal, std::complex<double> factor)
 {
-    for (std::complex<double>& sample : signal)
-        sample = {sample.real() * factor.real() - sample.imag() * factor.imag(),
-                  sample.real() * factor.imag() + sample.imag() * factor.real()};
+    common_lib::multiply(signal.data(), signal.size(), factor, signal.data());
 }
 
 } // namespace

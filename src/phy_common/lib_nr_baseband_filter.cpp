@@ -2,6 +2,7 @@
 
 #include "common/lib_common_math.h"
 #include "common/lib_filter.h"
+#include "common/lib_signal_power.h"
 #include "phy_common/lib_nr_ofdm_modulator.h"
 #include "phy_common/tables/lib_nr_minimum_guard_band_table.h"
 
@@ -23,7 +24,7 @@ constexpr double k_minimum_guard_subcarriers = 12.0; // a resource block
 /// Squares decide but near the limit, where the amplitude itself has to.
 bool is_occupied(const std::complex<double>& value)
 {
-    const double power = value.real() * value.real() + value.imag() * value.imag();
+    const double power = common_lib::power_of(value);
     if (power > 4.0 * k_empty_amplitude * k_empty_amplitude)
         return true;
     return power > 0.0 && common_lib::lib_common_math_t::get_complex_amplitude(value) > k_empty_amplitude;

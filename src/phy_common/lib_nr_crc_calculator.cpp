@@ -88,9 +88,9 @@ std::uint32_t crc_remainder(const crc_tables_t& tables, const unsigned char* bit
     };
     const std::size_t head = count % 64;
     if (head != 0)
-        take_word(common_lib::pack_bits(bits, head) << (64 - head));
+        take_word(common_lib::pack_word(bits, head) << (64 - head));
     for (std::size_t i = head; i < count; i += 64)
-        take_word(common_lib::pack_64_bits(bits + i));
+        take_word(common_lib::pack_word(bits + i));
     return state;
 }
 
@@ -114,7 +114,7 @@ bool lib_nr_crc_calculator_t::deal_crc_attachment(const std::vector<unsigned cha
     }
     const std::uint32_t remainder = crc_remainder(tables_of(m_crc_polynomial), in.data(), in.size());
     std::array<unsigned char, 32> parity{};
-    common_lib::unpack_bits(remainder, parity.data(), m_crc_length);
+    common_lib::unpack_word(remainder, m_crc_length, parity.data());
 
     if (&out != &in) {
         out.clear();

@@ -1,6 +1,6 @@
 #include "phy_common/lib_nr_ldpc_coding.h"
 
-#include "common/lib_bit_array.h"
+#include "common/lib_bit_packing.h"
 #include "phy_common/lib_nr_ldpc_packed_rows.h"
 #include "phy_common/tables/lib_nr_ldpc_base_graph_table.h"
 #include "phy_common/tables/lib_nr_ldpc_lifting_size_table.h"
@@ -264,7 +264,7 @@ void lib_nr_ldpc_coding_t::_generate_parity_check_bit_data(const std::vector<uns
     };
 
     std::array<std::uint64_t, 22 * k_ldpc_max_lifting_size / 64 + 2> bits;
-    common_lib::lib_bit_array_t::pack_with_fillers(in.data(), in.size(), bits.data());
+    common_lib::pack_bits_with_fillers(in.data(), in.size(), bits.data());
     bits[(in.size() + 63) / 64] = 0;
     std::array<std::uint64_t, std::size_t{k_ldpc_max_doubled_rows} * 2 * k_ldpc_max_row_words> doubled;
     for (std::size_t column = 0; column < columns; ++column)
@@ -299,7 +299,7 @@ void lib_nr_ldpc_coding_t::_combine_parity_check_data(const std::vector<unsigned
     unsigned char* bits = out.data() + (information_length - untransmitted_length);
     const unsigned int row_count = m_parity_check_bit_number / m_lifting_size;
     for (std::size_t row = 0; row < row_count; ++row)
-        common_lib::lib_bit_array_t::unpack(parity.words.data() + row * layout.words, layout.z, bits + row * layout.z);
+        common_lib::unpack_bits(parity.words.data() + row * layout.words, layout.z, bits + row * layout.z);
 }
 
 } // namespace vek::nr_mod_lib

@@ -1,6 +1,6 @@
 #include "phy_common/lib_nr_ldpc_coding_calculation.h"
 
-#include "common/lib_bit_array.h"
+#include "common/lib_bit_packing.h"
 #include "phy_common/lib_nr_ldpc_packed_rows.h"
 
 #include <algorithm>
@@ -18,7 +18,7 @@ constexpr unsigned int k_core_rows = 4;
 std::vector<std::uint64_t> pack_with_margin(const std::vector<unsigned char>& bits, std::size_t bit_count)
 {
     std::vector<std::uint64_t> words(std::max(bit_count, bits.size()) / 64 + 2);
-    common_lib::lib_bit_array_t::pack(bits.data(), bits.size(), words.data());
+    common_lib::pack_bits(bits.data(), bits.size(), words.data());
     return words;
 }
 
@@ -27,7 +27,7 @@ void unpack_rows(const lib_nr_ldpc_row_layout_t& layout, const std::vector<std::
 {
     out.resize(row_count * layout.z);
     for (std::size_t row = 0; row < row_count; ++row)
-        common_lib::lib_bit_array_t::unpack(rows.data() + row * layout.words, layout.z, out.data() + row * layout.z);
+        common_lib::unpack_bits(rows.data() + row * layout.words, layout.z, out.data() + row * layout.z);
 }
 
 } // namespace

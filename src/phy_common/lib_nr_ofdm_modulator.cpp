@@ -1,6 +1,7 @@
 #include "phy_common/lib_nr_ofdm_modulator.h"
 
 #include "common/lib_common_math.h"
+#include "common/lib_complex_product.h"
 #include "common/lib_ofdm_cyclic_special_case.h"
 
 #include <algorithm>
@@ -168,11 +169,8 @@ void lib_nr_ofdm_modulator_t::_deal_phase_compensation(std::vector<sample_t>& ma
         const std::size_t end = position + fft_length +
                                 m_cyclic_prefix_config.get_cyclic_length(symbol++, static_cast<unsigned>(fft_length));
         const sample_t rotation = std::polar(1.0, 2.0 * std::numbers::pi * turns);
-        for (; position < std::min(end, main.size()); ++position) {
-            const sample_t sample = main[position];
-            main[position] = {sample.real() * rotation.real() - sample.imag() * rotation.imag(),
-                              sample.real() * rotation.imag() + sample.imag() * rotation.real()};
-        }
+        for (; position < std::min(end, main.size()); ++position)
+            main[position] = common_lib::product(main[position], rotation);
         if (position < end)
             throw std::out_of_range("lib_nr_ofdm_modulator_t::_deal_phase_compensation: signal shorter than the frame");
     }

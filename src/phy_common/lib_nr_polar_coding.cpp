@@ -381,7 +381,7 @@ void lib_nr_polar_coding_t::_generate_u_sequence(const std::vector<unsigned char
     std::array<unsigned char, 5> sums{};
     const bool has_parity = !m_parity_list.empty();
     for (std::size_t first = 0; first < scanned; first += 64)
-        for (std::uint64_t marks = common_lib::pack_64_bits(kind.data() + first); marks != 0; marks &= marks - 1) {
+        for (std::uint64_t marks = common_lib::pack_word(kind.data() + first); marks != 0; marks &= marks - 1) {
             const std::size_t n = first + static_cast<std::size_t>(std::countr_zero(marks));
             if (has_parity && kind[n] == parity) {
                 target[n] = sums[n % 5];
@@ -404,15 +404,10 @@ bool lib_nr_polar_coding_t::_deal_coding_matrix_multiply(const std::vector<unsig
     }
     std::array<std::uint64_t, k_max_order / 64> words;
     const std::size_t word_count = (order + 63) / 64;
-    for (std::size_t i = 0; i < word_count; ++i)
-        words[i] = order < 64 ? common_lib::pack_bits(u.data(), order) : common_lib::pack_64_bits(u.data() + 64 * i);
+    common_lib::pack_bits(u.data(), order, words.data());
     multiply_by_generator(words.data(), word_count);
     out.resize(order);
-    if (order < 64)
-        common_lib::unpack_bits(words[0], out.data(), order);
-    else
-        for (std::size_t i = 0; i < word_count; ++i)
-            common_lib::unpack_64_bits(words[i], out.data() + 64 * i);
+    common_lib::unpack_bits(words.data(), order, out.data());
     return true;
 }
 

@@ -99,21 +99,19 @@ void lib_nr_sequence_generator_t::generate_pseudo_random_sequence(unsigned int c
     }
     // Each window begins with the memory that the one before left, whose words are out already.
     std::size_t first = 0;
-    std::size_t bit = 0;
-    for (std::size_t left = word_count; left > 0;) {
+    for (std::size_t bit = 0; bit < length;) {
+        const std::size_t left = (length - bit + 63) / 64;
         const std::size_t end = std::min(k_window, first + left);
         for (std::size_t i = k_memory; i < end; ++i) {
             x1[i] = x1[i - 28] ^ x1[i - 31];
             x2[i] = x2[i - 28] ^ x2[i - 29] ^ x2[i - 30] ^ x2[i - 31];
         }
-        left -= end - first;
-        const std::size_t end_whole = left > 0 || length % 64 == 0 ? end : end - 1;
-        for (std::size_t i = first; i < end_whole; ++i, bit += 64)
-            common_lib::unpack_64_bits(x1[i] ^ x2[i], out.data() + bit);
-        if (left == 0) {
-            common_lib::unpack_bits(x1[end - 1] ^ x2[end - 1], out.data() + bit, length - bit);
-            return;
-        }
+        window_t sum;
+        for (std::size_t i = first; i < end; ++i)
+            sum[i] = x1[i] ^ x2[i];
+        const std::size_t count = std::min(64 * (end - first), length - bit);
+        common_lib::unpack_bits(sum.data() + first, count, out.data() + bit);
+        bit += count;
         std::copy(x1.end() - k_memory, x1.end(), x1.begin());
         std::copy(x2.end() - k_memory, x2.end(), x2.begin());
         first = k_memory;

@@ -106,7 +106,7 @@ bool lib_nr_small_block_channel_coding_t::_deal_reed_muller_coding(const std::ve
                                                                    std::vector<unsigned char>& out) const
 {
     static const std::array<std::uint32_t, 32> basis = pack_basis();
-    const auto bits = static_cast<std::uint32_t>(common_lib::pack_bits(in.data(), in.size()));
+    const auto bits = static_cast<std::uint32_t>(common_lib::pack_word(in.data(), in.size()));
     out.resize(basis.size());
     for (std::size_t i = 0; i < basis.size(); ++i)
         out[i] = static_cast<unsigned char>(std::popcount(basis[i] & bits) % 2);

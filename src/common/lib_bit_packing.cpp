@@ -1,5 +1,3 @@
-#include "common/lib_bit_array.h"
-
 #include "common/lib_bit_packing.h"
 
 #if defined(__x86_64__) && defined(__GNUC__)
@@ -32,13 +30,13 @@ void pack_words(const unsigned char* bits, std::size_t word_count, std::uint64_t
 {
     for (std::size_t w = 0; w < word_count; ++w)
         words[w] =
-            with_fillers ? pack_some<true>(bits + k_word_bits * w, k_word_bits) : pack_64_bits(bits + k_word_bits * w);
+            with_fillers ? pack_some<true>(bits + k_word_bits * w, k_word_bits) : pack_word(bits + k_word_bits * w);
 }
 
 void unpack_words(const std::uint64_t* words, std::size_t word_count, unsigned char* bits)
 {
     for (std::size_t w = 0; w < word_count; ++w)
-        unpack_64_bits(words[w], bits + k_word_bits * w);
+        unpack_word(words[w], bits + k_word_bits * w);
 }
 
 #ifdef NR_MOD_LIB_X86_VECTORS
@@ -102,66 +100,64 @@ __attribute__((target("avx512bw"))) void unpack_words_avx512(const std::uint64_t
 
 #endif
 
-} // namespace
-
-void lib_bit_array_t::pack(const unsigned char* bits, std::size_t count, std::uint64_t* words)
-{
-    _pack<false>(_get_widest_unit(), bits, count, words);
-}
-
-void lib_bit_array_t::pack_with_fillers(const unsigned char* bits, std::size_t count, std::uint64_t* words)
-{
-    _pack<true>(_get_widest_unit(), bits, count, words);
-}
-
-void lib_bit_array_t::unpack(const std::uint64_t* words, std::size_t count, unsigned char* bits)
-{
-    _unpack(_get_widest_unit(), words, count, bits);
-}
-
-lib_bit_array_t::vector_unit_t lib_bit_array_t::_get_widest_unit()
-{
-#ifdef NR_MOD_LIB_X86_VECTORS
-    if (__builtin_cpu_supports("avx512bw"))
-        return AVX512BW;
-    if (__builtin_cpu_supports("avx2"))
-        return AVX2;
-#endif
-    return PLAIN;
-}
-
-template <bool with_fillers>
-void lib_bit_array_t::_pack([[maybe_unused]] vector_unit_t unit, const unsigned char* bits, std::size_t count,
-                            std::uint64_t* words)
+// A unit's loop over whole words made one over a whole sequence.
+template <void (*pack_whole)(const unsigned char*, std::size_t, std::uint64_t*), bool with_fillers>
+void pack_sequence(const unsigned char* bits, std::size_t count, std::uint64_t* words)
 {
     const std::size_t word_count = count / k_word_bits;
     if (count % k_word_bits != 0)
         words[word_count] = pack_some<with_fillers>(bits + k_word_bits * word_count, count % k_word_bits);
-#ifdef NR_MOD_LIB_X86_VECTORS
-    if (unit == AVX512BW)
-        return pack_words_avx512<with_fillers>(bits, word_count, words);
-    if (unit == AVX2)
-        return pack_words_avx2<with_fillers>(bits, word_count, words);
-#endif
-    pack_words<with_fillers>(bits, word_count, words);
+    pack_whole(bits, word_count, words);
 }
 
-template void lib_bit_array_t::_pack<false>(vector_unit_t, const unsigned char*, std::size_t, std::uint64_t*);
-template void lib_bit_array_t::_pack<true>(vector_unit_t, const unsigned char*, std::size_t, std::uint64_t*);
-
-void lib_bit_array_t::_unpack([[maybe_unused]] vector_unit_t unit, const std::uint64_t* words, std::size_t count,
-                              unsigned char* bits)
+template <void (*unpack_whole)(const std::uint64_t*, std::size_t, unsigned char*)>
+void unpack_sequence(const std::uint64_t* words, std::size_t count, unsigned char* bits)
 {
     const std::size_t word_count = count / k_word_bits;
     if (count % k_word_bits != 0)
-        unpack_bits(words[word_count], bits + k_word_bits * word_count, count % k_word_bits);
+        unpack_word(words[word_count], count % k_word_bits, bits + k_word_bits * word_count);
+    unpack_whole(words, word_count, bits);
+}
+
+const detail::bit_packer_t& widest()
+{
+    static const detail::bit_packer_t packer = detail::get_bit_packers().back();
+    return packer;
+}
+
+} // namespace
+
+const std::vector<detail::bit_packer_t>& detail::get_bit_packers()
+{
+    static const std::vector<bit_packer_t> packers = [] {
+        std::vector<bit_packer_t> found = {{pack_sequence<pack_words<false>, false>,
+                                            pack_sequence<pack_words<true>, true>, unpack_sequence<unpack_words>}};
 #ifdef NR_MOD_LIB_X86_VECTORS
-    if (unit == AVX512BW)
-        return unpack_words_avx512(words, word_count, bits);
-    if (unit == AVX2)
-        return unpack_words_avx2(words, word_count, bits);
+        if (__builtin_cpu_supports("avx2"))
+            found.push_back({pack_sequence<pack_words_avx2<false>, false>, pack_sequence<pack_words_avx2<true>, true>,
+                             unpack_sequence<unpack_words_avx2>});
+        if (__builtin_cpu_supports("avx512bw"))
+            found.push_back({pack_sequence<pack_words_avx512<false>, false>,
+                             pack_sequence<pack_words_avx512<true>, true>, unpack_sequence<unpack_words_avx512>});
 #endif
-    unpack_words(words, word_count, bits);
+        return found;
+    }();
+    return packers;
+}
+
+void pack_bits(const unsigned char* bits, std::size_t count, std::uint64_t* words)
+{
+    widest().pack(bits, count, words);
+}
+
+void pack_bits_with_fillers(const unsigned char* bits, std::size_t count, std::uint64_t* words)
+{
+    widest().pack_with_fillers(bits, count, words);
+}
+
+void unpack_bits(const std::uint64_t* words, std::size_t count, unsigned char* bits)
+{
+    widest().unpack(words, count, bits);
 }
 
 } // namespace vek::common_lib
