@@ -260,6 +260,20 @@ const enum_names_t<prach_lra_type_t> g_prach_lra_type_t_name_map = name_map<prac
     {PRACH_LRA_1151, "PRACH_LRA_1151"},
 });
 
+const enum_names_t<prach_restricted_set_type_t> g_prach_restricted_set_type_t_name_map =
+    name_map<prach_restricted_set_type_t>({
+        {UNRESTRICTED, "UNRESTRICTED"},
+        {RESTRICTED_TYPE_A, "RESTRICTED_TYPE_A"},
+        {RESTRICTED_TYPE_B, "RESTRICTED_TYPE_B"},
+    });
+
+const enum_names_t<prach_msg1_fdm_type_t> g_prach_msg1_fdm_type_t_name_map = name_map<prach_msg1_fdm_type_t>({
+    {Msg1_FDM1, "Msg1_FDM1"},
+    {Msg1_FDM2, "Msg1_FDM2"},
+    {Msg1_FDM4, "Msg1_FDM4"},
+    {Msg1_FDM8, "Msg1_FDM8"},
+});
+
 const enum_names_t<prach_format_t> g_prach_format_t_name_map = name_map<prach_format_t>({
     {prach_format_0, "prach_format_0"},
     {prach_format_1, "prach_format_1"},

@@ -54,6 +54,8 @@ extern NR_MOD_LIB_EXPORT const enum_names_t<lib_nr_pn_seq_t> g_lib_nr_pn_seq_t_n
 extern NR_MOD_LIB_EXPORT const enum_names_t<prach_config_table_type_t> g_prach_config_table_type_t_name_map;
 extern NR_MOD_LIB_EXPORT const enum_names_t<prach_scs_type_t> g_prach_scs_type_t_name_map;
 extern NR_MOD_LIB_EXPORT const enum_names_t<prach_lra_type_t> g_prach_lra_type_t_name_map;
+extern NR_MOD_LIB_EXPORT const enum_names_t<prach_restricted_set_type_t> g_prach_restricted_set_type_t_name_map;
+extern NR_MOD_LIB_EXPORT const enum_names_t<prach_msg1_fdm_type_t> g_prach_msg1_fdm_type_t_name_map;
 extern NR_MOD_LIB_EXPORT const enum_names_t<prach_format_t> g_prach_format_t_name_map;
 extern NR_MOD_LIB_EXPORT const enum_names_t<lib_nr_modulation_type_t> g_lib_nr_modulation_type_t_name_map;
 
@@ -91,6 +93,8 @@ inline const auto& enum_name_map(lib_nr_pn_seq_t) { return g_lib_nr_pn_seq_t_nam
 inline const auto& enum_name_map(prach_config_table_type_t) { return g_prach_config_table_type_t_name_map; }
 inline const auto& enum_name_map(prach_scs_type_t) { return g_prach_scs_type_t_name_map; }
 inline const auto& enum_name_map(prach_lra_type_t) { return g_prach_lra_type_t_name_map; }
+inline const auto& enum_name_map(prach_restricted_set_type_t) { return g_prach_restricted_set_type_t_name_map; }
+inline const auto& enum_name_map(prach_msg1_fdm_type_t) { return g_prach_msg1_fdm_type_t_name_map; }
 inline const auto& enum_name_map(prach_format_t) { return g_prach_format_t_name_map; }
 inline const auto& enum_name_map(lib_nr_modulation_type_t) { return g_lib_nr_modulation_type_t_name_map; }
 

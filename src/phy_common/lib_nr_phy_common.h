@@ -1,9 +1,11 @@
 #pragma once
 
 #include "common/nr_mod_lib_export.h"
+#include "phy_common/lib_nr_prach_type.h"
 
 #include <cstdint>
 #include <map>
+#include <string>
 #include <vector>
 
 namespace vek::nr_mod_lib
@@ -72,6 +74,46 @@ struct srs_bw_t
     std::map<unsigned char, std::vector<std::uint8_t>> n;
 };
 
+/// One row of a random access configuration table, TS 38.211 Tables 6.3.3.2-2 to 6.3.3.2-4, as it is handed out.
+struct configuration_table_t
+{
+    unsigned int index = 0;
+    std::vector<std::string> format = {"0"};
+    unsigned int x = 0;
+    std::vector<unsigned int> y = {0};
+    /// Subframes of the frame, or slots of 60 kHz in FR2.
+    std::vector<unsigned int> subframe_or_slot = {0};
+    unsigned int starting_symbol = 0;
+    unsigned int slots_per_subframe_or_60khz_slot = 1;
+    /// N_t, occasions in time within a PRACH slot.
+    unsigned int occasions_per_slot = 1;
+    /// Rows of the PRACH grid that an occasion takes: symbols, but for C0, whose rows are two symbols long.
+    unsigned int duration = 1;
+};
+
+/// TS 38.211 Table 6.3.3.1-1, in units of 1 / 30.72 MHz; N_u is that of one repetition.
+struct long_preamble_formats_t
+{
+    std::string format;
+    unsigned int lra = 839;
+    double delta_f_ra_khz = 1.25;
+    unsigned int n_u = 0;
+    unsigned int n_cp = 0;
+    bool restricted_type_a = true;
+    bool restricted_type_b = true;
+};
+
+/// TS 38.211 Table 6.3.3.1-2, in units of 2^-mu / 30.72 MHz; N_u is that of one repetition.
+struct short_preamble_formats_t
+{
+    std::string format;
+    std::vector<unsigned int> lra = {139, 1151, 571};
+    /// To be multiplied by 2^mu.
+    unsigned int delta_f_ra_khz = 15;
+    unsigned int n_u = 2048;
+    unsigned int n_cp = 0;
+};
+
 /// The book of NR reference figures: what a spacing is worth, how many slots, symbols and resource blocks there are,
 /// and which spacing and bandwidth go together. Static operations, no state. Nothing throws: an operation that cannot
 /// answer prints one line and returns the fallback told beside it.
@@ -116,6 +158,74 @@ public:
     static std::vector<lib_nr_numerology_type_t> get_valid_numerology_list(lib_nr_channel_bw_type_t bandwidth);
     /// Clears both maps and fills them with TS 38.211 Table 6.4.1.4.3-1.
     static void _srs_bw_config_init(srs_bw_t& table);
+
+    // Random access. A check corrects what it is given and prints a line where it did, but for the silent rules.
+
+    /// Row of a configuration table; an index past its end reads the last row. Where the row has two formats, the
+    /// format is the second for the last occasion of a slot, else the first.
+    static void get_variables_from_configTable(prach_config_table_type_t table, unsigned int index,
+                                               configuration_table_t& row, unsigned int occasion);
+    /// A long format by its name; a line, and the record stays, for any other.
+    static void get_variables_from_table63311(const std::string& format, long_preamble_formats_t& record);
+    /// A short format by its name; a line, and the record stays, for any other.
+    static void get_variables_from_table63312(const std::string& format, short_preamble_formats_t& record);
+    /// The format of a name; A1 and a line for a name that is none.
+    static prach_format_t prach_string_map_index(const std::string& format);
+    /// The root u of a logical index, TS 38.211 Tables 6.3.3.1-3 to 6.3.3.1-4B; a length that is none of the first
+    /// three counts as 571. The index must lie below the length - 1.
+    static unsigned int get_prach_root(prach_lra_type_t lra, unsigned int logical_index);
+    /// N_CS of TS 38.211 Tables 6.3.3.1-5 to 6.3.3.1-7; -1 where the standard has none. Zones above 15 read as 15.
+    static int get_prach_ncs(prach_format_t format, prach_lra_type_t lra, prach_restricted_set_type_t restricted_set,
+                             unsigned int zero_correlation_zone);
+    /// N_RB_RA and k-bar of TS 38.211 Table 6.3.3.2-1; false where the table has no such row.
+    static bool get_prach_carrier_combination(prach_lra_type_t lra, prach_scs_type_t scs,
+                                              lib_nr_numerology_type_t numerology, unsigned int& rb_number,
+                                              unsigned int& k_bar);
+
+    /// FR1 takes at most 30 kHz, else 15 kHz; FR2 at least 60 kHz, else 60 kHz.
+    static void check_scs_and_fr(prach_scs_type_t& scs, lib_nr_channel_bw_type_t bandwidth);
+    /// The tables FR1_FDD_SUL and FR2_TDD end at 255.
+    static void check_ci_and_fr_and_duplex_mode(unsigned int& index, prach_config_table_type_t table);
+    /// Formats 0 to 2 have 1.25 kHz and format 3 has 5 kHz, silently; the short ones 15 kHz for what is none of theirs.
+    static void check_scs_and_format(prach_scs_type_t& scs, prach_format_t format);
+    /// The zones that a restricted set has on a long format; short formats are unrestricted.
+    static void check_restricted_set_and_format(prach_restricted_set_type_t& restricted_set, prach_format_t format,
+                                                unsigned int& zero_correlation_zone);
+    /// The PRACH slots within a subframe or 60 kHz slot: 0 at 1.25, 5, 15 and 60 kHz; the last one where the row has
+    /// one alone.
+    static void check_aps_and_scs_and_ci(prach_config_table_type_t table, prach_scs_type_t scs, unsigned int index,
+                                         unsigned int& n_RA_slot);
+    /// What length and spacing a carrier's spacing takes, TS 38.211 Table 6.3.3.2-1: what it has no row for becomes its
+    /// first row. 240 kHz has none, and nothing changes.
+    static void validate_prach_and_carrier(lib_nr_numerology_type_t numerology, prach_scs_type_t& scs,
+                                           prach_lra_type_t& lra);
+    /// The lengths of a format and spacing. Corrects the spacing by `check_scs_and_format` first and, for a format that
+    /// is none, the index by `check_ci_and_fr_and_duplex_mode`; the long formats have one occasion, `n_RA_t` 0.
+    static void check_lra(prach_format_t format, prach_config_table_type_t table, prach_scs_type_t& scs,
+                          unsigned int& index, unsigned int& n_RA_t, prach_lra_type_t& lra);
+
+    /// Rows of the PRACH grid: the repetitions of a long format, 14 for a short one, 7 for C0.
+    static unsigned int get_symbol_size(prach_format_t format);
+    /// Columns, PRACH subcarriers in `rb` resource blocks of the carrier, and rows of the PRACH grid; spacings in
+    /// hertz.
+    static void get_gridsize(unsigned int rb, unsigned int scs, prach_scs_type_t scs_ra, prach_format_t format,
+                             unsigned int& columns, unsigned int& rows);
+    /// mu of a preamble's spacing, 0 for the spacings of the long formats; a line and 0 for any other.
+    static unsigned int get_u_from_prach_scs(prach_scs_type_t scs);
+    /// Rows that a preamble fills. Prints the row's duration.
+    static unsigned int get_num_ofdm_symbols(prach_format_t format, prach_config_table_type_t table,
+                                             unsigned int index);
+
+    /// The absolute slot, in slots of the preamble's spacing, that a burst is configured for in a frame.
+    /// `subframe_or_slot` is the subframe for the FR1 tables and the 60 kHz slot for the FR2 one.
+    static unsigned int cal_prach_current_slot(unsigned int frame, unsigned int scs_khz, prach_lra_type_t lra,
+                                               prach_config_table_type_t table, unsigned int n_RA_slot,
+                                               unsigned int subframe_or_slot);
+    /// Whether a burst sends in a frame: the row's period and offset y hold, its list has the subframe or slot, and the
+    /// slot falls on `n_RA_slot`.
+    static bool is_prach_active(unsigned int frame, unsigned int scs_khz, prach_lra_type_t lra,
+                                prach_config_table_type_t table, unsigned int index, unsigned int slot,
+                                unsigned int n_RA_slot, unsigned int y);
 };
 
 } // namespace vek::nr_mod_lib

@@ -53,4 +53,24 @@ enum prach_lra_type_t : std::uint32_t
     PRACH_LRA_1151 = 1151,
 };
 
+/// Sets of cyclic shifts, TS 38.211 clause 6.3.3.1: the restricted ones are for fast receivers and transmitters.
+enum prach_restricted_set_type_t : std::uint32_t
+{
+    UNRESTRICTED = 0,
+    RESTRICTED_TYPE_A = 1,
+    RESTRICTED_TYPE_B = 2,
+};
+
+/// Occasions side by side in frequency at one time, msg1-FDM of TS 38.331.
+enum prach_msg1_fdm_type_t : std::uint32_t
+{
+    Msg1_FDM1 = 1,
+    Msg1_FDM2 = 2,
+    Msg1_FDM4 = 4,
+    Msg1_FDM8 = 8,
+};
+
+/// Formats 0 to 3, of one long sequence with its own spacing; the others are the short ones.
+constexpr bool is_long_prach_format(prach_format_t format) { return format <= prach_format_3; }
+
 } // namespace vek::nr_mod_lib
