@@ -1,11 +1,11 @@
 #include "phy/lib_nr_resource_manager.h"
 
 #include <algorithm>
-#include <functional>
+#include <array>
 #include <iostream>
 #include <limits>
-#include <numeric>
 #include <stdexcept>
+#include <type_traits>
 
 namespace vek::nr_mod_lib
 {
@@ -19,6 +19,43 @@ void print_symbol_in_frame_error()
 {
     std::cout << "lib_nr_dl_resource_manager_t::deal_resource_mapping Report : symbol index in frame out of range"
               << std::endl;
+}
+
+void print_subcarrier_error()
+{
+    std::cout << "lib_nr_dl_resource_manager_t::deal_resource_mapping Report : subcarrier index out of range"
+              << std::endl;
+}
+
+/// The owners that a channel leaves where they are, and goes without a conflict; none is
+/// `LIB_NR_RESOURCE_MAPPING_EMPTY`.
+std::array<std::uint8_t, 2> get_respected_owners(lib_nr_channel_resource_mapping_type_t type)
+{
+    switch (type) {
+    case LIB_NR_RESOURCE_MAPPING_PDSCH:
+        return {LIB_NR_RESOURCE_MAPPING_SSB, LIB_NR_RESOURCE_MAPPING_CSIRS};
+    case LIB_NR_RESOURCE_MAPPING_PUCCH:
+        return {LIB_NR_RESOURCE_MAPPING_PUCCH, LIB_NR_RESOURCE_MAPPING_PUCCH};
+    default:
+        return {LIB_NR_RESOURCE_MAPPING_EMPTY, LIB_NR_RESOURCE_MAPPING_EMPTY};
+    }
+}
+
+lib_nr_clipped_run_t clip_to(const lib_nr_resource_run_t& run, std::size_t symbol_number, std::size_t subcarrier_number)
+{
+    lib_nr_clipped_run_t part{run, 0};
+    const std::int64_t step = std::max(run.step, 1U);
+    const std::int64_t room = static_cast<std::int64_t>(subcarrier_number) - run.first_subcarrier;
+    const std::int64_t below = run.first_subcarrier < 0 ? (step - 1 - run.first_subcarrier) / step : 0;
+    const std::int64_t end = room <= 0 ? 0 : std::min<std::int64_t>(run.count, (room + step - 1) / step);
+    if (run.symbol >= symbol_number || end <= below) {
+        part.run.count = 0;
+        return part;
+    }
+    part.left_out_ahead = static_cast<std::uint32_t>(below);
+    part.run.first_subcarrier = static_cast<std::int32_t>(run.first_subcarrier + below * step);
+    part.run.count = static_cast<std::uint32_t>(end - below);
+    return part;
 }
 
 } // namespace
@@ -92,6 +129,7 @@ const lib_nr_channel_resource_manager_t::resource_map_t& lib_nr_channel_resource
 
 void lib_nr_channel_resource_manager_t::_build_view() const
 {
+    m_resource_mapping.clear(); // of a build that ran out of memory
     for (unsigned int symbol = 0; symbol < m_mapped_symbol_number; ++symbol) {
         resource_row_t& row =
             m_resource_mapping.emplace_hint(m_resource_mapping.end(), symbol, resource_row_t{})->second;
@@ -127,7 +165,7 @@ bool lib_nr_channel_resource_manager_t::deal_resource_mapping(const lib_nr_resou
     const std::uint64_t last = first + std::uint64_t{range.crb_count} * k_subcarriers_per_rb;
     bool is_free = true;
     for (std::uint32_t symbol = 0; symbol < range.symbol_count; ++symbol)
-        is_free &= _mark_run(range.symbol_start + symbol, first, last, type);
+        is_free &= _mark_row(range.symbol_start + symbol, first, last, type);
     return is_free;
 }
 
@@ -157,7 +195,7 @@ bool lib_nr_channel_resource_manager_t::deal_resource_mapping(const lib_nr_slot_
     bool is_free = true;
     for (const std::uint32_t slot : range.slots)
         for (std::uint32_t symbol = 0; symbol < range.symbol_count; ++symbol)
-            is_free &= _mark_run(slot * slot_symbols + range.symbol_start + symbol, first, last, type);
+            is_free &= _mark_row(slot * slot_symbols + range.symbol_start + symbol, first, last, type);
     return is_free;
 }
 
@@ -177,8 +215,7 @@ bool lib_nr_channel_resource_manager_t::deal_resource_mapping(
             return false;
         }
         if (subcarrier >= subcarrier_number) {
-            std::cout << "lib_nr_dl_resource_manager_t::deal_resource_mapping Report : subcarrier index out of range"
-                      << std::endl;
+            print_subcarrier_error();
             return false;
         }
         _check_mapped(symbol, subcarrier);
@@ -226,35 +263,105 @@ bool lib_nr_channel_resource_manager_t::_deal_channel_conflict(lib_nr_channel_re
         cell = static_cast<std::uint8_t>(type);
         return true;
     }
-    if (type == LIB_NR_RESOURCE_MAPPING_PDSCH &&
-        (cell == LIB_NR_RESOURCE_MAPPING_SSB || cell == LIB_NR_RESOURCE_MAPPING_CSIRS))
-        return true;
-    if (type == LIB_NR_RESOURCE_MAPPING_PUCCH && cell == LIB_NR_RESOURCE_MAPPING_PUCCH)
+    const auto [first, second] = get_respected_owners(type);
+    if (cell == first || cell == second)
         return true;
     cell = LIB_NR_RESOURCE_MAPPING_CONFLICT;
     return false;
 }
 
-bool lib_nr_channel_resource_manager_t::_mark_run(std::uint32_t symbol, std::uint64_t first, std::uint64_t last,
+bool lib_nr_channel_resource_manager_t::_mark_row(std::uint32_t symbol, std::uint64_t first, std::uint64_t last,
                                                   lib_nr_channel_resource_mapping_type_t type)
 {
     if (first == last)
         return true;
     _check_mapped(symbol, last - 1);
-    std::uint8_t* const row = m_cells.data() + static_cast<std::size_t>(symbol) * m_mapped_subcarrier_number;
-    // Most runs fall on free cells: one look and one fill, both by whole vectors.
+    return _mark_cells({symbol, static_cast<std::int32_t>(first), static_cast<std::uint32_t>(last - first)},
+                       std::integral_constant<std::size_t, 1>(), type);
+}
+
+/// Marks a run that lies in the map. A step known to be 1 at compile time lets the loops work on whole vectors.
+template <class step_t>
+bool lib_nr_channel_resource_manager_t::_mark_cells(const lib_nr_resource_run_t& inside, step_t step,
+                                                    lib_nr_channel_resource_mapping_type_t type)
+{
+    std::uint8_t* const cells = m_cells.data() + static_cast<std::size_t>(inside.symbol) * m_mapped_subcarrier_number +
+                                static_cast<std::size_t>(inside.first_subcarrier);
+    const std::size_t count = inside.count;
+    // Most runs meet no conflict: one look, one pass.
     if (!m_is_view_built && type != LIB_NR_RESOURCE_MAPPING_CONFLICT) {
-        const std::uint8_t taken =
-            std::accumulate(row + first, row + last, std::uint8_t{0}, std::bit_or<std::uint8_t>());
-        if (taken == LIB_NR_RESOURCE_MAPPING_EMPTY) {
-            std::fill(row + first, row + last, static_cast<std::uint8_t>(type));
+        const auto [first, second] = get_respected_owners(type);
+        std::uint8_t clash = 0;
+        for (std::size_t i = 0; i < count; ++i) {
+            const std::uint8_t cell = cells[i * step];
+            clash |=
+                static_cast<std::uint8_t>((cell != LIB_NR_RESOURCE_MAPPING_EMPTY) & (cell != first) & (cell != second));
+        }
+        if (clash == 0) {
+            const auto mark = static_cast<std::uint8_t>(type);
+            for (std::size_t i = 0; i < count; ++i) {
+                const std::uint8_t cell = cells[i * step];
+                cells[i * step] = cell == LIB_NR_RESOURCE_MAPPING_EMPTY ? mark : cell;
+            }
             return true;
         }
     }
     bool is_free = true;
-    for (std::uint64_t subcarrier = first; subcarrier < last; ++subcarrier)
-        is_free &= _mark_cell(symbol, static_cast<std::uint32_t>(subcarrier), type, row[subcarrier]);
+    for (std::size_t i = 0; i < count; ++i)
+        is_free &= _mark_cell(inside.symbol,
+                              static_cast<std::uint32_t>(static_cast<std::size_t>(inside.first_subcarrier) + i * step),
+                              type, cells[i * step]);
     return is_free;
+}
+
+lib_nr_clipped_run_t lib_nr_channel_resource_manager_t::clip(const lib_nr_resource_run_t& run) const
+{
+    return clip_to(run, m_mapped_symbol_number, m_mapped_subcarrier_number);
+}
+
+bool lib_nr_channel_resource_manager_t::mark_runs(const std::vector<lib_nr_resource_run_t>& runs,
+                                                  lib_nr_channel_resource_mapping_type_t type)
+{
+    bool is_free = true;
+    bool is_inside = true;
+    for (const lib_nr_resource_run_t& run : runs) {
+        const lib_nr_resource_run_t inside = clip(run).run;
+        if (inside.count != run.count && is_inside) {
+            is_inside = false;
+            run.symbol >= m_mapped_symbol_number ? print_symbol_in_frame_error() : print_subcarrier_error();
+        }
+        if (inside.count != 0)
+            is_free &= run.step <= 1 ? _mark_cells(inside, std::integral_constant<std::size_t, 1>(), type)
+                                     : _mark_cells(inside, std::size_t{run.step}, type);
+    }
+    return is_free && is_inside;
+}
+
+void lib_nr_channel_resource_manager_t::write_run(const lib_nr_resource_run_t& run, const std::complex<double>* values,
+                                                  double amplitude)
+{
+    const std::size_t width = run.symbol < m_payload_mapping.size() ? m_payload_mapping[run.symbol].size() : 0;
+    const lib_nr_clipped_run_t part = clip_to(run, m_payload_mapping.size(), width);
+    if (part.run.count == 0)
+        return;
+    std::complex<double>* const cells =
+        m_payload_mapping[run.symbol].data() + static_cast<std::size_t>(part.run.first_subcarrier);
+    values += part.left_out_ahead;
+    const std::size_t count = part.run.count;
+    if (run.step <= 1)
+        for (std::size_t i = 0; i < count; ++i)
+            cells[i] = amplitude * values[i];
+    else
+        for (std::size_t i = 0; i < count; ++i)
+            cells[i * run.step] = amplitude * values[i];
+}
+
+bool lib_nr_channel_resource_manager_t::is_pass_of(lib_nr_numerology_type_t numerology,
+                                                   lib_nr_cyclic_prefix_type_t cp_type) const
+{
+    return numerology == m_numerology &&
+           lib_nr_phy_common_t::get_symbol_number_in_slot(numerology, cp_type) ==
+               lib_nr_phy_common_t::get_symbol_number_in_slot(m_numerology, m_cyclic_prefix_type);
 }
 
 bool lib_nr_channel_resource_manager_t::_mark_cell(std::uint32_t symbol, std::uint32_t subcarrier,

@@ -62,6 +62,22 @@ struct lib_nr_resource_element_index_t
     std::uint16_t subcarrier = 0;
 };
 
+/// Equally spaced cells of one symbol, the lowest first. A run may reach past the grid: what lies outside is left out.
+struct lib_nr_resource_run_t
+{
+    std::uint32_t symbol = 0; ///< in the frame
+    std::int32_t first_subcarrier = 0;
+    std::uint32_t count = 0;
+    std::uint32_t step = 1; ///< in subcarriers; 0 counts as 1
+};
+
+/// The part of a run that lies in the grid; `run.count` is 0 where none does.
+struct lib_nr_clipped_run_t
+{
+    lib_nr_resource_run_t run;
+    std::uint32_t left_out_ahead = 0; ///< cells below the grid: the part's first cell is the run's cell of this index
+};
+
 /// The first cell of a frame that two channels claimed.
 struct lib_nr_resource_conflict_t
 {
@@ -134,6 +150,21 @@ public:
     bool deal_resource_mapping(const std::vector<lib_nr_resource_element_index_t>& elements,
                                lib_nr_channel_resource_mapping_type_t type);
 
+    // Channels list their cells as runs, and give the same list to the view and to the payload.
+
+    /// The part of a run inside the resource map.
+    lib_nr_clipped_run_t clip(const lib_nr_resource_run_t& run) const;
+    /// Marks the part of each run inside the resource map by the rule of `deal_resource_mapping`, whole runs at once.
+    /// False where a cell was taken or lay outside; the latter also prints the line of the first such cell, once a
+    /// call.
+    bool mark_runs(const std::vector<lib_nr_resource_run_t>& runs, lib_nr_channel_resource_mapping_type_t type);
+    /// Writes `values` times `amplitude` into the payload map, one value for each of the run's `count` cells, those
+    /// outside the map included.
+    void write_run(const lib_nr_resource_run_t& run, const std::complex<double>* values, double amplitude = 1.0);
+    /// Whether a channel of this spacing and prefix belongs into the grid as it is set: both have the same spacing and
+    /// as many symbols in a slot.
+    bool is_pass_of(lib_nr_numerology_type_t numerology, lib_nr_cyclic_prefix_type_t cp_type) const;
+
     /// Whether any cell is a conflict; false and a line where the map has no symbols.
     bool is_resource_mapping_conflict() const;
     /// Where the first conflict since the last initialisation arose and between whom; nothing without a conflict.
@@ -150,8 +181,10 @@ private:
     bool _is_symbol_range_valid(std::uint32_t start, std::uint32_t count, std::uint32_t limit) const;
     bool _is_crb_range_valid(std::uint32_t start, std::uint32_t count) const;
     static bool _deal_channel_conflict(lib_nr_channel_resource_mapping_type_t type, std::uint8_t& cell);
-    bool _mark_run(std::uint32_t symbol, std::uint64_t first, std::uint64_t last,
+    bool _mark_row(std::uint32_t symbol, std::uint64_t first, std::uint64_t last,
                    lib_nr_channel_resource_mapping_type_t type);
+    template <class step_t>
+    bool _mark_cells(const lib_nr_resource_run_t& inside, step_t step, lib_nr_channel_resource_mapping_type_t type);
     bool _mark_cell(std::uint32_t symbol, std::uint32_t subcarrier, lib_nr_channel_resource_mapping_type_t type,
                     std::uint8_t& cell);
     void _check_mapped(std::uint32_t symbol, std::uint64_t subcarrier) const;
