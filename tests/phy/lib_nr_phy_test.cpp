@@ -3,7 +3,7 @@
 #include "common/lib_fft_plan.h"
 #include "config/cfg_nr_waveform.h"
 #include "phy/lib_nr_resource_manager.h"
-#include "receiver/ofdm_demodulator.h"
+#include "receiver/ofdm_receiver.h"
 #include "support/captured_output.h"
 #include "support/engine_peer.h"
 
@@ -24,11 +24,8 @@ using nr_test::engine_peer_t;
 using complex_t = std::complex<double>;
 using rows_t = std::vector<std::vector<complex_t>>;
 
-#if defined(__SANITIZE_ADDRESS__)
-constexpr unsigned long long k_most_samples = 3000000;
-#else
-constexpr unsigned long long k_most_samples = 50000000;
-#endif
+// A frame of 400 MHz at 120 kHz; the widest carrier of all is generated once.
+constexpr unsigned long long k_most_samples = 5000000;
 
 /// Random QPSK in every cell of one carrier's frames; the others stay silent.
 class full_grid_t
@@ -137,7 +134,10 @@ TEST(engine, a_full_grid_comes_back_exactly_with_the_filter_off)
                 if (extended && pair.spacing != LIB_NR_SCS_60K)
                     continue;
                 lib_nr_waveform_configure_manager_t waveform = waveform_of(pair);
-                if (waveform.get_waveform_sample_points() > (compensated ? k_most_samples : k_most_samples / 10))
+                const bool is_widest =
+                    compensated && pair.bandwidth == LIB_NR_CHANNEL_FR2_2_2000M && pair.spacing == LIB_NR_SCS_960K;
+                if (!is_widest &&
+                    waveform.get_waveform_sample_points() > (compensated ? k_most_samples : k_most_samples / 10))
                     continue;
                 waveform.get_carrier(0).set_baseband_filter_enable(false);
                 waveform.get_carrier(0).get_dl_bwp(0).set_cp_type(extended ? LIB_NR_EXTEND_CP : LIB_NR_NORMAL_CP);

@@ -1,11 +1,9 @@
 #include "receiver/fft.h"
 
-#include <array>
 #include <cmath>
 #include <cstddef>
 #include <map>
 #include <numbers>
-#include <stdexcept>
 #include <utility>
 
 namespace nr_test
@@ -14,68 +12,83 @@ namespace nr_test
 namespace
 {
 
-const signal_t& roots_of_unity(std::size_t size)
+using complex_t = std::complex<double>;
+
+/// exp(j 2 pi sign i / size) for every i below the size.
+const signal_t& roots_of_unity(std::size_t size, int sign)
 {
-    static std::map<std::size_t, signal_t> tables;
-    signal_t& table = tables[size];
-    for (std::size_t i = table.size(); i < size / 2; ++i)
-        table.push_back(std::polar(1.0, -2.0 * std::numbers::pi * static_cast<double>(i) / static_cast<double>(size)));
+    static std::map<std::pair<std::size_t, int>, signal_t> tables;
+    signal_t& table = tables[{size, sign}];
+    for (std::size_t i = table.size(); i < size; ++i)
+        table.push_back(
+            std::polar(1.0, sign * 2.0 * std::numbers::pi * static_cast<double>(i) / static_cast<double>(size)));
     return table;
 }
 
 /// The product without the detour for infinities that the operator of std::complex takes.
-std::complex<double> multiply(std::complex<double> a, std::complex<double> b)
+complex_t multiply(complex_t a, complex_t b)
 {
     return {a.real() * b.real() - a.imag() * b.imag(), a.real() * b.imag() + a.imag() * b.real()};
 }
 
-/// A length of three times as much: the transforms of every third value, put together.
-void fft_by_thirds(signal_t& values, int sign)
+std::size_t smallest_factor(std::size_t size)
 {
-    const std::size_t third = values.size() / 3;
-    std::array<signal_t, 3> parts;
-    for (std::size_t i = 0; i < values.size(); ++i)
-        parts[i % 3].push_back(values[i]);
-    for (signal_t& part : parts)
-        fft(part, sign);
-    const double turn = sign * 2.0 * std::numbers::pi / static_cast<double>(values.size());
-    for (std::size_t k = 0; k < values.size(); ++k) {
-        const std::complex<double> root = std::polar(1.0, turn * static_cast<double>(k));
-        values[k] = parts[0][k % third] + multiply(root, parts[1][k % third]) +
-                    multiply(multiply(root, root), parts[2][k % third]);
+    if (size % 4 == 0)
+        return 4;
+    for (std::size_t factor = 2; factor * factor <= size; ++factor)
+        if (size % factor == 0)
+            return factor;
+    return size;
+}
+
+/// A transform over `radix` values that lie a step apart, each result turned by its twiddle and put a stride apart.
+void butterfly(const complex_t* in, std::size_t step, complex_t* out, std::size_t stride, std::size_t radix,
+               const complex_t* twiddles, const signal_t& small_roots, int sign)
+{
+    if (radix == 4) {
+        const complex_t sum = in[0] + in[2 * step];
+        const complex_t difference = in[0] - in[2 * step];
+        const complex_t other_sum = in[step] + in[3 * step];
+        const complex_t d = in[step] - in[3 * step];
+        const complex_t turned = sign < 0 ? complex_t(d.imag(), -d.real()) : complex_t(-d.imag(), d.real());
+        out[0] = sum + other_sum;
+        out[stride] = multiply(difference + turned, twiddles[1]);
+        out[2 * stride] = multiply(sum - other_sum, twiddles[2]);
+        out[3 * stride] = multiply(difference - turned, twiddles[3]);
+        return;
+    }
+    for (std::size_t k = 0; k < radix; ++k) {
+        complex_t sum = 0;
+        for (std::size_t j = 0; j < radix; ++j)
+            sum += multiply(in[j * step], small_roots[j * k % radix]);
+        out[k * stride] = multiply(sum, twiddles[k]);
     }
 }
 
 } // namespace
 
+// Decimation in frequency, each pass sorting as it goes, so that nothing is left to reorder at the end.
 void fft(signal_t& values, int sign)
 {
     const std::size_t size = values.size();
-    if (size == 0 || (size & (size - 1)) != 0) {
-        if (size == 0 || size % 3 != 0)
-            throw std::invalid_argument("fft: the length is no product of twos and threes");
-        fft_by_thirds(values, sign);
-        return;
-    }
-
-    for (std::size_t i = 1, reversed = 0; i < size; ++i) {
-        std::size_t bit = size >> 1;
-        for (; reversed & bit; bit >>= 1)
-            reversed ^= bit;
-        reversed ^= bit;
-        if (i < reversed)
-            std::swap(values[i], values[reversed]);
-    }
-    const signal_t& roots = roots_of_unity(size);
-    for (std::size_t half = 1; half < size; half *= 2) {
-        const std::size_t step = size / (2 * half);
-        for (std::size_t block = 0; block < size; block += 2 * half)
-            for (std::size_t i = 0; i < half; ++i) {
-                const std::complex<double> root = sign < 0 ? roots[i * step] : std::conj(roots[i * step]);
-                const std::complex<double> odd = multiply(values[block + half + i], root);
-                values[block + half + i] = values[block + i] - odd;
-                values[block + i] += odd;
-            }
+    const signal_t& roots = roots_of_unity(size, sign);
+    signal_t other(size);
+    signal_t twiddles;
+    for (std::size_t length = size, stride = 1; length > 1;) {
+        const std::size_t radix = smallest_factor(length);
+        const signal_t& small_roots = roots_of_unity(radix, sign);
+        const std::size_t part = length / radix;
+        twiddles.resize(radix);
+        for (std::size_t p = 0; p < part; ++p) {
+            for (std::size_t k = 0; k < radix; ++k)
+                twiddles[k] = roots[p * k * stride];
+            for (std::size_t q = 0; q < stride; ++q)
+                butterfly(&values[q + stride * p], stride * part, &other[q + stride * radix * p], stride, radix,
+                          twiddles.data(), small_roots, sign);
+        }
+        values.swap(other);
+        length = part;
+        stride *= radix;
     }
 }
 

@@ -7,6 +7,9 @@
 namespace nr_test
 {
 
+/// Symbols as [symbol in frame][subcarrier].
+using rows_t = std::vector<signal_t>;
+
 /// What a receiver of OFDM symbols has to know of the signal. The waveform is periodic, so indices past its end wrap.
 struct ofdm_setup_t
 {
@@ -38,5 +41,22 @@ signal_t demodulate_at(const signal_t& signal, const ofdm_setup_t& setup, std::s
 /// A symbol of a frame, with its phase term taken out.
 signal_t demodulate_symbol(const signal_t& signal, const ofdm_setup_t& setup, std::size_t frame_start,
                            unsigned int symbol_in_frame);
+
+/// The symbols of one frame, [symbol in frame][subcarrier], from samples of a periodic waveform whose carrier lies at
+/// 0 Hz. The transform begins a part of the prefix, `early`, ahead of the useful samples. Scaled by the root of the
+/// useful length, so that a transmitter whose inverse transform is scaled likewise gives back what was mapped.
+rows_t demodulate_frame(const signal_t& samples, const ofdm_setup_t& setup, unsigned int subcarriers, double early,
+                        unsigned int frame);
+
+/// One channel out of a periodic waveform: the band round a centre, both in hertz, brought to 0 Hz at a rate equal to
+/// the band's width. What lies outside is cut, as a receiver's channel filter does. Centre and width are whole
+/// multiples of the waveform's repetition rate.
+signal_t select_channel(const signal_t& samples, double sample_rate, double centre, double width);
+
+/// The complex gain that brings the sent symbols closest to the received ones.
+std::complex<double> fitted_gain(const rows_t& received, const rows_t& sent);
+
+/// Root of the mean squared error between received and sent symbols over the mean power sent, after the fitted gain.
+double error_vector_magnitude(const rows_t& received, const rows_t& sent);
 
 } // namespace nr_test

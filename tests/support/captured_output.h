@@ -26,4 +26,13 @@ private:
     std::streambuf* m_original;
 };
 
+/// What an action prints.
+template <class action_t>
+std::string printed_by(action_t action)
+{
+    const captured_output_t output;
+    action();
+    return output.text();
+}
+
 } // namespace nr_test

@@ -1,0 +1,53 @@
+#include "support/settings.h"
+
+#include "host/nrwave_path.h"
+#include "host/nrwave_steps.h"
+#include "support/captured_output.h"
+
+#include <gtest/gtest.h>
+#include <optional>
+#include <stdexcept>
+
+namespace nr_test
+{
+
+using vek::nr_mod_lib::cfg_nr_waveform_t;
+
+void take(cfg_nr_waveform_t& waveform, const std::vector<std::string>& steps)
+{
+    const captured_output_t silence;
+    nrwave::stepper_t stepper(waveform, [](const std::string&) {});
+    for (const std::string& step : steps)
+        stepper.apply(step);
+}
+
+std::string value_of(cfg_nr_waveform_t& waveform, const std::string& path)
+{
+    const nrwave::target_t target = nrwave::resolve(waveform, path);
+    if (!target.leaf && !target.figure)
+        throw std::invalid_argument(path + " has no value");
+    return target.leaf ? target.leaf->read(target.facade) : target.figure->read(target.facade);
+}
+
+void run_rows(cfg_nr_waveform_t& waveform, const std::vector<setting_row_t>& rows)
+{
+    for (const setting_row_t& row : rows) {
+        SCOPED_TRACE(std::string(row.path) + (row.asked ? std::string(" = ") + row.asked : std::string()));
+        if (!row.stored) {
+            take(waveform, {row.path});
+            continue;
+        }
+        const captured_output_t output;
+        if (row.asked) {
+            const nrwave::target_t target = nrwave::resolve(waveform, row.path);
+            ASSERT_NE(target.leaf, nullptr);
+            EXPECT_EQ(target.leaf->write(target.facade, row.asked), std::optional(row.changed));
+            if (row.printed) {
+                EXPECT_EQ(output.text(), row.printed);
+            }
+        }
+        EXPECT_EQ(value_of(waveform, row.path), row.stored);
+    }
+}
+
+} // namespace nr_test

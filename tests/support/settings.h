@@ -1,0 +1,40 @@
+#pragma once
+
+#include "config/cfg_nr_waveform.h"
+
+#include <initializer_list>
+#include <string>
+#include <vector>
+
+namespace nr_test
+{
+
+/// Takes steps as the tool does: PATH=VALUE, add PATH, copy PATH[i], remove PATH[i]. A step that cannot be done throws;
+/// a value that is corrected does not. What the library prints is lost.
+void take(vek::nr_mod_lib::cfg_nr_waveform_t& waveform, const std::vector<std::string>& steps);
+
+/// The default waveform after some steps.
+class waveform_of_t : public vek::nr_mod_lib::cfg_nr_waveform_t
+{
+public:
+    explicit waveform_of_t(const std::vector<std::string>& steps) { take(*this, steps); }
+};
+
+/// The setting or figure at a path, as text.
+std::string value_of(vek::nr_mod_lib::cfg_nr_waveform_t& waveform, const std::string& path);
+
+/// One line of a test of settings.
+struct setting_row_t
+{
+    const char* path; ///< of a setting; of a figure where nothing is asked; any step where nothing is stored
+    const char* asked =
+        nullptr; ///< what goes to the setter; without it the row only reads, as a neighbour that follows
+    const char* stored = nullptr;
+    bool changed = false;          ///< what the setter returns
+    const char* printed = nullptr; ///< what it prints, to the letter, where the row looks at that
+};
+
+/// Runs rows in their order, each on what the rows before it left. A row that fails names itself.
+void run_rows(vek::nr_mod_lib::cfg_nr_waveform_t& waveform, const std::vector<setting_row_t>& rows);
+
+} // namespace nr_test
