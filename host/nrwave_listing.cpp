@@ -4,7 +4,7 @@
 #include "host/nrwave_steps.h"
 #include "host/nrwave_value.h"
 
-#include <cstring>
+#include <algorithm>
 
 namespace nrwave
 {
@@ -14,9 +14,24 @@ using namespace vek::nr_mod_lib;
 namespace
 {
 
-std::string setting(const std::string& path, const cfg_nr_leaf_t& leaf, void* facade)
+std::string path_of(const std::string& facade, const cfg_nr_leaf_t& leaf, unsigned int index)
 {
-    return below(path, leaf.name) + '=' + leaf.read(facade);
+    const std::string path = below(facade, leaf.name);
+    return leaf.is_indexed() ? entry(path, index) : path;
+}
+
+std::string setting(const std::string& path, const cfg_nr_leaf_t& leaf, void* facade, unsigned int index = 0)
+{
+    return path_of(path, leaf, index) + '=' + leaf.read(facade, index);
+}
+
+/// Number of values of a façade's indexed settings, which its verb `add` makes more; 0 where it has none.
+unsigned int indexed_values(const cfg_nr_facade_table_t& table, void* facade)
+{
+    for (const cfg_nr_leaf_t& leaf : table.leaves)
+        if (leaf.is_indexed())
+            return leaf.count(facade);
+    return 0;
 }
 
 /// Writes façades as steps, beside a fresh waveform that tells which entries have to be added.
@@ -27,10 +42,17 @@ public:
 
     void facade(const std::string& path, void* facade, void* fresh, const cfg_nr_facade_table_t& table)
     {
-        for (const cfg_nr_leaf_t* leaf : table.leaves_by_step())
-            steps.push_back(setting(path, *leaf, facade));
+        const std::size_t before = steps.size();
+        for (unsigned int i = indexed_values(table, fresh); i < indexed_values(table, facade); ++i)
+            steps.push_back("add " + path);
+        for (const cfg_nr_leaf_t* leaf : table.leaves_in_recall_order())
+            for (unsigned int i = 0; i < leaf->count(facade); ++i)
+                steps.push_back(setting(path, *leaf, facade, i));
+        for (const cfg_nr_verb_t& verb : table.verbs)
+            if (verb.ends_steps && steps.size() > before)
+                steps.push_back(std::string(verb.name) + ' ' + path);
         for (const cfg_nr_branch_t& branch : table.branches) {
-            const std::string child = below(path, branch.accessor);
+            const std::string child = below(path, branch.name);
             if (branch.is_list())
                 list(child, branch, facade, fresh);
             else
@@ -42,25 +64,27 @@ public:
     {
         const unsigned int entries = branch.count(parent);
         added_entries(path, branch, entries, fresh);
-        if (branch.applied_twice && entries > 1)
+        if (branch.recalled_twice && entries > 1)
             switched_on(path, branch, parent);
-        for (unsigned int i = 0; i < entries; ++i)
-            facade(entry(path, i), branch.enter(parent, i), branch.enter(fresh, 0), *branch.facade);
+        for (unsigned int place = 0; place < entries; ++place)
+            facade(entry(path, branch.first(parent) + place), branch.enter_place(parent, place),
+                   branch.enter_place(fresh, 0), *branch.facade);
     }
 
     /// What is on in a list whose last such entry cannot be switched off comes first, so that no step is corrected.
     void switched_on(const std::string& path, const cfg_nr_branch_t& branch, void* parent)
     {
-        for (const cfg_nr_leaf_t& leaf : branch.facade->leaves)
-            for (unsigned int i = 0; i < branch.count(parent); ++i)
-                if (std::strcmp(leaf.name, branch.applied_twice) == 0 && leaf.read(branch.enter(parent, i)) == "true")
-                    steps.push_back(setting(entry(path, i), leaf, branch.enter(parent, i)));
+        const cfg_nr_leaf_t& leaf = *find_row(branch.facade->leaves, branch.recalled_twice);
+        for (unsigned int place = 0; place < branch.count(parent); ++place)
+            if (leaf.read(branch.enter_place(parent, place)) == "true")
+                steps.push_back(
+                    setting(entry(path, branch.first(parent) + place), leaf, branch.enter_place(parent, place)));
     }
 
     /// The `add` steps that bring a fresh list to a number of entries.
     void added_entries(const std::string& path, const cfg_nr_branch_t& branch, unsigned int entries, void* fresh)
     {
-        if (branch.add)
+        if (branch.can_add())
             for (unsigned int i = branch.count(fresh); i < entries; ++i)
                 steps.push_back("add " + path);
     }
@@ -74,12 +98,22 @@ std::pair<std::string, std::string> split_last(const std::string& path)
                                     : std::pair{path.substr(0, dot), path.substr(dot + 1)};
 }
 
-/// The same path in a fresh waveform, where every list begins with the entry that an added one equals.
-std::string first_entries(std::string path)
+/// A setting, with all its values where it has several and the path names none.
+std::vector<std::string> values_at(const std::string& facade, const target_t& target)
+{
+    std::vector<std::string> steps;
+    for (unsigned int i = 0; i < target.leaf->count(target.facade); ++i)
+        if (i == target.index.value_or(i))
+            steps.push_back(setting(facade, *target.leaf, target.facade, i));
+    return steps;
+}
+
+/// The target of the same path in a fresh waveform, where every list begins with the entry that an added one equals.
+target_t resolve_first(cfg_nr_waveform_t& fresh, std::string path)
 {
     for (std::size_t open = path.find('['); open != std::string::npos; open = path.find('[', open + 1))
-        path.replace(open, path.find(']', open) - open + 1, "[0]");
-    return path;
+        path.replace(open, path.find(']', open) - open + 1, "[i]");
+    return resolve(fresh, path, reading_t::any_entry);
 }
 
 /// The `add` steps for the entries that a path goes through.
@@ -88,9 +122,9 @@ void added_on_the_way(lister_t& lister, cfg_nr_waveform_t& waveform, cfg_nr_wave
     for (std::size_t close = path.find(']'); close != std::string::npos; close = path.find(']', close + 1)) {
         const std::string through = path.substr(0, close + 1);
         const target_t target = resolve(waveform, through);
-        const target_t fresh_target = resolve(fresh, first_entries(through));
-        lister.added_entries(through.substr(0, through.rfind('[')), *target.list, *target.index + 1,
-                             fresh_target.list_parent);
+        const target_t fresh_target = resolve_first(fresh, through);
+        lister.added_entries(through.substr(0, through.rfind('[')), *target.list,
+                             *target.index - target.list->first(target.list_parent) + 1, fresh_target.list_parent);
     }
 }
 
@@ -104,15 +138,25 @@ void mend_list(cfg_nr_waveform_t& original, cfg_nr_waveform_t& copy, const std::
     const unsigned int entries = wanted.list->count(wanted.list_parent);
     for (;;) {
         const target_t present = resolve(copy, path, reading_t::list_first);
-        if (present.list->count(present.list_parent) >= entries || !present.list->add ||
-            !present.list->add(present.list_parent))
+        if (present.list->count(present.list_parent) >= entries || !present.list->add(present.list_parent))
             break;
         steps.push_back("add " + path);
     }
     const target_t present = resolve(copy, path, reading_t::list_first);
+    const unsigned int first = present.list->first(present.list_parent);
     const unsigned int common = std::min(entries, present.list->count(present.list_parent));
-    for (unsigned int i = 0; i < common; ++i)
+    for (unsigned int i = first; i < first + common; ++i)
         mend(original, copy, entry(path, i), steps);
+}
+
+/// Brings the values of a façade's indexed settings to the same number, where its verbs can.
+void mend_number_of_values(const target_t& wanted, const target_t& present, const std::string& path,
+                           std::vector<std::string>& steps)
+{
+    const cfg_nr_verb_t* add = find_row(wanted.table->verbs, "add");
+    while (add && indexed_values(*wanted.table, present.facade) < indexed_values(*wanted.table, wanted.facade) &&
+           add->run(present.facade, 0))
+        steps.push_back("add " + path);
 }
 
 void mend(cfg_nr_waveform_t& original, cfg_nr_waveform_t& copy, const std::string& path,
@@ -120,16 +164,22 @@ void mend(cfg_nr_waveform_t& original, cfg_nr_waveform_t& copy, const std::strin
 {
     const target_t wanted = resolve(original, path);
     const target_t present = resolve(copy, path);
-    for (const cfg_nr_leaf_t* leaf : wanted.table->leaves_by_step()) {
-        const std::string value = leaf->read(wanted.facade);
-        if (leaf->read(present.facade) == value)
-            continue;
-        leaf->write(present.facade, value);
-        if (leaf->read(present.facade) == value)
-            steps.push_back(below(path, leaf->name) + '=' + value);
-    }
+    const std::size_t before = steps.size();
+    mend_number_of_values(wanted, present, path, steps);
+    for (const cfg_nr_leaf_t* leaf : wanted.table->leaves_in_recall_order())
+        for (unsigned int i = 0; i < std::min(leaf->count(wanted.facade), leaf->count(present.facade)); ++i) {
+            const std::string value = leaf->read(wanted.facade, i);
+            if (leaf->read(present.facade, i) == value)
+                continue;
+            leaf->write(present.facade, value, i);
+            if (leaf->read(present.facade, i) == value)
+                steps.push_back(setting(path, *leaf, present.facade, i));
+        }
+    for (const cfg_nr_verb_t& verb : wanted.table->verbs)
+        if (verb.ends_steps && steps.size() > before && verb.run(present.facade, 0))
+            steps.push_back(std::string(verb.name) + ' ' + path);
     for (const cfg_nr_branch_t& branch : wanted.table->branches) {
-        const std::string child = below(path, branch.accessor);
+        const std::string child = below(path, branch.name);
         if (branch.is_list())
             mend_list(original, copy, child, steps);
         else
@@ -155,11 +205,11 @@ void describe_branch(std::ostream& out, const std::string& path, const cfg_nr_br
     if (!branch.is_list())
         return describe_facade(out, path, *branch.facade);
     out << path << "[i]  list";
-    if (branch.add)
+    if (branch.can_add())
         out << " with add";
-    if (branch.copy)
+    if (branch.can_copy())
         out << ", copy";
-    if (branch.remove)
+    if (branch.can_remove())
         out << ", remove";
     out << '\n';
     describe_facade(out, path + "[i]", *branch.facade);
@@ -167,12 +217,12 @@ void describe_branch(std::ostream& out, const std::string& path, const cfg_nr_br
 
 void describe_facade(std::ostream& out, const std::string& path, const cfg_nr_facade_table_t& table)
 {
-    for (const cfg_nr_leaf_t* leaf : table.leaves_by_step())
+    for (const cfg_nr_leaf_t* leaf : table.leaves_in_recall_order())
         describe_leaf(out, below(path, leaf->name), *leaf);
     for (const cfg_nr_figure_t& figure : table.figures)
         out << below(path, figure.name) << "  figure, read only\n";
     for (const cfg_nr_branch_t& branch : table.branches)
-        describe_branch(out, below(path, branch.accessor), branch);
+        describe_branch(out, below(path, branch.name), branch);
 }
 
 } // namespace
@@ -199,12 +249,12 @@ std::vector<std::string> steps_at(cfg_nr_waveform_t& waveform, const std::string
     cfg_nr_waveform_t fresh;
     const target_t target = resolve(waveform, path);
     if (target.leaf)
-        return {setting(split_last(path).first, *target.leaf, target.facade)};
+        return values_at(split_last(path).first, target);
     if (target.figure)
         return {path + '=' + target.figure->read(target.facade)};
 
     added_on_the_way(lister, waveform, fresh, path);
-    const target_t fresh_target = resolve(fresh, first_entries(path));
+    const target_t fresh_target = resolve_first(fresh, path);
     const target_t again = resolve(waveform, path);
     if (again.list && !again.index)
         lister.list(path, *again.list, again.list_parent, fresh_target.list_parent);

@@ -17,11 +17,23 @@ namespace
 struct segment_t
 {
     std::string_view name;
-    std::optional<unsigned int> index;
+    bool has_index = false;
+    std::optional<unsigned int> index; // none where it is i
 };
 
+/// The number ahead of a closing bracket.
+unsigned int index_in(std::string_view number, const std::string& path)
+{
+    unsigned int index = 0;
+    const auto [after, error] = std::from_chars(number.data(), number.data() + number.size(), index);
+    if (error != std::errc{} ||
+        std::string_view(after, static_cast<std::size_t>(number.data() + number.size() - after)) != "]")
+        throw failure_t("bad index in " + path);
+    return index;
+}
+
 /// Takes the next name, with its index in brackets, off the path.
-segment_t take_segment(std::string_view& rest, const std::string& path)
+segment_t take_segment(std::string_view& rest, const std::string& path, reading_t reading)
 {
     const std::size_t end = std::min(rest.find('.'), rest.size());
     std::string_view text = rest.substr(0, end);
@@ -29,36 +41,65 @@ segment_t take_segment(std::string_view& rest, const std::string& path)
         throw failure_t("unknown path " + path);
     rest.remove_prefix(std::min(end + 1, rest.size()));
 
-    segment_t segment{text, std::nullopt};
+    segment_t segment{text, false, std::nullopt};
     const std::size_t bracket = text.find('[');
     if (bracket == std::string_view::npos)
         return segment;
     segment.name = text.substr(0, bracket);
+    segment.has_index = true;
     const std::string_view number = text.substr(bracket + 1);
-    unsigned int index = 0;
-    const auto [after, error] = std::from_chars(number.data(), number.data() + number.size(), index);
-    if (error != std::errc{} ||
-        std::string_view(after, static_cast<std::size_t>(number.data() + number.size() - after)) != "]")
-        throw failure_t("bad index in " + path);
-    segment.index = index;
+    if (reading == reading_t::any_entry && number == "i]")
+        return segment;
+    segment.index = index_in(number, path);
     return segment;
 }
 
-template <class row_t, class name_t>
-const row_t* find(const cfg_nr_rows_t<row_t>& rows, name_t name_of, std::string_view name)
+failure_t past_the_end(const std::string& path, unsigned int count)
 {
-    const auto found = std::find_if(rows.begin(), rows.end(), [&](const row_t& row) { return name == name_of(row); });
-    return found == rows.end() ? nullptr : found;
+    return failure_t("index past the end in " + path + ": there are " + std::to_string(count));
 }
 
 /// The last name of a path where it is a setting or a figure.
-bool resolve_value(target_t& target, std::string_view name)
+bool resolve_value(target_t& target, const segment_t& segment, const std::string& path)
 {
-    target.leaf = find(
-        target.table->leaves, [](const cfg_nr_leaf_t& row) { return row.name; }, name);
-    target.figure = find(
-        target.table->figures, [](const cfg_nr_figure_t& row) { return row.name; }, name);
-    return target.leaf || target.figure;
+    const cfg_nr_leaf_t* leaf = find_row(target.table->leaves, segment.name);
+    const cfg_nr_figure_t* figure = find_row(target.table->figures, segment.name);
+    if (segment.has_index && !(leaf && leaf->is_indexed()))
+        return false;
+    if (segment.index && *segment.index >= leaf->count(target.facade))
+        throw past_the_end(path, leaf->count(target.facade));
+    target.leaf = leaf;
+    target.figure = figure;
+    if (leaf || figure)
+        target.index = segment.index;
+    return leaf || figure;
+}
+
+/// Moves on to a branch, or to the entry of it that the segment names.
+void enter(target_t& target, const cfg_nr_branch_t& branch, const segment_t& segment, const std::string& path)
+{
+    if (segment.has_index && !branch.is_list())
+        throw failure_t("no list takes an index in " + path);
+    target.list = branch.is_list() ? &branch : nullptr;
+    target.list_parent = target.facade;
+    target.index.reset();
+    if (segment.has_index)
+        target.index = segment.index.value_or(branch.first(target.facade));
+    if (target.index && !branch.holds(target.facade, *target.index))
+        throw past_the_end(path, branch.count(target.facade));
+    if (!branch.is_list() || target.index)
+        target.facade = branch.enter(target.facade, target.index.value_or(0));
+    target.table = branch.facade;
+}
+
+/// Whether the path ended at a façade, not at a value or a list as a whole.
+bool is_facade(const target_t& target) { return !target.leaf && !target.figure && !(target.list && !target.index); }
+
+bool has_verb(const cfg_nr_facade_table_t& table, const std::string& verb)
+{
+    return find_row(table.verbs, verb) ||
+           std::any_of(table.branches.begin(), table.branches.end(),
+                       [&](const cfg_nr_branch_t& branch) { return has_verb(*branch.facade, verb); });
 }
 
 } // namespace
@@ -72,27 +113,35 @@ target_t resolve(cfg_nr_waveform_t& waveform, const std::string& path, reading_t
     for (std::string_view rest = path; !rest.empty();) {
         if (target.list && !target.index)
             throw failure_t("a list needs an index in " + path);
-        const segment_t segment = take_segment(rest, path);
-        const auto* branch = find(
-            target.table->branches, [](const cfg_nr_branch_t& row) { return row.accessor; }, segment.name);
-        const bool may_be_value = rest.empty() && !segment.index && (!branch || reading == reading_t::setting_first);
-        if (may_be_value && resolve_value(target, segment.name))
+        const segment_t segment = take_segment(rest, path, reading);
+        const cfg_nr_branch_t* branch = find_row(target.table->branches, segment.name);
+        const bool may_be_value = !branch || (!segment.has_index && reading != reading_t::list_first);
+        if (rest.empty() && may_be_value && resolve_value(target, segment, path))
             return target;
         if (!branch)
             throw failure_t("unknown path " + path);
-        if (segment.index && !branch->is_list())
-            throw failure_t("no list takes an index in " + path);
-        target.list = branch->is_list() ? branch : nullptr;
-        target.list_parent = target.facade;
-        target.index = segment.index;
-        if (segment.index && *segment.index >= branch->count(target.facade))
-            throw failure_t("index past the end in " + path + ": there are " +
-                            std::to_string(branch->count(target.facade)));
-        if (!branch->is_list() || segment.index)
-            target.facade = branch->enter(target.facade, segment.index.value_or(0));
-        target.table = branch->facade;
+        enter(target, *branch, segment, path);
     }
     return target;
+}
+
+verb_target_t resolve_verb(cfg_nr_waveform_t& waveform, const std::string& verb, const std::string& path)
+{
+    if (!has_verb(g_cfg_nr_waveform_table, verb))
+        return {};
+    // What a verb takes an index of is no list of façades, so the façade is the path without it.
+    const std::size_t bracket = path.rfind('[');
+    if (bracket != std::string::npos && path.back() == ']') {
+        const target_t target = resolve(waveform, path.substr(0, bracket), reading_t::list_first);
+        const cfg_nr_verb_t* row = is_facade(target) ? find_row(target.table->verbs, verb) : nullptr;
+        if (row && row->takes_index)
+            return {target.facade, row, index_in(path.substr(bracket + 1), path)};
+    }
+    const target_t target = resolve(waveform, path, reading_t::list_first);
+    const cfg_nr_verb_t* row = is_facade(target) ? find_row(target.table->verbs, verb) : nullptr;
+    if (row && row->takes_index)
+        throw failure_t(verb + " takes an index behind " + path);
+    return {target.facade, row, 0};
 }
 
 std::string below(const std::string& path, const std::string& name) { return path.empty() ? name : path + '.' + name; }

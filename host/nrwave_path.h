@@ -15,7 +15,8 @@ struct target_t
     /// The façade that the path ends at, or that its last name belongs to.
     void* facade = nullptr;
     const vek::nr_mod_lib::cfg_nr_facade_table_t* table = nullptr;
-    /// Where the last name is a setting, a figure, or a list without (all of it) or with an index (one entry).
+    /// Where the last name is a setting, a figure, or a list without (all of it) or with an index (one entry). A
+    /// setting with several values has an index too.
     const vek::nr_mod_lib::cfg_nr_leaf_t* leaf = nullptr;
     const vek::nr_mod_lib::cfg_nr_figure_t* figure = nullptr;
     const vek::nr_mod_lib::cfg_nr_branch_t* list = nullptr;
@@ -28,12 +29,26 @@ enum class reading_t
 {
     setting_first,
     list_first,
+    /// As a setting; [i] is the first entry of a list.
+    any_entry,
 };
 
 /// Follows a path such as carrier[0].dl_ssb.active_idx; the empty path is the waveform. An unknown name, a missing or
 /// needless index and an index past the end are failures that say so.
 target_t resolve(vek::nr_mod_lib::cfg_nr_waveform_t& waveform, const std::string& path,
                  reading_t reading = reading_t::setting_first);
+
+/// A verb of the façade at a path, with the index behind the path where the verb takes one.
+struct verb_target_t
+{
+    void* facade = nullptr;
+    const vek::nr_mod_lib::cfg_nr_verb_t* verb = nullptr;
+    unsigned int index = 0;
+};
+
+/// No verb where the path ends at no façade or that has none of the name.
+verb_target_t resolve_verb(vek::nr_mod_lib::cfg_nr_waveform_t& waveform, const std::string& verb,
+                           const std::string& path);
 
 /// Joins a path and a name below it.
 std::string below(const std::string& path, const std::string& name);

@@ -45,7 +45,7 @@ void stepper_t::apply(const std::string& step, const std::string& folder)
             return load((std::filesystem::path(folder) / rest).string());
     }
     if (equals == std::string::npos)
-        throw failure_t("unknown step " + trimmed(step));
+        return _run_verb(trimmed(step));
     const std::size_t value = rest.find_first_not_of(" \t", equals + 1);
     _set(trimmed(rest.substr(0, equals)), value == std::string::npos ? std::string{} : rest.substr(value));
 }
@@ -86,18 +86,42 @@ void stepper_t::_set(const std::string& path, const std::string& value)
         throw failure_t(path + (target.figure ? " follows from other settings" : " is no setting"));
 
     const cfg_nr_leaf_t& leaf = *target.leaf;
-    if (!leaf.write(target.facade, leaf.form == cfg_nr_leaf_form_t::text ? value : trimmed(value))) {
+    const unsigned int index = target.index.value_or(0);
+    if (leaf.is_indexed() && !target.index)
+        throw failure_t(path + " takes an index");
+    if (!leaf.write(target.facade, leaf.form == cfg_nr_leaf_form_t::text ? value : trimmed(value), index)) {
         const bool named = !leaf.enumerators().empty();
         throw failure_t(path + ": " + (value.empty() ? "an empty value" : value) + " is " +
                         (named ? "not among its enumerators" : std::string("no ") + form_name(leaf.form)));
     }
-    const std::string stored = leaf.read(target.facade);
+    const std::string stored = leaf.read(target.facade, index);
     if (!same_value(leaf.form, value, stored))
         m_on_correction(path + ": asked " + value + ", stored " + stored);
 }
 
+void stepper_t::_run_verb(const std::string& step)
+{
+    const std::size_t blank = std::min(step.find_first_of(" \t"), step.size());
+    const std::string name = step.substr(0, blank);
+    if (!_ran_verb(name, trimmed(step.substr(blank))))
+        throw failure_t("unknown step " + step);
+}
+
+/// Whether the façade at the path has a verb of that name, which has then been run.
+bool stepper_t::_ran_verb(const std::string& name, const std::string& path)
+{
+    const verb_target_t target = resolve_verb(m_waveform, name, path);
+    if (!target.verb)
+        return false;
+    if (!target.verb->run(target.facade, target.index))
+        throw failure_t("cannot " + name + ' ' + path);
+    return true;
+}
+
 void stepper_t::_change_list(const std::string& verb, const std::string& path)
 {
+    if (_ran_verb(verb, path))
+        return;
     const target_t target = resolve(m_waveform, path, reading_t::list_first);
     if (!target.list || target.leaf || target.figure)
         throw failure_t(path + " is no list");
@@ -105,14 +129,14 @@ void stepper_t::_change_list(const std::string& verb, const std::string& path)
     if (verb == "add") {
         if (target.index)
             throw failure_t("add takes a list without an index, not " + path);
-        if (!list.add || !list.add(target.list_parent))
+        if (!list.add(target.list_parent))
             throw failure_t("cannot add " + path);
         return;
     }
     if (!target.index)
         throw failure_t(verb + " takes an entry, such as " + entry(path, 0));
-    const auto operation = verb == "copy" ? list.copy : list.remove;
-    if (!operation || !operation(target.list_parent, *target.index))
+    if (verb == "copy" ? !list.copy(target.list_parent, *target.index)
+                       : !list.remove(target.list_parent, *target.index))
         throw failure_t("cannot " + verb + ' ' + path);
 }
 

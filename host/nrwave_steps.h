@@ -9,7 +9,8 @@
 namespace nrwave
 {
 
-/// Applies steps to a waveform: PATH=VALUE, add PATH, copy PATH[i], remove PATH[i], load FILE.xml.
+/// Applies steps to a waveform: PATH=VALUE, add PATH, copy PATH[i], remove PATH[i], load FILE.xml, and the verbs of the
+/// façades, such as apply carrier[0].dl_tm.
 ///
 /// The library corrects rather than refuses: a value that reads back otherwise is told to `on_correction` as
 /// "PATH: asked A, stored B". What cannot be done at all is a failure.
@@ -29,6 +30,8 @@ public:
 
 private:
     void _set(const std::string& path, const std::string& value);
+    void _run_verb(const std::string& step);
+    bool _ran_verb(const std::string& name, const std::string& path);
     void _change_list(const std::string& verb, const std::string& path);
 
     vek::nr_mod_lib::cfg_nr_waveform_t& m_waveform;

@@ -112,6 +112,7 @@ bool same_value(cfg_nr_leaf_form_t form, const std::string& asked, const std::st
     }
     case cfg_nr_leaf_form_t::integer:
     case cfg_nr_leaf_form_t::unsigned_integer:
+    case cfg_nr_leaf_form_t::unsigned_short:
     case cfg_nr_leaf_form_t::unsigned_byte:
     case cfg_nr_leaf_form_t::unsigned_long:
         return canonical_whole(asked) == canonical_whole(stored);
@@ -137,6 +138,8 @@ const char* form_name(cfg_nr_leaf_form_t form)
     case cfg_nr_leaf_form_t::unsigned_integer:
     case cfg_nr_leaf_form_t::unsigned_long:
         return "whole number from 0";
+    case cfg_nr_leaf_form_t::unsigned_short:
+        return "whole number, 0 to 65535";
     case cfg_nr_leaf_form_t::unsigned_byte:
         return "whole number, 0 to 255";
     case cfg_nr_leaf_form_t::real:

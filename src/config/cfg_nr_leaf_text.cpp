@@ -95,6 +95,13 @@ std::vector<std::string> items_of(const std::string& text)
     return items;
 }
 
+void append_item(std::string& list, const std::string& item)
+{
+    if (!list.empty())
+        list += ',';
+    list += item;
+}
+
 } // namespace cfg_nr_leaf_detail
 
 std::optional<bool> cfg_nr_leaf_text_t<bool>::from_text(const std::string& text)
@@ -121,10 +128,9 @@ double cfg_nr_leaf_text_t<double>::recall(const pugi::xml_node& block, const cha
 std::string cfg_nr_leaf_text_t<std::vector<std::pair<double, double>>>::to_text(const points_t& points)
 {
     std::string text;
-    for (const auto& [frequency, value] : points) {
-        text += text.empty() ? "" : ",";
-        text += cfg_nr_leaf_detail::real_to_text(frequency) + ':' + cfg_nr_leaf_detail::real_to_text(value);
-    }
+    for (const auto& [frequency, value] : points)
+        cfg_nr_leaf_detail::append_item(text, cfg_nr_leaf_detail::real_to_text(frequency) + ':' +
+                                                  cfg_nr_leaf_detail::real_to_text(value));
     return text;
 }
 

@@ -28,14 +28,17 @@ namespace cfg_nr_leaf_detail
 {
 
 /// Strict whole number, saturated to the range; nothing for anything but an optional sign and decimal digits.
-std::optional<std::int64_t> whole_number_from_text(const std::string& text, std::int64_t least, std::int64_t most);
-std::optional<unsigned long long> unsigned_long_from_text(const std::string& text);
+NR_MOD_LIB_EXPORT std::optional<std::int64_t> whole_number_from_text(const std::string& text, std::int64_t least,
+                                                                     std::int64_t most);
+NR_MOD_LIB_EXPORT std::optional<unsigned long long> unsigned_long_from_text(const std::string& text);
 /// Strict finite number; nothing for rubbish, nan and infinity.
-std::optional<double> real_from_text(const std::string& text);
+NR_MOD_LIB_EXPORT std::optional<double> real_from_text(const std::string& text);
 /// The shortest text that reads back as the same number.
-std::string real_to_text(double value);
+NR_MOD_LIB_EXPORT std::string real_to_text(double value);
 /// Splits at commas; blanks round the items are dropped, an empty text has no items.
-std::vector<std::string> items_of(const std::string& text);
+NR_MOD_LIB_EXPORT std::vector<std::string> items_of(const std::string& text);
+/// Appends an item to such a list.
+NR_MOD_LIB_EXPORT void append_item(std::string& list, const std::string& item);
 
 struct no_enumerators_t
 {
@@ -45,7 +48,7 @@ struct no_enumerators_t
 } // namespace cfg_nr_leaf_detail
 
 template <>
-struct cfg_nr_leaf_text_t<bool> : cfg_nr_leaf_detail::no_enumerators_t
+struct NR_MOD_LIB_EXPORT cfg_nr_leaf_text_t<bool> : cfg_nr_leaf_detail::no_enumerators_t
 {
     static constexpr cfg_nr_leaf_form_t form = cfg_nr_leaf_form_t::boolean;
     static std::string to_text(bool value) { return value ? "true" : "false"; }
@@ -62,14 +65,16 @@ struct cfg_nr_leaf_text_t<bool> : cfg_nr_leaf_detail::no_enumerators_t
 
 /// Whole numbers of up to 32 bits.
 template <class value_t>
-struct cfg_nr_leaf_text_t<value_t, std::enable_if_t<std::is_same_v<value_t, int> || std::is_same_v<value_t, unsigned> ||
-                                                    std::is_same_v<value_t, unsigned char>>>
+struct cfg_nr_leaf_text_t<
+    value_t, std::enable_if_t<std::is_same_v<value_t, int> || std::is_same_v<value_t, unsigned> ||
+                              std::is_same_v<value_t, unsigned short> || std::is_same_v<value_t, unsigned char>>>
     : cfg_nr_leaf_detail::no_enumerators_t
 {
-    static constexpr cfg_nr_leaf_form_t form = std::is_same_v<value_t, int> ? cfg_nr_leaf_form_t::integer
-                                               : std::is_same_v<value_t, unsigned char>
-                                                   ? cfg_nr_leaf_form_t::unsigned_byte
-                                                   : cfg_nr_leaf_form_t::unsigned_integer;
+    static constexpr cfg_nr_leaf_form_t form =
+        std::is_same_v<value_t, int>              ? cfg_nr_leaf_form_t::integer
+        : std::is_same_v<value_t, unsigned char>  ? cfg_nr_leaf_form_t::unsigned_byte
+        : std::is_same_v<value_t, unsigned short> ? cfg_nr_leaf_form_t::unsigned_short
+                                                  : cfg_nr_leaf_form_t::unsigned_integer;
     static std::string to_text(value_t value) { return std::to_string(value); }
     static std::optional<value_t> from_text(const std::string& text)
     {
@@ -113,7 +118,7 @@ struct cfg_nr_leaf_text_t<unsigned long long> : cfg_nr_leaf_detail::no_enumerato
 };
 
 template <>
-struct cfg_nr_leaf_text_t<double> : cfg_nr_leaf_detail::no_enumerators_t
+struct NR_MOD_LIB_EXPORT cfg_nr_leaf_text_t<double> : cfg_nr_leaf_detail::no_enumerators_t
 {
     static constexpr cfg_nr_leaf_form_t form = cfg_nr_leaf_form_t::real;
     static std::string to_text(double value) { return cfg_nr_leaf_detail::real_to_text(value); }
@@ -179,7 +184,7 @@ struct cfg_nr_leaf_text_t<std::vector<enum_t>, std::enable_if_t<std::is_enum_v<e
     {
         std::string text;
         for (const enum_t value : values)
-            text += (text.empty() ? "" : ",") + item_t::to_text(value);
+            cfg_nr_leaf_detail::append_item(text, item_t::to_text(value));
         return text;
     }
     static std::optional<std::vector<enum_t>> from_text(const std::string& text)
@@ -204,9 +209,37 @@ struct cfg_nr_leaf_text_t<std::vector<enum_t>, std::enable_if_t<std::is_enum_v<e
     static std::vector<std::string> enumerators() { return item_t::enumerators(); }
 };
 
+/// Lists of numbers and texts, read only.
+template <class item_t>
+struct cfg_nr_leaf_text_t<std::vector<item_t>,
+                          std::enable_if_t<std::is_arithmetic_v<item_t> || std::is_same_v<item_t, std::string>>>
+{
+    static std::string to_text(const std::vector<item_t>& values)
+    {
+        std::string text;
+        for (const item_t& value : values)
+            cfg_nr_leaf_detail::append_item(text, cfg_nr_leaf_text_t<item_t>::to_text(value));
+        return text;
+    }
+};
+
+/// Ranges by number, such as sets of resource blocks, read only: "first:last" each.
+template <class key_t, class end_t>
+struct cfg_nr_leaf_text_t<std::map<key_t, std::pair<end_t, end_t>>>
+{
+    static std::string to_text(const std::map<key_t, std::pair<end_t, end_t>>& ranges)
+    {
+        std::string text;
+        for (const auto& [number, range] : ranges)
+            cfg_nr_leaf_detail::append_item(text, std::to_string(range.first) + ':' + std::to_string(range.second));
+        return text;
+    }
+};
+
 /// Points of a mask. The settings tree holds none, so these have no element.
 template <>
-struct cfg_nr_leaf_text_t<std::vector<std::pair<double, double>>> : cfg_nr_leaf_detail::no_enumerators_t
+struct NR_MOD_LIB_EXPORT cfg_nr_leaf_text_t<std::vector<std::pair<double, double>>>
+    : cfg_nr_leaf_detail::no_enumerators_t
 {
     using points_t = std::vector<std::pair<double, double>>;
     static constexpr cfg_nr_leaf_form_t form = cfg_nr_leaf_form_t::pair_list;

@@ -1,6 +1,4 @@
-#include "config/cfg_nr_leaf_rows.h"
 #include "config/cfg_nr_leaf_tables.h"
-#include "config/cfg_nr_phy_numerology.h"
 
 namespace vek::nr_mod_lib
 {
@@ -9,15 +7,24 @@ namespace
 {
 
 using numerology_t = cfg_nr_phy_numerology_t;
+using row = rows_of_t<numerology_t>;
 
-constexpr std::array k_leaves = {
-    leaf<&numerology_t::get_enable, &numerology_t::set_enable>("enable", 1),
-    leaf<&numerology_t::get_rb_size, &numerology_t::set_rb_size>("rb_size", 2),
-    leaf<&numerology_t::get_rb_start, &numerology_t::set_rb_start>("rb_start", 3),
-};
+constexpr auto k_leaves =
+    row::leaves(row::leaf<&numerology_t::get_enable, &numerology_t::set_enable>(
+                    "enable", "whether the numerology is used; the last enabled one cannot be switched off"),
+                row::leaf<&numerology_t::get_rb_size, &numerology_t::set_rb_size>(
+                    "rb_size", "width in resource blocks, 6 to what fits behind rb_start"),
+                row::leaf<&numerology_t::get_rb_start, &numerology_t::set_rb_start>(
+                    "rb_start", "first resource block; leaves room for 6, and cuts a width that no longer fits"));
+
+constexpr auto k_figures =
+    row::rows(row::figure<&numerology_t::get_scs>("scs", "subcarrier spacing"),
+              row::figure<&numerology_t::get_k0>(
+                  "k0", "distance between the centres of the used band and of the carrier, in subcarriers"));
 
 } // namespace
 
-constinit const cfg_nr_facade_table_t g_cfg_nr_phy_numerology_table = {"cfg_nr_phy_numerology", k_leaves, {}, {}};
+constinit const cfg_nr_table_of_t<numerology_t> g_cfg_nr_phy_numerology_table =
+    row::table("cfg_nr_phy_numerology", k_leaves, k_figures);
 
 } // namespace vek::nr_mod_lib

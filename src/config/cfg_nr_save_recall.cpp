@@ -2,8 +2,6 @@
 #include "config/cfg_nr_leaf.h"
 #include "config/cfg_nr_waveform.h"
 
-#include <cstring>
-
 // The settings tree: an image of the façade tree, written and read by walking the leaf tables.
 
 namespace vek::nr_mod_lib
@@ -18,7 +16,7 @@ void save_block(void* facade, const cfg_nr_facade_table_t& table, pugi::xml_node
 {
     for (const cfg_nr_leaf_t& leaf : table.leaves)
         if (leaf.in_tree)
-            leaf.save(facade, block, leaf.name);
+            leaf.save(facade, block);
 
     for (const cfg_nr_branch_t& branch : table.branches) {
         if (!branch.in_tree)
@@ -28,10 +26,9 @@ void save_block(void* facade, const cfg_nr_facade_table_t& table, pugi::xml_node
             save_block(branch.enter(facade, 0), *branch.facade, container);
             continue;
         }
-        const unsigned int entries = branch.count(facade);
-        for (unsigned int i = 0; i < entries; ++i) {
+        for (unsigned int place = 0; place < branch.count(facade); ++place) {
             pugi::xml_node entry = container.append_child(branch.facade->element);
-            save_block(branch.enter(facade, i), *branch.facade, entry);
+            save_block(branch.enter_place(facade, place), *branch.facade, entry);
         }
     }
 }
@@ -41,30 +38,28 @@ void recall_block(void* facade, const cfg_nr_facade_table_t& table, const pugi::
 /// The entries of a list, by position: a list grows where it can and is never cut.
 void recall_list(void* parent, const cfg_nr_branch_t& branch, const pugi::xml_node& container)
 {
-    unsigned int i = 0;
+    unsigned int place = 0;
     for (const pugi::xml_node& entry : container.children(branch.facade->element)) {
-        if (i >= branch.count(parent) && !(branch.add && branch.add(parent)))
+        if (place >= branch.count(parent) && !branch.add(parent))
             break;
-        recall_block(branch.enter(parent, i++), *branch.facade, entry);
+        recall_block(branch.enter_place(parent, place++), *branch.facade, entry);
     }
-    if (!branch.applied_twice)
+    if (!branch.recalled_twice)
         return;
-    i = 0;
+    const cfg_nr_leaf_t& leaf = *find_row(branch.facade->leaves, branch.recalled_twice);
+    place = 0;
     for (const pugi::xml_node& entry : container.children(branch.facade->element)) {
-        if (i >= branch.count(parent))
+        if (place >= branch.count(parent))
             break;
-        void* facade = branch.enter(parent, i++);
-        for (const cfg_nr_leaf_t& leaf : branch.facade->leaves)
-            if (std::strcmp(leaf.name, branch.applied_twice) == 0)
-                leaf.recall(facade, entry, leaf.name);
+        leaf.recall(branch.enter_place(parent, place++), entry);
     }
 }
 
 void recall_block(void* facade, const cfg_nr_facade_table_t& table, const pugi::xml_node& block)
 {
-    for (const cfg_nr_leaf_t* leaf : table.leaves_by_step())
+    for (const cfg_nr_leaf_t* leaf : table.leaves_in_recall_order())
         if (leaf->in_tree)
-            leaf->recall(facade, block, leaf->name);
+            leaf->recall(facade, block);
 
     for (const cfg_nr_branch_t& branch : table.branches) {
         if (!branch.in_tree)

@@ -1,4 +1,3 @@
-#include "config/cfg_nr_leaf_rows.h"
 #include "config/cfg_nr_leaf_tables.h"
 #include "config/cfg_nr_waveform.h"
 
@@ -9,39 +8,48 @@ namespace
 {
 
 using waveform_t = cfg_nr_waveform_t;
-constexpr auto k_outside_tree = cfg_nr_leaf_place_t::outside_tree;
+using row = rows_of_t<waveform_t>;
 
-constexpr std::array k_leaves = {
-    leaf<&waveform_t::get_nr_ntn, &waveform_t::set_nr_ntn>("nr_ntn", 1),
-    leaf<&waveform_t::get_frame_number, &waveform_t::set_frame_number>("frame_number", 2),
-    leaf<&waveform_t::get_subframes_number, &waveform_t::set_subframes_number>("subframes_number", 3),
-    leaf<&waveform_t::get_mirror_spectrum, &waveform_t::set_mirror_spectrum>("mirror_spectrum", 4),
-    leaf<&waveform_t::get_phase_compensation, &waveform_t::set_phase_compensation>("phase_compensation", 5),
-    leaf<&waveform_t::get_radio_frequency, &waveform_t::set_radio_frequency>("radio_frequency", 6),
-    leaf<&waveform_t::get_antennas_number, &waveform_t::set_antennas_number>("antennas_number", 7),
-    leaf<&waveform_t::get_crest_factor_reduction_enable, &waveform_t::set_crest_factor_reduction_enable>(
-        "crest_factor_reduction_enable", 8),
-    leaf<&waveform_t::get_cfr_target_papr, &waveform_t::set_cfr_target_papr>("cfr_target_papr", 9),
-    leaf<&waveform_t::get_cfr_max_iteration, &waveform_t::set_cfr_max_iteration>("cfr_max_iteration", 10),
-    leaf<&waveform_t::get_cfr_cancel_percent, &waveform_t::set_cfr_cancel_percent>("cfr_cancel_percent", 11),
-    leaf<&waveform_t::get_cfr_block_size, &waveform_t::set_cfr_block_size>("cfr_block_size", 12),
-    leaf<&waveform_t::get_cfr_filter_mask_data_arr, &waveform_t::set_cfr_filter_mask_data_arr>(
-        "cfr_filter_mask_data_arr", 13, k_outside_tree),
-};
+constexpr auto k_leaves = row::leaves(
+    row::leaf<&waveform_t::get_nr_ntn, &waveform_t::set_nr_ntn>(
+        "nr_ntn", "non-terrestrial mode; a change resets everything else, with a single carrier"),
+    row::leaf<&waveform_t::get_frame_number, &waveform_t::set_frame_number>("frame_number", "frames of 10 ms, 1 to 4"),
+    row::leaf<&waveform_t::get_subframes_number, &waveform_t::set_subframes_number>("subframes_number",
+                                                                                    "always 10, whatever is asked for"),
+    row::leaf<&waveform_t::get_mirror_spectrum, &waveform_t::set_mirror_spectrum>(
+        "mirror_spectrum", "whether the finished baseband is conjugated"),
+    row::leaf<&waveform_t::get_phase_compensation, &waveform_t::set_phase_compensation>(
+        "phase_compensation", "whether symbols carry the phase terms of the radio frequency"),
+    row::leaf<&waveform_t::get_radio_frequency, &waveform_t::set_radio_frequency>("radio_frequency", "whole hertz"),
+    row::leaf<&waveform_t::get_antennas_number, &waveform_t::set_antennas_number>("antennas_number",
+                                                                                  "always 1, whatever is asked for"),
+    row::leaf<&waveform_t::get_crest_factor_reduction_enable, &waveform_t::set_crest_factor_reduction_enable>(
+        "crest_factor_reduction_enable", "whether peaks of the finished baseband are cut to cfr_target_papr"),
+    row::leaf<&waveform_t::get_cfr_target_papr, &waveform_t::set_cfr_target_papr>(
+        "cfr_target_papr", "highest peak allowed, in dB above the mean power, 0 to 30"),
+    row::leaf<&waveform_t::get_cfr_max_iteration, &waveform_t::set_cfr_max_iteration>("cfr_max_iteration",
+                                                                                      "most passes over the signal, 0 to 100"),
+    row::leaf<&waveform_t::get_cfr_cancel_percent, &waveform_t::set_cfr_cancel_percent>(
+        "cfr_cancel_percent", "part of the excess taken off in a pass, in percent, 0 to 100"),
+    row::leaf<&waveform_t::get_cfr_block_size, &waveform_t::set_cfr_block_size>(
+        "cfr_block_size", "samples worked on at a time, at most those of the waveform"),
+    row::leaf<&waveform_t::get_cfr_filter_mask_data_arr, &waveform_t::set_cfr_filter_mask_data_arr>(
+        "cfr_filter_mask_data_arr", "where cut peaks may spread: hertz and dB, within half the sample rate either way")
+        .outside_tree());
 
-constexpr std::array k_figures = {
-    figure<&waveform_t::get_waveform_sample_rate>("waveform_sample_rate"),
-    figure<&waveform_t::get_waveform_sample_points>("waveform_sample_points"),
-    figure<&waveform_t::get_waveform_length>("waveform_length"),
-};
+constexpr auto k_figures = row::rows(
+    row::figure<&waveform_t::get_waveform_sample_rate>("waveform_sample_rate", "hertz"),
+    row::figure<&waveform_t::get_waveform_sample_points>("waveform_sample_points", "samples of the whole waveform"),
+    row::figure<&waveform_t::get_waveform_length>("waveform_length", "seconds"));
 
-constexpr std::array k_branches = {
-    list<&waveform_t::get_carrier_number, &waveform_t::get_carrier, &waveform_t::add_carrier, &waveform_t::copy_carrier,
-         &waveform_t::remove_carrier>("carrier", g_cfg_nr_carrier_table),
-};
+constexpr auto k_branches =
+    row::rows(row::list<&waveform_t::get_carrier_number, &waveform_t::get_carrier, &waveform_t::add_carrier,
+                        &waveform_t::copy_carrier, &waveform_t::remove_carrier>("carrier", g_cfg_nr_carrier_table,
+                                                                                "carriers, summed into one waveform"));
 
 } // namespace
 
-constinit const cfg_nr_facade_table_t g_cfg_nr_waveform_table = {"cfg_nr_waveform", k_leaves, k_branches, k_figures};
+constinit const cfg_nr_facade_table_t g_cfg_nr_waveform_table =
+    row::table("cfg_nr_waveform", k_leaves, k_figures, k_branches);
 
 } // namespace vek::nr_mod_lib

@@ -17,19 +17,11 @@ namespace
 using namespace vek::nr_mod_lib;
 using nr_test::captured_output_t;
 
-const cfg_nr_facade_table_t& child_table(const cfg_nr_facade_table_t& table, const std::string& accessor)
-{
-    for (const cfg_nr_branch_t& branch : table.branches)
-        if (accessor == branch.accessor)
-            return *branch.facade;
-    throw std::invalid_argument(accessor);
-}
-
 const cfg_nr_leaf_t& ssb_leaf(const std::string& name)
 {
-    for (const cfg_nr_leaf_t& leaf : child_table(child_table(g_cfg_nr_waveform_table, "carrier"), "dl_ssb").leaves)
-        if (name == leaf.name)
-            return leaf;
+    const cfg_nr_facade_table_t& carrier = *find_row(g_cfg_nr_waveform_table.branches, "carrier")->facade;
+    if (const cfg_nr_leaf_t* leaf = find_row(find_row(carrier.branches, "dl_ssb")->facade->leaves, name))
+        return *leaf;
     throw std::invalid_argument(name);
 }
 

@@ -70,7 +70,8 @@ void expect_valid(cfg_nr_waveform_t& waveform)
         if (!patterns.empty()) {
             EXPECT_TRUE(offers(patterns, ssb.get_ssb_pattern(), "dl_ssb.ssb_pattern"));
         }
-        EXPECT_LE(ssb.get_ssb_subcarrier_offset(), 31u);
+        // At 60 kHz, where the block has no place, it follows kssb without a limit.
+        EXPECT_TRUE(ssb.get_ssb_subcarrier_offset() <= 31u || ssb.get_numerology() == LIB_NR_SCS_60K);
         EXPECT_LE(ssb.get_pdcch_config_sib1(), 255u);
     }
 }
@@ -92,9 +93,11 @@ bool is_known(const difference_t& difference, cfg_nr_waveform_t& waveform)
     cfg_nr_dl_ssb_t& ssb =
         *waveform.get_carrier(static_cast<unsigned int>(std::stoul(difference.path.substr(carrier.size()))))
              ->get_dl_ssb();
-    // At 60 kHz the block has no case: it keeps the one it had, with the number of its candidates, and takes none.
+    // At 60 kHz the block has no case: it keeps the one it had, with the number of its candidates, and takes none. Its
+    // subcarrier offset follows kssb without a limit.
     if (ssb.get_numerology() == LIB_NR_SCS_60K)
-        for (const char* setting : {"dl_ssb[0].ssb_pattern", "dl_ssb[0].lmax", "dl_ssb[0].active_idx"})
+        for (const char* setting :
+             {"dl_ssb[0].ssb_pattern", "dl_ssb[0].lmax", "dl_ssb[0].active_idx", "dl_ssb[0].ssb_subcarrier_offset"})
             if (ends_with(difference.path, setting))
                 return true;
     // While the MIB is automatic its data source cannot be set.

@@ -88,6 +88,20 @@ TEST(settings_tree, brings_back_carriers_types_and_numerologies)
     EXPECT_TRUE(nr_test::differences(recalled, single).empty());
 }
 
+TEST(settings_tree, stands_with_its_own_cursors_wherever_the_host_left_them)
+{
+    nr_test::captured_output_t silence;
+    cfg_nr_waveform_t waveform;
+    waveform.add_carrier();
+    waveform.get_carrier(1)->get_dl_ssb()->set_pss_power_boosting(2.5);
+    const std::string text = saved(waveform);
+    waveform.get_carrier(0)->get_dl_ssb()->set_current_carrier_index(1);
+    EXPECT_EQ(saved(waveform), text);
+    waveform.get_carrier(0)->get_dl_ssb()->set_current_carrier_index(1);
+    EXPECT_TRUE(recall(waveform, text));
+    EXPECT_EQ(saved(waveform), text);
+}
+
 TEST(settings_tree, takes_what_is_missing_or_unknown_as_the_first_value)
 {
     nr_test::captured_output_t output;

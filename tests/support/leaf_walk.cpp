@@ -24,16 +24,14 @@ void compare(void* first, void* second, const cfg_nr_facade_table_t& table, cons
     for (const cfg_nr_branch_t& branch : table.branches) {
         if (!branch.in_tree)
             continue;
-        const unsigned int entries = branch.entries(first);
-        if (entries != branch.entries(second)) {
-            found.push_back({path + branch.accessor, std::to_string(entries), std::to_string(branch.entries(second))});
+        const unsigned int entries = branch.count(first);
+        if (entries != branch.count(second)) {
+            found.push_back({path + branch.name, std::to_string(entries), std::to_string(branch.count(second))});
             continue;
         }
-        for (unsigned int i = 0; i < entries; ++i) {
-            void* a = branch.enter(first, i);
-            void* b = branch.enter(second, i);
-            compare(a, b, *branch.facade, path + branch.accessor + '[' + std::to_string(i) + "].", found);
-        }
+        for (unsigned int i = 0; i < entries; ++i)
+            compare(branch.enter_place(first, i), branch.enter_place(second, i), *branch.facade,
+                    path + branch.name + '[' + std::to_string(branch.first(first) + i) + "].", found);
     }
 }
 
@@ -64,10 +62,10 @@ void leaf_walk_t::_take_step()
         const cfg_nr_branch_t& branch = table->branches.begin()[_below(branches)];
         if (branch.is_list() && _below(4) == 0)
             return _change_list(facade, branch, path);
-        const unsigned int index = _below(branch.entries(facade));
+        const unsigned int index = branch.first(facade) + _below(branch.count(facade));
         facade = branch.enter(facade, index);
         table = branch.facade;
-        path += std::string(branch.accessor) + '[' + std::to_string(index) + "].";
+        path += std::string(branch.name) + '[' + std::to_string(index) + "].";
     }
 }
 
@@ -77,21 +75,21 @@ void leaf_walk_t::_change_list(void* parent, const cfg_nr_branch_t& branch, cons
     const unsigned int index = _below(entries + 1); // past the end too
     switch (_below(3)) {
     case 0:
-        if (branch.add && entries < k_longest_list) {
+        if (branch.can_add() && entries < k_longest_list) {
             branch.add(parent);
-            m_history += "add " + path + branch.accessor + '\n';
+            m_history += "add " + path + branch.name + '\n';
         }
         return;
     case 1:
-        if (branch.copy && entries < k_longest_list) {
+        if (branch.can_copy() && entries < k_longest_list) {
             branch.copy(parent, index);
-            m_history += "copy " + path + branch.accessor + '[' + std::to_string(index) + "]\n";
+            m_history += "copy " + path + branch.name + '[' + std::to_string(index) + "]\n";
         }
         return;
     default:
-        if (branch.remove) {
+        if (branch.can_remove()) {
             branch.remove(parent, index);
-            m_history += "remove " + path + branch.accessor + '[' + std::to_string(index) + "]\n";
+            m_history += "remove " + path + branch.name + '[' + std::to_string(index) + "]\n";
         }
     }
 }
@@ -110,6 +108,7 @@ std::string leaf_walk_t::_value(const cfg_nr_leaf_t& leaf)
         return _below(2) ? "true" : "false";
     case cfg_nr_leaf_form_t::integer:
     case cfg_nr_leaf_form_t::unsigned_integer:
+    case cfg_nr_leaf_form_t::unsigned_short:
     case cfg_nr_leaf_form_t::unsigned_byte:
     case cfg_nr_leaf_form_t::unsigned_long:
         return _whole_number();
