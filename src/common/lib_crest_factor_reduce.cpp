@@ -197,7 +197,7 @@ lib_crest_factor_reduce_t::kernel_t lib_crest_factor_reduce_t::_make_block_kerne
     kernel_t kernel;
     kernel.block_size = m_setting.get_signal_block_size();
     // A quarter of the transform at least is for the pulse, which reaches out of the block on both sides.
-    const std::size_t length = std::bit_ceil(kernel.block_size + kernel.block_size / 3 + 1);
+    const std::size_t length = std::bit_ceil(kernel.block_size + (kernel.block_size + 2) / 3);
     if (kernel.block_size == 0 || length >= signal_length)
         return kernel;
     const std::size_t pulse_length = length - kernel.block_size;
@@ -240,6 +240,7 @@ void lib_crest_factor_reduce_t::deal_crest_factor_reduce(std::vector<std::comple
     const double target = ratio_of_db(m_setting.get_target_peak_to_average_power_ratio());
     const double active_samples = count_active_samples(signal);
     samples_t buffer(length);
+    samples_t spectrum(length);
     std::vector<peak_t> peaks;
     double first_limit = 0.0;
     double last_excess = HUGE_VAL;
@@ -263,10 +264,10 @@ void lib_crest_factor_reduce_t::deal_crest_factor_reduce(std::vector<std::comple
                 buffer[kernel.lead + peak.position - begin] = peak.excess;
                 excess += power_of(peak.excess) / limit;
             }
-            forward.execute(buffer.data(), buffer.data());
+            forward.execute(buffer.data(), spectrum.data());
             for (std::size_t i = 0; i < length; ++i)
-                buffer[i] *= kernel.spectrum[i];
-            inverse.execute(buffer.data(), buffer.data());
+                spectrum[i] *= kernel.spectrum[i];
+            inverse.execute(spectrum.data(), buffer.data());
             subtract_circular(buffer, share * best_factor(peaks, buffer.data() + kernel.lead, begin), signal,
                               (begin + signal.size() - kernel.lead) % signal.size());
         }

@@ -1,5 +1,7 @@
 #include "common/lib_fft_plan.h"
 
+#include "common/lib_prime_factor.h"
+
 #include <fftw3.h>
 
 #include <algorithm>
@@ -36,6 +38,17 @@ fftw_complex* to_fftw(const std::complex<double>* values)
     return reinterpret_cast<fftw_complex*>(const_cast<std::complex<double>*>(values));
 }
 
+// FFTW ends the process where an allocation of its own fails. So what it may take is asked for ahead, and given back at
+// once: where that fails, std::bad_alloc tells.
+void make_sure_of(std::size_t bytes) { make_buffer(bytes / sizeof(fftw_complex) + 1); }
+
+// Bounds of what FFTW was seen to take, with a margin. Lengths of small prime factors cost tables of a fraction of
+// their size; others take the detour by a convolution. The constants are the planner's own.
+constexpr std::size_t k_largest_direct_factor = 31;
+constexpr std::size_t k_longest_without_buffer = std::size_t{1} << 17U;
+constexpr std::size_t k_planner_bytes = std::size_t{2} << 20U;
+constexpr std::size_t k_buffer_bytes = std::size_t{1} << 19U;
+
 bool is_aligned(const std::complex<double>* values)
 {
     return fftw_alignment_of(reinterpret_cast<double*>(to_fftw(values))) == 0;
@@ -51,22 +64,26 @@ struct lib_fft_plan_t::backend_t
     fftw_plan_ptr_t out_of_place;
     std::size_t length = 0;
     int sign = FFTW_FORWARD;
+    bool is_direct = false;
 
-    // Estimated, not measured: measuring takes seconds and its choice differs from run to run. It does not touch the
-    // buffers, so these cost no memory.
-    fftw_plan get_plan(bool is_in_place)
+    // For aligned buffers.
+    void execute(fftw_complex* in, fftw_complex* out)
     {
-        fftw_plan_ptr_t& plan = is_in_place ? in_place : out_of_place;
+        fftw_plan_ptr_t& plan = in == out ? in_place : out_of_place;
+        const std::size_t bytes = length * sizeof(fftw_complex);
         if (plan == nullptr) {
-            const fftw_buffer_t in = make_buffer(length);
-            const fftw_buffer_t out = make_buffer(is_in_place ? 1 : length);
+            make_sure_of((is_direct ? 2 : 8) * bytes + k_planner_bytes);
+            // Estimated, not measured: measuring takes seconds and its choice differs from run to run. It does not
+            // touch the buffers.
             const fftw_iodim64 samples = {static_cast<std::ptrdiff_t>(length), 1, 1};
-            plan.reset(fftw_plan_guru64_dft(1, &samples, 0, nullptr, in.get(), is_in_place ? in.get() : out.get(), sign,
-                                            FFTW_ESTIMATE));
+            plan.reset(fftw_plan_guru64_dft(1, &samples, 0, nullptr, in, out, sign, FFTW_ESTIMATE));
             if (plan == nullptr)
                 throw std::bad_alloc();
         }
-        return plan.get();
+        // The plans of the hot loops take no buffer.
+        if (in == out || !is_direct || length > k_longest_without_buffer)
+            make_sure_of(3 * bytes + k_buffer_bytes);
+        fftw_execute_dft(plan.get(), in, out);
     }
 };
 
@@ -74,6 +91,7 @@ lib_fft_plan_t::lib_fft_plan_t(std::size_t length, lib_fft_direction_t direction
     : m_length(length), m_backend(std::make_unique<backend_t>())
 {
     m_backend->length = length;
+    m_backend->is_direct = get_largest_prime_factor(length) <= k_largest_direct_factor;
     m_backend->sign = direction == LIB_FFT_INVERSE ? FFTW_BACKWARD : FFTW_FORWARD;
 }
 
@@ -84,7 +102,7 @@ void lib_fft_plan_t::execute(const std::complex<double>* in, std::complex<double
     if (m_length == 0)
         return;
     if (is_aligned(in) && is_aligned(out)) {
-        fftw_execute_dft(m_backend->get_plan(in == out), to_fftw(in), to_fftw(out));
+        m_backend->execute(to_fftw(in), to_fftw(out));
         return;
     }
     // Vectors of samples are always aligned; this is for buffers of other origin, and takes the same plan.
@@ -92,7 +110,7 @@ void lib_fft_plan_t::execute(const std::complex<double>* in, std::complex<double
     const fftw_buffer_t aligned_out = make_buffer(in == out ? 1 : m_length);
     fftw_complex* result = in == out ? aligned_in.get() : aligned_out.get();
     std::copy_n(in, m_length, reinterpret_cast<std::complex<double>*>(aligned_in.get()));
-    fftw_execute_dft(m_backend->get_plan(in == out), aligned_in.get(), result);
+    m_backend->execute(aligned_in.get(), result);
     std::copy_n(reinterpret_cast<std::complex<double>*>(result), m_length, out);
 }
 

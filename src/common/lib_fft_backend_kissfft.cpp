@@ -1,6 +1,7 @@
 #include "common/lib_fft_plan.h"
 
 #include "common/lib_complex_product.h"
+#include "common/lib_prime_factor.h"
 
 #include <kissfft/kissfft.hh>
 
@@ -20,15 +21,6 @@ using complex_t = std::complex<double>;
 
 // A butterfly of a prime factor p costs p operations per sample; from here on the detour by a convolution is cheaper.
 constexpr std::size_t k_largest_direct_factor = 64;
-
-std::size_t get_largest_prime_factor(std::size_t length)
-{
-    std::size_t largest = 1;
-    for (std::size_t factor = 2; factor * factor <= length; ++factor)
-        for (; length % factor == 0; length /= factor)
-            largest = factor;
-    return std::max(largest, length);
-}
 
 // A transform of any length as a convolution with a chirp, n k = (n^2 + k^2 - (k - n)^2) / 2, by transforms whose
 // length is a power of two.

@@ -33,7 +33,8 @@ public:
     static const lib_fft_plan_t& get(std::size_t length, lib_fft_direction_t direction);
 
     /// Reads and writes `get_length()` values. In place (`in == out`) or between buffers that do not overlap; then `in`
-    /// keeps its values. One call at a time for each plan.
+    /// keeps its values. One call at a time for the process, `get` included. Throws `std::bad_alloc` where the backend
+    /// may not find the memory it needs.
     void execute(const std::complex<double>* in, std::complex<double>* out) const;
     std::size_t get_length() const { return m_length; }
 

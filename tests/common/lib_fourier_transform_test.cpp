@@ -3,8 +3,15 @@
 #include "common/lib_fft_plan.h"
 
 #include <cmath>
+#include <cstdlib>
+#include <fstream>
 #include <gtest/gtest.h>
+#include <new>
 #include <random>
+#include <set>
+#include <sys/resource.h>
+#include <sys/wait.h>
+#include <unistd.h>
 
 // Transforms of either backend against the sum that defines them.
 
@@ -102,6 +109,55 @@ TEST(fourier_transform, a_tone_stands_in_its_bin_with_its_amplitude)
     signal_t spectrum;
     lib_fourier_transform_t::calc_freq_spectrum(noise(3), spectrum, false, 0);
     EXPECT_EQ(spectrum.size(), 4u);
+}
+
+void limit_address_space(rlim_t bytes)
+{
+    const rlimit limits = {bytes, RLIM_INFINITY};
+    setrlimit(RLIMIT_AS, &limits);
+}
+
+// In a process of its own, whose heap is used up and may then grow by so many bytes: 0 where all went well, 1 for
+// std::bad_alloc.
+int transform_with_memory_left(std::size_t length, rlim_t bytes)
+{
+    const pid_t child = fork();
+    if (child == 0) {
+        signal_t in = noise(length);
+        signal_t out(length);
+        std::size_t pages = 0;
+        std::ifstream("/proc/self/statm") >> pages;
+        const rlim_t used = pages * static_cast<rlim_t>(sysconf(_SC_PAGESIZE));
+        limit_address_space(used);
+        for (std::size_t size = std::size_t{1} << 24U; size >= 64; size /= 2)
+            while (std::malloc(size) != nullptr) {
+            }
+        limit_address_space(used + bytes);
+        try {
+            const lib_fft_plan_t plan(length, LIB_FFT_FORWARD);
+            plan.execute(in.data(), out.data());
+            plan.execute(in.data(), in.data());
+        } catch (const std::bad_alloc&) {
+            _exit(1);
+        }
+        _exit(0);
+    }
+    int status = 0;
+    waitpid(child, &status, 0);
+    return WIFEXITED(status) ? WEXITSTATUS(status) : -1;
+}
+
+TEST(fft_plan, tells_where_memory_is_short_and_does_not_end_the_process)
+{
+#ifdef __SANITIZE_ADDRESS__
+    GTEST_SKIP() << "the sanitizer's own memory knows no limit";
+#endif
+    for (const std::size_t length : {100003, 307200}) {
+        std::set<int> seen;
+        for (rlim_t bytes = 0; bytes < 28U << 20U; bytes += 7U << 19U)
+            seen.insert(transform_with_memory_left(length, bytes));
+        EXPECT_TRUE(seen.count(-1) == 0 && seen.count(0) == 1) << length;
+    }
 }
 
 } // namespace
