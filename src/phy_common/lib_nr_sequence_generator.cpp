@@ -81,13 +81,10 @@ using window_t = std::array<std::uint64_t, k_window>;
 
 static_assert(k_n_c % 64 == 0, "the jump goes by whole words");
 
-} // namespace
-
-void lib_nr_sequence_generator_t::generate_pseudo_random_sequence(unsigned int c_init, unsigned int length,
-                                                                  std::vector<unsigned char>& out)
+/// Hands the sequence's words to `take(words, count)`, window by window.
+template <class take_t>
+void run_windows(unsigned int c_init, std::size_t word_count, take_t take)
 {
-    out.resize(length);
-    const std::size_t word_count = (std::size_t{length} + 63) / 64;
     window_t x1;
     window_t x2;
     x1[0] = k_x1_at_n_c;
@@ -99,9 +96,8 @@ void lib_nr_sequence_generator_t::generate_pseudo_random_sequence(unsigned int c
     }
     // Each window begins with the memory that the one before left, whose words are out already.
     std::size_t first = 0;
-    for (std::size_t bit = 0; bit < length;) {
-        const std::size_t left = (length - bit + 63) / 64;
-        const std::size_t end = std::min(k_window, first + left);
+    while (word_count > 0) {
+        const std::size_t end = std::min(k_window, first + word_count);
         for (std::size_t i = k_memory; i < end; ++i) {
             x1[i] = x1[i - 28] ^ x1[i - 31];
             x2[i] = x2[i - 28] ^ x2[i - 29] ^ x2[i - 30] ^ x2[i - 31];
@@ -109,13 +105,43 @@ void lib_nr_sequence_generator_t::generate_pseudo_random_sequence(unsigned int c
         window_t sum;
         for (std::size_t i = first; i < end; ++i)
             sum[i] = x1[i] ^ x2[i];
-        const std::size_t count = std::min(64 * (end - first), length - bit);
-        common_lib::unpack_bits(sum.data() + first, count, out.data() + bit);
-        bit += count;
+        take(sum.data() + first, end - first);
+        word_count -= end - first;
         std::copy(x1.end() - k_memory, x1.end(), x1.begin());
         std::copy(x2.end() - k_memory, x2.end(), x2.begin());
         first = k_memory;
     }
+}
+
+} // namespace
+
+void lib_nr_sequence_generator_t::generate_pseudo_random_sequence(unsigned int c_init, unsigned int length,
+                                                                  std::vector<unsigned char>& out)
+{
+    out.resize(length);
+    std::size_t bit = 0;
+    run_windows(c_init, (std::size_t{length} + 63) / 64, [&](const std::uint64_t* words, std::size_t count) {
+        const std::size_t bits = std::min(64 * count, length - bit);
+        common_lib::unpack_bits(words, bits, out.data() + bit);
+        bit += bits;
+    });
+}
+
+void lib_nr_sequence_generator_t::generate_pseudo_random_words(unsigned int c_init, std::size_t word_count,
+                                                               std::uint64_t* out)
+{
+    run_windows(c_init, word_count,
+                [&](const std::uint64_t* words, std::size_t count) { out = std::copy_n(words, count, out); });
+}
+
+void lib_nr_sequence_generator_t::add_pseudo_random_words(unsigned int c_init, std::size_t word_count,
+                                                          std::uint64_t* bits)
+{
+    run_windows(c_init, word_count, [&](const std::uint64_t* words, std::size_t count) {
+        for (std::size_t i = 0; i < count; ++i)
+            bits[i] ^= words[i];
+        bits += count;
+    });
 }
 
 } // namespace vek::nr_mod_lib

@@ -2,6 +2,8 @@
 
 #include "common/nr_mod_lib_export.h"
 
+#include <cstddef>
+#include <cstdint>
 #include <vector>
 
 namespace vek::nr_mod_lib
@@ -15,6 +17,10 @@ public:
     /// call.
     static void generate_pseudo_random_sequence(unsigned int c_init, unsigned int length,
                                                 std::vector<unsigned char>& out);
+    /// The same bits 64 to a word, the first lowest: writes c(0) to c(64 word_count - 1).
+    static void generate_pseudo_random_words(unsigned int c_init, std::size_t word_count, std::uint64_t* out);
+    /// Adds them modulo 2 to bits in words, which scrambles and descrambles.
+    static void add_pseudo_random_words(unsigned int c_init, std::size_t word_count, std::uint64_t* bits);
 };
 
 } // namespace vek::nr_mod_lib

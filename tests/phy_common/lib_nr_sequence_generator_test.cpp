@@ -1,5 +1,7 @@
 #include "phy_common/lib_nr_sequence_generator.h"
 
+#include "common/lib_bit_packing.h"
+
 #include <gtest/gtest.h>
 
 #include <random>
@@ -66,6 +68,14 @@ TEST(gold_sequence, equals_the_recursion_bit_by_bit)
         const unsigned int c_init = static_cast<unsigned int>(random());
         ASSERT_EQ(generate(c_init, length), bit_serial(c_init, length)) << c_init << ", " << length;
         ASSERT_EQ(generate(c_init ^ 0x80000000u, length), generate(c_init, length)) << "bit 31 counts";
+
+        std::vector<std::uint64_t> words(length / 64);
+        lib_nr_sequence_generator_t::generate_pseudo_random_words(c_init, words.size(), words.data());
+        bits_t bits(64 * words.size());
+        vek::common_lib::unpack_bits(words.data(), bits.size(), bits.data());
+        ASSERT_EQ(bits, generate(c_init, static_cast<unsigned int>(bits.size()))) << c_init << ", " << length;
+        lib_nr_sequence_generator_t::add_pseudo_random_words(c_init, words.size(), words.data());
+        ASSERT_EQ(words, std::vector<std::uint64_t>(words.size())) << c_init << ", " << length;
     }
 }
 
