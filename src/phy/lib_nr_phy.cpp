@@ -37,6 +37,25 @@ void multiply(lib_nr_phy_t::signal_t& signal, std::complex<double> factor)
 
 } // namespace
 
+// In the order of priority: later channels see in the grid what earlier ones took.
+const std::vector<lib_nr_phy_t::channel_t> lib_nr_phy_t::s_downlink_channels = {
+    {"SS/PBCH", &lib_nr_phy_t::_nr_dl_ssb_re_map, &lib_nr_phy_t::_nr_dl_ssb_link_process, "error!!!SSB process fail"},
+    {"CSI-RS", &lib_nr_phy_t::_nr_dl_csirs_re_map, &lib_nr_phy_t::_nr_dl_csirs_link_process,
+     "error!!!CSIRS process fail"},
+    {"PRS", &lib_nr_phy_t::_nr_dl_prs_re_map, &lib_nr_phy_t::_nr_dl_prs_link_process, "error!!!PRS process fail"},
+    {"PDCCH", &lib_nr_phy_t::_nr_dl_pdcch_re_map, &lib_nr_phy_t::_nr_dl_pdcch_link_process,
+     "error!!!PDCCH process fail"},
+    {"PDSCH", &lib_nr_phy_t::_nr_dl_pdsch_re_map, &lib_nr_phy_t::_nr_dl_pdsch_link_process,
+     "error!!!PDSCH process fail"},
+};
+const std::vector<lib_nr_phy_t::channel_t> lib_nr_phy_t::s_uplink_channels = {
+    {"PUCCH", &lib_nr_phy_t::_nr_ul_pucch_re_map, &lib_nr_phy_t::_nr_ul_pucch_link_process, ""},
+    {"PUSCH", &lib_nr_phy_t::_nr_ul_pusch_re_map, &lib_nr_phy_t::_nr_ul_pusch_link_process,
+     "error!!!PUSCH process fail"},
+    {"SRS", &lib_nr_phy_t::_nr_ul_srs_re_map, &lib_nr_phy_t::_nr_ul_srs_link_process,
+     "_deal_payload_mapping::_nr_ul_srs_link_process return  false!"},
+};
+
 lib_nr_phy_t::lib_nr_phy_t()
 {
     m_waveform.init();
@@ -68,6 +87,25 @@ std::uint32_t lib_nr_phy_t::_get_sample_points() const
 
 bool lib_nr_phy_t::nr_phy_process()
 {
+    m_first_failed_step.reset();
+    m_step.reset();
+    try {
+        return _generate();
+    } catch (...) {
+        _keep_first_failed_step();
+        _clear_data();
+        throw;
+    }
+}
+
+void lib_nr_phy_t::_keep_first_failed_step()
+{
+    if (!m_first_failed_step)
+        m_first_failed_step = m_step;
+}
+
+bool lib_nr_phy_t::_generate()
+{
     if (m_waveform.get_carrier_number() == 0) {
         std::cout << "lib_nr_dl_phy_t::nr_phy_process : Error! no carrier enabled " << std::endl;
         return false;
@@ -82,18 +120,20 @@ bool lib_nr_phy_t::nr_phy_process()
                 continue;
             signal_t buffer(sample_points);
             for (unsigned int f = 0; f < m_waveform.get_frame_number(); ++f) {
+                m_step = lib_nr_channel_step_t{{}, c, n, f, {}, {}};
                 if (carrier.get_carrier_type() == LIB_NR_PRACH) {
-                    deal_prach_resource_mapping(c, n, f, m_waveform);
+                    _map_prach_frame(c, n, f, m_waveform);
                     _fill_prach_frame_data(c, n, f, buffer);
                     continue;
                 }
-                if (deal_resource_mapping(c, n, f, m_waveform) && grid().is_resource_mapping_conflict()) {
+                if (_map_frame(c, n, f, m_waveform) && grid().is_resource_mapping_conflict()) {
                     std::cout << "lib_nr_dl_phy_t::nr_phy_process Report : Resource Mapping Conflict!" << std::endl;
                     _clear_data();
                     return false;
                 }
                 _fill_frame_data(c, n, f, buffer);
             }
+            m_step.reset();
             _deal_carrier_process(c, buffer);
             // The first pair's buffer becomes the sum itself.
             if (m_baseband_signal.empty())
@@ -110,67 +150,66 @@ bool lib_nr_phy_t::nr_phy_process()
 bool lib_nr_phy_t::deal_resource_mapping(unsigned int carrier, unsigned int numerology, unsigned int frame,
                                          const lib_nr_waveform_configure_manager_t& waveform)
 {
+    m_first_failed_step.reset();
+    return _map_frame(carrier, numerology, frame, waveform);
+}
+
+bool lib_nr_phy_t::_map_frame(unsigned int carrier, unsigned int numerology, unsigned int frame,
+                              const lib_nr_waveform_configure_manager_t& waveform)
+{
     const lib_nr_carrier_configure_manager_t& configuration = waveform.get_carrier(carrier);
-    const lib_nr_phy_numerology_configure_manager_t& numerology_manager =
-        configuration.get_numerology_manager(numerology);
-    grid().set_numerology(numerology_manager.get_numerolgy());
-    grid().set_rb_number(numerology_manager.get_rb_start() + numerology_manager.get_rb_size());
-    grid().set_channel_bandwidth(configuration.get_bandwidth());
-    grid().set_cyclic_prefix_type(configuration.get_dl_bwp(0).get_cp_type());
+    _set_up_grid(configuration, numerology);
     grid().init_resource_mapping();
 
     bool result = true;
-    if (configuration.get_carrier_type() == LIB_NR_DOWNLINK) {
-        result = _nr_dl_ssb_re_map(frame, carrier, numerology) && result;
-        result = _nr_dl_csirs_re_map(frame, carrier, numerology) && result;
-        result = _nr_dl_prs_re_map(frame, carrier, numerology) && result;
-        result = _nr_dl_pdcch_re_map(frame, carrier, numerology) && result;
-        result = _nr_dl_pdsch_re_map(frame, carrier, numerology) && result;
-    }
-    else {
-        result = m_pucch_process.deal_ul_pucch_resource_mapping(waveform, carrier, numerology) && result;
-        result = _nr_ul_pusch_re_map(frame, carrier, numerology) && result;
-        result = _nr_ul_srs_re_map(frame, carrier, numerology) && result;
-    }
+    const bool is_downlink = configuration.get_carrier_type() == LIB_NR_DOWNLINK;
+    for (const channel_t& channel : is_downlink ? s_downlink_channels : s_uplink_channels)
+        result &= _run_step(channel, channel.re_map, frame, carrier, numerology);
     return result;
+}
+
+/// The grid of a pass. The prefix is that of downlink BWP 0, for uplink carriers too, and only at 60 kHz may it be the
+/// extended one: a pass before this one leaves nothing of its own.
+void lib_nr_phy_t::_set_up_grid(const lib_nr_carrier_configure_manager_t& carrier, unsigned int numerology)
+{
+    const lib_nr_phy_numerology_configure_manager_t& manager = carrier.get_numerology_manager(numerology);
+    grid().set_cyclic_prefix_type(LIB_NR_NORMAL_CP);
+    grid().set_numerology(manager.get_numerolgy());
+    grid().set_rb_number(manager.get_rb_start() + manager.get_rb_size());
+    grid().set_channel_bandwidth(carrier.get_bandwidth());
+    grid().set_cyclic_prefix_type(carrier.get_dl_bwp(0).get_cp_type());
+}
+
+bool lib_nr_phy_t::_run_step(const channel_t& channel, step_t step, unsigned int frame, unsigned int carrier,
+                             unsigned int numerology)
+{
+    m_step = lib_nr_channel_step_t{channel.name, carrier, numerology, frame, {}, {}};
+    try {
+        const bool succeeded = (this->*step)(frame, carrier, numerology);
+        if (!succeeded)
+            _keep_first_failed_step();
+        m_step = lib_nr_channel_step_t{{}, carrier, numerology, frame, {}, {}};
+        return succeeded;
+    } catch (...) {
+        _keep_first_failed_step();
+        throw;
+    }
 }
 
 bool lib_nr_phy_t::_deal_payload_mapping(unsigned int carrier, unsigned int numerology, unsigned int frame)
 {
     const lib_nr_carrier_configure_manager_t& configuration = m_waveform.get_carrier(carrier);
-    const lib_nr_phy_numerology_configure_manager_t& numerology_manager =
-        configuration.get_numerology_manager(numerology);
-    grid().set_numerology(numerology_manager.get_numerolgy());
-    grid().set_rb_number(numerology_manager.get_rb_start() + numerology_manager.get_rb_size());
-    grid().set_cyclic_prefix_type(configuration.get_dl_bwp(0).get_cp_type());
-    grid().set_channel_bandwidth(configuration.get_bandwidth());
+    _set_up_grid(configuration, numerology);
     grid().init_payload_mapping();
 
-    const auto failed = [](const char* text) {
-        if (*text != '\0')
-            std::cout << text << std::endl;
-        return false;
-    };
-    if (configuration.get_carrier_type() == LIB_NR_DOWNLINK) {
-        if (!_nr_dl_ssb_link_process(frame, carrier, numerology))
-            return failed("error!!!SSB process fail");
-        if (!_nr_dl_csirs_link_process(frame, carrier, numerology))
-            return failed("error!!!CSIRS process fail");
-        if (!_nr_dl_prs_link_process(frame, carrier, numerology))
-            return failed("error!!!PRS process fail");
-        if (!_nr_dl_pdcch_link_process(frame, carrier, numerology))
-            return failed("error!!!PDCCH process fail");
-        if (!_nr_dl_pdsch_link_process(frame, carrier, numerology))
-            return failed("error!!!PDSCH process fail");
-    }
-    else if (configuration.get_carrier_type() == LIB_NR_UPLINK) {
-        if (!m_pucch_process.deal_ul_pucch_link_process(m_waveform, carrier, numerology))
-            return failed("");
-        if (!_nr_ul_pusch_link_process(frame, carrier, numerology))
-            return failed("error!!!PUSCH process fail");
-        if (!_nr_ul_srs_link_process(frame, carrier, numerology))
-            return failed("_deal_payload_mapping::_nr_ul_srs_link_process return  false!");
-    }
+    const lib_carrier_type_t type = configuration.get_carrier_type();
+    if (type == LIB_NR_DOWNLINK || type == LIB_NR_UPLINK)
+        for (const channel_t& channel : type == LIB_NR_DOWNLINK ? s_downlink_channels : s_uplink_channels)
+            if (!_run_step(channel, channel.link, frame, carrier, numerology)) {
+                if (*channel.failure != '\0')
+                    std::cout << channel.failure << std::endl;
+                return false;
+            }
     if (m_after_channel_steps)
         m_after_channel_steps(carrier, numerology, frame);
     return true;
@@ -179,6 +218,7 @@ bool lib_nr_phy_t::_deal_payload_mapping(unsigned int carrier, unsigned int nume
 void lib_nr_phy_t::_update_ofdm_config(unsigned int carrier, unsigned int numerology)
 {
     const lib_nr_carrier_configure_manager_t& configuration = m_waveform.get_carrier(carrier);
+    m_ofdm_modulator.set_cyclic_prefix_type(LIB_NR_NORMAL_CP); // a pass before may have left the extended one
     m_ofdm_modulator.set_numerology(configuration.get_numerology_manager(numerology).get_numerolgy());
     m_ofdm_modulator.set_channel_bandwidth(configuration.get_bandwidth());
     m_ofdm_modulator.set_cyclic_prefix_type(configuration.get_dl_bwp(0).get_cp_type());

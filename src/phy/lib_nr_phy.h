@@ -18,10 +18,23 @@
 #include <complex>
 #include <cstdint>
 #include <functional>
+#include <optional>
+#include <string_view>
 #include <vector>
 
 namespace vek::nr_mod_lib
 {
+
+/// A step of a channel in a run or a view: which, and where.
+struct lib_nr_channel_step_t
+{
+    std::string_view channel;      ///< as "PDSCH"; empty outside the channels' steps
+    unsigned int carrier = 0;      ///< place in the waveform's list
+    unsigned int numerology = 0;   ///< place in the carrier's list
+    unsigned int frame = 0;        ///< of the waveform
+    std::optional<unsigned> entry; ///< place in the carrier's list of that channel, the index of an SS/PBCH block
+    std::optional<unsigned> slot;  ///< in the frame
+};
 
 /// The engine: walks the carriers, numerologies and frames of a waveform, lets every channel map its symbols, modulates
 /// each frame, applies the carriers' offsets, sums all into one circular buffer and finishes it.
@@ -42,8 +55,12 @@ public:
 
     /// Generates. True when the run reached its end, also for a silent waveform. False and a line without carriers
     /// (results as before) and on a resource conflict (results empty; the grid tells its first cell). A channel that
-    /// fails leaves its frame silent and the run goes on.
+    /// fails leaves its frame silent and the run goes on; `get_first_failed_step` names it. An exception passes to the
+    /// caller; the results are empty then, and the engine can be used on.
     bool nr_phy_process();
+    /// The first channel step that failed or threw in the last run or view; nothing where none did. `channel` is empty
+    /// where a frame's modulation threw. Reset when the next run or view starts.
+    const std::optional<lib_nr_channel_step_t>& get_first_failed_step() const { return m_first_failed_step; }
 
     /// Marks the allocation of one frame in the resource map of the grid, for viewing; the configuration must be the
     /// one that the engine was given. Indices count from 0, the numerology's is its place in the carrier's list. False
@@ -68,8 +85,33 @@ public:
 private:
     friend struct vek::test_peer_t<lib_nr_phy_t>;
 
+    /// A channel's two steps, each called with frame, carrier and numerology: re_map marks the cells, link encodes and
+    /// writes the symbols.
+    using step_t = bool (lib_nr_phy_t::*)(unsigned int, unsigned int, unsigned int);
+    struct channel_t
+    {
+        const char* name;
+        step_t re_map;
+        step_t link;
+        const char* failure; ///< line for a link step that failed, none where empty
+    };
+    static const std::vector<channel_t> s_downlink_channels;
+    static const std::vector<channel_t> s_uplink_channels;
+
     void _clear_data();
     std::uint32_t _get_sample_points() const;
+
+    bool _generate();
+    bool _map_frame(unsigned int carrier, unsigned int numerology, unsigned int frame,
+                    const lib_nr_waveform_configure_manager_t& waveform);
+    bool _map_prach_frame(unsigned int carrier, unsigned int numerology, unsigned int frame,
+                          const lib_nr_waveform_configure_manager_t& waveform);
+    void _set_up_grid(const lib_nr_carrier_configure_manager_t& carrier, unsigned int numerology);
+    bool _run_step(const channel_t& channel, step_t step, unsigned int frame, unsigned int carrier,
+                   unsigned int numerology);
+    void _keep_first_failed_step();
+    template <class call_t>
+    bool _call(unsigned int entry, std::optional<unsigned int> slot, lib_nr_remap_mode_t mode, call_t call);
 
     bool _deal_payload_mapping(unsigned int carrier, unsigned int numerology, unsigned int frame);
     bool _fill_frame_data(unsigned int carrier, unsigned int numerology, unsigned int frame, signal_t& buffer);
@@ -90,7 +132,6 @@ private:
     void _deal_carrier_phase_offset(unsigned int carrier, signal_t& buffer);
     void _deal_carrier_power_offset(unsigned int carrier, signal_t& buffer);
 
-    // One step per channel: link encodes and writes the symbols, re_map marks the cells.
     bool _nr_dl_ssb_link_process(unsigned int frame, unsigned int carrier, unsigned int numerology);
     bool _nr_dl_ssb_re_map(unsigned int frame, unsigned int carrier, unsigned int numerology);
     bool _nr_dl_csirs_link_process(unsigned int frame, unsigned int carrier, unsigned int numerology);
@@ -100,27 +141,33 @@ private:
     bool _nr_dl_pdcch_link_process(unsigned int frame, unsigned int carrier, unsigned int numerology);
     bool _nr_dl_pdcch_re_map(unsigned int frame, unsigned int carrier, unsigned int numerology);
     bool _nr_dl_pdsch_link_process(unsigned int frame, unsigned int carrier, unsigned int numerology);
-    bool _nr_dl_pdsch_tdd_link_process(unsigned int carrier, unsigned int numerology);
+    bool _nr_dl_pdsch_tdd_link_process(unsigned int frame, unsigned int carrier, unsigned int numerology);
     bool _nr_dl_pdsch_re_map(unsigned int frame, unsigned int carrier, unsigned int numerology);
+    bool _nr_ul_pucch_link_process(unsigned int frame, unsigned int carrier, unsigned int numerology);
+    bool _nr_ul_pucch_re_map(unsigned int frame, unsigned int carrier, unsigned int numerology);
     bool _nr_ul_pusch_link_process(unsigned int frame, unsigned int carrier, unsigned int numerology);
     bool _nr_ul_pusch_re_map(unsigned int frame, unsigned int carrier, unsigned int numerology);
     bool _nr_ul_srs_link_process(unsigned int frame, unsigned int carrier, unsigned int numerology);
     bool _nr_ul_srs_re_map(unsigned int frame, unsigned int carrier, unsigned int numerology);
 
-    // What both steps of a channel walk: each enabled entry, bound, and its blocks or slots, until a step returns
-    // false.
-    template <class step_t>
-    bool _for_each_ssb(unsigned int frame, unsigned int carrier, unsigned int numerology, step_t step);
-    template <class step_t>
-    bool _for_each_csirs_slot(unsigned int frame, unsigned int carrier, unsigned int numerology, step_t step);
-    template <class step_t>
-    bool _for_each_prs_slot(unsigned int carrier, unsigned int numerology, step_t step);
-    template <class step_t>
-    bool _for_each_pdcch_slot(unsigned int carrier, unsigned int numerology, step_t step);
-    template <class step_t>
-    bool _for_each_pdsch_slot(unsigned int frame, unsigned int carrier, unsigned int numerology, step_t step);
-    template <class step_t>
-    bool _for_each_pusch_slot(unsigned int frame, unsigned int carrier, unsigned int numerology, step_t step);
+    // What both steps of a channel walk: each enabled entry whose spacing and symbols per slot are the pass's, bound,
+    // and its blocks or slots, until a call returns false.
+    template <class call_t>
+    bool _for_each_ssb(unsigned int frame, unsigned int carrier, unsigned int numerology, lib_nr_remap_mode_t mode,
+                       call_t call);
+    template <class call_t>
+    bool _for_each_csirs_slot(unsigned int frame, unsigned int carrier, unsigned int numerology,
+                              lib_nr_remap_mode_t mode, call_t call);
+    template <class call_t>
+    bool _for_each_prs_slot(unsigned int carrier, unsigned int numerology, lib_nr_remap_mode_t mode, call_t call);
+    template <class call_t>
+    bool _for_each_pdcch_slot(unsigned int carrier, unsigned int numerology, lib_nr_remap_mode_t mode, call_t call);
+    template <class call_t>
+    bool _for_each_pdsch_slot(unsigned int frame, unsigned int carrier, unsigned int numerology,
+                              lib_nr_remap_mode_t mode, call_t call);
+    template <class call_t>
+    bool _for_each_pusch_slot(unsigned int frame, unsigned int carrier, unsigned int numerology,
+                              lib_nr_remap_mode_t mode, call_t call);
 
     void _deal_baseband_process();
     void _deal_crest_factor_reduction();
@@ -152,9 +199,24 @@ private:
     signal_t m_main;
     signal_t m_head;
     signal_t m_tail;
+    std::optional<lib_nr_channel_step_t> m_step; ///< that is running; the channel is empty between a frame's steps
+    std::optional<lib_nr_channel_step_t> m_first_failed_step;
+
+    /// Stands in for the calls of the channels' processes, which are bound by then; tests log the calls, and let some
+    /// fail.
+    std::function<bool(const lib_nr_channel_step_t&, lib_nr_remap_mode_t)> m_instead_of_calls;
     /// Runs behind the channel steps of a frame, on the finished payload map (carrier, numerology, frame); tests put
     /// their own symbols there.
     std::function<void(unsigned int, unsigned int, unsigned int)> m_after_channel_steps;
 };
+
+/// Calls a channel's process for one of its slots or blocks.
+template <class call_t>
+bool lib_nr_phy_t::_call(unsigned int entry, std::optional<unsigned int> slot, lib_nr_remap_mode_t mode, call_t call)
+{
+    m_step->entry = entry;
+    m_step->slot = slot;
+    return m_instead_of_calls ? m_instead_of_calls(*m_step, mode) : call();
+}
 
 } // namespace vek::nr_mod_lib

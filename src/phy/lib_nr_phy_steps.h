@@ -1,5 +1,7 @@
 #pragma once
 
+#include "phy/lib_nr_resource_manager.h"
+
 #include <iostream>
 #include <optional>
 
@@ -13,6 +15,13 @@ inline void print_step(const char* step, unsigned int carrier)
 {
     std::cout << "-----+++++" << step << "+++++-----" << std::endl;
     std::cout << "carrier(" << carrier << ")" << std::endl;
+}
+
+/// Whether a channel of this BWP belongs into the pass that the grid is set up for.
+template <class bwp_t>
+bool is_pass_of(const bwp_t& bwp)
+{
+    return lib_nr_channel_resource_manager_t::get_inst().is_pass_of(bwp.get_numerology(), bwp.get_cp_type());
 }
 
 /// The slot in its frame where an allocation's slot falls into frame `frame`: an allocation of one frame repeats in

@@ -16,6 +16,14 @@ namespace
 
 lib_nr_prach_resource_manager_t& prach_grid() { return lib_nr_prach_resource_manager_t::get_inst(); }
 
+constexpr const char* k_prach = "PRACH";
+
+/// PRACH counts its time in slots of uplink BWP 0.
+bool is_prach_pass(const lib_nr_carrier_configure_manager_t& carrier, unsigned int numerology)
+{
+    return carrier.get_ul_bwp(0).get_numerology() == carrier.get_numerology_manager(numerology).get_numerolgy();
+}
+
 void print_skipped_slot(const char* step, int slot)
 {
     std::cout << step << "islot does not satisfy condition!islot = " << slot << " \n" << std::endl;
@@ -23,20 +31,31 @@ void print_skipped_slot(const char* step, int slot)
 
 } // namespace
 
-template <class step_t>
-bool lib_nr_phy_t::_for_each_pusch_slot(unsigned int frame, unsigned int carrier, unsigned int numerology, step_t step)
+bool lib_nr_phy_t::_nr_ul_pucch_link_process(unsigned int, unsigned int carrier, unsigned int numerology)
+{
+    return m_pucch_process.deal_ul_pucch_link_process(m_waveform, carrier, numerology);
+}
+
+bool lib_nr_phy_t::_nr_ul_pucch_re_map(unsigned int, unsigned int carrier, unsigned int numerology)
+{
+    return m_pucch_process.deal_ul_pucch_resource_mapping(m_waveform, carrier, numerology);
+}
+
+template <class call_t>
+bool lib_nr_phy_t::_for_each_pusch_slot(unsigned int frame, unsigned int carrier, unsigned int numerology,
+                                        lib_nr_remap_mode_t mode, call_t call)
 {
     const lib_nr_carrier_configure_manager_t& configuration = m_waveform.get_carrier(carrier);
     for (unsigned int i = 0; i < configuration.get_ul_sch_number(); ++i) {
         const lib_nr_ul_sch_configure_manager_t& sch = configuration.get_ul_sch(i);
-        if (!sch.get_enable())
+        if (!sch.get_enable() || !is_pass_of(configuration.get_ul_bwp(sch.get_bwp_id())))
             continue;
         m_pusch_process.set_waveform_config(carrier, numerology, i, m_waveform);
         const unsigned int slots =
             lib_nr_phy_common_t::get_slot_in_frame(configuration.get_ul_bwp(sch.get_bwp_id()).get_numerology());
         for (const unsigned int allocated : sch.get_slot_allocation_v())
             if (const auto slot = slot_in_frame(allocated, sch.get_one_frame_period(), slots, frame))
-                if (!step(*slot))
+                if (!_call(i, slot, mode, [&] { return call(*slot); }))
                     return false;
     }
     return true;
@@ -45,14 +64,14 @@ bool lib_nr_phy_t::_for_each_pusch_slot(unsigned int frame, unsigned int carrier
 bool lib_nr_phy_t::_nr_ul_pusch_link_process(unsigned int frame, unsigned int carrier, unsigned int numerology)
 {
     print_step("_nr_ul_pusch_link_process", carrier);
-    return _for_each_pusch_slot(frame, carrier, numerology,
+    return _for_each_pusch_slot(frame, carrier, numerology, LIB_NR_REMAPP_MODE_ENCODE_MAP,
                                 [&](unsigned int slot) { return m_pusch_process.sch_encode_process(slot); });
 }
 
 bool lib_nr_phy_t::_nr_ul_pusch_re_map(unsigned int frame, unsigned int carrier, unsigned int numerology)
 {
     print_step("_nr_ul_pusch_re_map", carrier);
-    return _for_each_pusch_slot(frame, carrier, numerology, [&](unsigned int slot) {
+    return _for_each_pusch_slot(frame, carrier, numerology, LIB_NR_REMAPP_MODE_UI_VIEW_MAP, [&](unsigned int slot) {
         m_pusch_process.phy_sch_remap(slot, LIB_NR_REMAPP_MODE_UI_VIEW_MAP);
         return true;
     });
@@ -66,7 +85,7 @@ bool lib_nr_phy_t::_nr_ul_srs_link_process(unsigned int frame, unsigned int carr
         lib_nr_phy_common_t::get_slot_in_frame(configuration.get_numerology_manager(numerology).get_numerolgy());
     for (unsigned int i = 0; i < configuration.get_ul_srs_number(); ++i) {
         const lib_nr_ul_srs_configure_manager_t& srs = configuration.get_ul_srs(i);
-        if (!srs.get_enable())
+        if (!srs.get_enable() || !is_pass_of(configuration.get_ul_bwp(srs.get_bwp_id())))
             continue;
         m_srs_process.set_waveform_config(carrier, frame, numerology, i, m_waveform);
         const auto period = static_cast<int>(srs.get_srs_periodity());
@@ -77,7 +96,8 @@ bool lib_nr_phy_t::_nr_ul_srs_link_process(unsigned int frame, unsigned int carr
                 print_skipped_slot("_nr_ul_srs_link_process", slot);
                 continue;
             }
-            if (!m_srs_process.srs_process(static_cast<unsigned int>(slot))) {
+            const auto encode = [&] { return m_srs_process.srs_process(static_cast<unsigned int>(slot)); };
+            if (!_call(i, static_cast<unsigned int>(slot), LIB_NR_REMAPP_MODE_ENCODE_MAP, encode)) {
                 std::cout << "_nr_ul_srs_link_process::srs_process return false!" << std::endl;
                 return false;
             }
@@ -95,7 +115,7 @@ bool lib_nr_phy_t::_nr_ul_srs_re_map(unsigned int frame, unsigned int carrier, u
         lib_nr_phy_common_t::get_slot_in_frame(configuration.get_numerology_manager(numerology).get_numerolgy());
     for (unsigned int i = 0; i < configuration.get_ul_srs_number(); ++i) {
         const lib_nr_ul_srs_configure_manager_t& srs = configuration.get_ul_srs(i);
-        if (!srs.get_enable())
+        if (!srs.get_enable() || !is_pass_of(configuration.get_ul_bwp(srs.get_bwp_id())))
             continue;
         m_srs_process.set_waveform_config(carrier, frame, numerology, i, m_waveform);
         const auto period = static_cast<unsigned int>(srs.get_srs_periodity());
@@ -106,27 +126,40 @@ bool lib_nr_phy_t::_nr_ul_srs_re_map(unsigned int frame, unsigned int carrier, u
                 continue;
             }
             std::cout << "srs slot : " << slot << std::endl;
-            m_srs_process.nr_ul_phy_srs_re_map(static_cast<unsigned int>(slot), LIB_NR_REMAPP_MODE_UI_VIEW_MAP);
+            _call(i, static_cast<unsigned int>(slot), LIB_NR_REMAPP_MODE_UI_VIEW_MAP, [&] {
+                return m_srs_process.nr_ul_phy_srs_re_map(static_cast<unsigned int>(slot),
+                                                          LIB_NR_REMAPP_MODE_UI_VIEW_MAP);
+            });
         }
     }
     return true;
 }
 
-bool lib_nr_phy_t::deal_prach_resource_mapping(unsigned int carrier, unsigned int numerology, unsigned int,
+bool lib_nr_phy_t::deal_prach_resource_mapping(unsigned int carrier, unsigned int numerology, unsigned int frame,
                                                const lib_nr_waveform_configure_manager_t& waveform)
 {
+    m_first_failed_step.reset();
+    return _map_prach_frame(carrier, numerology, frame, waveform);
+}
+
+bool lib_nr_phy_t::_map_prach_frame(unsigned int carrier, unsigned int numerology, unsigned int frame,
+                                    const lib_nr_waveform_configure_manager_t& waveform)
+{
     const lib_nr_carrier_configure_manager_t& configuration = waveform.get_carrier(carrier);
+    m_step = lib_nr_channel_step_t{k_prach, carrier, numerology, frame, {}, {}};
     print_step("deal_prach_resource_mapping", carrier);
     std::cout << configuration.get_numerology_manager(numerology).get_numerolgy() << std::endl;
     prach_grid().init_resource_mapping();
-    for (unsigned int b = 0; b < configuration.get_ul_prach_number(); ++b) {
+    const unsigned int bursts = is_prach_pass(configuration, numerology) ? configuration.get_ul_prach_number() : 0;
+    for (unsigned int b = 0; b < bursts; ++b) {
         if (!configuration.get_ul_prach(b).get_enable()) {
             std::cout << "_nr_ul_prach_freq_remap: prach_brust " << b << " is disable .\n" << std::endl;
             continue;
         }
         _update_prach_ofdm_config(carrier, numerology, b);
         m_prach_process.set_waveform_config(carrier, numerology, b, 0, waveform);
-        m_prach_process.nr_ul_phy_prach_re_map(LIB_NR_REMAPP_MODE_UI_VIEW_MAP);
+        _call(b, std::nullopt, LIB_NR_REMAPP_MODE_UI_VIEW_MAP,
+              [&] { return m_prach_process.nr_ul_phy_prach_re_map(LIB_NR_REMAPP_MODE_UI_VIEW_MAP); });
     }
     std::cout << "lib_nr_phy_t::deal_prach_resource_mapping end" << std::endl;
     return true;
@@ -152,7 +185,8 @@ bool lib_nr_phy_t::_nr_ul_prach_link_process(unsigned int carrier, unsigned int 
         return false;
     }
     m_prach_process.set_waveform_config(carrier, numerology, burst, slot, m_waveform);
-    if (!m_prach_process.prach_process()) {
+    if (!_call(burst, slot, LIB_NR_REMAPP_MODE_ENCODE_MAP, [&] { return m_prach_process.prach_process(); })) {
+        _keep_first_failed_step();
         std::cout << "nr_ul_prach_link_process :prach_process return false.\n" << std::endl;
         return false;
     }
@@ -166,8 +200,11 @@ bool lib_nr_phy_t::_fill_prach_frame_data(unsigned int carrier, unsigned int num
         std::cout << "lib_nr_dl_phy_t::_fill_prach_frame_data Report : Carrier Data Length Error!" << std::endl;
         return false;
     }
+    m_step = lib_nr_channel_step_t{k_prach, carrier, numerology, frame, {}, {}};
     const std::uint64_t frame_points = m_waveform.get_frame_sample_points();
-    for (unsigned int b = 0; b < m_waveform.get_carrier(carrier).get_ul_prach_number(); ++b) {
+    const lib_nr_carrier_configure_manager_t& configuration = m_waveform.get_carrier(carrier);
+    const unsigned int bursts = is_prach_pass(configuration, numerology) ? configuration.get_ul_prach_number() : 0;
+    for (unsigned int b = 0; b < bursts; ++b) {
         if (!_deal_prach_payload_mapping(carrier, numerology, frame, b)) {
             std::cout << "lib_nr_dl_phy_t::_deal_prach_payload_mapping Report Error!\n" << std::endl;
             return false;
@@ -185,6 +222,7 @@ bool lib_nr_phy_t::_fill_prach_frame_data(unsigned int carrier, unsigned int num
 void lib_nr_phy_t::_update_prach_ofdm_config(unsigned int carrier, unsigned int numerology, unsigned int)
 {
     const lib_nr_carrier_configure_manager_t& configuration = m_waveform.get_carrier(carrier);
+    m_prach_ofdm_modulator.set_cyclic_prefix_type(LIB_NR_NORMAL_CP); // a pass before may have left the extended one
     m_prach_ofdm_modulator.set_numerology(configuration.get_numerology_manager(numerology).get_numerolgy());
     m_prach_ofdm_modulator.set_channel_bandwidth(configuration.get_bandwidth());
     m_prach_ofdm_modulator.set_cyclic_prefix_type(configuration.get_ul_bwp(0).get_cp_type());
