@@ -2,6 +2,7 @@
 
 #include "common/lib_ofdm_windowing_method.h"
 #include "common/nr_mod_lib_export.h"
+#include "config/cfg_nr_cursor.h"
 #include "config/cfg_nr_dl_bwp.h"
 #include "config/cfg_nr_dl_csirs.h"
 #include "config/cfg_nr_dl_dci.h"
@@ -19,21 +20,17 @@
 #include "config/cfg_nr_ul_rmc.h"
 #include "config/cfg_nr_ul_sch.h"
 #include "config/cfg_nr_ul_srs.h"
-#include "manager/lib_nr_carrier_configure_manager.h"
 
 #include <vector>
 
 namespace vek::nr_mod_lib
 {
 
-class lib_nr_waveform_configure_manager_t;
-
-/// Cursor over the waveform's carriers, with one façade for each kind of entry that a carrier holds. Owns nothing:
-/// every call looks its target up anew, so the façade stays valid while lists grow and shrink.
+/// Cursor over the waveform's carriers, with one façade for each kind of entry that a carrier holds.
 ///
 /// There is one façade of each kind: `get_dl_bwp(2)` moves it and returns it, and `get_dl_bwp(0)` moves the same one.
 /// An index past the end leaves it where it stands. Setters return true when the stored value changed.
-class NR_MOD_LIB_EXPORT cfg_nr_carrier_t
+class NR_MOD_LIB_EXPORT cfg_nr_carrier_t : public cfg_nr_cursor_t
 {
 public:
     explicit cfg_nr_carrier_t(lib_nr_waveform_configure_manager_t& waveform);
@@ -46,133 +43,162 @@ public:
     bool set_current_carrier_index(unsigned int carrier);
     unsigned int get_current_carrier_id() const { return m_carrier_index; }
 
-    bool set_enable(bool enable);
-    bool get_enable() const;
+    bool set_enable(bool enable) { return _target().set_enable(enable); }
+    bool get_enable() const { return _target().get_enable(); }
     /// Offset of the carrier centre from the waveform's, in hertz, limited to 400 MHz either way.
     bool set_frequency_offset(int frequency_offset);
     int get_frequency_offset() const;
     /// Delay in seconds, limited to 0 to 10 ms.
-    bool set_timing_offset(double seconds);
-    double get_timing_offset() const;
+    bool set_timing_offset(double seconds) { return _target().set_timing_offset_s(seconds); }
+    double get_timing_offset() const { return _target().get_timing_offset_s(); }
     /// dB, limited to -40 to 40.
-    bool set_power_boosting(double boosting);
-    double get_power_boosting() const;
+    bool set_power_boosting(double boosting) { return _target().set_power_boosting(boosting); }
+    double get_power_boosting() const { return _target().get_power_boosting(); }
     /// Degrees, at most 360.
-    bool set_init_phase(unsigned int init_phase);
-    unsigned int get_init_phase() const;
-    bool set_baseband_filter(bool enable);
-    bool get_baseband_filter() const;
+    bool set_init_phase(unsigned int init_phase) { return _target().set_init_phase(init_phase); }
+    unsigned int get_init_phase() const { return _target().get_init_phase(); }
+    bool set_baseband_filter(bool enable) { return _target().set_baseband_filter_enable(enable); }
+    bool get_baseband_filter() const { return _target().is_baseband_filter_enable(); }
     /// A new type brings the carrier back to its defaults, but for the timing offset.
-    bool set_carrier_type(lib_carrier_type_t type);
-    lib_carrier_type_t get_carrier_type() const;
+    bool set_carrier_type(lib_carrier_type_t type) { return _target().set_carrier_type(type); }
+    lib_carrier_type_t get_carrier_type() const { return _target().get_carrier_type(); }
     /// Physical cell identity, at most 1007.
-    bool set_ncell_id(unsigned int ncell_id);
-    unsigned int get_ncell_id() const;
+    bool set_ncell_id(unsigned int ncell_id) { return _target().set_cell_index(ncell_id); }
+    unsigned int get_ncell_id() const { return _target().get_cell_index(); }
     /// Rebuilds the numerologies at full width. In NTN mode what is no NTN bandwidth becomes 30 MHz.
     bool set_channel_bandwidth(lib_nr_channel_bw_type_t bandwidth);
-    lib_nr_channel_bw_type_t get_channel_bandwidth() const;
+    lib_nr_channel_bw_type_t get_channel_bandwidth() const { return _target().get_bandwidth(); }
     /// Length of the transition between symbols as a fraction of the useful symbol, limited to 0 to 0.5.
-    void set_windowing_beta(double beta);
-    double get_windowing_beta() const;
-    void set_windowing_method(common_lib::lib_ofdm_windowing_method_type_t method);
-    common_lib::lib_ofdm_windowing_method_type_t get_windowing_method() const;
+    void set_windowing_beta(double beta) { _target().set_windowing_beta(beta); }
+    double get_windowing_beta() const { return _target().get_windowing_beta(); }
+    void set_windowing_method(common_lib::lib_ofdm_windowing_method_type_t method)
+    {
+        _target().set_windowing_method(method);
+    }
+    common_lib::lib_ofdm_windowing_method_type_t get_windowing_method() const
+    {
+        return _target().get_windowing_method();
+    }
     /// Rebuilds the numerologies: one alone, or one for each spacing, of which the first is enabled.
-    bool set_numerology_mode(lib_nr_numerology_mode_t mode);
-    lib_nr_numerology_mode_t get_numerology_mode() const;
+    bool set_numerology_mode(lib_nr_numerology_mode_t mode) { return _target().set_numerology_mode(mode); }
+    lib_nr_numerology_mode_t get_numerology_mode() const { return _target().get_numerology_mode(); }
     /// Spacing of a carrier with one numerology; in multiple mode nothing happens.
     bool set_numerology(lib_nr_numerology_type_t numerology);
-    lib_nr_numerology_type_t get_numerology() const;
+    lib_nr_numerology_type_t get_numerology() const { return _target().get_numerology(); }
     /// The spacings that go with the bandwidth.
     std::vector<lib_nr_numerology_type_t> get_numerology_list() const;
-    std::vector<lib_nr_numerology_type_t> get_enable_numerology_list() const;
+    std::vector<lib_nr_numerology_type_t> get_enable_numerology_list() const
+    {
+        return _target().get_enable_numerology_list();
+    }
     lib_nr_freq_range_type_t get_frequency_range() const;
     std::vector<lib_nr_channel_bw_type_t> get_valid_bandwidth_list() const;
     /// Hertz: what this carrier alone needs.
     unsigned long long get_sample_rate() const;
     /// Occupied bandwidth in hertz.
-    unsigned int get_bandwidth() const;
+    unsigned int get_bandwidth() const { return _target().get_configured_bandwidth(); }
     /// Point A against the carrier centre, in hertz.
-    double get_point_a() const;
+    double get_point_a() const { return _target().get_frequency_offset_of_point_a(); }
     /// Cyclic prefix of all uplink BWPs; read from the first. Always true.
     bool set_prach_cp_type(lib_nr_cyclic_prefix_type_t cp_type);
-    lib_nr_cyclic_prefix_type_t get_prach_cp_type() const;
+    lib_nr_cyclic_prefix_type_t get_prach_cp_type() const { return _target().get_ul_bwp(0).get_cp_type(); }
 
     // The façades below. Those without an index belong to the carrier as a whole.
 
-    cfg_nr_phy_numerology_t* get_numerology(int index);
-    cfg_nr_dl_bwp_t* get_dl_bwp(int index);
+    cfg_nr_phy_numerology_t* get_numerology(int index) { return _moved(m_numerology, index); }
+    cfg_nr_dl_bwp_t* get_dl_bwp(int index) { return _moved(m_dl_bwp, index); }
     cfg_nr_dl_tm_t* get_dl_tm() { return &m_dl_tm; }
     cfg_nr_dl_frc_t* get_dl_frc() { return &m_dl_frc; }
     cfg_nr_dl_ssb_t* get_dl_ssb() { return &m_dl_ssb; }
-    cfg_nr_dl_dci_t* get_dl_dci(int index);
-    cfg_nr_dl_sch_t* get_dl_pdsch(int index);
-    cfg_nr_dl_csirs_t* get_dl_csirs(int index);
-    cfg_nr_dl_prs_t* get_dl_prs(int index);
-    cfg_nr_ul_bwp_t* get_ul_bwp(int index);
-    cfg_nr_ul_sch_t* get_ul_pusch(int index);
+    cfg_nr_dl_dci_t* get_dl_dci(int index) { return _moved(m_dl_dci, index); }
+    cfg_nr_dl_sch_t* get_dl_pdsch(int index) { return _moved(m_dl_sch, index); }
+    cfg_nr_dl_csirs_t* get_dl_csirs(int index) { return _moved(m_dl_csirs, index); }
+    cfg_nr_dl_prs_t* get_dl_prs(int index) { return _moved(m_dl_prs, index); }
+    cfg_nr_ul_bwp_t* get_ul_bwp(int index) { return _moved(m_ul_bwp, index); }
+    cfg_nr_ul_sch_t* get_ul_pusch(int index) { return _moved(m_ul_sch, index); }
     cfg_nr_ul_frc_t* get_ul_frc() { return &m_ul_frc; }
     cfg_nr_ul_rmc_t* get_ul_rmc() { return &m_ul_rmc; }
-    cfg_nr_ul_pucch_t* get_ul_pucch(unsigned int index);
-    cfg_nr_pucch_test_model_t* get_pucch_test_model();
-    cfg_nr_ul_srs_t* get_ul_srs(unsigned int index);
-    cfg_nr_prach_t* get_ul_prach(unsigned int index);
+    cfg_nr_ul_pucch_t* get_ul_pucch(unsigned int index) { return _moved(m_ul_pucch, index); }
+    cfg_nr_pucch_test_model_t* get_pucch_test_model() { return _moved(m_pucch_test_model, 0); }
+    cfg_nr_ul_srs_t* get_ul_srs(unsigned int index) { return _moved(m_ul_srs, index); }
+    cfg_nr_prach_t* get_ul_prach(unsigned int index) { return _moved(m_prach, index); }
 
-    unsigned int get_numerology_number() const;
-    unsigned int get_dl_bwp_number() const;
-    unsigned int get_dl_dci_number() const;
-    unsigned int get_dl_pdsch_number() const;
-    unsigned int get_dl_csirs_number() const;
-    unsigned int get_dl_prs_number() const;
-    unsigned int get_ul_bwp_number() const;
-    unsigned int get_ul_pusch_number() const;
-    unsigned int get_ul_pucch_number() const;
-    unsigned int get_ul_srs_number() const;
-    unsigned int get_ul_prach_number() const;
+    unsigned int get_numerology_number() const { return _target().get_numerology_number(); }
+    unsigned int get_dl_bwp_number() const { return _target().get_dl_bwp_number(); }
+    unsigned int get_dl_dci_number() const { return _target().get_dl_dci_number(); }
+    unsigned int get_dl_pdsch_number() const { return _target().get_dl_sch_number(); }
+    unsigned int get_dl_csirs_number() const { return _target().get_dl_csirs_number(); }
+    unsigned int get_dl_prs_number() const { return _target().get_dl_prs_number(); }
+    unsigned int get_ul_bwp_number() const { return _target().get_ul_bwp_number(); }
+    unsigned int get_ul_pusch_number() const { return _target().get_ul_sch_number(); }
+    unsigned int get_ul_pucch_number() const { return _target().get_ul_pucch_number(); }
+    unsigned int get_ul_srs_number() const { return _target().get_ul_srs_number(); }
+    unsigned int get_ul_prach_number() const { return _target().get_ul_prach_number(); }
 
     // Lists. Adding moves the façade of the kind to the new entry and removing moves it to the first, whether or not
     // anything was removed; those of the PUCCH stay. Copying moves nothing. A copy and a removal return false for an
     // index past the end, a removal also where the list would fall below its smallest size. The initial BWP, downlink
     // BWP 0, is neither copied nor removed.
 
-    void add_dl_bwp();
-    bool delete_dl_bwp(unsigned int index);
-    bool copy_dl_bwp(unsigned int index);
-    void add_dl_dci();
-    bool delete_dl_dci(unsigned int index);
-    bool copy_dl_dci(unsigned int index);
-    void add_dl_sch();
-    bool delete_dl_sch(unsigned int index);
-    bool copy_dl_sch(unsigned int index);
-    void add_dl_csirs();
-    bool delete_dl_csirs(unsigned int index);
-    bool copy_dl_csirs(unsigned int index);
-    void add_dl_prs();
-    bool delete_dl_prs(unsigned int index);
-    bool copy_dl_prs(unsigned int index);
-    void add_ul_bwp();
-    bool delete_ul_bwp(unsigned int index);
-    bool copy_ul_bwp(unsigned int index);
-    void add_ul_sch();
-    bool delete_ul_sch(unsigned int index);
-    bool copy_ul_sch(unsigned int index);
-    void add_ul_srs();
-    bool remove_ul_srs(unsigned int index);
-    bool copy_ul_srs(unsigned int index);
-    void add_ul_prach();
-    bool remove_ul_prach(unsigned int index);
-    bool copy_ul_prach(unsigned int index);
-    void add_ul_pucch();
-    bool remove_ul_pucch(unsigned int index);
+    void add_dl_bwp() { _add(&carrier_t::add_dl_bwp, get_dl_bwp_number(), m_dl_bwp); }
+    bool delete_dl_bwp(unsigned int index) { return _remove(&carrier_t::remove_dl_bwp, index, m_dl_bwp); }
+    bool copy_dl_bwp(unsigned int index) { return _target().copy_dl_bwp(index); }
+    void add_dl_dci() { _add(&carrier_t::add_dl_dci, get_dl_dci_number(), m_dl_dci); }
+    bool delete_dl_dci(unsigned int index) { return _remove(&carrier_t::remove_dl_dci, index, m_dl_dci); }
+    bool copy_dl_dci(unsigned int index) { return _target().copy_dl_dci(index); }
+    void add_dl_sch() { _add(&carrier_t::add_dl_sch, get_dl_pdsch_number(), m_dl_sch); }
+    bool delete_dl_sch(unsigned int index) { return _remove(&carrier_t::remove_dl_sch, index, m_dl_sch); }
+    bool copy_dl_sch(unsigned int index) { return _target().copy_dl_sch(index); }
+    void add_dl_csirs() { _add(&carrier_t::add_dl_csirs, get_dl_csirs_number(), m_dl_csirs); }
+    bool delete_dl_csirs(unsigned int index) { return _remove(&carrier_t::remove_dl_csirs, index, m_dl_csirs); }
+    bool copy_dl_csirs(unsigned int index) { return _target().copy_dl_csirs(index); }
+    void add_dl_prs() { _add(&carrier_t::add_dl_prs, get_dl_prs_number(), m_dl_prs); }
+    bool delete_dl_prs(unsigned int index) { return _remove(&carrier_t::remove_dl_prs, index, m_dl_prs); }
+    bool copy_dl_prs(unsigned int index) { return _target().copy_dl_prs(index); }
+    void add_ul_bwp() { _add(&carrier_t::add_ul_bwp, get_ul_bwp_number(), m_ul_bwp); }
+    bool delete_ul_bwp(unsigned int index) { return _remove(&carrier_t::remove_ul_bwp, index, m_ul_bwp); }
+    bool copy_ul_bwp(unsigned int index) { return _target().copy_ul_bwp(index); }
+    void add_ul_sch() { _add(&carrier_t::add_ul_sch, get_ul_pusch_number(), m_ul_sch); }
+    bool delete_ul_sch(unsigned int index) { return _remove(&carrier_t::remove_ul_sch, index, m_ul_sch); }
+    bool copy_ul_sch(unsigned int index) { return _target().copy_ul_sch(index); }
+    void add_ul_srs() { _add(&carrier_t::add_ul_srs, get_ul_srs_number(), m_ul_srs); }
+    bool remove_ul_srs(unsigned int index) { return _remove(&carrier_t::remove_ul_srs, index, m_ul_srs); }
+    bool copy_ul_srs(unsigned int index) { return _target().copy_ul_srs(index); }
+    void add_ul_prach() { _add(&carrier_t::add_ul_prach, get_ul_prach_number(), m_prach); }
+    bool remove_ul_prach(unsigned int index) { return _remove(&carrier_t::remove_ul_prach, index, m_prach); }
+    bool copy_ul_prach(unsigned int index) { return _target().copy_ul_prach(index); }
+    void add_ul_pucch() { _target().add_ul_pucch(); }
+    bool remove_ul_pucch(unsigned int index) { return _target().remove_ul_pucch(index); }
     /// Appends two entries, the second with "_copy" behind its name.
-    bool copy_ul_pucch(unsigned int index);
+    bool copy_ul_pucch(unsigned int index) { return _target().copy_ul_pucch(index); }
 
 private:
-    lib_nr_carrier_configure_manager_t& _target();
-    const lib_nr_carrier_configure_manager_t& _target() const;
-    void _refit_filter_mask();
+    using carrier_t = lib_nr_carrier_configure_manager_t;
 
-    lib_nr_waveform_configure_manager_t& m_waveform;
-    unsigned int m_carrier_index = 0;
+    carrier_t& _target() { return _carrier(); }
+    const carrier_t& _target() const { return _carrier(); }
+
+    /// A list's façade, moved to an entry; a negative index lies past the end as well.
+    template <class facade_t, class index_t>
+    facade_t* _moved(facade_t& facade, index_t index)
+    {
+        facade.set_current_index(m_carrier_index, static_cast<unsigned int>(index));
+        return &facade;
+    }
+    template <class facade_t>
+    void _add(void (carrier_t::*add)(), unsigned int number_before, facade_t& facade)
+    {
+        (_target().*add)();
+        _moved(facade, number_before);
+    }
+    template <class facade_t>
+    bool _remove(bool (carrier_t::*remove)(unsigned int), unsigned int index, facade_t& facade)
+    {
+        const bool removed = (_target().*remove)(index);
+        _moved(facade, 0);
+        return removed;
+    }
+
     cfg_nr_phy_numerology_t m_numerology;
     cfg_nr_dl_bwp_t m_dl_bwp;
     cfg_nr_dl_tm_t m_dl_tm;

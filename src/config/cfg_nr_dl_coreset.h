@@ -1,35 +1,36 @@
 #pragma once
 
-#include "common/lib_test_peer.h"
 #include "common/nr_mod_lib_export.h"
+#include "config/cfg_nr_cursor.h"
 
 namespace vek::nr_mod_lib
 {
 
-class lib_nr_dl_coreset_configure_manager_t;
-class lib_nr_waveform_configure_manager_t;
-
-/// Cursor over the CORESETs of the carriers' downlink bandwidth parts. Owns nothing: every call looks its target up
-/// anew.
-class NR_MOD_LIB_EXPORT cfg_nr_dl_coreset_t
+/// Cursor over the CORESETs of the carriers' downlink bandwidth parts, each named by its id.
+class NR_MOD_LIB_EXPORT cfg_nr_dl_coreset_t : public cfg_nr_cursor_t
 {
 public:
-    explicit cfg_nr_dl_coreset_t(lib_nr_waveform_configure_manager_t& waveform);
+    explicit cfg_nr_dl_coreset_t(lib_nr_waveform_configure_manager_t& waveform) : cfg_nr_cursor_t(waveform) {}
 
     /// Puts the cursor on CORESET 0 of the initial BWP of the first carrier.
     void init();
-    /// Moves the cursor to a CORESET, named by its id; false, and no move, where an index lies past its list's end or
-    /// the BWP does not count that CORESET.
+    /// Moves the cursor; false, and no move, where an index lies past its list's end or the BWP does not count that
+    /// CORESET.
     bool set_current_coreset_index(unsigned int carrier, unsigned int bwp, unsigned int coreset);
 
 private:
-    friend struct vek::test_peer_t<cfg_nr_dl_coreset_t>;
+    template <class tested_t>
+    friend struct vek::test_peer_t;
 
-    const lib_nr_dl_coreset_configure_manager_t& _target() const;
+    lib_nr_dl_coreset_configure_manager_t& _target()
+    {
+        return _carrier().get_dl_bwp(m_index).get_coreset(m_coreset_index);
+    }
+    const lib_nr_dl_coreset_configure_manager_t& _target() const
+    {
+        return _carrier().get_dl_bwp(m_index).get_coreset(m_coreset_index);
+    }
 
-    lib_nr_waveform_configure_manager_t& m_waveform;
-    unsigned int m_carrier_index = 0;
-    unsigned int m_bwp_index = 0;
     unsigned int m_coreset_index = 0;
 };
 

@@ -1,35 +1,21 @@
 #pragma once
 
-#include "common/lib_test_peer.h"
 #include "common/nr_mod_lib_export.h"
+#include "config/cfg_nr_cursor.h"
 
 namespace vek::nr_mod_lib
 {
 
-class lib_nr_dl_prs_configure_manager_t;
-class lib_nr_waveform_configure_manager_t;
-
-/// Cursor over the carriers' positioning reference signals. Owns nothing: every call looks its target up anew.
-class NR_MOD_LIB_EXPORT cfg_nr_dl_prs_t
+/// Cursor over the carriers' positioning reference signals.
+class NR_MOD_LIB_EXPORT cfg_nr_dl_prs_t : public cfg_nr_list_cursor_t<lib_nr_dl_prs_configure_manager_t>
 {
 public:
-    explicit cfg_nr_dl_prs_t(lib_nr_waveform_configure_manager_t& waveform);
+    explicit cfg_nr_dl_prs_t(lib_nr_waveform_configure_manager_t& waveform) : cfg_nr_list_cursor_t(waveform) {}
 
-    /// Puts the cursor on the first entry of the first carrier.
-    void init();
     /// Moves the cursor; false, and no move, where an index lies past its list's end.
-    bool set_current_prs_index(unsigned int carrier, unsigned int prs);
+    bool set_current_prs_index(unsigned int carrier, unsigned int prs) { return set_current_index(carrier, prs); }
 
-    bool get_enable() const;
-
-private:
-    friend struct vek::test_peer_t<cfg_nr_dl_prs_t>;
-
-    const lib_nr_dl_prs_configure_manager_t& _target() const;
-
-    lib_nr_waveform_configure_manager_t& m_waveform;
-    unsigned int m_carrier_index = 0;
-    unsigned int m_prs_index = 0;
+    bool get_enable() const { return _target().get_enable(); }
 };
 
 } // namespace vek::nr_mod_lib

@@ -1,7 +1,7 @@
 #pragma once
 
 #include "common/nr_mod_lib_export.h"
-#include "manager/lib_nr_dl_ssb_configure_manager.h"
+#include "config/cfg_nr_cursor.h"
 
 #include <string>
 #include <vector>
@@ -9,120 +9,111 @@
 namespace vek::nr_mod_lib
 {
 
-class lib_nr_carrier_configure_manager_t;
-class lib_nr_phy_numerology_configure_manager_t;
-class lib_nr_waveform_configure_manager_t;
-
-/// Cursor over the carriers' SS/PBCH blocks, of which each carrier has one. Owns nothing: every call looks its target
-/// up anew, so the façade stays valid while the list of carriers grows and shrinks. Setters return true when the stored
-/// value changed.
-class NR_MOD_LIB_EXPORT cfg_nr_dl_ssb_t
+/// Cursor over the carriers' SS/PBCH blocks, of which each carrier has one. Setters return true when the stored value
+/// changed.
+class NR_MOD_LIB_EXPORT cfg_nr_dl_ssb_t : public cfg_nr_single_cursor_t
 {
 public:
-    /// Stands on carrier 0; prints the line of `set_current_carrier_index` where there is none.
-    explicit cfg_nr_dl_ssb_t(lib_nr_waveform_configure_manager_t& waveform);
-
-    /// Back to carrier 0.
-    void init();
-
-    /// Moves the cursor; a line, false and no move where there is no such carrier.
-    bool set_current_carrier_index(unsigned int carrier);
+    explicit cfg_nr_dl_ssb_t(lib_nr_waveform_configure_manager_t& waveform)
+        : cfg_nr_single_cursor_t(waveform, "cfg_nr_dl_ssb_t")
+    {}
 
     /// Stays false at 60 kHz and below 20 resource blocks, where the block has no place.
     bool set_enable(bool enable);
-    bool get_enable() const;
+    bool get_enable() const { return _target().get_enable(); }
 
     /// Case B or C at 30 kHz; everywhere else the spacing decides.
-    bool set_ssb_pattern(lib_nr_ssb_case_t pattern);
+    bool set_ssb_pattern(lib_nr_ssb_case_t pattern) { return _target().set_ssb_pattern(pattern); }
     lib_nr_ssb_case_t get_ssb_pattern() const;
     std::vector<lib_nr_ssb_case_t> get_ssb_pattern_for_ui() const;
 
     /// Powers in dB by block index, such as "0,-3,1.5": the active indices take theirs, limited to -40 to 40. Reads
     /// back with all Lmax powers, two decimals.
-    bool set_power_boosting(const std::string& text);
-    std::string get_power_boosting() const;
+    bool set_power_boosting(const std::string& text) { return _target().set_power_boosting(text); }
+    std::string get_power_boosting() const { return _target().get_power_boosting_text(); }
 
     /// Power of the PSS in dB above its block, limited to -40 to 40.
-    bool set_pss_power_boosting(double power);
-    double get_pss_power_boosting() const;
+    bool set_pss_power_boosting(double power) { return _target().set_pss_power_boosting(power); }
+    double get_pss_power_boosting() const { return _target().get_pss_power_boosting(); }
 
     /// Sets the half frame index too: 255 at 5 ms, else 0.
-    bool set_periodicity(lib_ssb_periodicity_t periodicity);
-    lib_ssb_periodicity_t get_periodicity() const;
+    bool set_periodicity(lib_ssb_periodicity_t periodicity) { return _target().set_periodicity(periodicity); }
+    lib_ssb_periodicity_t get_periodicity() const { return _target().get_periodicity(); }
 
     /// 0 or 1 (for anything but 0); always 255, both half frames, at a periodicity of 5 ms.
-    bool set_half_frame_idx(unsigned char half_frame_idx);
-    unsigned char get_half_frame_idx() const;
+    bool set_half_frame_idx(unsigned char half_frame_idx) { return _target().set_half_frame_idx(half_frame_idx); }
+    unsigned char get_half_frame_idx() const { return _target().get_half_frame_idx(); }
 
     /// Block indices to send, such as "0,2:4"; indices from Lmax on drop out, and a text without any index changes
     /// nothing.
-    bool set_active_idx(const std::string& text);
-    std::string get_active_idx() const;
+    bool set_active_idx(const std::string& text) { return _target().set_active_idx(text); }
+    std::string get_active_idx() const { return _target().get_active_idx_text(); }
 
     /// Lmax follows from spacing, pattern and radio frequency, whatever is asked for. Resets the active indices to 0 to
     /// 3 and their powers to 0 dB.
     bool set_lmax(lib_nr_lmax_t lmax);
-    lib_nr_lmax_t get_lmax() const;
+    lib_nr_lmax_t get_lmax() const { return _target().get_lmax(); }
 
     /// Without coding the scrambled payload is sent bare, zeros behind it.
-    bool set_coding(bool coding);
-    bool get_coding() const;
+    bool set_coding(bool coding) { return _target().set_coding(coding); }
+    bool get_coding() const { return _target().get_coding(); }
 
     /// ssb-SubcarrierOffset of the MIB, at most 31.
-    bool set_ssb_subcarrier_offset(unsigned int offset);
-    unsigned int get_ssb_subcarrier_offset() const;
+    bool set_ssb_subcarrier_offset(unsigned int offset) { return _target().set_ssb_subcarrier_offset(offset); }
+    unsigned int get_ssb_subcarrier_offset() const { return _target().get_ssb_subcarrier_offset(); }
 
     /// The user's MIB bits, such as "1011"; a text without bits changes nothing.
-    bool set_data_source_custom(const std::string& text);
-    std::string get_data_source_custom() const;
+    bool set_data_source_custom(const std::string& text) { return _target().set_data_source_custom(text); }
+    std::string get_data_source_custom() const { return _target().get_data_source_custom_text(); }
 
     /// A spacing of the carrier's enabled numerologies; any other becomes the first of them. Resets what depends on it.
     bool set_numerology(lib_nr_numerology_type_t numerology);
-    lib_nr_numerology_type_t get_numerology() const;
+    lib_nr_numerology_type_t get_numerology() const { return _target().get_numerology(); }
 
     /// Whether the MIB is made from the fields here, or comes from the data source.
-    bool set_auto_cofig_mib(bool auto_cofig_mib);
-    bool get_auto_cofig_mib() const;
+    bool set_auto_cofig_mib(bool auto_cofig_mib) { return _target().set_auto_cofig_mib(auto_cofig_mib); }
+    bool get_auto_cofig_mib() const { return _target().get_auto_cofig_mib(); }
 
     /// Ignored while the MIB is automatic.
-    bool set_data_source(lib_nr_pn_seq_t data_source);
-    lib_nr_pn_seq_t get_data_source() const;
+    bool set_data_source(lib_nr_pn_seq_t data_source) { return _target().set_data_source(data_source); }
+    lib_nr_pn_seq_t get_data_source() const { return _target().get_data_source(); }
 
     /// dmrs-TypeA-Position of the MIB, 2 or 3.
-    bool set_dmrs_typea_position(unsigned int position);
-    unsigned int get_dmrs_typea_position() const;
+    bool set_dmrs_typea_position(unsigned int position) { return _target().set_dmrs_typea_position(position); }
+    unsigned int get_dmrs_typea_position() const { return _target().get_dmrs_typeA_position(); }
 
     /// pdcch-ConfigSIB1 of the MIB, at most 255.
-    bool set_pdcch_config_sib1(unsigned int config);
-    unsigned int get_pdcch_config_sib1() const;
+    bool set_pdcch_config_sib1(unsigned int config) { return _target().set_pdcch_config_sib1(config); }
+    unsigned int get_pdcch_config_sib1() const { return _target().get_pdcch_config_sib1(); }
 
-    bool set_cell_barred(bool cell_barred);
-    bool get_cell_barred() const;
+    bool set_cell_barred(bool cell_barred) { return _target().set_cell_barred(cell_barred); }
+    bool get_cell_barred() const { return _target().get_cell_barred(); }
 
-    bool set_intra_frequency_reselection(bool reselection);
-    bool get_intra_frequency_reselection() const;
+    bool set_intra_frequency_reselection(bool reselection)
+    {
+        return _target().set_intra_frequency_reselection(reselection);
+    }
+    bool get_intra_frequency_reselection() const { return _target().get_intra_freq_reselection(); }
 
     /// k_SSB in subcarriers of 15 kHz (FR1) or 60 kHz (FR2), limited by the spacing and by the room above the block.
     /// The MIB's ssb subcarrier offset takes the same value.
     bool set_kssb(unsigned int kssb);
-    unsigned int get_kssb() const;
+    unsigned int get_kssb() const { return _target().get_kssb(); }
 
     /// Lowest resource block of the block in RBs of 15 kHz (FR1) or 60 kHz (FR2). What reaches the limit becomes the
     /// limit, with a line, and resets kssb. The value that a reset leaves at the full width stands for the middle.
     bool set_rb_offset(unsigned int rb_offset);
-    unsigned int get_rb_offset() const;
+    unsigned int get_rb_offset() const { return _target().get_rb_offset(); }
 
     /// The common spacing of the MIB, which is the block's own.
     lib_nr_numerology_type_t get_subcarrier_spacing_common() const;
 
 private:
-    lib_nr_carrier_configure_manager_t& _carrier() const;
+    lib_nr_dl_ssb_configure_manager_t& _target() { return _carrier().get_dl_ssb(); }
+    const lib_nr_dl_ssb_configure_manager_t& _target() const { return _carrier().get_dl_ssb(); }
+    /// For the readers that bring the stored value up to date first.
+    lib_nr_dl_ssb_configure_manager_t& _stored() const;
     const lib_nr_phy_numerology_configure_manager_t& _numerology() const;
-    lib_nr_dl_ssb_configure_manager_t& _target();
-    const lib_nr_dl_ssb_configure_manager_t& _target() const;
-
-    lib_nr_waveform_configure_manager_t& m_waveform;
-    unsigned int m_current_carrier_index = 0;
 };
 
 } // namespace vek::nr_mod_lib

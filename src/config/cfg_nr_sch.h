@@ -1,36 +1,34 @@
 #pragma once
 
 #include "common/nr_mod_lib_export.h"
+#include "config/cfg_nr_cursor.h"
 
 namespace vek::nr_mod_lib
 {
 
-class lib_nr_sch_configure_manager_t;
-class lib_nr_waveform_configure_manager_t;
-
-/// Cursor over the shared channels of one direction. Owns nothing: every call looks its target up anew.
-class NR_MOD_LIB_EXPORT cfg_nr_sch_t
+/// Cursor over the shared channels of one direction.
+class NR_MOD_LIB_EXPORT cfg_nr_sch_t : public cfg_nr_cursor_t
 {
 public:
     virtual ~cfg_nr_sch_t();
 
-    /// Puts the cursor on the first channel of the first carrier.
-    void init();
     /// Moves the cursor; false, and no move, where an index lies past its list's end.
     virtual bool set_current_sch_index(unsigned int carrier, unsigned int index) = 0;
+    bool set_current_index(unsigned int carrier, unsigned int index) { return set_current_sch_index(carrier, index); }
 
-    bool get_enable() const;
+    bool get_enable() const { return _target().get_enable(); }
 
 protected:
-    explicit cfg_nr_sch_t(lib_nr_waveform_configure_manager_t& waveform);
+    template <class tested_t>
+    friend struct vek::test_peer_t;
+
+    using cfg_nr_cursor_t::cfg_nr_cursor_t;
     cfg_nr_sch_t(const cfg_nr_sch_t&) = default;
-    cfg_nr_sch_t& operator=(const cfg_nr_sch_t&) = delete;
 
+    /// The channel that the cursor stands on.
     virtual lib_nr_sch_configure_manager_t& _get_sch_manager() const = 0;
-
-    lib_nr_waveform_configure_manager_t& m_waveform;
-    unsigned int m_carrier_index = 0;
-    unsigned int m_sch_index = 0;
+    lib_nr_sch_configure_manager_t& _target() { return _get_sch_manager(); }
+    const lib_nr_sch_configure_manager_t& _target() const { return _get_sch_manager(); }
 };
 
 } // namespace vek::nr_mod_lib

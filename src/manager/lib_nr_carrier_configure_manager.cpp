@@ -226,18 +226,6 @@ bool lib_nr_carrier_configure_manager_t::set_numerology_rb_start(unsigned int in
 }
 
 lib_nr_phy_numerology_configure_manager_t&
-lib_nr_carrier_configure_manager_t::get_numerology_manager(unsigned int index)
-{
-    return entry_or_last(m_numerologies, index);
-}
-
-const lib_nr_phy_numerology_configure_manager_t&
-lib_nr_carrier_configure_manager_t::get_numerology_manager(unsigned int index) const
-{
-    return entry_or_last(m_numerologies, index);
-}
-
-lib_nr_phy_numerology_configure_manager_t&
 lib_nr_carrier_configure_manager_t::get_numerology_manager(lib_nr_numerology_type_t numerology)
 {
     return m_numerologies[_numerology_index(numerology)];

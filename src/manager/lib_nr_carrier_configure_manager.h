@@ -21,9 +21,12 @@
 #include "manager/lib_nr_ul_srs_configure_manager.h"
 #include "phy_common/lib_nr_phy_common.h"
 
+#include <algorithm>
 #include <cstddef>
 #include <cstdint>
 #include <string_view>
+#include <tuple>
+#include <type_traits>
 #include <vector>
 
 namespace vek::nr_mod_lib
@@ -134,8 +137,14 @@ public:
     bool set_numerology_guard_band(unsigned int index);
 
     unsigned int get_numerology_number() const { return static_cast<unsigned int>(m_numerologies.size()); }
-    lib_nr_phy_numerology_configure_manager_t& get_numerology_manager(unsigned int index);
-    const lib_nr_phy_numerology_configure_manager_t& get_numerology_manager(unsigned int index) const;
+    lib_nr_phy_numerology_configure_manager_t& get_numerology_manager(unsigned int index)
+    {
+        return _at(m_numerologies, index);
+    }
+    const lib_nr_phy_numerology_configure_manager_t& get_numerology_manager(unsigned int index) const
+    {
+        return _at(m_numerologies, index);
+    }
     /// The numerology of a spacing; without one a line and the last numerology.
     lib_nr_phy_numerology_configure_manager_t& get_numerology_manager(lib_nr_numerology_type_t numerology);
     const lib_nr_phy_numerology_configure_manager_t& get_numerology_manager(lib_nr_numerology_type_t numerology) const;
@@ -182,26 +191,52 @@ public:
     unsigned int get_ul_srs_number() const { return static_cast<unsigned int>(m_ul_srss.size()); }
     unsigned int get_ul_prach_number() const { return static_cast<unsigned int>(m_ul_prachs.size()); }
 
-    lib_nr_dl_bwp_configure_manager_t& get_dl_bwp(unsigned int index);
-    const lib_nr_dl_bwp_configure_manager_t& get_dl_bwp(unsigned int index) const;
-    lib_nr_dl_dci_configure_manager_t& get_dl_dci(unsigned int index);
-    const lib_nr_dl_dci_configure_manager_t& get_dl_dci(unsigned int index) const;
-    lib_nr_dl_sch_configure_manager_t& get_dl_sch(unsigned int index);
-    const lib_nr_dl_sch_configure_manager_t& get_dl_sch(unsigned int index) const;
-    lib_nr_dl_csirs_configure_manager_t& get_dl_csirs(unsigned int index);
-    const lib_nr_dl_csirs_configure_manager_t& get_dl_csirs(unsigned int index) const;
-    lib_nr_dl_prs_configure_manager_t& get_dl_prs(unsigned int index);
-    const lib_nr_dl_prs_configure_manager_t& get_dl_prs(unsigned int index) const;
-    lib_nr_ul_bwp_configure_manager_t& get_ul_bwp(unsigned int index);
-    const lib_nr_ul_bwp_configure_manager_t& get_ul_bwp(unsigned int index) const;
-    lib_nr_ul_pucch_configure_manager_t& get_ul_pucch(unsigned int index);
-    const lib_nr_ul_pucch_configure_manager_t& get_ul_pucch(unsigned int index) const;
-    lib_nr_ul_sch_configure_manager_t& get_ul_sch(unsigned int index);
-    const lib_nr_ul_sch_configure_manager_t& get_ul_sch(unsigned int index) const;
-    lib_nr_ul_srs_configure_manager_t& get_ul_srs(unsigned int index);
-    const lib_nr_ul_srs_configure_manager_t& get_ul_srs(unsigned int index) const;
-    lib_nr_ul_prach_configure_manager_t& get_ul_prach(unsigned int index);
-    const lib_nr_ul_prach_configure_manager_t& get_ul_prach(unsigned int index) const;
+    lib_nr_dl_bwp_configure_manager_t& get_dl_bwp(unsigned int index) { return _at(m_dl_bwps, index); }
+    const lib_nr_dl_bwp_configure_manager_t& get_dl_bwp(unsigned int index) const { return _at(m_dl_bwps, index); }
+    lib_nr_dl_dci_configure_manager_t& get_dl_dci(unsigned int index) { return _at(m_dl_dcis, index); }
+    const lib_nr_dl_dci_configure_manager_t& get_dl_dci(unsigned int index) const { return _at(m_dl_dcis, index); }
+    lib_nr_dl_sch_configure_manager_t& get_dl_sch(unsigned int index) { return _at(m_dl_schs, index); }
+    const lib_nr_dl_sch_configure_manager_t& get_dl_sch(unsigned int index) const { return _at(m_dl_schs, index); }
+    lib_nr_dl_csirs_configure_manager_t& get_dl_csirs(unsigned int index) { return _at(m_dl_csirss, index); }
+    const lib_nr_dl_csirs_configure_manager_t& get_dl_csirs(unsigned int index) const
+    {
+        return _at(m_dl_csirss, index);
+    }
+    lib_nr_dl_prs_configure_manager_t& get_dl_prs(unsigned int index) { return _at(m_dl_prss, index); }
+    const lib_nr_dl_prs_configure_manager_t& get_dl_prs(unsigned int index) const { return _at(m_dl_prss, index); }
+    lib_nr_ul_bwp_configure_manager_t& get_ul_bwp(unsigned int index) { return _at(m_ul_bwps, index); }
+    const lib_nr_ul_bwp_configure_manager_t& get_ul_bwp(unsigned int index) const { return _at(m_ul_bwps, index); }
+    lib_nr_ul_pucch_configure_manager_t& get_ul_pucch(unsigned int index) { return _at(m_ul_pucchs, index); }
+    const lib_nr_ul_pucch_configure_manager_t& get_ul_pucch(unsigned int index) const
+    {
+        return _at(m_ul_pucchs, index);
+    }
+    lib_nr_ul_sch_configure_manager_t& get_ul_sch(unsigned int index) { return _at(m_ul_schs, index); }
+    const lib_nr_ul_sch_configure_manager_t& get_ul_sch(unsigned int index) const { return _at(m_ul_schs, index); }
+    lib_nr_ul_srs_configure_manager_t& get_ul_srs(unsigned int index) { return _at(m_ul_srss, index); }
+    const lib_nr_ul_srs_configure_manager_t& get_ul_srs(unsigned int index) const { return _at(m_ul_srss, index); }
+    lib_nr_ul_prach_configure_manager_t& get_ul_prach(unsigned int index) { return _at(m_ul_prachs, index); }
+    const lib_nr_ul_prach_configure_manager_t& get_ul_prach(unsigned int index) const
+    {
+        return _at(m_ul_prachs, index);
+    }
+
+    /// The list of the entries of a type, numerologies included, for what goes over all kinds of them alike.
+    template <class entry_t>
+    unsigned int get_entry_number() const
+    {
+        return static_cast<unsigned int>(_list_of<entry_t>(*this).size());
+    }
+    template <class entry_t>
+    entry_t& get_entry(unsigned int index)
+    {
+        return _at(_list_of<entry_t>(*this), index);
+    }
+    template <class entry_t>
+    const entry_t& get_entry(unsigned int index) const
+    {
+        return _at(_list_of<entry_t>(*this), index);
+    }
 
     /// The initial BWP, entry 0, is neither copied nor removed, and entry 1 always exists. A removal numbers the BWPs
     /// anew; channels keep their number, and one past the end becomes 0. A copy keeps the id of its source.
@@ -278,6 +313,22 @@ public:
 
 private:
     friend struct vek::test_peer_t<lib_nr_carrier_configure_manager_t>;
+
+    /// The last entry for an index past the end.
+    template <class list_t>
+    static auto _at(list_t& list, std::size_t index) -> decltype(list[index])
+    {
+        return list[std::min(index, list.size() - 1)];
+    }
+    template <class entry_t, class carrier_t>
+    static auto& _list_of(carrier_t& carrier)
+    {
+        using list_t = std::conditional_t<std::is_const_v<carrier_t>, const std::vector<entry_t>, std::vector<entry_t>>;
+        return std::get<list_t&>(std::tie(carrier.m_numerologies, carrier.m_dl_bwps, carrier.m_dl_dcis,
+                                          carrier.m_dl_schs, carrier.m_dl_csirss, carrier.m_dl_prss, carrier.m_ul_bwps,
+                                          carrier.m_ul_pucchs, carrier.m_ul_schs, carrier.m_ul_srss,
+                                          carrier.m_ul_prachs));
+    }
 
     bool _is_single_numerology() const { return m_numerology_mode == LIB_NR_NUMBEROLOGY_MODE_SINGLE; }
     void _init_numerology_list();

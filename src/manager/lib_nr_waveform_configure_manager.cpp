@@ -201,6 +201,11 @@ bool lib_nr_waveform_configure_manager_t::set_cfr_filter_mask_data_arr(
     return get_cfr_filter_mask_data_arr() != mask_before;
 }
 
+void lib_nr_waveform_configure_manager_t::refit_cfr_filter_mask()
+{
+    set_cfr_filter_mask_data_arr(get_cfr_filter_mask_data_arr());
+}
+
 const std::vector<std::pair<double, double>>& lib_nr_waveform_configure_manager_t::get_cfr_filter_mask_data_arr() const
 {
     return m_cfr_setting.get_filter_mask_data_arr();

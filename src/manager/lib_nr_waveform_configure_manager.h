@@ -82,6 +82,8 @@ public:
     /// count.
     bool set_cfr_filter_mask_data_arr(const std::vector<std::pair<double, double>>& mask);
     const std::vector<std::pair<double, double>>& get_cfr_filter_mask_data_arr() const;
+    /// Holds the mask and the block size to the sample rate, after a change that may have moved it.
+    void refit_cfr_filter_mask();
     const common_lib::lib_crest_factor_reduce_setting_t& get_crest_factor_reduction_setting() const
     {
         return m_cfr_setting;

@@ -17,78 +17,11 @@
 #include "config/cfg_nr_ul_srs.h"
 #include "manager/lib_nr_waveform_configure_manager.h"
 #include "support/captured_output.h"
+#include "support/facade_cursors.h"
 
 #include <gtest/gtest.h>
 
 #include <string>
-
-namespace vek
-{
-
-using namespace nr_mod_lib;
-
-template <>
-struct test_peer_t<cfg_nr_dl_dci_t>
-{
-    static const void* target(const cfg_nr_dl_dci_t& facade) { return &facade._target(); }
-};
-template <>
-struct test_peer_t<cfg_nr_dl_csirs_t>
-{
-    static const void* target(const cfg_nr_dl_csirs_t& facade) { return &facade._target(); }
-};
-template <>
-struct test_peer_t<cfg_nr_dl_prs_t>
-{
-    static const void* target(const cfg_nr_dl_prs_t& facade) { return &facade._target(); }
-};
-template <>
-struct test_peer_t<cfg_nr_dl_sch_t>
-{
-    static const void* target(const cfg_nr_dl_sch_t& facade) { return &facade._get_pdsch_manager(); }
-};
-template <>
-struct test_peer_t<cfg_nr_ul_bwp_t>
-{
-    static const void* target(const cfg_nr_ul_bwp_t& facade) { return &facade._get_bwp_manager(); }
-};
-template <>
-struct test_peer_t<cfg_nr_ul_pucch_t>
-{
-    static const void* target(const cfg_nr_ul_pucch_t& facade) { return &facade._get_pucch_manager(); }
-};
-template <>
-struct test_peer_t<cfg_nr_ul_sch_t>
-{
-    static const void* target(const cfg_nr_ul_sch_t& facade) { return &facade._get_pusch_manager(); }
-};
-template <>
-struct test_peer_t<cfg_nr_ul_srs_t>
-{
-    static const void* target(const cfg_nr_ul_srs_t& facade) { return &facade._target(); }
-};
-template <>
-struct test_peer_t<cfg_nr_prach_t>
-{
-    static const void* target(const cfg_nr_prach_t& facade) { return &facade._get_prach_manager(); }
-};
-template <>
-struct test_peer_t<cfg_nr_ul_guard_band_t>
-{
-    static const void* target(const cfg_nr_ul_guard_band_t& facade) { return &facade._get_guard_band_manager(); }
-};
-template <>
-struct test_peer_t<cfg_nr_dl_bwp_t>
-{
-    static const void* target(const cfg_nr_dl_bwp_t& facade) { return &facade._target(); }
-};
-template <>
-struct test_peer_t<cfg_nr_dl_coreset_t>
-{
-    static const void* target(const cfg_nr_dl_coreset_t& facade) { return &facade._target(); }
-};
-
-} // namespace vek
 
 namespace
 {
@@ -121,7 +54,7 @@ protected:
     void _expect_cursor(bool (facade_t::*set_current)(unsigned int, unsigned int), entry_t entry)
     {
         facade_t facade(m_waveform);
-        const auto target = [&] { return vek::test_peer_t<facade_t>::target(facade); };
+        const auto target = [&]() -> const void* { return &nr_test::target_of(facade); };
         const auto wanted = [&](unsigned int carrier, unsigned int index) -> const void* {
             return &entry(m_waveform.get_carrier(carrier), index);
         };
@@ -177,16 +110,14 @@ TEST_F(channel_cursors, lists)
         [](carrier_t & c, unsigned int i) -> auto& { return c.get_ul_prach(i); });
     _expect_cursor(
         &cfg_nr_ul_guard_band_t::set_current_guard_band_index,
-        [](carrier_t & c, unsigned int i) -> auto& { return c.get_numerology_manager(i).get_ul_guard_band(); });
+        [](carrier_t & c, unsigned int i) -> auto& { return c.get_numerology_manager(i); });
 }
 
 TEST_F(channel_cursors, a_bwp_brings_its_first_coreset)
 {
     cfg_nr_dl_bwp_t bwp(m_waveform);
     m_waveform.get_carrier(1).set_coreset_number(2, 2);
-    const auto target = [](const cfg_nr_dl_coreset_t* coreset) {
-        return vek::test_peer_t<cfg_nr_dl_coreset_t>::target(*coreset);
-    };
+    const auto target = [](const cfg_nr_dl_coreset_t* coreset) -> const void* { return &nr_test::target_of(*coreset); };
     const auto wanted = [&](unsigned int carrier, unsigned int index, unsigned int coreset) -> const void* {
         return &m_waveform.get_carrier(carrier).get_dl_bwp(index).get_coreset(coreset);
     };
