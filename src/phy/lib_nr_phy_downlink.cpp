@@ -71,9 +71,7 @@ bool lib_nr_phy_t::_nr_dl_ssb_re_map(unsigned int frame, unsigned int carrier, u
         return true;
     }
     return _for_each_ssb(frame, carrier, numerology, LIB_NR_REMAPP_MODE_UI_VIEW_MAP, [&](unsigned int index) {
-        m_ssb_process._init_ssb_symbol();
         m_ssb_process._dl_phy_ssb_remap(index, LIB_NR_REMAPP_MODE_UI_VIEW_MAP);
-        m_ssb_process._clear();
         return true;
     });
 }

@@ -1,5 +1,6 @@
 #include "phy_dl/lib_nr_dl_phy_ssb_process.h"
 
+#include "common/lib_bounded_cast.h"
 #include "common/lib_prbs_code.h"
 #include "manager/lib_nr_carrier_configure_manager.h"
 #include "manager/lib_nr_phy_numerology_configure_manager.h"
@@ -33,6 +34,8 @@ constexpr double k_highest_low_band_frequency = 3e9;
 constexpr unsigned int k_sequence_length = 127;          // PSS and SSS
 constexpr unsigned int k_first_sequence_subcarrier = 56; // of both, in the block
 constexpr unsigned int k_first_sss_subcarrier = 48;      // that the PBCH leaves to the SSS and its guard
+constexpr unsigned int k_sss_subcarriers = 144;
+constexpr double k_beyond_any_grid = 1e9; // in subcarriers
 
 constexpr unsigned int k_mib_bits = 24;
 constexpr unsigned int k_payload_bits = 32;
@@ -119,7 +122,7 @@ std::vector<unsigned char>::iterator put_bits(std::vector<unsigned char>::iterat
 const std::vector<lib_nr_dl_phy_ssb_process_t::row_t> lib_nr_dl_phy_ssb_process_t::s_pss_rows = {
     {0, 0, k_block_subcarriers}};
 const std::vector<lib_nr_dl_phy_ssb_process_t::row_t> lib_nr_dl_phy_ssb_process_t::s_sss_rows = {
-    {2, k_first_sss_subcarrier, 144}};
+    {2, k_first_sss_subcarrier, k_sss_subcarriers}};
 const std::vector<lib_nr_dl_phy_ssb_process_t::row_t> lib_nr_dl_phy_ssb_process_t::s_pbch_and_dmrs_rows = {
     {1, 0, k_block_subcarriers}, {2, 0, 48}, {2, 192, 48}, {3, 0, k_block_subcarriers}};
 
@@ -146,10 +149,8 @@ void lib_nr_dl_phy_ssb_process_t::set_waveform_config(unsigned int carrier_index
     set_center_frequency(waveform.get_radio_frequency() + carrier.get_frequency_offset_hz());
     set_ssb_pattern(ssb.get_ssb_pattern());
     set_lmax(ssb.get_lmax());
-    set_active_index(ssb.get_active_idx());
     set_pwr_boosting(ssb.get_power_boosting());
     set_pss_pwr_boosting(ssb.get_pss_power_boosting());
-    set_periodicity(ssb.get_periodicity());
     set_rb_offset(ssb.get_rb_offset());
     set_kssb(ssb.get_kssb());
     set_coding(ssb.get_coding());
@@ -195,43 +196,17 @@ bool lib_nr_dl_phy_ssb_process_t::ssb_encode_process(unsigned int block_index)
         _nr_dl_pbch_dmrs_generation(block_index);
         succeeded = _dl_phy_pbch_process(block_index);
         if (succeeded)
-            _dl_phy_ssb_remap(block_index, LIB_NR_REMAPP_MODE_ENCODE_MAP);
+            _map(block_index, LIB_NR_REMAPP_MODE_ENCODE_MAP);
     }
     _clear();
     return succeeded;
 }
 
-void lib_nr_dl_phy_ssb_process_t::_init()
-{
-    m_kept_position.assign(8, 0);
-    m_kept_value.assign(8, 0);
-    m_mib_data.assign(k_mib_bits, 0);
-    m_payload.assign(k_payload_bits, 0);
-    m_scrambled.assign(k_payload_bits, 0);
-    m_crc.clear();
-    m_coded.assign(k_coded_bits, 0);
-    m_pss.assign(k_sequence_length, 0.0);
-    m_sss.assign(k_sequence_length, 0.0);
-    m_dmrs.assign(k_dmrs_symbols, 0.0);
-    m_pbch.assign(k_pbch_symbols, 0.0);
-}
+void lib_nr_dl_phy_ssb_process_t::_init() { m_work.emplace(); }
 
-void lib_nr_dl_phy_ssb_process_t::_clear()
-{
-    m_kept_position.clear();
-    m_kept_value.clear();
-    m_mib_data.clear();
-    m_payload.clear();
-    m_scrambled.clear();
-    m_crc.clear();
-    m_coded.clear();
-    m_pss.clear();
-    m_sss.clear();
-    m_dmrs.clear();
-    m_pbch.clear();
-    m_ssb_symbol_list.clear();
-}
+void lib_nr_dl_phy_ssb_process_t::_clear() { m_work.reset(); }
 
+/// Fills the list of the candidates' first symbols in a half frame; empty, and a line, for a case that doesn't exist.
 void lib_nr_dl_phy_ssb_process_t::_init_ssb_symbol()
 {
     m_ssb_symbol_list = get_symbol_list(m_ssb_pattern, m_center_frequency <= k_highest_low_band_frequency);
@@ -243,8 +218,9 @@ void lib_nr_dl_phy_ssb_process_t::_init_ssb_symbol()
 void lib_nr_dl_phy_ssb_process_t::_nr_dl_pss_generation()
 {
     const unsigned int shift = 43 * (m_pci % 3);
+    m_work->pss.resize(k_sequence_length);
     for (unsigned int n = 0; n < k_sequence_length; ++n)
-        m_pss[n] = get_sign(k_pss_sequence, n + shift);
+        m_work->pss[n] = get_sign(k_pss_sequence, n + shift);
 }
 
 // TS 38.211 clause 7.4.2.3.1
@@ -254,8 +230,9 @@ void lib_nr_dl_phy_ssb_process_t::_nr_dl_sss_generation()
     const unsigned int n_id_2 = m_pci % 3;
     const unsigned int m_0 = 15 * (n_id_1 / 112) + 5 * n_id_2;
     const unsigned int m_1 = n_id_1 % 112;
+    m_work->sss.resize(k_sequence_length);
     for (unsigned int n = 0; n < k_sequence_length; ++n)
-        m_sss[n] = get_sign(k_sss_sequence_0, n + m_0) * get_sign(k_sss_sequence_1, n + m_1);
+        m_work->sss[n] = get_sign(k_sss_sequence_0, n + m_0) * get_sign(k_sss_sequence_1, n + m_1);
 }
 
 // TS 38.211 clause 7.4.1.4.1
@@ -263,8 +240,8 @@ void lib_nr_dl_phy_ssb_process_t::_nr_dl_pbch_dmrs_generation(unsigned int block
 {
     const unsigned int i = _get_v_from_block(block_index);
     const unsigned int c_init = (((m_pci >> 2) + 1) * (i + 1) * 32 + (i + 1)) * 64 + (m_pci & 3);
-    lib_nr_sequence_generator_t::generate_pseudo_random_sequence(c_init, 2 * k_dmrs_symbols, m_sequence);
-    lib_nr_modulator_t(LIB_NR_MODULATION_QPSK).deal_nr_modulation(m_sequence, m_dmrs);
+    lib_nr_sequence_generator_t::generate_pseudo_random_sequence(c_init, 2 * k_dmrs_symbols, m_work->sequence);
+    lib_nr_modulator_t(LIB_NR_MODULATION_QPSK).deal_nr_modulation(m_work->sequence, m_work->dmrs);
 }
 
 bool lib_nr_dl_phy_ssb_process_t::_dl_phy_pbch_process(unsigned int block_index)
@@ -272,21 +249,20 @@ bool lib_nr_dl_phy_ssb_process_t::_dl_phy_pbch_process(unsigned int block_index)
     _nr_dl_mib_data_source_generation();
     _dl_phy_pbch_payload_generation(block_index);
     _dl_phy_pbch_interleave();
-    _dl_phy_pbch_scrambling(0, block_index, m_scrambled);
+    _dl_phy_pbch_scrambling(0, block_index, m_work->scrambled);
     if (!_dl_phy_pbch_coding())
         return false;
-    _dl_phy_pbch_scrambling(1, block_index, m_coded);
-    lib_nr_modulator_t(LIB_NR_MODULATION_QPSK).deal_nr_modulation(m_coded, m_pbch);
+    _dl_phy_pbch_scrambling(1, block_index, m_work->coded);
+    lib_nr_modulator_t(LIB_NR_MODULATION_QPSK).deal_nr_modulation(m_work->coded, m_work->pbch);
     return true;
 }
 
 void lib_nr_dl_phy_ssb_process_t::_nr_dl_mib_data_source_generation()
 {
-    m_mib_data.assign(k_mib_bits, 0);
     if (m_auto_cofig_mib) {
         // The MIB of TS 38.331 clause 6.2.2, behind the bit that selects it in the BCCH-BCH message.
         const lib_nr_numerology_type_t wide_spacing = m_lmax == LIB_NR_LMAX_64 ? LIB_NR_SCS_120K : LIB_NR_SCS_30K;
-        auto place = put_bits(m_mib_data.begin(), 0, 1);
+        auto place = put_bits(m_work->mib_data.begin(), 0, 1);
         place = put_bits(place, m_system_frame >> 4, 6);
         place = put_bits(place, m_subcarrier_spacing_common == wide_spacing, 1);
         place = put_bits(place, m_ssb_subcarrier_offset, 4);
@@ -295,7 +271,7 @@ void lib_nr_dl_phy_ssb_process_t::_nr_dl_mib_data_source_generation()
         place = put_bits(place, m_cell_barred, 1);
         place = put_bits(place, m_intra_frequency_reselection, 1);
         put_bits(place, 0, 1);
-        std::reverse(m_mib_data.begin(), m_mib_data.end());
+        std::reverse(m_work->mib_data.begin(), m_work->mib_data.end());
         return;
     }
 
@@ -318,7 +294,7 @@ void lib_nr_dl_phy_ssb_process_t::_nr_dl_mib_data_source_generation()
         break;
     case LIB_NR_USER_CFG:
         std::copy_n(m_data_source_custom.begin(), std::min<std::size_t>(m_data_source_custom.size(), k_mib_bits),
-                    m_mib_data.begin());
+                    m_work->mib_data.begin());
         return;
     default:
         std::cout << "_nr_dl_mib_data_source_generation : Error PN code!" << std::endl;
@@ -328,13 +304,13 @@ void lib_nr_dl_phy_ssb_process_t::_nr_dl_mib_data_source_generation()
     prbs.set_custom_primitive_polynomial_enable(true);
     prbs.set_prbs_primitive_polynomial(taps);
     prbs.set_prbs_seed_to_default();
-    prbs.generate_prbs_code(k_mib_bits, m_mib_data);
+    prbs.generate_prbs_code(k_mib_bits, m_work->mib_data);
 }
 
 // TS 38.212 clause 7.1.1
 void lib_nr_dl_phy_ssb_process_t::_dl_phy_pbch_payload_generation(unsigned int block_index)
 {
-    auto place = std::reverse_copy(m_mib_data.begin(), m_mib_data.end(), m_payload.begin());
+    auto place = std::reverse_copy(m_work->mib_data.begin(), m_work->mib_data.end(), m_work->payload.begin());
     place = put_bits(place, m_system_frame, 4);
     place = put_bits(place, m_half_frame_idx, 1);
     if (m_lmax == LIB_NR_LMAX_64) {
@@ -363,10 +339,9 @@ void lib_nr_dl_phy_ssb_process_t::_dl_phy_pbch_interleave()
             j = block_bit++;
         else
             j = other_bit++;
-        m_scrambled[pattern[j]] = m_payload[i];
+        m_work->scrambled[pattern[j]] = m_work->payload[i];
         if (i >= k_mib_bits) {
-            m_kept_position[i - k_mib_bits] = pattern[j];
-            m_kept_value[i - k_mib_bits] = m_payload[i];
+            m_work->kept_position[i - k_mib_bits] = static_cast<std::uint8_t>(pattern[j]);
         }
     }
 }
@@ -388,9 +363,9 @@ void lib_nr_dl_phy_ssb_process_t::_dl_phy_pbch_scrambling(unsigned int kind, uns
     if (kind == 1) {
         const std::size_t offset = std::size_t(_get_v_from_block(block_index)) * k_coded_bits;
         lib_nr_sequence_generator_t::generate_pseudo_random_sequence(
-            m_pci, static_cast<unsigned int>(offset + bits.size()), m_sequence);
+            m_pci, static_cast<unsigned int>(offset + bits.size()), m_work->sequence);
         for (std::size_t i = 0; i < bits.size(); ++i)
-            bits[i] ^= m_sequence[offset + i];
+            bits[i] ^= m_work->sequence[offset + i];
         return;
     }
     if (kind != 0) {
@@ -403,37 +378,39 @@ void lib_nr_dl_phy_ssb_process_t::_dl_phy_pbch_scrambling(unsigned int kind, uns
     const unsigned int m = !is_lmax_known ? 0 : is_lmax_64 ? 26 : 29;
     std::array<bool, k_payload_bits> is_kept = {};
     for (const std::size_t i : {1U, 2U, 4U})
-        is_kept[static_cast<std::size_t>(m_kept_position[i])] = true;
+        is_kept[static_cast<std::size_t>(m_work->kept_position[i])] = true;
     if (is_lmax_64)
         for (const std::size_t i : {5U, 6U, 7U})
-            is_kept[static_cast<std::size_t>(m_kept_position[i])] = true;
+            is_kept[static_cast<std::size_t>(m_work->kept_position[i])] = true;
 
     const unsigned int offset = _get_v_from_frame() * m;
-    lib_nr_sequence_generator_t::generate_pseudo_random_sequence(m_pci, offset + k_payload_bits, m_sequence);
+    lib_nr_sequence_generator_t::generate_pseudo_random_sequence(m_pci, offset + k_payload_bits, m_work->sequence);
     std::size_t j = offset;
     for (std::size_t i = 0; i < k_payload_bits; ++i)
         if (!is_kept[i])
-            bits[i] ^= m_sequence[j++];
+            bits[i] ^= m_work->sequence[j++];
 }
 
 // TS 38.212 clauses 7.1.3 to 7.1.5
 bool lib_nr_dl_phy_ssb_process_t::_dl_phy_pbch_coding()
 {
     if (!m_coding) {
-        m_coded.assign(k_coded_bits, 0);
-        std::copy(m_scrambled.begin(), m_scrambled.end(), m_coded.begin());
+        m_work->coded.assign(k_coded_bits, 0);
+        std::copy(m_work->scrambled.begin(), m_work->scrambled.end(), m_work->coded.begin());
         return true;
     }
 
     lib_nr_crc_calculator_t crc;
     crc.set_crc_type(LIB_NR_CRC_TYPE_24C);
-    crc.deal_crc_attachment(m_scrambled, m_crc);
+    crc.deal_crc_attachment(m_work->scrambled, m_work->crc);
 
     lib_nr_polar_rate_match_t rate_match;
     rate_match.set_i_bil(0);
     rate_match.set_polar_coding_input_lentgh(k_checked_bits);
     rate_match.set_rate_match_output_length(k_coded_bits);
-    if (!m_polar_coding.deal_polar_coding(m_crc, m_sequence) || !rate_match.deal_rate_matching(m_sequence, m_coded)) {
+    if (!m_polar_coding.deal_polar_coding(m_work->crc, m_work->sequence) ||
+        !rate_match.deal_rate_matching(m_work->sequence, m_work->coded))
+    {
         std::cout << "error!!!pdcch polor fail" << std::endl;
         return false;
     }
@@ -463,18 +440,15 @@ void lib_nr_dl_phy_ssb_process_t::_cal_rboffset_position()
     }
 
     const double offset = irb * k_subcarriers_per_rb * (reference_spacing / m_scs_hz) + k;
-    const double offset_rb = offset / k_subcarriers_per_rb;
-    m_first_rb = static_cast<std::int64_t>(std::floor(offset_rb));
-    m_end_rb = m_first_rb + k_block_rb_number + (offset_rb == std::floor(offset_rb) ? 0 : 1);
-
     // Taken in 32 bits; where the resource blocks don't start at 0 it wraps, and means a negative number.
     const std::uint32_t grid_shift = 2 * m_k0 - k_subcarriers_per_rb * m_rb_start;
-    m_first_subcarrier = static_cast<std::int64_t>(std::floor(offset + static_cast<std::int32_t>(grid_shift)));
+    m_first_subcarrier = common_lib::bounded_cast<std::int32_t>(
+        std::clamp(std::floor(offset + static_cast<std::int32_t>(grid_shift)), -k_beyond_any_grid, k_beyond_any_grid));
 }
 
 bool lib_nr_dl_phy_ssb_process_t::_is_exist_ssb(unsigned int block_index) const
 {
-    return m_numerology == m_ssb_numerology && block_index < m_ssb_symbol_list.size();
+    return m_numerology == m_ssb_numerology && m_half_frame_idx < 2 && block_index < m_ssb_symbol_list.size();
 }
 
 double lib_nr_dl_phy_ssb_process_t::_get_amplitude(unsigned int block_index, double boosting) const
@@ -483,60 +457,42 @@ double lib_nr_dl_phy_ssb_process_t::_get_amplitude(unsigned int block_index, dou
     return std::pow(10.0, (power + boosting) / 20.0);
 }
 
-std::int64_t lib_nr_dl_phy_ssb_process_t::_get_first_symbol(unsigned int block_index) const
-{
-    const auto symbols_in_half_frame = static_cast<std::int64_t>(m_scs_hz / 15000.0) * 70;
-    return symbols_in_half_frame * m_half_frame_idx + m_ssb_symbol_list[block_index];
-}
-
 /// The one source of the block's cells, for the view and for the payload.
-void lib_nr_dl_phy_ssb_process_t::_list_resource_elements(unsigned int block_index, const std::vector<row_t>& rows)
+const std::vector<lib_nr_resource_run_t>& lib_nr_dl_phy_ssb_process_t::_list_runs(unsigned int block_index,
+                                                                                  const std::vector<row_t>& rows)
 {
-    m_elements.clear();
-    const std::int64_t first_symbol = _get_first_symbol(block_index);
+    const auto half_frame_symbols = static_cast<std::uint32_t>(m_scs_hz / 15000.0) * 70;
+    const std::uint32_t first_symbol = half_frame_symbols * m_half_frame_idx + m_ssb_symbol_list[block_index];
+    m_runs.clear();
     for (const row_t& row : rows)
-        for (unsigned int k = 0; k < row.subcarrier_number; ++k)
-            m_elements.push_back({first_symbol + row.symbol, m_first_subcarrier + row.first_subcarrier + k});
+        m_runs.push_back({first_symbol + row.symbol,
+                          m_first_subcarrier + static_cast<std::int32_t>(row.first_subcarrier), row.subcarrier_number});
+    return m_runs;
 }
 
 /// The view shows whole resource blocks in the symbols that the block fills from end to end.
-void lib_nr_dl_phy_ssb_process_t::_extend_to_whole_rb(unsigned int block_index, const std::vector<row_t>& rows)
+bool lib_nr_dl_phy_ssb_process_t::_mark(unsigned int block_index, const std::vector<row_t>& rows)
 {
-    const std::int64_t width = lib_nr_channel_resource_manager_t::get_inst().get_mapped_subcarrier_number();
-    const auto add = [&](std::int64_t symbol, std::int64_t first, std::int64_t end) {
-        for (std::int64_t k = std::max<std::int64_t>(first, 0); k < std::min(end, width); ++k)
-            m_elements.push_back({symbol, k});
-    };
-    for (const row_t& row : rows) {
-        if (row.subcarrier_number != k_block_subcarriers)
+    _list_runs(block_index, rows);
+    constexpr auto k_rb = static_cast<std::int32_t>(k_subcarriers_per_rb);
+    for (lib_nr_resource_run_t& run : m_runs) {
+        if (run.count != k_block_subcarriers)
             continue;
-        const std::int64_t symbol = _get_first_symbol(block_index) + row.symbol;
-        add(symbol, m_first_rb * k_subcarriers_per_rb, m_first_subcarrier);
-        add(symbol, m_first_subcarrier + k_block_subcarriers, m_end_rb * k_subcarriers_per_rb);
+        const std::int32_t above_rb_start = (run.first_subcarrier % k_rb + k_rb) % k_rb;
+        run.first_subcarrier -= above_rb_start;
+        if (above_rb_start != 0)
+            run.count += k_subcarriers_per_rb;
     }
+    return lib_nr_channel_resource_manager_t::get_inst().mark_runs(m_runs, LIB_NR_RESOURCE_MAPPING_SSB);
 }
 
-bool lib_nr_dl_phy_ssb_process_t::_mark()
+/// Writes `m_symbols`, row by row.
+void lib_nr_dl_phy_ssb_process_t::_write(unsigned int block_index, const std::vector<row_t>& rows, double amplitude)
 {
-    lib_nr_channel_resource_manager_t& grid = lib_nr_channel_resource_manager_t::get_inst();
-    const std::int64_t symbol_number = grid.get_mapped_symbol_number();
-    const std::int64_t subcarrier_number = grid.get_mapped_subcarrier_number();
-    m_marks.clear();
-    for (const resource_element_t& element : m_elements)
-        if (element.symbol < symbol_number && element.subcarrier >= 0 && element.subcarrier < subcarrier_number)
-            m_marks.push_back(
-                {static_cast<std::uint16_t>(element.symbol), static_cast<std::uint16_t>(element.subcarrier)});
-    return grid.deal_resource_mapping(m_marks, LIB_NR_RESOURCE_MAPPING_SSB);
-}
-
-void lib_nr_dl_phy_ssb_process_t::_write()
-{
-    auto& payload = lib_nr_channel_resource_manager_t::get_inst().get_payload_mapping();
-    for (std::size_t i = 0; i < m_elements.size(); ++i) {
-        const auto symbol = static_cast<std::size_t>(m_elements[i].symbol);
-        const auto subcarrier = static_cast<std::size_t>(m_elements[i].subcarrier); // a negative one becomes huge
-        if (symbol < payload.size() && subcarrier < payload[symbol].size())
-            payload[symbol][subcarrier] = m_symbols[i];
+    const std::complex<double>* values = m_symbols.data();
+    for (const lib_nr_resource_run_t& run : _list_runs(block_index, rows)) {
+        lib_nr_channel_resource_manager_t::get_inst().write_run(run, values, amplitude);
+        values += run.count;
     }
 }
 
@@ -546,63 +502,57 @@ bool lib_nr_dl_phy_ssb_process_t::_dl_phy_ssb_remap(unsigned int block_index, li
         std::cout << "lib_nr_dl_phy_ssb_process_t::_dl_phy_ssb_remap : Error RE map mode!" << std::endl;
         return false;
     }
-    if (!_is_exist_ssb(block_index) || (mode == LIB_NR_REMAPP_MODE_ENCODE_MAP && m_pbch.empty()))
+    _init_ssb_symbol();
+    if (!_is_exist_ssb(block_index) || (mode == LIB_NR_REMAPP_MODE_ENCODE_MAP && !m_work))
         return true;
+    return _map(block_index, mode);
+}
 
+bool lib_nr_dl_phy_ssb_process_t::_map(unsigned int block_index, lib_nr_remap_mode_t mode)
+{
     _cal_rboffset_position();
-    const bool is_pss_mapped = _dl_phy_ssb_pss_remap(block_index, mode);
-    const bool is_sss_mapped = _dl_phy_ssb_sss_remap(block_index, mode);
-    const bool is_pbch_mapped = _dl_phy_ssb_pbch_and_dmrs_remap(block_index, mode);
-    return is_pss_mapped && is_sss_mapped && is_pbch_mapped;
+    bool is_mapped = _dl_phy_ssb_pss_remap(block_index, mode);
+    is_mapped &= _dl_phy_ssb_sss_remap(block_index, mode);
+    is_mapped &= _dl_phy_ssb_pbch_and_dmrs_remap(block_index, mode);
+    return is_mapped;
 }
 
 bool lib_nr_dl_phy_ssb_process_t::_dl_phy_ssb_pss_remap(unsigned int block_index, lib_nr_remap_mode_t mode)
 {
-    _list_resource_elements(block_index, s_pss_rows);
-    if (mode == LIB_NR_REMAPP_MODE_UI_VIEW_MAP) {
-        _extend_to_whole_rb(block_index, s_pss_rows);
-        return _mark();
-    }
+    if (mode == LIB_NR_REMAPP_MODE_UI_VIEW_MAP)
+        return _mark(block_index, s_pss_rows);
 
-    const double amplitude = _get_amplitude(block_index, m_pss_power_boosting);
-    m_symbols.assign(m_elements.size(), 0.0);
-    for (std::size_t n = 0; n < k_sequence_length; ++n)
-        m_symbols[k_first_sequence_subcarrier + n] = amplitude * m_pss[n];
-    _write();
+    m_symbols.assign(k_block_subcarriers, 0.0);
+    std::copy(m_work->pss.begin(), m_work->pss.end(), m_symbols.begin() + k_first_sequence_subcarrier);
+    _write(block_index, s_pss_rows, _get_amplitude(block_index, m_pss_power_boosting));
     return true;
 }
 
 bool lib_nr_dl_phy_ssb_process_t::_dl_phy_ssb_sss_remap(unsigned int block_index, lib_nr_remap_mode_t mode)
 {
-    _list_resource_elements(block_index, s_sss_rows);
     if (mode == LIB_NR_REMAPP_MODE_UI_VIEW_MAP)
-        return _mark();
+        return _mark(block_index, s_sss_rows);
 
-    const double amplitude = _get_amplitude(block_index, 0.0);
-    m_symbols.assign(m_elements.size(), 0.0);
-    for (std::size_t n = 0; n < k_sequence_length; ++n)
-        m_symbols[k_first_sequence_subcarrier - k_first_sss_subcarrier + n] = amplitude * m_sss[n];
-    _write();
+    m_symbols.assign(k_sss_subcarriers, 0.0);
+    std::copy(m_work->sss.begin(), m_work->sss.end(),
+              m_symbols.begin() + (k_first_sequence_subcarrier - k_first_sss_subcarrier));
+    _write(block_index, s_sss_rows, _get_amplitude(block_index, 0.0));
     return true;
 }
 
 bool lib_nr_dl_phy_ssb_process_t::_dl_phy_ssb_pbch_and_dmrs_remap(unsigned int block_index, lib_nr_remap_mode_t mode)
 {
-    _list_resource_elements(block_index, s_pbch_and_dmrs_rows);
-    if (mode == LIB_NR_REMAPP_MODE_UI_VIEW_MAP) {
-        _extend_to_whole_rb(block_index, s_pbch_and_dmrs_rows);
-        return _mark();
-    }
+    if (mode == LIB_NR_REMAPP_MODE_UI_VIEW_MAP)
+        return _mark(block_index, s_pbch_and_dmrs_rows);
 
-    // Every row begins at a multiple of four, so every fourth cell of the list is a DMRS cell.
-    const double amplitude = _get_amplitude(block_index, 0.0);
+    // Every row begins at a multiple of four, so every fourth cell of the rows is a DMRS cell.
     const unsigned int dmrs_place = m_pci % 4;
-    m_symbols.resize(m_elements.size());
-    auto dmrs = m_dmrs.begin();
-    auto pbch = m_pbch.begin();
+    m_symbols.resize(k_dmrs_symbols + k_pbch_symbols);
+    auto dmrs = m_work->dmrs.begin();
+    auto pbch = m_work->pbch.begin();
     for (std::size_t i = 0; i < m_symbols.size(); ++i)
-        m_symbols[i] = amplitude * (i % 4 == dmrs_place ? *dmrs++ : *pbch++);
-    _write();
+        m_symbols[i] = i % 4 == dmrs_place ? *dmrs++ : *pbch++;
+    _write(block_index, s_pbch_and_dmrs_rows, _get_amplitude(block_index, 0.0));
     return true;
 }
 

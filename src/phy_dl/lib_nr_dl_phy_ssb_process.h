@@ -8,8 +8,10 @@
 #include "phy_common/lib_nr_pn_seq.h"
 #include "phy_common/lib_nr_polar_coding.h"
 
+#include <array>
 #include <complex>
 #include <cstdint>
+#include <optional>
 #include <vector>
 
 namespace vek::nr_mod_lib
@@ -20,9 +22,11 @@ class lib_nr_waveform_configure_manager_t;
 /// Builds one SS/PBCH block at a time (PSS, SSS, PBCH with its DMRS) and writes it into the resource grid, or marks its
 /// cells for the view: TS 38.211 clauses 7.3.3 and 7.4.2 to 7.4.3, TS 38.212 clause 7.1.
 ///
-/// `set_waveform_config` takes a snapshot of plain values; then `ssb_encode_process` writes a block, or, for the view,
-/// `_init_ssb_symbol`, `_dl_phy_ssb_remap` and `_clear` mark one. What lies outside the grid is left out. In the pass
-/// of a numerology other than the block's own there is nothing to send, so nothing is written or marked.
+/// `set_waveform_config` takes a snapshot of plain values, good for all blocks of a half frame; then
+/// `ssb_encode_process` writes a block, or, for the view, `_dl_phy_ssb_remap` marks one. What lies outside the grid is
+/// left out; the view prints the grid's line for it. In the pass of a numerology other than the block's own, and in a
+/// half frame above 1, there is nothing to send, so nothing is written or marked. A process fresh from its constructor
+/// holds a valid block.
 class NR_MOD_LIB_EXPORT lib_nr_dl_phy_ssb_process_t
 {
 public:
@@ -37,14 +41,10 @@ public:
     /// polar coder fails.
     bool ssb_encode_process(unsigned int block_index);
 
-    /// Fills the list of the candidates' first symbols in a half frame, TS 38.213 clause 4.1; empty, and a line, for a
-    /// case that doesn't exist.
-    void _init_ssb_symbol();
-    /// Marks the block's cells, whole resource blocks in the symbols of PSS and PBCH, or writes the symbols that the
-    /// work vectors hold. False where a cell was taken; false and a line for an unknown mode.
+    /// For the view, marks the block's cells, and in the symbols of PSS and full PBCH all of the resource blocks that
+    /// hold them; false where a cell was taken or lay outside. The other mode writes the block that is in work, and
+    /// there is none between blocks. False and a line for an unknown mode.
     bool _dl_phy_ssb_remap(unsigned int block_index, lib_nr_remap_mode_t mode);
-    /// Empties the work vectors.
-    void _clear();
 
     // The fields of the snapshot one by one. They store what they are given.
     void set_system_frame(unsigned int system_frame) { m_system_frame = system_frame; }
@@ -54,11 +54,12 @@ public:
     void set_center_frequency(double frequency) { m_center_frequency = frequency; }
     void set_ssb_pattern(lib_nr_ssb_case_t pattern) { m_ssb_pattern = pattern; }
     void set_lmax(lib_nr_lmax_t lmax) { m_lmax = lmax; }
-    void set_active_index(const std::vector<int>& active_index) { m_active_index = active_index; }
+    /// Which blocks are sent and in which frames is up to the caller: neither value is kept.
+    void set_active_index(const std::vector<int>&) {}
+    void set_periodicity(lib_ssb_periodicity_t) {}
     /// In dB, by block index.
     void set_pwr_boosting(const std::vector<double>& power) { m_power_boosting = power; }
     void set_pss_pwr_boosting(double power) { m_pss_power_boosting = power; }
-    void set_periodicity(lib_ssb_periodicity_t periodicity) { m_periodicity = periodicity; }
     void set_rb_offset(unsigned int rb_offset) { m_rb_offset = rb_offset; }
     void set_kssb(unsigned int kssb) { m_kssb = kssb; }
     void set_coding(bool coding) { m_coding = coding; }
@@ -90,11 +91,20 @@ private:
         unsigned int first_subcarrier;
         unsigned int subcarrier_number;
     };
-    /// A cell that the block wants; it may lie outside the grid.
-    struct resource_element_t
+    /// What one block is made of, from the MIB to its symbols.
+    struct work_t
     {
-        std::int64_t symbol;     ///< in the frame
-        std::int64_t subcarrier; ///< from the grid's lowest
+        std::array<std::uint8_t, 8> kept_position{}; ///< where payload bits 24 to 31 go when interleaved
+        bits_t mib_data = bits_t(24);                ///< the last bit first
+        bits_t payload = bits_t(32);
+        bits_t scrambled = bits_t(32);
+        bits_t crc;
+        bits_t coded;
+        symbols_t pss; ///< 127 real values
+        symbols_t sss; ///< 127 real values
+        symbols_t dmrs;
+        symbols_t pbch;
+        bits_t sequence; ///< Gold and polar bits in passing
     };
 
     static const std::vector<row_t> s_pss_rows;
@@ -102,6 +112,8 @@ private:
     static const std::vector<row_t> s_pbch_and_dmrs_rows;
 
     void _init();
+    void _clear();
+    void _init_ssb_symbol();
 
     void _nr_dl_pss_generation();
     void _nr_dl_sss_generation();
@@ -119,11 +131,10 @@ private:
     void _cal_rboffset_position();
     bool _is_exist_ssb(unsigned int block_index) const;
     double _get_amplitude(unsigned int block_index, double boosting) const;
-    std::int64_t _get_first_symbol(unsigned int block_index) const;
-    void _list_resource_elements(unsigned int block_index, const std::vector<row_t>& rows);
-    void _extend_to_whole_rb(unsigned int block_index, const std::vector<row_t>& rows);
-    bool _mark();
-    void _write();
+    const std::vector<lib_nr_resource_run_t>& _list_runs(unsigned int block_index, const std::vector<row_t>& rows);
+    bool _mark(unsigned int block_index, const std::vector<row_t>& rows);
+    void _write(unsigned int block_index, const std::vector<row_t>& rows, double amplitude);
+    bool _map(unsigned int block_index, lib_nr_remap_mode_t mode);
     bool _dl_phy_ssb_pss_remap(unsigned int block_index, lib_nr_remap_mode_t mode);
     bool _dl_phy_ssb_sss_remap(unsigned int block_index, lib_nr_remap_mode_t mode);
     bool _dl_phy_ssb_pbch_and_dmrs_remap(unsigned int block_index, lib_nr_remap_mode_t mode);
@@ -134,10 +145,8 @@ private:
     double m_center_frequency = 1e9;
     lib_nr_ssb_case_t m_ssb_pattern = NR_SSB_CASE_B;
     lib_nr_lmax_t m_lmax = LIB_NR_LMAX_4;
-    std::vector<int> m_active_index;
     std::vector<double> m_power_boosting;
     double m_pss_power_boosting = 0.0;
-    lib_ssb_periodicity_t m_periodicity = LIB_NR_SSB_10MS_PERIODICITY;
     std::uint32_t m_rb_offset = 0;
     std::uint32_t m_kssb = 0;
     bool m_coding = true;
@@ -157,30 +166,14 @@ private:
     bool m_intra_frequency_reselection = false;
     lib_nr_channel_bw_type_t m_bandwidth = LIB_NR_CHANNEL_FR1_100M;
 
-    // Work of one block.
-    std::vector<int> m_kept_position; // where payload bits 24 to 31 go when interleaved, and their values
-    std::vector<int> m_kept_value;
-    bits_t m_mib_data; // the last bit first
-    bits_t m_payload;
-    bits_t m_scrambled;
-    bits_t m_crc;
-    bits_t m_coded;
-    std::vector<double> m_pss;
-    std::vector<double> m_sss;
-    symbols_t m_dmrs;
-    symbols_t m_pbch;
     std::vector<unsigned int> m_ssb_symbol_list;
-    double m_scs_hz = 0.0;
-    std::int64_t m_first_rb = 0;
-    std::int64_t m_end_rb = 0;
-    std::int64_t m_first_subcarrier = 0;
+    double m_scs_hz = 30000.0; ///< of the pass
+    std::int32_t m_first_subcarrier = 0;
 
-    // Storage that one block after the other reuses.
+    std::optional<work_t> m_work; ///< none between blocks
     lib_nr_polar_coding_t m_polar_coding;
-    bits_t m_sequence;
-    std::vector<resource_element_t> m_elements;
+    std::vector<lib_nr_resource_run_t> m_runs;
     symbols_t m_symbols;
-    std::vector<lib_nr_resource_element_index_t> m_marks;
 };
 
 } // namespace vek::nr_mod_lib

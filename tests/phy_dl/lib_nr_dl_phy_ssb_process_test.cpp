@@ -491,10 +491,7 @@ public:
     }
     bool view(unsigned int block_index)
     {
-        process._init_ssb_symbol();
-        const bool result = process._dl_phy_ssb_remap(block_index, LIB_NR_REMAPP_MODE_UI_VIEW_MAP);
-        process._clear();
-        return result;
+        return process._dl_phy_ssb_remap(block_index, LIB_NR_REMAPP_MODE_UI_VIEW_MAP);
     }
     bool is_marked(unsigned int symbol, unsigned int k) const
     {
@@ -625,13 +622,14 @@ TEST(ssb, powers_are_those_of_the_block_index)
 // The view holds the block's cells, guards included, and in the symbols of PSS and full PBCH whole resource blocks.
 TEST(ssb, view_marks_the_blocks_cells_and_fills_up_resource_blocks)
 {
-    ssb_grid_t grid(LIB_NR_SCS_30K, LIB_NR_CHANNEL_FR1_20M, 51);
-    for (const auto& [rb_offset, kssb] : {std::pair{9u, 0u}, std::pair{8u, 0u}, std::pair{8u, 10u}}) {
-        grid.clear();
+    for (const auto& [rb_start, rb_offset, kssb] :
+         {std::tuple{0u, 9u, 0u}, std::tuple{0u, 8u, 0u}, std::tuple{0u, 8u, 10u}, std::tuple{3u, 14u, 2u}})
+    {
+        ssb_grid_t grid(LIB_NR_SCS_30K, LIB_NR_CHANNEL_FR1_20M, 51 - rb_start, rb_start);
         grid.process.set_rb_offset(rb_offset);
         grid.process.set_kssb(kssb);
         EXPECT_TRUE(grid.view(3));
-        const unsigned int first = rb_offset * 6 + kssb / 2;
+        const unsigned int first = rb_offset * 6 + kssb / 2 - 12 * rb_start;
         const unsigned int first_whole = first / 12 * 12;
         const unsigned int end_whole = (first + 240 + 11) / 12 * 12;
         for (unsigned int l = 0; l < 280; ++l)
@@ -642,8 +640,8 @@ TEST(ssb, view_marks_the_blocks_cells_and_fills_up_resource_blocks)
                     (is_full && k >= first_whole && k < end_whole) || (is_in_symbols && k >= first && k < first + 240);
                 ASSERT_EQ(grid.is_marked(l, k), expected) << "symbol " << l << ", subcarrier " << k;
             }
+        EXPECT_FALSE(grid.view(3)); // the cells are taken
     }
-    EXPECT_FALSE(grid.view(3)); // the cells are taken
 }
 
 TEST(ssb, default_offset_stands_for_the_middle)
@@ -664,7 +662,7 @@ TEST(ssb, default_offset_stands_for_the_middle)
     EXPECT_EQ(fr2.output(), "bw is FR2 type!\n_cal_rboffset_position, rb_offset 12 is default,irb_offset = 12.0.\n\n");
 }
 
-// Whatever the settings, nothing lands outside the grid, and what lies inside is the block's own.
+// Whatever the settings, nothing lands outside the grid, and what lies inside is the block's own. The view says so.
 TEST(ssb, parts_outside_the_grid_are_left_out)
 {
     struct row_t
@@ -687,10 +685,11 @@ TEST(ssb, parts_outside_the_grid_are_left_out)
         grid.process.set_rb_offset(row.rb_offset);
         grid.process.set_half_frame_idx(row.half_frame);
         EXPECT_TRUE(grid.process.ssb_encode_process(1)) << row.rb_offset;
-        EXPECT_TRUE(grid.view(1)) << row.rb_offset;
+        const bool is_whole = row.symbols == 127 + 127 + 576 || row.half_frame > 1;
+        EXPECT_EQ(grid.view(1), is_whole) << row.rb_offset;
         EXPECT_EQ(grid.count_symbols(), row.symbols) << row.rb_offset << " of " << row.rb_size;
         EXPECT_EQ(grid.count_marks() > 0, row.symbols > 0) << row.rb_offset;
-        EXPECT_EQ(grid.output().find("out of range"), std::string::npos);
+        EXPECT_EQ(grid.output().find("subcarrier index out of range") == std::string::npos, is_whole);
     }
 }
 
@@ -708,11 +707,16 @@ TEST(ssb, nothing_is_sent_where_there_is_no_block)
     EXPECT_TRUE(grid.process.ssb_encode_process(0));
     EXPECT_EQ(grid.output(), "_init_ssb_symbol: default configuration ! ssb_pattern invalid\n");
     grid.process.set_ssb_pattern(NR_SSB_CASE_B);
-    grid.process._init_ssb_symbol();
     EXPECT_FALSE(grid.process._dl_phy_ssb_remap(0, static_cast<lib_nr_remap_mode_t>(2)));
     EXPECT_TRUE(grid.output().ends_with("lib_nr_dl_phy_ssb_process_t::_dl_phy_ssb_remap : Error RE map mode!\n"));
     EXPECT_TRUE(grid.process._dl_phy_ssb_remap(0, LIB_NR_REMAPP_MODE_ENCODE_MAP)); // nothing generated yet
     EXPECT_EQ(grid.count_symbols() + grid.count_marks(), 0u);
+    lib_nr_dl_phy_ssb_process_t fresh;
+    EXPECT_TRUE(fresh._dl_phy_ssb_remap(0, LIB_NR_REMAPP_MODE_UI_VIEW_MAP));
+    EXPECT_EQ(grid.count_marks(), 3u * 240 + 240);
+    fresh.set_half_frame_idx(0xFFFFFFFFu);
+    EXPECT_TRUE(fresh.ssb_encode_process(0));
+    EXPECT_EQ(grid.count_symbols(), 0u);
 }
 
 } // namespace
