@@ -1,12 +1,12 @@
 #include "phy_dl/lib_nr_dl_phy_ssb_process.h"
 
 #include "common/lib_bounded_cast.h"
-#include "common/lib_prbs_code.h"
 #include "manager/lib_nr_carrier_configure_manager.h"
 #include "manager/lib_nr_phy_numerology_configure_manager.h"
 #include "manager/lib_nr_waveform_configure_manager.h"
 #include "phy_common/lib_nr_crc_calculator.h"
 #include "phy_common/lib_nr_modulator.h"
+#include "phy_common/lib_nr_pn_payload.h"
 #include "phy_common/lib_nr_polar_rate_match.h"
 #include "phy_common/lib_nr_sequence_generator.h"
 #include "phy_common/tables/lib_nr_pbch_interleaver_pattern.h"
@@ -275,36 +275,10 @@ void lib_nr_dl_phy_ssb_process_t::_nr_dl_mib_data_source_generation()
         return;
     }
 
-    std::vector<unsigned int> taps;
-    switch (m_data_source) {
-    case LIB_NR_PN9_ITU:
-        taps = {9, 4};
-        break;
-    case LIB_NR_PN9:
-        taps = {9, 5};
-        break;
-    case LIB_NR_PN11:
-        taps = {11, 2};
-        break;
-    case LIB_NR_PN15:
-        taps = {15, 14};
-        break;
-    case LIB_NR_PN23:
-        taps = {23, 5};
-        break;
-    case LIB_NR_USER_CFG:
-        std::copy_n(m_data_source_custom.begin(), std::min<std::size_t>(m_data_source_custom.size(), k_mib_bits),
-                    m_work->mib_data.begin());
-        return;
-    default:
+    if (!lib_nr_pn_payload_t(m_data_source, m_data_source_custom).generate(k_mib_bits, m_work->mib_data)) {
         std::cout << "_nr_dl_mib_data_source_generation : Error PN code!" << std::endl;
-        return;
+        m_work->mib_data.assign(k_mib_bits, 0);
     }
-    common_lib::lib_prbs_code_t prbs;
-    prbs.set_custom_primitive_polynomial_enable(true);
-    prbs.set_prbs_primitive_polynomial(taps);
-    prbs.set_prbs_seed_to_default();
-    prbs.generate_prbs_code(k_mib_bits, m_work->mib_data);
 }
 
 // TS 38.212 clause 7.1.1
