@@ -239,16 +239,7 @@ bool lib_nr_dl_ssb_configure_manager_t::set_lmax(lib_nr_numerology_type_t numero
 
 bool lib_nr_dl_ssb_configure_manager_t::set_active_idx(const std::string& text)
 {
-    std::vector<int> active_idx;
-    std::string active_idx_text;
-    lib_common_list_parse_t::string_to_index_list_in_range(text, active_idx, active_idx_text, 0,
-                                                           static_cast<int>(m_lmax) - 1);
-    bool changed = false;
-    if (!active_idx.empty()) {
-        changed = active_idx != m_active_idx || active_idx_text != m_active_idx_text;
-        m_active_idx = std::move(active_idx);
-        m_active_idx_text = std::move(active_idx_text);
-    }
+    const bool changed = assign_index_text(m_active_idx, m_active_idx_text, text, m_lmax);
     set_power_boosting(std::string(m_power_boosting_text));
     return changed;
 }
@@ -371,12 +362,7 @@ bool lib_nr_dl_ssb_configure_manager_t::set_auto_cofig_mib(bool auto_cofig_mib)
 
 bool lib_nr_dl_ssb_configure_manager_t::set_data_source_custom(const std::string& text)
 {
-    std::vector<unsigned char> bits;
-    lib_common_list_parse_t::string_to_bit_list(text, bits);
-    if (bits.empty())
-        return false;
-    m_data_source_custom_text = lib_common_list_parse_t::bit_list_to_string(bits);
-    return assign(m_data_source_custom, bits);
+    return assign_bit_text(m_data_source_custom, m_data_source_custom_text, text);
 }
 
 bool lib_nr_dl_ssb_configure_manager_t::set_data_source(lib_nr_pn_seq_t data_source)

@@ -1,7 +1,10 @@
 #pragma once
 
+#include "common/lib_common_list_parse.h"
+
 #include <algorithm>
 #include <cstddef>
+#include <string>
 #include <type_traits>
 #include <vector>
 
@@ -20,6 +23,32 @@ bool assign(field_t& field, const std::common_type_t<field_t>& value)
         return false;
     field = value;
     return true;
+}
+
+/// Reads a selection, such as the slots "0:2,5", of the indices below `count` from a text; a text without any of them
+/// leaves list and stored text as they are. True where either changed.
+template <class index_t>
+bool assign_index_text(std::vector<index_t>& list, std::string& stored_text, const std::string& text,
+                       unsigned int count)
+{
+    std::vector<index_t> read;
+    std::string read_text;
+    if (!common_lib::lib_common_list_parse_t::string_to_index_list_in_range(text, read, read_text, 0,
+                                                                            static_cast<int>(count) - 1))
+        return false;
+    const bool changed = assign(stored_text, read_text);
+    return assign(list, read) || changed;
+}
+
+/// Reads bits, such as "100", from a text, which is stored without separators; a text without bits leaves both as they
+/// are. True where the bits changed.
+inline bool assign_bit_text(std::vector<unsigned char>& bits, std::string& stored_text, const std::string& text)
+{
+    std::vector<unsigned char> read;
+    if (!common_lib::lib_common_list_parse_t::string_to_bit_list(text, read))
+        return false;
+    stored_text = common_lib::lib_common_list_parse_t::bit_list_to_string(read);
+    return assign(bits, read);
 }
 
 /// The entry at the index, or the last one for an index past the end. The list must not be empty.
