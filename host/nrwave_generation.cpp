@@ -1,9 +1,9 @@
 #include "host/nrwave_generation.h"
 
+#include "config/cfg_nr_enum_name_maps.h"
 #include "host/nrwave_failure.h"
 #include "phy/lib_nr_resource_manager.h"
 
-#include <array>
 #include <new>
 #include <string>
 
@@ -16,9 +16,6 @@ namespace
 {
 
 constexpr std::uint64_t k_most_samples = std::uint64_t{1} << 31;
-
-constexpr std::array<const char*, k_owners> k_owner_names = {"EMPTY", "SSB",   "PDCCH", "CSIRS", "PDSCH",
-                                                             "PRS",   "PUCCH", "PUSCH", "SRS",   "CONFLICT"};
 
 std::string conflict_line()
 {
@@ -76,6 +73,12 @@ resource_map_t map_of(cfg_nr_waveform_t& waveform, lib_nr_phy_t& engine, unsigne
     return map;
 }
 
-const char* owner_name(std::uint8_t owner) { return owner < k_owners ? k_owner_names[owner] : "EMPTY"; }
+const char* owner_name(std::uint8_t owner)
+{
+    constexpr std::size_t prefix = std::char_traits<char>::length("LIB_NR_RESOURCE_MAPPING_");
+    const auto& names = g_lib_nr_channel_resource_mapping_type_t_name_map;
+    const auto name = names.find(static_cast<lib_nr_channel_resource_mapping_type_t>(owner));
+    return name == names.end() ? "EMPTY" : name->second.c_str() + prefix;
+}
 
 } // namespace nrwave

@@ -51,6 +51,20 @@ const enum_names_t<lib_nr_remap_mode_t> g_lib_nr_remap_mode_t_name_map = name_ma
     {LIB_NR_REMAPP_MODE_ENCODE_MAP, "LIB_NR_REMAPP_MODE_ENCODE_MAP"},
 });
 
+const enum_names_t<lib_nr_channel_resource_mapping_type_t> g_lib_nr_channel_resource_mapping_type_t_name_map =
+    name_map<lib_nr_channel_resource_mapping_type_t>({
+        {LIB_NR_RESOURCE_MAPPING_EMPTY, "LIB_NR_RESOURCE_MAPPING_EMPTY"},
+        {LIB_NR_RESOURCE_MAPPING_SSB, "LIB_NR_RESOURCE_MAPPING_SSB"},
+        {LIB_NR_RESOURCE_MAPPING_PDCCH, "LIB_NR_RESOURCE_MAPPING_PDCCH"},
+        {LIB_NR_RESOURCE_MAPPING_CSIRS, "LIB_NR_RESOURCE_MAPPING_CSIRS"},
+        {LIB_NR_RESOURCE_MAPPING_PDSCH, "LIB_NR_RESOURCE_MAPPING_PDSCH"},
+        {LIB_NR_RESOURCE_MAPPING_PRS, "LIB_NR_RESOURCE_MAPPING_PRS"},
+        {LIB_NR_RESOURCE_MAPPING_PUCCH, "LIB_NR_RESOURCE_MAPPING_PUCCH"},
+        {LIB_NR_RESOURCE_MAPPING_PUSCH, "LIB_NR_RESOURCE_MAPPING_PUSCH"},
+        {LIB_NR_RESOURCE_MAPPING_SRS, "LIB_NR_RESOURCE_MAPPING_SRS"},
+        {LIB_NR_RESOURCE_MAPPING_CONFLICT, "LIB_NR_RESOURCE_MAPPING_CONFLICT"},
+    });
+
 const enum_names_t<lib_carrier_type_t> g_lib_carrier_type_t_name_map = name_map<lib_carrier_type_t>({
     {LIB_NR_DOWNLINK, "LIB_NR_DOWNLINK"},
     {LIB_NR_UPLINK, "LIB_NR_UPLINK"},

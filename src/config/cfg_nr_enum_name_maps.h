@@ -33,6 +33,8 @@ extern NR_MOD_LIB_EXPORT const enum_names_t<lib_nr_dl_dci_reg_bundle_size_t> g_l
 extern NR_MOD_LIB_EXPORT const enum_names_t<lib_nr_dl_dci_interleaver_size_t>
     g_lib_nr_dl_dci_interleaver_size_t_name_map;
 extern NR_MOD_LIB_EXPORT const enum_names_t<lib_nr_remap_mode_t> g_lib_nr_remap_mode_t_name_map;
+extern NR_MOD_LIB_EXPORT const enum_names_t<lib_nr_channel_resource_mapping_type_t>
+    g_lib_nr_channel_resource_mapping_type_t_name_map;
 extern NR_MOD_LIB_EXPORT const enum_names_t<lib_carrier_type_t> g_lib_carrier_type_t_name_map;
 extern NR_MOD_LIB_EXPORT const enum_names_t<lib_ssb_periodicity_t> g_lib_ssb_periodicity_t_name_map;
 extern NR_MOD_LIB_EXPORT const enum_names_t<lib_nr_antenna_port_t> g_lib_nr_antenna_port_t_name_map;
@@ -70,6 +72,10 @@ inline const auto& enum_name_map(lib_nr_dl_dci_interleaver_size_t)
     return g_lib_nr_dl_dci_interleaver_size_t_name_map;
 }
 inline const auto& enum_name_map(lib_nr_remap_mode_t) { return g_lib_nr_remap_mode_t_name_map; }
+inline const auto& enum_name_map(lib_nr_channel_resource_mapping_type_t)
+{
+    return g_lib_nr_channel_resource_mapping_type_t_name_map;
+}
 inline const auto& enum_name_map(lib_carrier_type_t) { return g_lib_carrier_type_t_name_map; }
 inline const auto& enum_name_map(lib_ssb_periodicity_t) { return g_lib_ssb_periodicity_t_name_map; }
 inline const auto& enum_name_map(lib_nr_antenna_port_t) { return g_lib_nr_antenna_port_t_name_map; }

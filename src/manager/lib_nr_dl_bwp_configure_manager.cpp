@@ -41,7 +41,7 @@ bool lib_nr_dl_bwp_configure_manager_t::set_bwp_id(unsigned int id) { return ass
 bool lib_nr_dl_bwp_configure_manager_t::set_numerology(const lib_nr_phy_numerology_configure_manager_t& numerology)
 {
     const bool changed = assign(m_numerology, numerology.get_numerolgy());
-    if (m_numerology != LIB_NR_SCS_60K)
+    if (!lib_nr_phy_common_t::has_extended_prefix(m_numerology))
         m_cp_type = LIB_NR_NORMAL_CP;
     _update_rb_limit(numerology.get_rb_start(), numerology.get_rb_size());
     return changed;
@@ -49,7 +49,7 @@ bool lib_nr_dl_bwp_configure_manager_t::set_numerology(const lib_nr_phy_numerolo
 
 bool lib_nr_dl_bwp_configure_manager_t::set_cp_type(lib_nr_cyclic_prefix_type_t cp_type)
 {
-    return m_numerology == LIB_NR_SCS_60K && assign(m_cp_type, cp_type);
+    return lib_nr_phy_common_t::has_extended_prefix(m_numerology) && assign(m_cp_type, cp_type);
 }
 
 bool lib_nr_dl_bwp_configure_manager_t::set_bwp_rb_start(unsigned int value, unsigned int limit_start,

@@ -20,10 +20,8 @@ using common_lib::lib_common_list_parse_t;
 namespace
 {
 
-constexpr unsigned int k_subcarriers_per_rb = 12;
 constexpr unsigned int k_largest_unlimited = std::numeric_limits<std::int32_t>::max();
 constexpr double k_default_frequency = 1e9;
-constexpr double k_largest_frequency_of_lmax_4 = 3e9;
 constexpr double k_power_limit = 40.0;
 
 /// Resource blocks that the block leaves free. A numerology too narrow for the block leaves none.
@@ -37,11 +35,9 @@ unsigned int get_spare_rb_number(unsigned int rb_size)
 unsigned int get_max_rb_offset(lib_nr_numerology_type_t numerology, lib_nr_channel_bw_type_t bandwidth,
                                unsigned int rb_size)
 {
-    std::uint64_t reference_spacing = 15000;
-    if (lib_nr_phy_common_t::get_freq_range_type(bandwidth) != NR_FR1) {
-        reference_spacing = 60000;
+    if (lib_nr_phy_common_t::get_freq_range_type(bandwidth) != NR_FR1)
         std::cout << "current frequency range within FR2" << std::endl;
-    }
+    const std::uint64_t reference_spacing = lib_nr_phy_common_t::get_reference_scs_hz(bandwidth);
     const std::uint64_t spacing = lib_nr_phy_common_t::get_scs_hz_value(numerology);
     const std::uint64_t max_offset = get_spare_rb_number(rb_size) * spacing / reference_spacing;
     return static_cast<unsigned int>(std::min<std::uint64_t>(max_offset, k_largest_unlimited));
@@ -70,7 +66,7 @@ std::vector<lib_nr_ssb_case_t> get_ssb_pattern_list(lib_nr_numerology_type_t num
 
 lib_nr_lmax_t get_lmax_by_frequency(double frequency)
 {
-    return frequency <= k_largest_frequency_of_lmax_4 ? LIB_NR_LMAX_4 : LIB_NR_LMAX_8;
+    return lib_nr_phy_common_t::is_up_to_3_ghz(frequency) ? LIB_NR_LMAX_4 : LIB_NR_LMAX_8;
 }
 
 std::string power_list_to_text(const std::vector<double>& powers)

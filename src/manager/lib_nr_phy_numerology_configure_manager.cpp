@@ -58,7 +58,7 @@ unsigned int lib_nr_phy_numerology_configure_manager_t::get_occupied_bandwidth()
 
 std::vector<lib_nr_cyclic_prefix_type_t> lib_nr_phy_numerology_configure_manager_t::get_cp_type_list() const
 {
-    if (m_numerology == LIB_NR_SCS_60K)
+    if (lib_nr_phy_common_t::has_extended_prefix(m_numerology))
         return {LIB_NR_NORMAL_CP, LIB_NR_EXTEND_CP};
     return {LIB_NR_NORMAL_CP};
 }

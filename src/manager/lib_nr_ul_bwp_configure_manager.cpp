@@ -51,7 +51,7 @@ bool lib_nr_ul_bwp_configure_manager_t::set_bwp_name(const std::string& name) { 
 bool lib_nr_ul_bwp_configure_manager_t::set_numerology(const lib_nr_phy_numerology_configure_manager_t& numerology)
 {
     m_numerology = numerology.get_numerolgy();
-    if (m_numerology != LIB_NR_SCS_60K)
+    if (!lib_nr_phy_common_t::has_extended_prefix(m_numerology))
         m_cp_type = LIB_NR_NORMAL_CP;
     const unsigned int rb_start = numerology.get_rb_start();
     const unsigned int rb_size = numerology.get_rb_size();
@@ -62,7 +62,7 @@ bool lib_nr_ul_bwp_configure_manager_t::set_numerology(const lib_nr_phy_numerolo
 
 bool lib_nr_ul_bwp_configure_manager_t::set_cp_type(lib_nr_cyclic_prefix_type_t cp_type)
 {
-    return m_numerology == LIB_NR_SCS_60K && assign(m_cp_type, cp_type);
+    return lib_nr_phy_common_t::has_extended_prefix(m_numerology) && assign(m_cp_type, cp_type);
 }
 
 bool lib_nr_ul_bwp_configure_manager_t::set_rb_offset(unsigned int value, unsigned int rb_start, unsigned int rb_size)

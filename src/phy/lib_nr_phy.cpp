@@ -5,6 +5,7 @@
 #include "common/lib_common_signal_process.h"
 #include "common/lib_complex_product.h"
 #include "phy/lib_nr_circular_addition.h"
+#include "phy/lib_nr_phy_steps.h"
 #include "phy/lib_nr_prach_resource_manager.h"
 #include "phy/lib_nr_resource_manager.h"
 
@@ -22,13 +23,6 @@ using common_lib::lib_common_container_t;
 using common_lib::lib_common_math_t;
 
 lib_nr_channel_resource_manager_t& grid() { return lib_nr_channel_resource_manager_t::get_inst(); }
-
-/// Samples that an offset in seconds is worth, within what a shift can take.
-int samples_of(double rate, double seconds)
-{
-    constexpr double k_most = 2147483647.0;
-    return static_cast<int>(std::clamp(std::round(rate * seconds), -k_most, k_most));
-}
 
 void multiply(lib_nr_phy_t::signal_t& signal, std::complex<double> factor)
 {

@@ -232,10 +232,9 @@ void lib_nr_phy_t::_update_prach_ofdm_config(unsigned int carrier, unsigned int 
 void lib_nr_phy_t::_deal_prach_timing_offset(unsigned int carrier, unsigned int burst, signal_t& data)
 {
     const double offset = m_waveform.get_carrier(carrier).get_ul_prach(burst).get_timeoffset();
-    const double shift = std::round(m_waveform.get_waveform_sample_rate_hz() * offset);
-    if (shift != 0.0)
-        common_lib::lib_common_container_t::deal_cyclic_shift(
-            static_cast<int>(std::clamp(shift, -2147483647.0, 2147483647.0)), data);
+    const int shift = samples_of(m_waveform.get_waveform_sample_rate_hz(), offset);
+    if (shift != 0)
+        common_lib::lib_common_container_t::deal_cyclic_shift(shift, data);
 }
 
 } // namespace vek::nr_mod_lib

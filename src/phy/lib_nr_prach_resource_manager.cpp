@@ -29,7 +29,7 @@ void lib_nr_prach_resource_manager_t::init_payload_mapping()
 void lib_nr_prach_resource_manager_t::_update_numbers()
 {
     m_param.max_rb_number = lib_nr_phy_common_t::get_max_transmit_rb_num(m_param.numerology, m_param.bandwidth);
-    m_param.subcarrier_total_number = 12 * m_param.max_rb_number;
+    m_param.subcarrier_total_number = k_subcarriers_per_rb * m_param.max_rb_number;
 }
 
 } // namespace vek::nr_mod_lib

@@ -13,8 +13,6 @@ namespace vek::nr_mod_lib
 namespace
 {
 
-constexpr std::uint32_t k_subcarriers_per_rb = 12;
-
 void print_symbol_in_frame_error()
 {
     std::cout << "lib_nr_dl_resource_manager_t::deal_resource_mapping Report : symbol index in frame out of range"
@@ -70,7 +68,7 @@ lib_nr_channel_resource_manager_t::lib_nr_channel_resource_manager_t() = default
 
 void lib_nr_channel_resource_manager_t::set_numerology(lib_nr_numerology_type_t numerology)
 {
-    if (m_numerology != LIB_NR_SCS_60K)
+    if (!lib_nr_phy_common_t::has_extended_prefix(m_numerology))
         m_cyclic_prefix_type = LIB_NR_NORMAL_CP;
     m_numerology = numerology;
 }
@@ -79,7 +77,7 @@ void lib_nr_channel_resource_manager_t::set_rb_number(unsigned int rb_number) { 
 
 void lib_nr_channel_resource_manager_t::set_cyclic_prefix_type(lib_nr_cyclic_prefix_type_t cp_type)
 {
-    if (cp_type == LIB_NR_EXTEND_CP && m_numerology != LIB_NR_SCS_60K) {
+    if (cp_type == LIB_NR_EXTEND_CP && !lib_nr_phy_common_t::has_extended_prefix(m_numerology)) {
         std::cout << "lib_nr_dl_resource_manager_t::set_cyclic_prefix_type Report : Extende CP is supported only with "
                      "60kHz SCS!"
                   << std::endl;

@@ -12,7 +12,7 @@ namespace vek::nr_mod_lib
 
 void lib_nr_new_prach_ofdm_modulator_t::set_numerology(lib_nr_numerology_type_t numerology)
 {
-    if (m_numerology != LIB_NR_SCS_60K)
+    if (!lib_nr_phy_common_t::has_extended_prefix(m_numerology))
         m_cp_type = LIB_NR_NORMAL_CP;
     m_numerology = numerology;
 }
@@ -24,7 +24,7 @@ void lib_nr_new_prach_ofdm_modulator_t::set_channel_bandwidth(lib_nr_channel_bw_
 
 bool lib_nr_new_prach_ofdm_modulator_t::set_cyclic_prefix_type(lib_nr_cyclic_prefix_type_t cp_type)
 {
-    if (cp_type == LIB_NR_EXTEND_CP && m_numerology != LIB_NR_SCS_60K) {
+    if (cp_type == LIB_NR_EXTEND_CP && !lib_nr_phy_common_t::has_extended_prefix(m_numerology)) {
         std::cout << "lib_nr_dl_resource_manager_t::set_cyclic_prefix_type Report : "
                      "Extende CP is supported only with 60kHz SCS!"
                   << std::endl;

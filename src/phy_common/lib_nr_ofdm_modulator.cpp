@@ -47,7 +47,7 @@ lib_nr_ofdm_modulator_t::lib_nr_ofdm_modulator_t() : m_cyclic_prefix_config(0.0)
 
 void lib_nr_ofdm_modulator_t::set_numerology(lib_nr_numerology_type_t numerology)
 {
-    if (m_numerology != LIB_NR_SCS_60K)
+    if (!lib_nr_phy_common_t::has_extended_prefix(m_numerology))
         m_cyclic_prefix_type = LIB_NR_NORMAL_CP;
     m_numerology = numerology;
     m_baseband_filter.set_numerology(numerology);
@@ -63,7 +63,7 @@ void lib_nr_ofdm_modulator_t::set_cyclic_prefix_type(lib_nr_cyclic_prefix_type_t
 {
     if (cp_type == m_cyclic_prefix_type)
         return;
-    if (cp_type == LIB_NR_EXTEND_CP && m_numerology != LIB_NR_SCS_60K) {
+    if (cp_type == LIB_NR_EXTEND_CP && !lib_nr_phy_common_t::has_extended_prefix(m_numerology)) {
         std::cout << "lib_nr_dl_resource_manager_t::set_cyclic_prefix_type Report : Extende CP is supported only with "
                      "60kHz SCS!"
                   << std::endl;

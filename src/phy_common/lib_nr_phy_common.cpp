@@ -158,7 +158,7 @@ unsigned int lib_nr_phy_common_t::get_max_transmit_rb_num(lib_nr_numerology_type
 unsigned int lib_nr_phy_common_t::get_subcarrier_total_number(lib_nr_numerology_type_t numerology,
                                                               lib_nr_channel_bw_type_t bandwidth)
 {
-    return 12 * get_max_transmit_rb_num(numerology, bandwidth);
+    return k_subcarriers_per_rb * get_max_transmit_rb_num(numerology, bandwidth);
 }
 
 std::vector<lib_nr_channel_bw_type_t> lib_nr_phy_common_t::get_valid_bandwidth_list(lib_nr_freq_range_type_t freq_range)

@@ -66,6 +66,9 @@ enum lib_nr_channel_bw_type_t : std::uint32_t
     LIB_NR_CHANNEL_FR2_2_2000M = 23,
 };
 
+/// Subcarriers of a resource block, TS 38.211 clause 4.4.4.1.
+inline constexpr unsigned int k_subcarriers_per_rb = 12;
+
 /// SRS bandwidth configuration, TS 38.211 Table 6.4.1.4.3-1: B_SRS (0 to 3) to the 64 values of m_SRS,b and of N_b by
 /// C_SRS.
 struct srs_bw_t
@@ -124,6 +127,17 @@ public:
     static unsigned int get_scs_hz_value(lib_nr_numerology_type_t numerology);
     /// mu, 0 to 6; 0 for an unknown spacing.
     static unsigned int get_u_from_scs(lib_nr_numerology_type_t numerology);
+    /// The spacing in hertz in which offsets to the SS/PBCH block are counted (TS 38.211 clause 7.4.3.1): 15000 in FR1,
+    /// 60000 in FR2.
+    static unsigned int get_reference_scs_hz(lib_nr_channel_bw_type_t bandwidth)
+    {
+        return get_freq_range_type(bandwidth) == NR_FR1 ? 15000 : 60000;
+    }
+    /// Whether a frequency in hertz is one of up to 3 GHz, where an SS/PBCH burst has four candidates (TS 38.213 clause
+    /// 4.1).
+    static bool is_up_to_3_ghz(double frequency) { return frequency <= 3e9; }
+    /// Whether a spacing has the extended cyclic prefix beside the normal one (TS 38.211 Table 4.2-1).
+    static bool has_extended_prefix(lib_nr_numerology_type_t numerology) { return numerology == LIB_NR_SCS_60K; }
     /// `NR_FR1` for an unknown bandwidth.
     static lib_nr_freq_range_type_t get_freq_range_type(lib_nr_channel_bw_type_t bandwidth);
     /// Whether a carrier of this bandwidth may have this spacing (TS 38.104 clause 5.3.5). Narrower in FR2-2 than the

@@ -27,9 +27,7 @@ namespace
 {
 
 constexpr unsigned int k_block_rb_number = lib_nr_dl_ssb_configure_manager_t::k_rb_number;
-constexpr unsigned int k_subcarriers_per_rb = 12;
 constexpr unsigned int k_block_subcarriers = k_block_rb_number * k_subcarriers_per_rb;
-constexpr double k_highest_low_band_frequency = 3e9;
 
 constexpr unsigned int k_sequence_length = 127;          // PSS and SSS
 constexpr unsigned int k_first_sequence_subcarrier = 56; // of both, in the block
@@ -209,7 +207,7 @@ void lib_nr_dl_phy_ssb_process_t::_clear() { m_work.reset(); }
 /// Fills the list of the candidates' first symbols in a half frame; empty, and a line, for a case that doesn't exist.
 void lib_nr_dl_phy_ssb_process_t::_init_ssb_symbol()
 {
-    m_ssb_symbol_list = get_symbol_list(m_ssb_pattern, m_center_frequency <= k_highest_low_band_frequency);
+    m_ssb_symbol_list = get_symbol_list(m_ssb_pattern, lib_nr_phy_common_t::is_up_to_3_ghz(m_center_frequency));
     if (m_ssb_symbol_list.empty())
         std::cout << "_init_ssb_symbol: default configuration ! ssb_pattern invalid" << std::endl;
 }
@@ -393,11 +391,9 @@ bool lib_nr_dl_phy_ssb_process_t::_dl_phy_pbch_coding()
 
 void lib_nr_dl_phy_ssb_process_t::_cal_rboffset_position()
 {
-    double reference_spacing = 15000.0;
-    if (lib_nr_phy_common_t::get_freq_range_type(m_bandwidth) != NR_FR1) {
-        reference_spacing = 60000.0;
+    const double reference_spacing = lib_nr_phy_common_t::get_reference_scs_hz(m_bandwidth);
+    if (lib_nr_phy_common_t::get_freq_range_type(m_bandwidth) != NR_FR1)
         std::cout << "bw is FR2 type!" << std::endl;
-    }
 
     const double k = m_kssb * reference_spacing / m_scs_hz;
     double irb = m_rb_offset;

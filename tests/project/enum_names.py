@@ -7,8 +7,8 @@ import pathlib
 import re
 import sys
 
-# Internal to coders and grid: no setting and no host ever names them.
-WITHOUT_TABLE = {"lib_nr_crc_type_t", "lib_nr_channel_resource_mapping_type_t"}
+# Internal to coders: no setting and no host ever names them.
+WITHOUT_TABLE = {"lib_nr_crc_type_t"}
 
 
 def main():
