@@ -59,13 +59,14 @@ public:
     unsigned int get_init_phase() const { return _target().get_init_phase(); }
     bool set_baseband_filter(bool enable) { return _target().set_baseband_filter_enable(enable); }
     bool get_baseband_filter() const { return _target().is_baseband_filter_enable(); }
-    /// A new type brings the carrier back to its defaults, but for the timing offset.
+    /// A new type brings the carrier back to its defaults, but for timing offset, NTN mode and radio frequency.
     bool set_carrier_type(lib_carrier_type_t type) { return _target().set_carrier_type(type); }
     lib_carrier_type_t get_carrier_type() const { return _target().get_carrier_type(); }
-    /// Physical cell identity, at most 1007.
+    /// Physical cell identity of TS 38.211 clause 7.4.2.1, at most 1007.
     bool set_ncell_id(unsigned int ncell_id) { return _target().set_cell_index(ncell_id); }
     unsigned int get_ncell_id() const { return _target().get_cell_index(); }
-    /// Rebuilds the numerologies at full width. In NTN mode what is no NTN bandwidth becomes 30 MHz.
+    /// Rebuilds the numerologies at full width. In NTN mode what is no NTN bandwidth becomes 30 MHz. Asking for the
+    /// stored bandwidth changes nothing, even where it is none of the mode's.
     bool set_channel_bandwidth(lib_nr_channel_bw_type_t bandwidth);
     lib_nr_channel_bw_type_t get_channel_bandwidth() const { return _target().get_bandwidth(); }
     /// Length of the transition between symbols as a fraction of the useful symbol, limited to 0 to 0.5.

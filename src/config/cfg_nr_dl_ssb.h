@@ -11,6 +11,9 @@ namespace vek::nr_mod_lib
 
 /// Cursor over the carriers' SS/PBCH blocks, of which each carrier has one. Setters return true when the stored value
 /// changed.
+///
+/// At Lmax 4 the scrambling of the coded PBCH counts the half frame, unlike TS 38.211 clause 7.3.3.1, which leaves it
+/// out.
 class NR_MOD_LIB_EXPORT cfg_nr_dl_ssb_t : public cfg_nr_single_cursor_t
 {
 public:
@@ -22,13 +25,13 @@ public:
     bool set_enable(bool enable);
     bool get_enable() const { return _target().get_enable(); }
 
-    /// Case B or C at 30 kHz; everywhere else the spacing decides.
+    /// 30 kHz alone leaves a choice, between the cases B and C; anything else is ignored.
     bool set_ssb_pattern(lib_nr_ssb_case_t pattern) { return _target().set_ssb_pattern(pattern); }
     lib_nr_ssb_case_t get_ssb_pattern() const;
     std::vector<lib_nr_ssb_case_t> get_ssb_pattern_for_ui() const;
 
-    /// Powers in dB by block index, such as "0,-3,1.5": the active indices take theirs, limited to -40 to 40. Reads
-    /// back with all Lmax powers, two decimals.
+    /// Powers in dB by block index, such as "0,-3,1.5"; missing ones are 0 dB. The active indices take theirs, limited
+    /// to -40 to 40; what stands at an inactive index stays. Reads back with all Lmax powers, two decimals.
     bool set_power_boosting(const std::string& text) { return _target().set_power_boosting(text); }
     std::string get_power_boosting() const { return _target().get_power_boosting_text(); }
 
@@ -36,7 +39,7 @@ public:
     bool set_pss_power_boosting(double power) { return _target().set_pss_power_boosting(power); }
     double get_pss_power_boosting() const { return _target().get_pss_power_boosting(); }
 
-    /// Sets the half frame index too: 255 at 5 ms, else 0.
+    /// Sets the half frame index too: 255 at 5 ms, else 0. Values without an enumerator are ignored.
     bool set_periodicity(lib_ssb_periodicity_t periodicity) { return _target().set_periodicity(periodicity); }
     lib_ssb_periodicity_t get_periodicity() const { return _target().get_periodicity(); }
 
@@ -45,7 +48,7 @@ public:
     unsigned char get_half_frame_idx() const { return _target().get_half_frame_idx(); }
 
     /// Block indices to send, such as "0,2:4"; indices from Lmax on drop out, and a text without any index changes
-    /// nothing.
+    /// nothing. The powers are applied again.
     bool set_active_idx(const std::string& text) { return _target().set_active_idx(text); }
     std::string get_active_idx() const { return _target().get_active_idx_text(); }
 
@@ -54,11 +57,11 @@ public:
     bool set_lmax(lib_nr_lmax_t lmax);
     lib_nr_lmax_t get_lmax() const { return _target().get_lmax(); }
 
-    /// Without coding the scrambled payload is sent bare, zeros behind it.
+    /// Without coding the 32 scrambled payload bits are sent bare, zeros behind them.
     bool set_coding(bool coding) { return _target().set_coding(coding); }
     bool get_coding() const { return _target().get_coding(); }
 
-    /// ssb-SubcarrierOffset of the MIB, at most 31.
+    /// ssb-SubcarrierOffset of the MIB, at most 31; the MIB carries its low four bits.
     bool set_ssb_subcarrier_offset(unsigned int offset) { return _target().set_ssb_subcarrier_offset(offset); }
     unsigned int get_ssb_subcarrier_offset() const { return _target().get_ssb_subcarrier_offset(); }
 
@@ -70,7 +73,7 @@ public:
     bool set_numerology(lib_nr_numerology_type_t numerology);
     lib_nr_numerology_type_t get_numerology() const { return _target().get_numerology(); }
 
-    /// Whether the MIB is made from the fields here, or comes from the data source.
+    /// Whether the MIB is made from the fields here, or its 24 bits come from the data source.
     bool set_auto_cofig_mib(bool auto_cofig_mib) { return _target().set_auto_cofig_mib(auto_cofig_mib); }
     bool get_auto_cofig_mib() const { return _target().get_auto_cofig_mib(); }
 
@@ -86,6 +89,7 @@ public:
     bool set_pdcch_config_sib1(unsigned int config) { return _target().set_pdcch_config_sib1(config); }
     unsigned int get_pdcch_config_sib1() const { return _target().get_pdcch_config_sib1(); }
 
+    /// The bits of the MIB themselves: TS 38.331 reads cellBarred 0 as barred, and intraFreqReselection 0 as allowed.
     bool set_cell_barred(bool cell_barred) { return _target().set_cell_barred(cell_barred); }
     bool get_cell_barred() const { return _target().get_cell_barred(); }
 

@@ -71,6 +71,7 @@ void lib_nr_carrier_configure_manager_t::init()
     m_dl_tm.init();
     m_dl_frc.init();
     m_dl_ssb = lib_nr_dl_ssb_configure_manager_t(get_first_enable_numerology_manager(), m_bandwidth);
+    m_dl_ssb.update_frequency_offset_hz(m_radio_frequency);
     _init_downlink_lists();
     m_ul_frc.init();
     m_ul_rmc.init();
@@ -92,6 +93,16 @@ bool lib_nr_carrier_configure_manager_t::set_nr_ntn(bool nr_ntn)
 }
 
 bool lib_nr_carrier_configure_manager_t::set_enable(bool enable) { return assign(m_enable, enable); }
+
+void lib_nr_carrier_configure_manager_t::set_radio_frequency(double radio_frequency)
+{
+    if (!assign(m_radio_frequency, radio_frequency))
+        return;
+    m_dl_ssb.update_frequency_offset_hz(m_radio_frequency + m_frequency_offset_hz);
+    for (const lib_nr_phy_numerology_configure_manager_t& numerology : m_numerologies)
+        if (numerology.get_numerolgy() == m_dl_ssb.get_numerology())
+            m_dl_ssb.update_by_numerology(numerology);
+}
 
 bool lib_nr_carrier_configure_manager_t::set_frequency_offset_hz(double radio_frequency, double frequency_offset)
 {
@@ -293,7 +304,7 @@ double lib_nr_carrier_configure_manager_t::get_frequency_offset_of_point_a() con
         if (!entry.get_enable())
             continue;
         const std::uint32_t spacing = lib_nr_phy_common_t::get_scs_hz_value(entry.get_numerolgy());
-        const std::uint32_t half = 12 * entry.get_rb_size() * spacing / 2;
+        const std::uint32_t half = k_subcarriers_per_rb * entry.get_rb_size() * spacing / 2;
         const std::uint32_t shift = entry.get_k0() * spacing;
         const std::uint32_t width = 2 * (half + shift);
         std::cout << "ibandwith_tmp:" << width << std::endl;

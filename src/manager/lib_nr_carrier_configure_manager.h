@@ -53,7 +53,8 @@ enum lib_nr_numerology_mode_t : std::uint32_t
 /// A carrier holds a full set of channels in both directions, the type decides which are generated. The configuration
 /// is valid after every operation: setters limit or replace what does not fit and bring along what depends on it; they
 /// return true when the stored value changed. Lists never become empty. A list getter returns the last entry for an
-/// index past the end; an operation that changes an entry throws `std::out_of_range` for it.
+/// index past the end; an operation that changes an entry throws `std::out_of_range` for it. The settings' rules are
+/// told in their façades, `cfg_nr_carrier_t` and `cfg_nr_phy_numerology_t`, here only what these do not show.
 ///
 /// Bandwidth parts refer to a numerology by its spacing, channels to a bandwidth part by its place in the list.
 class NR_MOD_LIB_EXPORT lib_nr_carrier_configure_manager_t
@@ -63,7 +64,7 @@ public:
     lib_nr_carrier_configure_manager_t();
 
     /// Back to a 100 MHz downlink carrier with one numerology of 30 kHz at full width and one channel of each kind.
-    /// Timing offset and NTN flag stay.
+    /// Timing offset, NTN flag and the waveform's radio frequency stay.
     void init();
 
     /// Switches non-terrestrial mode, which narrows bandwidths and presets; a change is followed by `init`.
@@ -73,26 +74,25 @@ public:
     bool set_enable(bool enable);
     bool get_enable() const { return m_enable; }
 
+    /// The waveform's radio frequency in hertz, at first 1 GHz; the SS/PBCH block takes its sum with the offset.
+    void set_radio_frequency(double radio_frequency);
+
     /// Offset of the carrier centre from the waveform's, in hertz, limited to 400 MHz either way. The SS/PBCH block
     /// takes the sum with the radio frequency given.
     bool set_frequency_offset_hz(double radio_frequency, double frequency_offset);
     double get_frequency_offset_hz() const { return m_frequency_offset_hz; }
 
-    /// Delay in seconds, limited to 0 to 10 ms.
     bool set_timing_offset_s(double timing_offset);
     double get_timing_offset_s() const { return m_timing_offset_s; }
 
-    /// dB, limited to -40 to 40.
     bool set_power_boosting(double power_boosting);
     double get_power_boosting() const { return m_power_boosting; }
 
-    /// Degrees, at most 360.
     bool set_init_phase(unsigned int init_phase);
     unsigned int get_init_phase() const { return m_init_phase; }
 
     double get_windowing_beta_min() const { return m_windowing_beta_min; }
     double get_windowing_beta_max() const { return m_windowing_beta_max; }
-    /// Length of the transition between symbols as a fraction of the useful symbol, limited to 0 to 0.5.
     void set_windowing_beta(double windowing_beta);
     double get_windowing_beta() const { return m_windowing_beta; }
 
@@ -106,7 +106,6 @@ public:
     bool set_carrier_type(lib_carrier_type_t carrier_type);
     lib_carrier_type_t get_carrier_type() const { return m_carrier_type; }
 
-    /// Physical cell identity of TS 38.211 clause 7.4.2.1, at most 1007.
     bool set_cell_index(unsigned int cell_index);
     unsigned int get_cell_index() const { return m_cell_index; }
 
@@ -366,6 +365,7 @@ private:
 
     bool m_nr_ntn = false;
     bool m_enable = true;
+    double m_radio_frequency = 1e9;
     double m_frequency_offset_hz = 0.0;
     double m_timing_offset_s = 0.0;
     double m_power_boosting = 0.0;

@@ -49,7 +49,8 @@ enum lib_ssb_periodicity_t : std::uint32_t
 ///
 /// The block stands in one of the carrier's numerologies and follows it through the `update_` operations. It needs 20
 /// resource blocks and has no place at 60 kHz; there it cannot be enabled. Setters return true when the stored value
-/// changed; an operation that tells otherwise says so.
+/// changed; an operation that tells otherwise says so. The settings' rules are told in their façade, `cfg_nr_dl_ssb_t`,
+/// here only what the façade does not show.
 class NR_MOD_LIB_EXPORT lib_nr_dl_ssb_configure_manager_t
 {
 public:
@@ -86,7 +87,6 @@ public:
     bool set_numerology(lib_nr_numerology_type_t numerology, unsigned int rb_size);
     lib_nr_numerology_type_t get_numerology() const { return m_numerology; }
 
-    /// 30 kHz alone leaves a choice, between the cases B and C; anything else is ignored.
     bool set_ssb_pattern(lib_nr_ssb_case_t pattern);
     /// Stores the case that the spacing forces, if it forces one, and returns the stored case.
     lib_nr_ssb_case_t get_ssb_pattern(lib_nr_numerology_type_t numerology);
@@ -99,27 +99,20 @@ public:
     bool set_lmax(lib_nr_numerology_type_t numerology, lib_nr_lmax_t lmax, double frequency);
     lib_nr_lmax_t get_lmax() const { return m_lmax; }
 
-    /// Block indices to send, such as "0,2:4"; indices outside 0 to Lmax - 1 drop out, and a text without any index
-    /// changes nothing. The powers are applied again.
     bool set_active_idx(const std::string& text);
     const std::vector<int>& get_active_idx() const { return m_active_idx; }
     const std::string& get_active_idx_text() const { return m_active_idx_text; }
 
-    /// Powers in dB by block index, such as "0,-3,1.5"; missing ones are 0 dB. The active indices take theirs, limited
-    /// to -40 to 40; what stands at an inactive index stays. The text is rewritten with all Lmax powers, two decimals.
     bool set_power_boosting(const std::string& text);
     const std::vector<double>& get_power_boosting() const { return m_power_boosting; }
     const std::string& get_power_boosting_text() const { return m_power_boosting_text; }
 
-    /// Power of the PSS in dB above its block, limited to -40 to 40.
     bool set_pss_power_boosting(double power);
     double get_pss_power_boosting() const { return m_pss_power_boosting; }
 
-    /// The half frame index becomes 255 at 5 ms, else 0. Values without an enumerator are ignored.
     bool set_periodicity(lib_ssb_periodicity_t periodicity);
     lib_ssb_periodicity_t get_periodicity() const { return m_periodicity; }
 
-    /// Always 255, both half frames, at a periodicity of 5 ms; else 0 for 0 and 1 for anything else.
     bool set_half_frame_idx(unsigned char half_frame_idx);
     unsigned char get_half_frame_idx() const { return m_half_frame_idx; }
 
@@ -137,35 +130,28 @@ public:
                   unsigned int rb_size);
     unsigned int get_kssb() const { return m_kssb; }
 
-    /// Without coding the 32 scrambled payload bits are sent bare, zeros behind them.
     bool set_coding(bool coding);
     bool get_coding() const { return m_coding; }
 
-    /// Whether the MIB is made from the fields below, or its 24 bits come from the data source.
     bool set_auto_cofig_mib(bool auto_cofig_mib);
     bool get_auto_cofig_mib() const { return m_auto_cofig_mib; }
 
-    /// The bits of `LIB_NR_USER_CFG`, such as "1011"; a text without bits changes nothing.
     bool set_data_source_custom(const std::string& text);
     const std::vector<unsigned char>& get_data_source_custom_config() const { return m_data_source_custom; }
     const std::string& get_data_source_custom_text() const { return m_data_source_custom_text; }
 
-    /// Ignored while the MIB is automatic.
     bool set_data_source(lib_nr_pn_seq_t data_source);
     lib_nr_pn_seq_t get_data_source() const { return m_data_source; }
 
     /// The common spacing of the MIB: the block's own, which is stored and returned.
     lib_nr_numerology_type_t get_subcarrier_spacing_common();
 
-    /// ssb-SubcarrierOffset of the MIB, at most 31; the MIB carries its low four bits.
     bool set_ssb_subcarrier_offset(unsigned int offset);
     unsigned int get_ssb_subcarrier_offset() const { return m_ssb_subcarrier_offset; }
 
-    /// dmrs-TypeA-Position of the MIB, limited to 2 and 3.
     bool set_dmrs_typea_position(unsigned int position);
     unsigned int get_dmrs_typeA_position() const { return m_dmrs_typea_position; }
 
-    /// pdcch-ConfigSIB1 of the MIB, at most 255.
     bool set_pdcch_config_sib1(unsigned int config);
     unsigned int get_pdcch_config_sib1() const { return m_pdcch_config_sib1; }
 

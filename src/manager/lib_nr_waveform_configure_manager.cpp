@@ -36,6 +36,7 @@ void lib_nr_waveform_configure_manager_t::init()
     m_carriers.resize(1);
     m_carriers.front().init();
     m_carriers.front().set_nr_ntn(m_nr_ntn);
+    m_carriers.front().set_radio_frequency(m_radio_frequency);
 
     const double rate = std::max(get_waveform_sample_rate_hz(), k_min_cfr_sample_rate);
     m_cfr_setting.init(rate, rate);
@@ -85,7 +86,8 @@ bool lib_nr_waveform_configure_manager_t::set_radio_frequency(double radio_frequ
 {
     if (!assign(m_radio_frequency, radio_frequency))
         return false;
-    _update_waveform_radio_frequency();
+    for (lib_nr_carrier_configure_manager_t& carrier : m_carriers)
+        carrier.set_radio_frequency(m_radio_frequency);
     return true;
 }
 
@@ -221,7 +223,12 @@ const lib_nr_carrier_configure_manager_t& lib_nr_waveform_configure_manager_t::g
     return entry_or_last(m_carriers, index);
 }
 
-void lib_nr_waveform_configure_manager_t::add_carrier() { m_carriers.emplace_back().set_nr_ntn(m_nr_ntn); }
+void lib_nr_waveform_configure_manager_t::add_carrier()
+{
+    lib_nr_carrier_configure_manager_t& carrier = m_carriers.emplace_back();
+    carrier.set_nr_ntn(m_nr_ntn);
+    carrier.set_radio_frequency(m_radio_frequency);
+}
 
 bool lib_nr_waveform_configure_manager_t::copy_carrier(unsigned int index) { return append_copy(m_carriers, index); }
 
@@ -242,17 +249,6 @@ void lib_nr_waveform_configure_manager_t::_update_waveform_frames_number()
         for (unsigned int i = 0; i < carrier.get_ul_sch_number(); ++i)
             follow(carrier.get_ul_sch(i), carrier.get_ul_bwp(carrier.get_ul_sch(i).get_bwp_id()).get_numerology());
     }
-}
-
-void lib_nr_waveform_configure_manager_t::_update_waveform_radio_frequency()
-{
-    for (lib_nr_carrier_configure_manager_t& carrier : m_carriers)
-        for (unsigned int i = 0; i < carrier.get_numerology_number(); ++i) {
-            const lib_nr_phy_numerology_configure_manager_t& numerology = carrier.get_numerology_manager(i);
-            if (numerology.get_numerolgy() == carrier.get_dl_ssb().get_numerology())
-                carrier.get_dl_ssb().update_by_radio_frequency(numerology,
-                                                               m_radio_frequency + carrier.get_frequency_offset_hz());
-        }
 }
 
 void lib_nr_waveform_configure_manager_t::_update_waveform_antennas_number()

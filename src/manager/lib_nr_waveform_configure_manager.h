@@ -15,7 +15,8 @@ namespace vek::nr_mod_lib
 /// and length follow from the carriers and are worked out anew at each call.
 ///
 /// A waveform has at least one carrier, 1 to 4 frames of 10 ms and 1 to 10 subframes a frame, always 10 where it has
-/// more than one frame. Setters return true when the stored value changed.
+/// more than one frame. Setters return true when the stored value changed. The settings' rules are told in their
+/// façade, `cfg_nr_waveform_t`, here only what it does not show.
 class NR_MOD_LIB_EXPORT lib_nr_waveform_configure_manager_t
 {
 public:
@@ -38,7 +39,6 @@ public:
     bool set_subframes_number(unsigned int subframes_number);
     unsigned int get_subframes_number() const { return m_subframes_number; }
 
-    /// Whether the finished baseband is conjugated.
     bool set_mirror_spectrum(bool mirror_spectrum);
     bool get_mirror_spectrum() const { return m_mirror_spectrum; }
 
@@ -67,14 +67,12 @@ public:
 
     bool set_crest_factor_reduction_enable(bool enable);
     bool is_crest_factor_reduction_enable() const;
-    /// dB above the mean power.
     bool set_cfr_target_papr(double target_papr);
     double get_cfr_target_papr() const;
     bool set_cfr_max_iteration(unsigned int max_iteration);
     unsigned int get_cfr_max_iteration() const;
     bool set_cfr_cancel_percent(double cancel_percent);
     double get_cfr_cancel_percent() const;
-    /// Samples, at most those of the waveform.
     bool set_cfr_block_size(unsigned int block_size);
     unsigned int get_cfr_block_size() const;
     /// Points of frequency in hertz and dB, in any order. Those outside half the sample rate and those with NaN are
@@ -95,7 +93,7 @@ public:
     /// The last carrier for an index past the end.
     lib_nr_carrier_configure_manager_t& get_carrier(unsigned int index);
     const lib_nr_carrier_configure_manager_t& get_carrier(unsigned int index) const;
-    /// Appends a default carrier.
+    /// Appends a default carrier, which reckons with the radio frequency.
     void add_carrier();
     /// Appends a deep copy; false for an index past the end.
     bool copy_carrier(unsigned int index);
@@ -105,7 +103,6 @@ public:
 private:
     void _limit_cfr_block_size();
     void _update_waveform_frames_number();
-    void _update_waveform_radio_frequency();
     void _update_waveform_antennas_number();
 
     bool m_nr_ntn = false;

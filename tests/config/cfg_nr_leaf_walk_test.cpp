@@ -1,3 +1,4 @@
+#include "common/lib_common_list_parse.h"
 #include "config/cfg_nr_waveform.h"
 #include "phy/lib_nr_phy.h"
 #include "support/captured_output.h"
@@ -84,9 +85,18 @@ bool ends_with(const std::string& text, const std::string& ending)
 /// What a recall cannot bring back, and why.
 bool is_known(const difference_t& difference, cfg_nr_waveform_t& waveform)
 {
-    // The block size is recalled before the carriers, so it is limited to the samples of one default carrier.
-    if (difference.path == "cfr_block_size")
-        return true;
+    // The block size is recalled before the carriers, so it is limited to the samples of one default carrier, and then,
+    // as it is at every change of the sample rate, to those of the carriers so far.
+    if (difference.path == "cfr_block_size") {
+        cfg_nr_waveform_t fresh;
+        fresh.set_frame_number(waveform.get_frame_number());
+        unsigned long long limit = std::min(std::stoull(difference.first), fresh.get_waveform_sample_points());
+        lib_nr_waveform_configure_manager_t so_far = waveform.get_waveform_manager();
+        do
+            limit = std::min(limit, so_far.get_waveform_sample_points());
+        while (so_far.remove_carrier(so_far.get_carrier_number() - 1));
+        return std::stoull(difference.second) == limit;
+    }
     const std::string carrier = "carrier[";
     if (difference.path.rfind(carrier, 0) != 0)
         return false;
@@ -103,13 +113,18 @@ bool is_known(const difference_t& difference, cfg_nr_waveform_t& waveform)
     // While the MIB is automatic its data source cannot be set.
     if (ends_with(difference.path, "dl_ssb[0].data_source"))
         return ssb.get_auto_cofig_mib();
-    // Powers of inactive indices cannot be set, and the text has two decimals.
-    if (ends_with(difference.path, "dl_ssb[0].power_boosting"))
-        return true;
-    // The block of a carrier made anew reckons with 1 GHz until it hears of the radio frequency; the recall of Lmax
-    // tells.
-    if (ends_with(difference.path, "dl_ssb[0].lmax"))
-        return ssb.get_lmax() == LIB_NR_LMAX_4 && waveform.get_radio_frequency() > 2500000000;
+    // Powers of inactive indices cannot be set; those of active ones come back to their two decimals.
+    if (ends_with(difference.path, "dl_ssb[0].power_boosting")) {
+        using parse_t = vek::common_lib::lib_common_list_parse_t;
+        std::vector<unsigned int> active;
+        std::string stored;
+        std::vector<std::string> powers;
+        std::vector<std::string> recalled;
+        parse_t::string_to_index_list(ssb.get_active_idx(), active, stored);
+        parse_t::split_str(difference.first, powers, ",");
+        parse_t::split_str(difference.second, recalled, ",");
+        return std::all_of(active.begin(), active.end(), [&](auto i) { return powers.at(i) == recalled.at(i); });
+    }
     // At 480 and 960 kHz the subcarrier offset of the block stays what it was at another spacing.
     if (ends_with(difference.path, "dl_ssb[0].kssb"))
         return ssb.get_numerology() >= LIB_NR_SCS_480K;

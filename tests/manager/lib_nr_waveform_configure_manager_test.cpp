@@ -251,6 +251,19 @@ TEST(waveform_manager, channels_follow_frames_antennas_and_frequency)
     waveform.set_radio_frequency(2e9);
     EXPECT_EQ(carrier.get_dl_ssb().get_radio_frequency(), 2e9 + 1);
     EXPECT_EQ(carrier.get_dl_ssb().get_lmax(), LIB_NR_LMAX_4);
+
+    // A carrier that comes late or starts anew knows the frequency too.
+    waveform.set_radio_frequency(3.5e9);
+    waveform.get_carrier(0).get_dl_ssb().set_active_idx("5");
+    waveform.copy_carrier(0);
+    EXPECT_EQ(waveform.get_carrier(1).get_dl_ssb().get_active_idx_text(), "5");
+    waveform.add_carrier();
+    waveform.get_carrier(0).set_carrier_type(LIB_NR_UPLINK);
+    for (unsigned int i = 0; i < 3; ++i)
+        EXPECT_EQ(waveform.get_carrier(i).get_dl_ssb().get_lmax(), LIB_NR_LMAX_8) << i;
+    EXPECT_EQ(waveform.get_carrier(0).get_dl_ssb().get_radio_frequency(), 3.5e9) << "without the former offset";
+    waveform.init();
+    EXPECT_EQ(waveform.get_carrier(0).get_dl_ssb().get_radio_frequency(), 1e9);
 }
 
 TEST(waveform_manager, stays_valid_under_random_operations)
