@@ -112,7 +112,6 @@ constinit const cfg_nr_table_of_t<cfg_nr_ul_bwp_t> g_cfg_nr_ul_bwp_table{"cfg_nr
 constinit const cfg_nr_table_of_t<cfg_nr_ul_pucch_t> g_cfg_nr_ul_pucch_table{"cfg_nr_ul_pucch"};
 constinit const cfg_nr_table_of_t<cfg_nr_ul_sch_t> g_cfg_nr_ul_sch_table{"cfg_nr_ul_sch"};
 constinit const cfg_nr_table_of_t<cfg_nr_ul_srs_t> g_cfg_nr_ul_srs_table{"cfg_nr_ul_srs"};
-constinit const cfg_nr_table_of_t<cfg_nr_prach_t> g_cfg_nr_prach_table{"cfg_nr_prach"};
 constinit const cfg_nr_table_of_t<cfg_nr_ul_frc_t> g_cfg_nr_ul_frc_table{"cfg_nr_ul_frc"};
 constinit const cfg_nr_table_of_t<cfg_nr_ul_rmc_t> g_cfg_nr_ul_rmc_table{"cfg_nr_ul_rmc"};
 constinit const cfg_nr_table_of_t<cfg_nr_pucch_test_model_t> g_cfg_nr_pucch_test_model_table{"cfg_nr_pucch_test_model"};

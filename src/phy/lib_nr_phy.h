@@ -121,10 +121,11 @@ private:
     bool _deal_prach_payload_mapping(unsigned int carrier, unsigned int numerology, unsigned int frame,
                                      unsigned int burst);
     bool _fill_prach_frame_data(unsigned int carrier, unsigned int numerology, unsigned int frame, signal_t& buffer);
-    bool _nr_ul_prach_link_process(unsigned int carrier, unsigned int numerology, unsigned int burst,
-                                   unsigned int slot);
-    void _update_prach_ofdm_config(unsigned int carrier, unsigned int numerology, unsigned int burst);
-    void _deal_prach_timing_offset(unsigned int carrier, unsigned int burst, signal_t& data);
+    bool _nr_ul_prach_link_process(unsigned int carrier, unsigned int numerology, unsigned int burst);
+    static void _set_prach_resource_param(const lib_nr_carrier_configure_manager_t& carrier, unsigned int numerology,
+                                          const lib_nr_ul_prach_configure_manager_t& prach);
+    void _locate_prach(const lib_nr_ul_prach_configure_manager_t& prach);
+    void _update_prach_ofdm_config(const lib_nr_carrier_configure_manager_t& carrier, unsigned int numerology);
 
     void _deal_carrier_process(unsigned int carrier, signal_t& buffer);
     void _deal_carrier_timing_offset(unsigned int carrier, signal_t& buffer);

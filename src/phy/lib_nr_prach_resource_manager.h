@@ -25,7 +25,15 @@ struct prach_resource_param_t
     double time_offset_ms = 0.0;
 };
 
-/// Where the bursts lie, one entry per burst: milliseconds in the frame, hertz from the carrier's centre.
+/// Band of a burst, in hertz from the carrier's centre.
+struct prach_resource_freq_param_t
+{
+    double start_frequency_hz = 0.0;
+    double end_frequency_hz = 0.0;
+};
+
+/// Where the bursts lie, one entry per burst: milliseconds in the frame, hertz from the carrier's centre. A burst that
+/// passes the frame's end ends early in the frame.
 struct lib_nr_prach_resource_mapping_t
 {
     std::vector<double> start_times_ms;
@@ -41,14 +49,22 @@ class NR_MOD_LIB_EXPORT lib_nr_prach_resource_manager_t
 public:
     static lib_nr_prach_resource_manager_t& get_inst();
 
+    /// Takes effect on the maps with their next initialisation.
     void set_resource_param(const prach_resource_param_t& param) { m_param = param; }
+    const prach_resource_param_t& get_resource_param() const { return m_param; }
     /// Derives RB and subcarrier number and empties the view.
     void init_resource_mapping();
     /// Derives RB and subcarrier number and makes a grid of zeros.
     void init_payload_mapping();
 
+    /// Appends the band of a burst to the view.
+    void set_resource_freq_param(const prach_resource_freq_param_t& param);
+    /// Appends the times of a burst to the view.
+    void set_resource_time_param(const prach_resource_time_param_t& param);
+
     const lib_nr_prach_resource_mapping_t& get_resource_mapping() const { return m_resource_mapping; }
     std::vector<std::vector<std::complex<double>>>& get_prach_payload_mapping() { return m_payload_mapping; }
+    /// What the burst's process found out for the modulator.
     prach_ofdm_info_param_t& get_prach_ofdm_info() { return m_ofdm_info; }
 
 private:

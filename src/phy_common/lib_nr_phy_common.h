@@ -220,6 +220,10 @@ public:
 
     /// Rows of the PRACH grid: the repetitions of a long format, 14 for a short one, 7 for C0.
     static unsigned int get_symbol_size(prach_format_t format);
+    /// N_CP in samples at 30.72 MHz, for a short format at 15 kHz.
+    static unsigned int get_prach_prefix(prach_format_t format);
+    /// Times that a preamble repeats its sequence.
+    static unsigned int get_prach_repetitions(prach_format_t format);
     /// Columns, PRACH subcarriers in `rb` resource blocks of the carrier, and rows of the PRACH grid; spacings in
     /// hertz.
     static void get_gridsize(unsigned int rb, unsigned int scs, prach_scs_type_t scs_ra, prach_format_t format,
@@ -229,6 +233,14 @@ public:
     /// Rows that a preamble fills. Prints the row's duration.
     static unsigned int get_num_ofdm_symbols(prach_format_t format, prach_config_table_type_t table,
                                              unsigned int index);
+
+    /// Row of the PRACH grid that an occasion in time begins in: 0 for a long format, else its symbol in the slot, or
+    /// its pair of symbols for C0.
+    static unsigned int get_prach_first_row(prach_format_t format, prach_config_table_type_t table, unsigned int index,
+                                            unsigned int n_RA_t);
+    /// Symbol of the preamble's spacing, from the start of its PRACH slot, at which an occasion begins.
+    static unsigned int get_prach_first_symbol(prach_config_table_type_t table, unsigned int index,
+                                               unsigned int n_RA_t);
 
     /// The absolute slot, in slots of the preamble's spacing, that a burst is configured for in a frame.
     /// `subframe_or_slot` is the subframe for the FR1 tables and the 60 kHz slot for the FR2 one.

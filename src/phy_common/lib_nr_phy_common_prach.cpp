@@ -25,25 +25,26 @@ constexpr unsigned int k_60khz_slots_per_frame = 40;
 constexpr std::array<const char*, 13> k_format_names = {"0",  "1",  "2",  "3",  "A1", "A2", "A3",
                                                         "B1", "B2", "B3", "B4", "C0", "C2"};
 
-/// TS 38.211 Tables 6.3.3.1-1 and 6.3.3.1-2, by format.
+/// TS 38.211 Tables 6.3.3.1-1 and 6.3.3.1-2, by format; N_u is that of one repetition.
 struct format_row_t
 {
     unsigned int n_u;
     unsigned int n_cp;
+    unsigned int repetitions;
 };
-constexpr std::array<format_row_t, 13> k_formats = {{{24576, 3168},
-                                                     {24576, 21024},
-                                                     {24576, 4688},
-                                                     {6144, 3168},
-                                                     {2048, 288},
-                                                     {2048, 576},
-                                                     {2048, 864},
-                                                     {2048, 216},
-                                                     {2048, 360},
-                                                     {2048, 504},
-                                                     {2048, 936},
-                                                     {2048, 1240},
-                                                     {2048, 2048}}};
+constexpr std::array<format_row_t, 13> k_formats = {{{24576, 3168, 1},
+                                                     {24576, 21024, 2},
+                                                     {24576, 4688, 4},
+                                                     {6144, 3168, 4},
+                                                     {2048, 288, 2},
+                                                     {2048, 576, 4},
+                                                     {2048, 864, 6},
+                                                     {2048, 216, 2},
+                                                     {2048, 360, 4},
+                                                     {2048, 504, 6},
+                                                     {2048, 936, 12},
+                                                     {2048, 1240, 1},
+                                                     {2048, 2048, 4}}};
 
 bool is_one_of(unsigned int value, std::initializer_list<unsigned int> values)
 {
@@ -377,6 +378,16 @@ unsigned int lib_nr_phy_common_t::get_symbol_size(prach_format_t format)
     }
 }
 
+unsigned int lib_nr_phy_common_t::get_prach_prefix(prach_format_t format)
+{
+    return format < k_formats.size() ? k_formats[format].n_cp : 0;
+}
+
+unsigned int lib_nr_phy_common_t::get_prach_repetitions(prach_format_t format)
+{
+    return format < k_formats.size() ? k_formats[format].repetitions : 1;
+}
+
 void lib_nr_phy_common_t::get_gridsize(unsigned int rb, unsigned int scs, prach_scs_type_t scs_ra,
                                        prach_format_t format, unsigned int& columns, unsigned int& rows)
 {
@@ -412,6 +423,23 @@ unsigned int lib_nr_phy_common_t::get_num_ofdm_symbols(prach_format_t format, pr
     const unsigned int duration = duration_of(configuration_row(table, index), format);
     std::cout << "lib_nr_phy_common_t::get_num_ofdm_symbols L = " << duration << std::endl;
     return format == prach_format_C2 ? duration - 1 : duration;
+}
+
+unsigned int lib_nr_phy_common_t::get_prach_first_row(prach_format_t format, prach_config_table_type_t table,
+                                                      unsigned int index, unsigned int n_RA_t)
+{
+    if (is_long_prach_format(format))
+        return 0;
+    const lib_nr_prach_configuration_row_t& row = configuration_row(table, index);
+    const unsigned int start = format == prach_format_C0 ? row.starting_symbol / 2u : row.starting_symbol;
+    return start + n_RA_t * duration_of(row, format);
+}
+
+unsigned int lib_nr_phy_common_t::get_prach_first_symbol(prach_config_table_type_t table, unsigned int index,
+                                                         unsigned int n_RA_t)
+{
+    const lib_nr_prach_configuration_row_t& row = configuration_row(table, index);
+    return row.starting_symbol + n_RA_t * row.duration;
 }
 
 unsigned int lib_nr_phy_common_t::cal_prach_current_slot(unsigned int frame, unsigned int scs_khz, prach_lra_type_t lra,

@@ -1,21 +1,225 @@
 #include "phy_ul/lib_nr_ul_phy_prach_process.h"
 
+#include "common/lib_bounded_cast.h"
+#include "common/lib_fft_plan.h"
+#include "manager/lib_nr_waveform_configure_manager.h"
+
+#include <algorithm>
+#include <cmath>
+#include <iostream>
+#include <numbers>
+
 namespace vek::nr_mod_lib
 {
 
-bool lib_nr_ul_phy_prach_process_t::set_waveform_config(unsigned int carrier, unsigned int numerology,
-                                                        unsigned int burst, unsigned int slot,
-                                                        const lib_nr_waveform_configure_manager_t& /*waveform*/)
+namespace
 {
-    m_carrier_index = carrier;
-    m_numerology_index = numerology;
-    m_burst_index = burst;
-    m_slot = slot;
+
+using common_t = lib_nr_phy_common_t;
+
+constexpr double k_reference_rate_hz = 30.72e6;
+
+// Times in sixty-fourths of a sample at 30.72 MHz, whole numbers for every spacing.
+constexpr std::uint64_t k_half_subframe = 15360ull * 64;
+constexpr std::uint64_t k_symbol = 2192ull * 64;
+constexpr std::uint64_t k_long_prefix_extra = 16ull * 64;
+
+lib_nr_prach_resource_manager_t& grid() { return lib_nr_prach_resource_manager_t::get_inst(); }
+
+/// Start of a symbol of 15 kHz times 2^u within its subframe.
+std::uint64_t start_of_symbol(std::uint64_t symbol, unsigned int u)
+{
+    const std::uint64_t longer = symbol == 0 ? 0 : symbol <= 7ull << u ? 1 : 2;
+    return symbol * (k_symbol >> u) + longer * k_long_prefix_extra;
+}
+
+} // namespace
+
+bool lib_nr_ul_phy_prach_process_t::set_waveform_config(unsigned int carrier, unsigned int numerology,
+                                                        unsigned int burst,
+                                                        const lib_nr_waveform_configure_manager_t& waveform)
+{
+    const lib_nr_carrier_configure_manager_t& configuration = waveform.get_carrier(carrier);
+    const lib_nr_ul_prach_configure_manager_t& prach = configuration.get_ul_prach(burst);
+    m_numerology = configuration.get_numerology_manager(numerology).get_numerolgy();
+    m_bandwidth = configuration.get_bandwidth();
+    m_point_a_hz = configuration.get_frequency_offset_of_point_a();
+    m_carrier_scs_hz = common_t::get_scs_hz_value(m_numerology);
+    m_max_rb_number = common_t::get_max_transmit_rb_num(m_numerology, m_bandwidth);
+    m_slot_symbols = common_t::get_symbol_number_in_slot(
+        m_numerology, m_numerology == LIB_NR_SCS_60K ? configuration.get_ul_bwp(0).get_cp_type() : LIB_NR_NORMAL_CP);
+    m_sample_rate_hz = waveform.get_waveform_sample_rate_hz();
+    m_power_boosting = prach.get_power_boosting();
+    m_preamble = {prach.get_Format(),         prach.get_lra(),
+                  prach.get_restrictedset(),  prach.get_ZeroCorrelationZone(),
+                  prach.get_sequence_index(), prach.get_premable_index()};
+    m_configuration_table = prach.get_configuration_table();
+    m_configuration_idx = prach.get_configuration_idx();
+    m_prach_scs = prach.get_prach_scs();
+    m_rb_offset = prach.get_rb_offset();
+    m_n_RA_start = prach.get_n_RA_start();
+    m_n_RA_f = prach.get_n_RA_f();
+    m_n_RA_t = prach.get_n_RA_t();
+    m_n_RA_slot = prach.get_n_RA_slot();
+    m_slot_index = prach.get_slot_index();
     return true;
 }
 
-bool lib_nr_ul_phy_prach_process_t::prach_process() { return true; }
+bool lib_nr_ul_phy_prach_process_t::prach_process()
+{
+    common_t::check_scs_and_fr(m_prach_scs, m_bandwidth);
+    common_t::check_ci_and_fr_and_duplex_mode(m_configuration_idx, m_configuration_table);
+    common_t::check_scs_and_format(m_prach_scs, m_preamble.format);
+    common_t::check_restricted_set_and_format(m_preamble.restricted_set, m_preamble.format,
+                                              m_preamble.zero_correlation_zone);
+    common_t::validate_prach_and_carrier(m_numerology, m_prach_scs, m_preamble.lra);
+    common_t::check_aps_and_scs_and_ci(m_configuration_table, m_prach_scs, m_configuration_idx, m_n_RA_slot);
 
-bool lib_nr_ul_phy_prach_process_t::nr_ul_phy_prach_re_map(lib_nr_remap_mode_t /*mode*/) { return true; }
+    if (!_nr_ul_phy_prach_sequence_gen()) {
+        std::cout << "prach_process:_nr_dl_phy_prach_sequence_gen return error.\n" << std::endl;
+        return false;
+    }
+    _nr_ul_phy_prach_encode_map();
+    return true;
+}
+
+// TS 38.211 clause 6.3.3.1
+bool lib_nr_ul_phy_prach_process_t::_nr_ul_phy_prach_sequence_gen()
+{
+    const prach_preamble_t preamble = lib_nr_prach_preamble_t::get_preamble(m_preamble);
+    if (!preamble.is_found)
+        return false;
+    const std::uint64_t length = m_preamble.lra;
+    m_sequence.resize(length);
+    for (std::uint64_t n = 0; n < length; ++n) {
+        // u i (i + 1) half turns over L_RA; whole turns are taken out in whole numbers.
+        const std::uint64_t i = (n + preamble.cyclic_shift) % length;
+        const auto half_turns = static_cast<double>(preamble.u * i * (i + 1) % (2 * length));
+        const double angle = -std::numbers::pi * half_turns / static_cast<double>(length);
+        m_sequence[n] = {std::cos(angle), std::sin(angle)};
+    }
+    common_lib::lib_fft_plan_t::get(length, common_lib::LIB_FFT_FORWARD).execute(m_sequence.data(), m_sequence.data());
+    return true;
+}
+
+void lib_nr_ul_phy_prach_process_t::_nr_ul_phy_prach_encode_map()
+{
+    auto& rows = grid().get_prach_payload_mapping();
+    const double amplitude = std::pow(10.0, m_power_boosting / 20.0);
+    const std::size_t first_row =
+        common_t::get_prach_first_row(m_preamble.format, m_configuration_table, m_configuration_idx, m_n_RA_t);
+    const std::size_t row_number =
+        common_t::get_num_ofdm_symbols(m_preamble.format, m_configuration_table, m_configuration_idx);
+    const std::int64_t first_column = _get_first_column();
+    for (std::size_t row = first_row; row < std::min(first_row + row_number, rows.size()); ++row)
+        for (std::size_t i = 0; i < m_sequence.size(); ++i) {
+            const std::size_t column = static_cast<std::size_t>(first_column) + i;
+            if (column < rows[row].size())
+                rows[row][column] = amplitude * m_sequence[i];
+        }
+    _get_prach_general_ofdm_info(grid().get_prach_ofdm_info());
+}
+
+bool lib_nr_ul_phy_prach_process_t::nr_ul_phy_prach_re_map(lib_nr_remap_mode_t mode)
+{
+    if (mode == LIB_NR_REMAPP_MODE_UI_VIEW_MAP)
+        _nr_ul_phy_prach_freq_map();
+    return true;
+}
+
+void lib_nr_ul_phy_prach_process_t::_nr_ul_phy_prach_freq_map()
+{
+    _get_prach_general_ofdm_info(grid().get_prach_ofdm_info());
+    const auto first = static_cast<double>(_get_first_column());
+    const double last = first + static_cast<double>(m_preamble.lra);
+    grid().set_resource_freq_param({first * _get_scs_hz() + m_point_a_hz, last * _get_scs_hz() + m_point_a_hz});
+}
+
+double lib_nr_ul_phy_prach_process_t::_get_scs_hz() const { return static_cast<double>(m_prach_scs); }
+
+/// Of the preamble, in PRACH subcarriers, TS 38.211 clause 5.3.2. A preamble of a wider spacing than the carrier's
+/// stands at k-bar, wherever its first RB lies.
+std::int64_t lib_nr_ul_phy_prach_process_t::_get_first_column() const
+{
+    unsigned int rb_number = 0;
+    unsigned int k_bar = 0;
+    common_t::get_prach_carrier_combination(m_preamble.lra, m_prach_scs, m_numerology, rb_number, k_bar);
+    const bool is_wide_in_fr1 = (m_preamble.lra == PRACH_LRA_571 || m_preamble.lra == PRACH_LRA_1151) &&
+                                common_t::get_freq_range_type(m_bandwidth) == NR_FR1;
+    const std::int64_t occasion = is_wide_in_fr1 ? 0 : std::int64_t{m_n_RA_f} * rb_number;
+    const std::int64_t rb = std::int64_t{m_n_RA_start} + m_rb_offset + occasion;
+    return k_bar + rb * (m_carrier_scs_hz / m_prach_scs) * k_subcarriers_per_rb;
+}
+
+unsigned int lib_nr_ul_phy_prach_process_t::_scaled(double samples) const
+{
+    return common_lib::bounded_cast<unsigned int>(samples * (m_sample_rate_hz / k_reference_rate_hz));
+}
+
+void lib_nr_ul_phy_prach_process_t::_get_prach_general_ofdm_info(prach_ofdm_info_param_t& info) const
+{
+    unsigned int rows = 0;
+    common_t::get_gridsize(m_max_rb_number, m_carrier_scs_hz, m_prach_scs, m_preamble.format, info.column_number, rows);
+    info.format = m_preamble.format;
+    info.lra = m_preamble.lra;
+    info.scs_hz = m_prach_scs;
+    info.sample_rate_hz = m_sample_rate_hz;
+    info.fft_length = common_lib::bounded_cast<unsigned int>(m_sample_rate_hz / _get_scs_hz());
+    info.start_offset = 0;
+
+    info.cp_lengths.clear();
+    for (const unsigned int samples : _get_prefixes(rows))
+        info.cp_lengths.push_back(_scaled(samples));
+
+    const double beyond =
+        info.column_number + 1.0 -
+        static_cast<double>(m_max_rb_number * (m_carrier_scs_hz / m_prach_scs) * k_subcarriers_per_rb);
+    info.frequency_shift_hz = info.column_number % 2 == 0 ? 0.0 : std::trunc(beyond * _get_scs_hz() * 0.5);
+}
+
+/// Samples at 30.72 MHz in front of each row of the grid.
+std::vector<unsigned int> lib_nr_ul_phy_prach_process_t::_get_prefixes(unsigned int rows) const
+{
+    std::vector<unsigned int> prefixes(rows);
+    const prach_format_t format = m_preamble.format;
+    if (is_long_prach_format(format)) {
+        prefixes.front() = common_t::get_prach_prefix(format);
+        return prefixes;
+    }
+    const auto useful = static_cast<unsigned int>(k_reference_rate_hz / _get_scs_hz());
+    configuration_table_t row;
+    common_t::get_variables_from_configTable(m_configuration_table, m_configuration_idx, row, m_n_RA_t);
+    for (unsigned int occasion = 0; occasion < std::max(row.occasions_per_slot, m_n_RA_t + 1); ++occasion) {
+        const unsigned int first =
+            common_t::get_prach_first_row(format, m_configuration_table, m_configuration_idx, occasion);
+        if (first >= rows)
+            break;
+        unsigned int prefix = common_t::get_prach_prefix(format) * useful / 2048;
+        prefix += 16 * _get_half_subframes_within(occasion);
+        // C2 has a prefix as long as a row: the grid's extra row is the greater part of it.
+        if (format == prach_format_C2 && prefix >= useful)
+            prefix -= useful;
+        prefixes[first] = prefix;
+    }
+    return prefixes;
+}
+
+/// How often a subframe's start or middle falls into an occasion, each of which adds 16 samples to its prefix.
+unsigned int lib_nr_ul_phy_prach_process_t::_get_half_subframes_within(unsigned int occasion) const
+{
+    const unsigned int u = common_t::get_u_from_prach_scs(m_prach_scs);
+    std::uint64_t symbol = std::uint64_t{m_slot_symbols} * m_n_RA_slot +
+                           common_t::get_prach_first_symbol(m_configuration_table, m_configuration_idx, occasion);
+    if (u >= 2)
+        symbol += std::uint64_t{m_slot_index & 3u} * m_slot_symbols << (u - 2);
+    const std::uint64_t begin = start_of_symbol(symbol, u);
+    const std::uint64_t length = ((common_t::get_prach_prefix(m_preamble.format) +
+                                   std::uint64_t{2048} * common_t::get_prach_repetitions(m_preamble.format))
+                                  << 6) >>
+                                 u;
+    const std::uint64_t boundaries_before = (begin + k_half_subframe - 1) / k_half_subframe;
+    const std::uint64_t boundaries_until = (begin + length + k_half_subframe - 1) / k_half_subframe;
+    return static_cast<unsigned int>(boundaries_until - boundaries_before);
+}
 
 } // namespace vek::nr_mod_lib

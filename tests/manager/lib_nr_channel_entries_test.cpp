@@ -99,7 +99,9 @@ TEST(channel_entries, uplink_channels_follow_bwp_guard_band_and_bandwidth)
     EXPECT_TRUE(prach.get_enable());
     EXPECT_EQ(prach.get_rb_offset(), 10U);
     EXPECT_EQ(prach.get_rb_num(), 40U);
-    prach.update_by_bandwidth(numerology, LIB_NR_CHANNEL_FR2_1_100M);
+    lib_nr_phy_numerology_configure_manager_t fr2;
+    fr2.set_numerology(LIB_NR_SCS_120K, LIB_NR_CHANNEL_FR2_1_100M);
+    prach.update_by_bandwidth(fr2, LIB_NR_CHANNEL_FR2_1_100M);
     EXPECT_EQ(prach.get_configuration_table(), FR2_TDD);
     EXPECT_EQ(prach.get_lra(), PRACH_LRA_139);
     EXPECT_EQ(prach.get_prach_scs(), PRACH_SCS_60K);

@@ -1,0 +1,175 @@
+#include "phy/lib_nr_phy.h"
+#include "phy/lib_nr_phy_steps.h"
+#include "phy/lib_nr_prach_resource_manager.h"
+
+#include <algorithm>
+
+// The road of its own that a PRACH carrier takes through the engine: bursts instead of slots.
+
+namespace vek::nr_mod_lib
+{
+
+namespace
+{
+
+constexpr const char* k_prach = "PRACH";
+
+lib_nr_prach_resource_manager_t& prach_grid() { return lib_nr_prach_resource_manager_t::get_inst(); }
+
+/// PRACH counts its time in slots of uplink BWP 0.
+bool is_prach_pass(const lib_nr_carrier_configure_manager_t& carrier, unsigned int numerology)
+{
+    return carrier.get_ul_bwp(0).get_numerology() == carrier.get_numerology_manager(numerology).get_numerolgy();
+}
+
+/// The frame gate of a burst.
+bool is_active(const lib_nr_ul_prach_configure_manager_t& prach, unsigned int frame)
+{
+    const prach_config_table_type_t table = prach.get_configuration_table();
+    const unsigned int scs_khz = prach.get_prach_scs() / 1000;
+    const unsigned int slot = lib_nr_phy_common_t::cal_prach_current_slot(
+        frame, scs_khz, prach.get_lra(), table, prach.get_n_RA_slot(),
+        table == FR2_TDD ? prach.get_slot_index() : prach.get_subframe_index());
+    return lib_nr_phy_common_t::is_prach_active(frame, scs_khz, prach.get_lra(), table, prach.get_configuration_idx(),
+                                                slot, prach.get_n_RA_slot(), prach.get_frame_offset());
+}
+
+} // namespace
+
+bool lib_nr_phy_t::deal_prach_resource_mapping(unsigned int carrier, unsigned int numerology, unsigned int frame,
+                                               const lib_nr_waveform_configure_manager_t& waveform)
+{
+    m_first_failed_step.reset();
+    return _map_prach_frame(carrier, numerology, frame, waveform);
+}
+
+bool lib_nr_phy_t::_map_prach_frame(unsigned int carrier, unsigned int numerology, unsigned int frame,
+                                    const lib_nr_waveform_configure_manager_t& waveform)
+{
+    const lib_nr_carrier_configure_manager_t& configuration = waveform.get_carrier(carrier);
+    m_step = lib_nr_channel_step_t{k_prach, carrier, numerology, frame, {}, {}};
+    print_step("deal_prach_resource_mapping", carrier);
+    std::cout << configuration.get_numerology_manager(numerology).get_numerolgy() << std::endl;
+    prach_grid().init_resource_mapping();
+    const unsigned int bursts = is_prach_pass(configuration, numerology) ? configuration.get_ul_prach_number() : 0;
+    for (unsigned int b = 0; b < bursts; ++b) {
+        const lib_nr_ul_prach_configure_manager_t& prach = configuration.get_ul_prach(b);
+        if (!prach.get_enable()) {
+            std::cout << "_nr_ul_prach_freq_remap: prach_brust " << b << " is disable .\n" << std::endl;
+            continue;
+        }
+        if (!is_active(prach, frame)) {
+            std::cout << "_nr_ul_prach_freq_remap:prach does not satisfy frame period!\n" << std::endl;
+            return false;
+        }
+        _set_prach_resource_param(configuration, numerology, prach);
+        _update_prach_ofdm_config(configuration, numerology);
+        m_prach_process.set_waveform_config(carrier, numerology, b, waveform);
+        _call(b, std::nullopt, LIB_NR_REMAPP_MODE_UI_VIEW_MAP,
+              [&] { return m_prach_process.nr_ul_phy_prach_re_map(LIB_NR_REMAPP_MODE_UI_VIEW_MAP); });
+        _locate_prach(prach);
+        m_prach_ofdm_modulator.set_prach_ofdm_info(prach_grid().get_prach_ofdm_info());
+        prach_resource_time_param_t time = m_prach_ofdm_modulator.nr_ul_phy_prach_time_map();
+        time.time_offset_ms = prach_grid().get_resource_param().time_offset_ms;
+        prach_grid().set_resource_time_param(time);
+    }
+    std::cout << "lib_nr_phy_t::deal_prach_resource_mapping end" << std::endl;
+    return true;
+}
+
+bool lib_nr_phy_t::_deal_prach_payload_mapping(unsigned int carrier, unsigned int numerology, unsigned int frame,
+                                               unsigned int burst)
+{
+    const lib_nr_carrier_configure_manager_t& configuration = m_waveform.get_carrier(carrier);
+    const lib_nr_ul_prach_configure_manager_t& prach = configuration.get_ul_prach(burst);
+    if (!is_active(prach, frame)) {
+        std::cout << "_deal_prach_payload_mapping:prach does not satisfy frame period!\n" << std::endl;
+        return false;
+    }
+    _locate_prach(prach);
+    _set_prach_resource_param(configuration, numerology, prach);
+    prach_grid().init_payload_mapping();
+    if (!_nr_ul_prach_link_process(carrier, numerology, burst)) {
+        std::cout << "error!!!_nr_ul_prach_link_process fail" << std::endl;
+        return false;
+    }
+    return true;
+}
+
+bool lib_nr_phy_t::_nr_ul_prach_link_process(unsigned int carrier, unsigned int numerology, unsigned int burst)
+{
+    print_step("_nr_ul_prach_link_process", carrier);
+    if (!m_waveform.get_carrier(carrier).get_ul_prach(burst).get_enable()) {
+        std::cout << "nr_ul_prach_link_process:prach_brust " << burst << " is disable .\n" << std::endl;
+        return false;
+    }
+    m_prach_process.set_waveform_config(carrier, numerology, burst, m_waveform);
+    if (!_call(burst, std::nullopt, LIB_NR_REMAPP_MODE_ENCODE_MAP, [&] { return m_prach_process.prach_process(); })) {
+        _keep_first_failed_step();
+        std::cout << "nr_ul_prach_link_process :prach_process return false.\n" << std::endl;
+        return false;
+    }
+    return true;
+}
+
+// A burst that does not send keeps those behind it out of the frame.
+bool lib_nr_phy_t::_fill_prach_frame_data(unsigned int carrier, unsigned int numerology, unsigned int frame,
+                                          signal_t& buffer)
+{
+    if (buffer.size() != _get_sample_points()) {
+        std::cout << "lib_nr_dl_phy_t::_fill_prach_frame_data Report : Carrier Data Length Error!" << std::endl;
+        return false;
+    }
+    m_step = lib_nr_channel_step_t{k_prach, carrier, numerology, frame, {}, {}};
+    const std::uint64_t frame_points = m_waveform.get_frame_sample_points();
+    const std::uint64_t begin = std::min<std::uint64_t>(frame * frame_points, buffer.size());
+    const lib_nr_carrier_configure_manager_t& configuration = m_waveform.get_carrier(carrier);
+    const unsigned int bursts = is_prach_pass(configuration, numerology) ? configuration.get_ul_prach_number() : 0;
+    for (unsigned int b = 0; b < bursts; ++b) {
+        _update_prach_ofdm_config(configuration, numerology);
+        if (!_deal_prach_payload_mapping(carrier, numerology, frame, b)) {
+            std::cout << "lib_nr_dl_phy_t::_deal_prach_payload_mapping Report Error!\n" << std::endl;
+            return false;
+        }
+        m_prach_ofdm_modulator.set_prach_ofdm_info(prach_grid().get_prach_ofdm_info());
+        m_prach_ofdm_modulator.add_frame(
+            prach_grid().get_prach_payload_mapping(),
+            samples_of(m_waveform.get_waveform_sample_rate_hz(), configuration.get_ul_prach(b).get_timeoffset()),
+            frame_points, buffer.data() + begin, buffer.size() - begin);
+    }
+    return true;
+}
+
+void lib_nr_phy_t::_set_prach_resource_param(const lib_nr_carrier_configure_manager_t& carrier, unsigned int numerology,
+                                             const lib_nr_ul_prach_configure_manager_t& prach)
+{
+    prach_resource_param_t param;
+    param.numerology = carrier.get_numerology_manager(numerology).get_numerolgy();
+    param.cp_type = carrier.get_ul_bwp(0).get_cp_type();
+    param.bandwidth = carrier.get_bandwidth();
+    param.format = prach.get_Format();
+    param.row_number = lib_nr_phy_common_t::get_symbol_size(param.format);
+    param.ratio = static_cast<double>(lib_nr_phy_common_t::get_scs_hz_value(param.numerology)) /
+                  static_cast<double>(prach.get_prach_scs());
+    param.time_offset_ms = prach.get_timeoffset() * 1000.0;
+    prach_grid().set_resource_param(param);
+}
+
+void lib_nr_phy_t::_locate_prach(const lib_nr_ul_prach_configure_manager_t& prach)
+{
+    m_prach_ofdm_modulator.cal_start_symbol(prach.get_configuration_table(), prach.get_configuration_idx(),
+                                            prach.get_n_RA_slot(), prach.get_n_RA_t(), prach.get_Format());
+    m_prach_ofdm_modulator.cal_current_start_locate(prach.get_prach_scs(), prach.get_subframe_index(),
+                                                    prach.get_slot_index());
+}
+
+void lib_nr_phy_t::_update_prach_ofdm_config(const lib_nr_carrier_configure_manager_t& carrier, unsigned int numerology)
+{
+    m_prach_ofdm_modulator.set_cyclic_prefix_type(LIB_NR_NORMAL_CP); // a pass before may have left the extended one
+    m_prach_ofdm_modulator.set_numerology(carrier.get_numerology_manager(numerology).get_numerolgy());
+    m_prach_ofdm_modulator.set_channel_bandwidth(carrier.get_bandwidth());
+    m_prach_ofdm_modulator.set_cyclic_prefix_type(carrier.get_ul_bwp(0).get_cp_type());
+    m_prach_ofdm_modulator.set_target_sample_rate(m_waveform.get_waveform_sample_rate_hz());
+}
+
+} // namespace vek::nr_mod_lib
