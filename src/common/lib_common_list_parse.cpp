@@ -1,9 +1,9 @@
 #include "common/lib_common_list_parse.h"
 
 #include "common/lib_number_text.h"
+#include "common/lib_text.h"
 
 #include <algorithm>
-#include <charconv>
 #include <cmath>
 #include <cstdint>
 #include <iostream>
@@ -18,43 +18,7 @@ namespace
 {
 
 constexpr std::size_t k_longest_list = 65536;
-constexpr std::string_view k_blanks = " \t\n\v\f\r";
-
 bool is_blank(char character) { return k_blanks.find(character) != std::string_view::npos; }
-
-std::string_view trimmed(std::string_view text)
-{
-    text.remove_prefix(std::min(text.find_first_not_of(k_blanks), text.size()));
-    return text.substr(0, text.find_last_not_of(k_blanks) + 1);
-}
-
-std::vector<std::string_view> split(std::string_view text, std::string_view separator)
-{
-    std::vector<std::string_view> parts;
-    for (std::size_t end = text.find(separator); end != std::string_view::npos; end = text.find(separator)) {
-        parts.push_back(text.substr(0, end));
-        text.remove_prefix(end + separator.size());
-    }
-    parts.push_back(text);
-    return parts;
-}
-
-/// The whole text as an integer, blanks round it and a sign allowed. What is too large becomes the nearest of +-2^61,
-/// so that sums of two numbers cannot overflow.
-std::optional<std::int64_t> read_integer(std::string_view text)
-{
-    constexpr std::int64_t limit = std::int64_t{1} << 61;
-    text = trimmed(text);
-    if (text.size() > 1 && text[0] == '+' && text[1] != '-')
-        text.remove_prefix(1);
-    std::int64_t value = 0;
-    const auto read = std::from_chars(text.data(), text.data() + text.size(), value);
-    if (read.ec == std::errc::invalid_argument || read.ptr != text.data() + text.size())
-        return std::nullopt;
-    if (read.ec == std::errc::result_out_of_range)
-        return text.front() == '-' ? -limit : limit;
-    return std::clamp(value, -limit, limit);
-}
 
 /// One entry of an index list; an index alone is a range of one.
 struct index_range_t
@@ -69,9 +33,9 @@ std::optional<index_range_t> read_index_range(std::string_view entry)
     const std::vector<std::string_view> fields = split(entry, ":");
     if (fields.size() > 3)
         return std::nullopt;
-    const auto first = read_integer(fields.front());
-    const auto step = fields.size() == 3 ? read_integer(fields[1]) : 1;
-    const auto last = read_integer(fields.back());
+    const auto first = read_whole_number(fields.front());
+    const auto step = fields.size() == 3 ? read_whole_number(fields[1]) : 1;
+    const auto last = read_whole_number(fields.back());
     if (!first || !step || !last || *step < 1 || *last < *first)
         return std::nullopt;
     return index_range_t{*first, *step, *last};
@@ -204,7 +168,7 @@ std::string lib_common_list_parse_t::combine_str(const std::vector<std::string>&
 
 bool lib_common_list_parse_t::str_to_int(const std::string& text, int& value)
 {
-    const auto number = read_integer(text);
+    const auto number = read_whole_number(text);
     if (!number || *number < std::numeric_limits<int>::min() || *number > std::numeric_limits<int>::max())
         return false;
     value = static_cast<int>(*number);

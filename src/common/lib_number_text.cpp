@@ -1,5 +1,7 @@
 #include "common/lib_number_text.h"
 
+#include "common/lib_text.h"
+
 #include <algorithm>
 #include <charconv>
 #include <cmath>
@@ -10,8 +12,6 @@ namespace vek::common_lib
 
 namespace
 {
-
-constexpr std::string_view k_blanks = " \t\n\v\f\r";
 
 std::string_view without_blanks_before(std::string_view text)
 {

@@ -1,6 +1,7 @@
 #include "config/cfg_nr_leaf_text.h"
 
 #include "common/lib_number_text.h"
+#include "common/lib_text.h"
 
 #include <array>
 #include <charconv>
@@ -14,16 +15,6 @@ namespace cfg_nr_leaf_detail
 
 namespace
 {
-
-constexpr std::string_view k_blanks = " \t\r\n";
-
-std::string_view without_blanks(std::string_view text)
-{
-    const std::size_t first = text.find_first_not_of(k_blanks);
-    if (first == std::string_view::npos)
-        return {};
-    return text.substr(first, text.find_last_not_of(k_blanks) - first + 1);
-}
 
 /// Takes the sign off; true where it was a minus.
 bool take_sign(std::string_view& digits)
@@ -48,18 +39,13 @@ std::optional<std::uint64_t> magnitude(std::string_view digits)
 
 std::optional<std::int64_t> whole_number_from_text(const std::string& text, std::int64_t least, std::int64_t most)
 {
-    std::string_view digits = without_blanks(text);
-    const bool negative = take_sign(digits);
-    const std::optional<std::uint64_t> value = magnitude(digits);
-    if (!value)
-        return std::nullopt;
-    const auto bounded = static_cast<std::int64_t>(std::min(*value, std::uint64_t{1} << 62));
-    return std::clamp(negative ? -bounded : bounded, least, most);
+    const std::optional<std::int64_t> value = common_lib::read_whole_number(text);
+    return value ? std::optional(std::clamp(*value, least, most)) : std::nullopt;
 }
 
 std::optional<unsigned long long> unsigned_long_from_text(const std::string& text)
 {
-    std::string_view digits = without_blanks(text);
+    std::string_view digits = common_lib::trimmed(text);
     const bool negative = take_sign(digits);
     const std::optional<std::uint64_t> value = magnitude(digits);
     if (!value)
@@ -85,13 +71,10 @@ std::string real_to_text(double value)
 std::vector<std::string> items_of(const std::string& text)
 {
     std::vector<std::string> items;
-    if (without_blanks(text).empty())
+    if (common_lib::trimmed(text).empty())
         return items;
-    for (std::size_t begin = 0; begin <= text.size();) {
-        const std::size_t end = std::min(text.find(',', begin), text.size());
-        items.emplace_back(without_blanks(std::string_view(text).substr(begin, end - begin)));
-        begin = end + 1;
-    }
+    for (const std::string_view item : common_lib::split(text, ","))
+        items.emplace_back(common_lib::trimmed(item));
     return items;
 }
 
@@ -106,7 +89,7 @@ void append_item(std::string& list, const std::string& item)
 
 std::optional<bool> cfg_nr_leaf_text_t<bool>::from_text(const std::string& text)
 {
-    const std::string_view word = cfg_nr_leaf_detail::without_blanks(text);
+    const std::string_view word = common_lib::trimmed(text);
     if (word == "true" || word == "1")
         return true;
     if (word == "false" || word == "0")
