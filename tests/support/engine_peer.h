@@ -19,6 +19,14 @@ struct test_peer_t<nr_mod_lib::lib_nr_phy_t>
     {
         engine.m_after_channel_steps = std::move(step);
     }
+    /// Stands in for every call of a channel's process.
+    static void instead_of_calls(
+        engine_t& engine,
+        std::function<bool(const nr_mod_lib::lib_nr_channel_step_t&, nr_mod_lib::lib_nr_remap_mode_t)> call)
+    {
+        engine.m_instead_of_calls = std::move(call);
+    }
+    static auto& pdsch_process(engine_t& engine) { return engine.m_pdsch_process; }
     static bool fill_frame_data(engine_t& engine, unsigned int carrier, unsigned int numerology, unsigned int frame,
                                 engine_t::signal_t& buffer)
     {
