@@ -7,10 +7,13 @@
 #include "host/nrwave_settings.h"
 #include "host/nrwave_steps.h"
 #include "host/nrwave_trace.h"
+#include "host/nrwave_value.h"
 
 #include <CLI/CLI.hpp>
 #include <filesystem>
 #include <map>
+#include <new>
+#include <optional>
 #include <string>
 #include <vector>
 
@@ -26,7 +29,7 @@ using vek::nr_mod_lib::lib_nr_phy_t;
 
 struct options_t
 {
-    std::string file;
+    std::optional<std::string> file;
     std::vector<std::string> words; // get: a settings file, then paths
     std::vector<std::string> recipes;
     std::vector<std::string> steps;
@@ -46,19 +49,22 @@ bool ends_with(const std::string& text, const std::string& ending)
     return text.size() >= ending.size() && text.compare(text.size() - ending.size(), ending.size(), ending) == 0;
 }
 
-void configure(cfg_nr_waveform_t& waveform, const options_t& options, std::ostream& err)
+/// The files read on the way.
+inputs_t configure(cfg_nr_waveform_t& waveform, const options_t& options, std::ostream& err)
 {
     stepper_t stepper(waveform, [&](const std::string& line) {
         if (options.strict)
             throw failure_t(line);
-        err << line << std::endl;
+        err << one_line(line) << std::endl;
     });
-    if (!options.file.empty())
-        stepper.load(options.file);
+    if (options.file)
+        stepper.load(*options.file);
     for (const std::string& recipe : options.recipes)
         stepper.apply_recipe(recipe);
     for (const std::string& step : options.steps)
         stepper.apply(step);
+    stepper.tell_resets();
+    return stepper.inputs();
 }
 
 std::string description_of(cfg_nr_waveform_t& waveform)
@@ -72,14 +78,18 @@ std::string description_of(cfg_nr_waveform_t& waveform)
 void run_generate(const options_t& options, trace_t& trace)
 {
     cfg_nr_waveform_t waveform;
-    configure(waveform, options, trace.err);
-    sample_files_t files(options.output, options.format);
+    const inputs_t inputs = configure(waveform, options, trace.err);
+    outputs_t outputs(inputs);
+    sample_files_t files(outputs, options.output, options.format);
+    if (!options.report.empty())
+        outputs.make_folder(options.report);
     lib_nr_phy_t engine;
     generate(waveform, engine);
     if (!options.report.empty())
-        draw_report(waveform, engine, options.report);
+        draw_report(waveform, engine, outputs, options.report);
     files.write(engine.get_baseband_signal_data(),
                 {waveform.get_waveform_sample_rate(), waveform.get_radio_frequency(), description_of(waveform)});
+    outputs.keep();
 }
 
 void run_get(options_t options, trace_t& trace)
@@ -103,26 +113,20 @@ void run_get(options_t options, trace_t& trace)
 void run_map(const options_t& options, trace_t& trace)
 {
     const bool picture = ends_with(options.output, ".png");
-    if (!picture && !ends_with(options.output, ".csv"))
+    if (!picture && !ends_with(options.output, ".csv") && !is_written_through(options.output))
         throw failure_t("a map is a .csv or a .png file, not " + options.output);
     cfg_nr_waveform_t waveform;
-    configure(waveform, options, trace.err);
+    const inputs_t inputs = configure(waveform, options, trace.err);
     lib_nr_phy_t engine;
     const resource_map_t map = map_of(waveform, engine, options.carrier, options.numerology, options.frame);
-    if (picture)
-        draw_map(map,
-                 "Resource map of carrier " + std::to_string(options.carrier) + ", numerology " +
-                     std::to_string(options.numerology) + ", frame " + std::to_string(options.frame),
-                 options.output);
-    else
-        write_text(options.output, csv_of(map));
+    write_text(options.output, picture ? picture_of(map) : csv_of(map), inputs);
 }
 
 void run_save(const options_t& options, trace_t& trace)
 {
     cfg_nr_waveform_t waveform;
-    configure(waveform, options, trace.err);
-    save_file(waveform, options.output);
+    const inputs_t inputs = configure(waveform, options, trace.err);
+    write_text(options.output, saved_text(waveform), inputs);
 }
 
 void run_list(const options_t& options, trace_t& trace)
@@ -161,7 +165,7 @@ int main(int argc, char** argv)
     app.require_subcommand(1);
     app.set_version_flag("--version", NRWAVE_VERSION);
     app.failure_message([](const CLI::App*, const CLI::Error& error) {
-        return "nrwave: " + std::string(error.what()) + " (try --help)\n";
+        return "nrwave: " + one_line(error.what()) + " (try --help)\n";
     });
 
     CLI::App* generate_command = app.add_subcommand("generate", "Generate the samples");
@@ -198,6 +202,7 @@ int main(int argc, char** argv)
     CLI::App* list_command = app.add_subcommand("list", "Show the paths, their forms and enumerators");
     list_command->add_option("path", options.path, "Show this path and what lies below it")->type_name("PATH");
 
+    guard_outputs();
     CLI11_PARSE(app, argc, argv);
 
     trace_t trace(options.verbose);
@@ -220,9 +225,11 @@ int main(int argc, char** argv)
         trace.out.flush();
         if (!trace.out)
             throw failure_t("cannot write to standard output");
+        return 0;
+    } catch (const std::bad_alloc&) {
+        trace.err << "nrwave: not enough memory" << std::endl;
     } catch (const std::exception& failure) {
-        trace.err << "nrwave: " << failure.what() << std::endl;
-        return 1;
+        trace.err << "nrwave: " << one_line(failure.what()) << std::endl;
     }
-    return 0;
+    return 1;
 }

@@ -64,7 +64,8 @@ resource_map_t map_of(cfg_nr_waveform_t& waveform, lib_nr_phy_t& engine, unsigne
         throw failure_t("the allocation of frame " + std::to_string(frame) + " cannot be mapped");
 
     const auto& grid = lib_nr_channel_resource_manager_t::get_inst();
-    resource_map_t map{grid.get_mapped_symbol_number(), grid.get_mapped_subcarrier_number(), {}};
+    resource_map_t map{carrier, numerology, frame, grid.get_mapped_symbol_number(), grid.get_mapped_subcarrier_number(),
+                       {}};
     map.owners.reserve(static_cast<std::size_t>(map.symbols) * map.subcarriers);
     for (unsigned int symbol = 0; symbol < map.symbols; ++symbol) {
         const std::uint8_t* row = grid.get_owner_row(symbol);

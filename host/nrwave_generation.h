@@ -16,6 +16,9 @@ void generate(vek::nr_mod_lib::cfg_nr_waveform_t& waveform, vek::nr_mod_lib::lib
 /// The owners of one frame's cells, row by row: `owners[symbol * subcarriers + subcarrier]`.
 struct resource_map_t
 {
+    unsigned int carrier = 0;
+    unsigned int numerology = 0;
+    unsigned int frame = 0;
     unsigned int symbols = 0;
     unsigned int subcarriers = 0;
     std::vector<std::uint8_t> owners;

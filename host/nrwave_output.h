@@ -1,35 +1,76 @@
 #pragma once
 
+#include "host/nrwave_input.h"
+
 #include <filesystem>
+#include <list>
 #include <string>
+#include <string_view>
 
 namespace nrwave
 {
 
-/// A file that appears whole or not at all: it is written beside its place and moved there by `keep`. What was not kept
-/// is removed.
-class output_file_t
+/// Whether a place is written to as it stands and never replaced: a device, a FIFO, a socket, an open file such as
+/// /dev/stdout.
+bool is_written_through(const std::filesystem::path& place);
+
+/// One file of a run. It is written beside its place, or through to it.
+class output_t
 {
 public:
-    explicit output_file_t(std::filesystem::path place);
-    ~output_file_t();
-    output_file_t(const output_file_t&) = delete;
-    output_file_t& operator=(const output_file_t&) = delete;
+    /// A place that is one of the inputs or cannot be written is a failure.
+    output_t(const std::filesystem::path& place, const inputs_t& inputs);
+    ~output_t();
+    output_t(const output_t&) = delete;
+    output_t& operator=(const output_t&) = delete;
 
-    /// Where to write.
-    const std::filesystem::path& beside() const { return m_beside; }
-    const std::filesystem::path& place() const { return m_place; }
-    /// Moves the file to its place.
-    void keep();
-    /// Takes a kept file back.
-    void discard();
+    /// Appends. A place that takes no more, such as a full disk, is a failure.
+    void write(std::string_view bytes);
 
 private:
+    friend class outputs_t;
+
+    void _open();
+    void _close();
+    void _move() const;
+    [[noreturn]] void _fail(int error) const;
+
+    std::string m_name;
+    /// Where the name leads through links.
     std::filesystem::path m_place;
-    std::filesystem::path m_beside;
+    /// Empty where the place is written through.
+    std::string m_beside;
+    int m_file = -1;
 };
 
-/// Writes a text to a file, whole or not at all.
-void write_text(const std::filesystem::path& place, const std::string& text);
+/// The files of a run: they appear whole and all together, or not at all, whatever ends the run: a failure, a full disk
+/// or a signal. Only what has been written through stays written. One object at a time.
+class outputs_t
+{
+public:
+    explicit outputs_t(const inputs_t& inputs) : m_inputs(inputs) {}
+    /// Removes what was not kept, and the folders made for it.
+    ~outputs_t();
+    outputs_t(const outputs_t&) = delete;
+    outputs_t& operator=(const outputs_t&) = delete;
+
+    /// A file to come, in a folder that is made where it is missing.
+    output_t& add(const std::filesystem::path& place);
+    void make_folder(const std::filesystem::path& folder);
+
+    /// Moves all files to their places.
+    void keep();
+
+private:
+    const inputs_t& m_inputs;
+    std::list<output_t> m_outputs;
+};
+
+/// Writes one file from a text.
+void write_text(const std::filesystem::path& place, const std::string& text, const inputs_t& inputs);
+
+/// From now on, a signal that ends the program removes first what is unfinished; a file beyond its size limit is a
+/// failure to write; and no file that is opened takes the place of a closed standard stream.
+void guard_outputs();
 
 } // namespace nrwave

@@ -1,16 +1,11 @@
 #include "host/nrwave_pictures.h"
 
-#include "host/nrwave_failure.h"
-#include "host/nrwave_output.h"
+#include "host/nrwave_plot.h"
 
 #include <algorithm>
 #include <array>
 #include <cmath>
 #include <complex>
-#include <csignal>
-#include <cstdio>
-#include <locale>
-#include <sstream>
 #include <vector>
 
 namespace nrwave
@@ -29,54 +24,25 @@ constexpr const char* k_accent = "#c8102e";
 constexpr std::array<const char*, k_owners> k_colours = {"#f4f6f8", "#e6a817", "#8e5bb5", "#2f9e8f", "#3a78b8",
                                                          "#d66a2c", "#5b8c3a", "#8aa9c8", "#b5577f", "#d00000"};
 
-/// A run of the plotter: a script on its standard input, a PNG that appears whole or not at all.
-class plot_t
-{
-public:
-    plot_t(const std::filesystem::path& place, unsigned int width, unsigned int height) : m_file(place)
-    {
-        m_script.imbue(std::locale::classic());
-        m_script.precision(10);
-        m_script << "set terminal pngcairo size " << width << ',' << height << " font 'sans,11' background '#ffffff'\n"
-                 << "set output '" << quoted(m_file.beside().string()) << "'\n"
-                 << "set border lw 1 lc rgb '#404040'\nset tics nomirror\nset grid lc rgb '#d8dde2' lw 1 lt 1\n";
-    }
-
-    std::ostream& script() { return m_script; }
-
-    void keep()
-    {
-        // A plotter that ends early must not end us.
-        const auto before = std::signal(SIGPIPE, SIG_IGN);
-        std::FILE* plotter = ::popen("gnuplot >/dev/null 2>&1", "w");
-        const std::string text = m_script.str();
-        const bool sent = plotter && std::fwrite(text.data(), 1, text.size(), plotter) == text.size();
-        const int status = plotter ? ::pclose(plotter) : -1;
-        std::signal(SIGPIPE, before);
-        if (!sent || status != 0)
-            throw failure_t("gnuplot could not draw " + m_file.place().string() + "; is it installed?");
-        m_file.keep();
-    }
-
-    static std::string quoted(const std::string& text)
-    {
-        std::string result;
-        for (const char c : text) {
-            result += c;
-            if (c == '\'')
-                result += c;
-        }
-        return result;
-    }
-
-private:
-    output_file_t m_file;
-    std::ostringstream m_script;
-};
-
 double db_of_power(double power) { return power > 0 ? std::max(10 * std::log10(power), k_floor_db) : k_floor_db; }
 
-void draw_spectrum(cfg_nr_waveform_t& waveform, const lib_nr_phy_t& engine, const std::filesystem::path& place)
+/// The bands that the carriers occupy, in MHz from the centre, shaded and named.
+void shade_carriers(std::ostream& out, cfg_nr_waveform_t& waveform)
+{
+    const double side = waveform.get_mirror_spectrum() ? -1 : 1;
+    for (unsigned int c = 0; c < waveform.get_carrier_number(); ++c) {
+        const cfg_nr_carrier_t& carrier = *waveform.get_carrier(c);
+        if (!carrier.get_enable())
+            continue;
+        const double centre = side * static_cast<double>(carrier.get_frequency_offset()) / 1e6;
+        const double half = carrier.get_bandwidth() / 2e6;
+        out << "set object rectangle from " << centre - half << ", graph 0 to " << centre + half
+            << ", graph 1 behind fillcolor rgb '#eaf1f8' fillstyle solid noborder\nset label 'carrier " << c << "' at "
+            << centre << ", graph 0.96 center textcolor rgb '#5a6b7b'\n";
+    }
+}
+
+std::string spectrum_picture(cfg_nr_waveform_t& waveform, const lib_nr_phy_t& engine)
 {
     // 0 Hz stands in the middle. At most so many points as the picture resolves, each the largest of its neighbours.
     constexpr std::size_t k_points = 4096;
@@ -85,11 +51,13 @@ void draw_spectrum(cfg_nr_waveform_t& waveform, const lib_nr_phy_t& engine, cons
     const std::size_t size = spectrum.size();
     const std::size_t group = std::max<std::size_t>(1, size / k_points);
 
-    plot_t plot(place, 1100, 520);
+    plot_t plot(1100, 520);
     std::ostream& out = plot.script();
-    out << "set title 'Spectrum'\nset xlabel 'frequency from the centre, MHz'\nset ylabel 'magnitude, dB of the peak'\n"
-        << "set yrange [-120:5]\nset xrange [" << -rate / 2e6 << ':' << std::max(rate, 1.0) / 2e6 << "]\n"
-        << "plot '-' with lines lc rgb '" << k_dark << "' lw 1 notitle\n";
+    shade_carriers(out, waveform);
+    out << "set title 'Spectrum round " << static_cast<double>(waveform.get_radio_frequency()) / 1e6
+        << " MHz, first frame, occupied bands shaded'\nset xlabel 'frequency from the centre, MHz'\n"
+        << "set ylabel 'magnitude, dB of the peak'\nset yrange [-120:10]\nset xrange [" << -rate / 2e6 << ':'
+        << std::max(rate, 1.0) / 2e6 << "]\nplot '-' with lines lc rgb '" << k_dark << "' lw 1 notitle\n";
     for (std::size_t begin = 0; begin < size; begin += group) {
         double power = 0;
         for (std::size_t i = begin; i < std::min(begin + group, size); ++i)
@@ -98,46 +66,60 @@ void draw_spectrum(cfg_nr_waveform_t& waveform, const lib_nr_phy_t& engine, cons
         out << offset / static_cast<double>(size) * rate / 1e6 << ' ' << db_of_power(power) << '\n';
     }
     out << (size == 0 ? "0 -140\n" : "") << "e\n";
-    plot.keep();
+    return plot.drawn();
 }
+
+constexpr double k_ccdf_step_db = 0.05;
 
 /// Points of a curve that a logarithmic axis can show; one far below where there is none.
 void write_curve(std::ostream& out, const std::vector<double>& curve)
 {
-    constexpr double k_step_db = 0.05;
     bool any = false;
     for (std::size_t i = 0; i < curve.size(); ++i)
         if (curve[i] > 0) {
-            out << k_step_db * static_cast<double>(i) << ' ' << curve[i] << '\n';
+            out << k_ccdf_step_db * static_cast<double>(i) << ' ' << curve[i] << '\n';
             any = true;
         }
     out << (any ? "" : "0 1e-9\n") << "e\n";
 }
 
-void draw_ccdf(const lib_nr_phy_t& engine, const std::filesystem::path& place)
+/// dB up to which a curve can be seen.
+double end_of(const std::vector<double>& curve)
 {
-    plot_t plot(place, 800, 560);
-    std::ostream& out = plot.script();
-    out << "set title 'CCDF of the first frame'\nset xlabel 'power above the mean, dB'\nset ylabel 'probability'\n"
-        << "set logscale y\nset format y '10^{%T}'\nset yrange [1e-6:1]\nset xrange [0:20]\nset key top right\n"
-        << "plot '-' with lines lc rgb '" << k_dark << "' lw 2 title 'waveform', '-' with lines lc rgb '" << k_accent
-        << "' lw 2 dt 2 title 'burst', exp(-10**(x/10)) with lines lc rgb '#808080' lw 1 title 'Gaussian'\n";
-    write_curve(out, engine.get_waveform_ccdf_cruve_data());
-    write_curve(out, engine.get_burst_ccdf_cruve_data());
-    plot.keep();
+    const auto last =
+        std::find_if(curve.rbegin(), curve.rend(), [](double probability) { return probability >= 1e-6; });
+    return k_ccdf_step_db * static_cast<double>(curve.rend() - last);
 }
 
-void draw_power(cfg_nr_waveform_t& waveform, const lib_nr_phy_t& engine, const std::filesystem::path& place)
+std::string ccdf_picture(const lib_nr_phy_t& engine)
+{
+    constexpr double k_division_db = 2;
+    const double end =
+        std::max({12.0, end_of(engine.get_waveform_ccdf_cruve_data()), end_of(engine.get_burst_ccdf_cruve_data())});
+    plot_t plot(800, 560);
+    std::ostream& out = plot.script();
+    out << "set title 'CCDF of the first frame'\nset xlabel 'power above the mean, dB'\n"
+        << "set ylabel 'probability of more power'\nset logscale y\nset format y '10^{%T}'\nset yrange [1e-6:1]\n"
+        << "set xtics " << k_division_db << "\nset xrange [0:" << k_division_db * std::ceil(end / k_division_db)
+        << "]\nset key top right reverse Left opaque\nplot '-' with lines lc rgb '" << k_dark
+        << "' lw 2 title 'whole frame', '-' with lines lc rgb '" << k_accent
+        << "' lw 2 dt 2 title 'burst', exp(-10**(x/10)) with lines lc rgb '#808080' lw 1 title 'Gaussian noise'\n";
+    write_curve(out, engine.get_waveform_ccdf_cruve_data());
+    write_curve(out, engine.get_burst_ccdf_cruve_data());
+    return plot.drawn();
+}
+
+std::string power_picture(cfg_nr_waveform_t& waveform, const lib_nr_phy_t& engine)
 {
     constexpr std::size_t k_points = 2000;
     const auto& samples = engine.get_baseband_signal_data();
     const double rate = std::max(static_cast<double>(waveform.get_waveform_sample_rate()), 1.0);
     const std::size_t group = std::max<std::size_t>(1, (samples.size() + k_points - 1) / k_points);
 
-    plot_t plot(place, 1100, 460);
+    plot_t plot(1100, 460);
     std::ostream& out = plot.script();
     out << "set title 'Power against time'\nset xlabel 'time, ms'\nset ylabel 'power, dB of full scale'\n"
-        << "set yrange [-80:5]\nset key bottom right\nset xrange [0:"
+        << "set yrange [-80:5]\nset key bottom right reverse Left opaque\nset xrange [0:"
         << std::max(static_cast<double>(samples.size()), 1.0) / rate * 1e3 << "]\n$power << EOD\n";
     for (std::size_t begin = 0; begin < samples.size(); begin += group) {
         const std::size_t end = std::min(begin + group, samples.size());
@@ -153,7 +135,40 @@ void draw_power(cfg_nr_waveform_t& waveform, const lib_nr_phy_t& engine, const s
     }
     out << (samples.empty() ? "0 -140 -140\n" : "") << "EOD\nplot $power using 1:3 with lines lc rgb '#a9bdd0' title "
         << "'peak', $power using 1:2 with lines lc rgb '" << k_dark << "' title 'mean'\n";
-    plot.keep();
+    return plot.drawn();
+}
+
+/// A map no finer than a picture shows, column by column.
+struct raster_t
+{
+    unsigned int columns = 0;
+    unsigned int rows = 0;
+    std::vector<std::uint8_t> owners;
+};
+
+/// Of the cells that fall together it is the rarest owner's that shows, so that no thin channel gets lost; a conflict
+/// shows always.
+raster_t raster_of(const resource_map_t& map, const std::array<std::size_t, k_owners>& cells)
+{
+    constexpr unsigned int k_columns = 840;
+    constexpr unsigned int k_rows = 480;
+    std::array<std::size_t, k_owners> rank{};
+    for (unsigned int owner = 1; owner < k_owners; ++owner)
+        rank[owner] = map.owners.size() + 1 - cells[owner];
+    rank[k_owners - 1] = map.owners.size() + 2;
+
+    raster_t raster{std::min(map.symbols, k_columns), std::min(map.subcarriers, k_rows), {}};
+    raster.owners.resize(std::size_t{raster.columns} * raster.rows);
+    for (std::size_t symbol = 0; symbol < map.symbols; ++symbol) {
+        std::uint8_t* column = &raster.owners[symbol * raster.columns / map.symbols * raster.rows];
+        for (std::size_t subcarrier = 0; subcarrier < map.subcarriers; ++subcarrier) {
+            std::uint8_t& shown = column[subcarrier * raster.rows / map.subcarriers];
+            const std::uint8_t owner = map.owners[symbol * map.subcarriers + subcarrier];
+            if (rank[owner] > rank[shown])
+                shown = owner;
+        }
+    }
+    return raster;
 }
 
 } // namespace
@@ -168,42 +183,53 @@ std::string csv_of(const resource_map_t& map)
     return text;
 }
 
-void draw_map(const resource_map_t& map, const std::string& title, const std::filesystem::path& place)
+std::string picture_of(const resource_map_t& map)
 {
-    std::array<bool, k_owners> present{};
+    constexpr unsigned int k_frame_ms = 10;
+    constexpr unsigned int k_subcarriers_per_rb = 12;
+    std::array<std::size_t, k_owners> cells{};
     for (const std::uint8_t owner : map.owners)
-        present[std::min<std::size_t>(owner, k_owners - 1)] = true;
+        ++cells[owner];
+    const raster_t raster = raster_of(map, cells);
+    const unsigned int symbols = std::max(map.symbols, 1U);
+    const unsigned int subcarriers = std::max(map.subcarriers, 1U);
 
-    plot_t plot(place, 1100, 620);
+    plot_t plot(1100, 620);
     std::ostream& out = plot.script();
-    out << "set title '" << plot_t::quoted(title) << "' noenhanced\nset xlabel 'symbol in the frame'\n"
-        << "set ylabel 'subcarrier'\nunset grid\nunset colorbox\nset cbrange [0:" << k_owners - 1
-        << "]\nset key outside right top\nset palette maxcolors " << k_owners << " defined (";
+    out << "set title 'Resource map of carrier " << map.carrier << ", numerology " << map.numerology << ", frame "
+        << map.frame
+        << "' offset 0,0.6\nset xlabel 'symbol in the frame'\nset x2label 'time, ms'\nset ylabel 'subcarrier'\n"
+        << "set y2label 'resource block'\nset x2tics 1\nset y2tics\nset tics out\nset key spacing 1.2\nunset "
+           "grid\nunset colorbox\n"
+        << "set key outside right top reverse Left\nset cbrange [-0.5:" << k_owners - 0.5 << "]\nset palette maxcolors "
+        << k_owners << " defined (";
     for (unsigned int owner = 0; owner < k_owners; ++owner)
         out << (owner ? "," : "") << owner << " '" << k_colours[owner] << '\'';
-    out << ")\nset xrange [-0.5:" << std::max(map.symbols, 1U) - 0.5
-        << "]\nset yrange [-0.5:" << std::max(map.subcarriers, 1U) - 0.5 << "]\nplot ";
-    if (!map.owners.empty())
-        out << "'-' binary array=(" << map.symbols << ',' << map.subcarriers
-            << ") scan=yx format='%uchar' with image notitle, ";
+    out << ")\nset xrange [-0.5:" << symbols - 0.5 << "]\nset yrange [-0.5:" << subcarriers - 0.5
+        << "]\nset x2range [0:" << k_frame_ms
+        << "]\nset y2range [0:" << static_cast<double>(subcarriers) / k_subcarriers_per_rb << "]\nplot ";
+    if (!raster.owners.empty()) {
+        const double width = static_cast<double>(symbols) / raster.columns;
+        const double height = static_cast<double>(subcarriers) / raster.rows;
+        out << "'-' binary array=(" << raster.columns << ',' << raster.rows << ") scan=yx dx=" << width
+            << " dy=" << height << " origin=(" << width / 2 - 0.5 << ',' << height / 2 - 0.5
+            << ") format='%uchar' with image notitle, ";
+    }
     for (unsigned int owner = 1; owner < k_owners; ++owner)
-        if (present[owner])
+        if (cells[owner] != 0)
             out << "NaN with boxes fs solid noborder lc rgb '" << k_colours[owner] << "' title '"
                 << owner_name(static_cast<std::uint8_t>(owner)) << "', ";
-    out << "NaN notitle\n";
-    out.write(reinterpret_cast<const char*>(map.owners.data()), static_cast<std::streamsize>(map.owners.size()));
-    plot.keep();
+    out << "NaN with boxes fillcolor rgb '" << k_colours[0] << "' fs solid border lc rgb '#909090' title 'empty'\n";
+    out.write(reinterpret_cast<const char*>(raster.owners.data()), static_cast<std::streamsize>(raster.owners.size()));
+    return plot.drawn();
 }
 
-void draw_report(cfg_nr_waveform_t& waveform, lib_nr_phy_t& engine, const std::filesystem::path& folder)
+void draw_report(cfg_nr_waveform_t& waveform, lib_nr_phy_t& engine, outputs_t& outputs,
+                 const std::filesystem::path& folder)
 {
-    std::error_code error;
-    std::filesystem::create_directories(folder, error);
-    if (error)
-        throw failure_t("cannot make the folder " + folder.string());
-    draw_spectrum(waveform, engine, folder / "spectrum.png");
-    draw_ccdf(engine, folder / "ccdf.png");
-    draw_power(waveform, engine, folder / "power.png");
+    outputs.add(folder / "spectrum.png").write(spectrum_picture(waveform, engine));
+    outputs.add(folder / "ccdf.png").write(ccdf_picture(engine));
+    outputs.add(folder / "power.png").write(power_picture(waveform, engine));
 
     for (unsigned int carrier = 0; carrier < waveform.get_carrier_number(); ++carrier) {
         if (!waveform.get_carrier(carrier)->get_enable())
@@ -211,8 +237,7 @@ void draw_report(cfg_nr_waveform_t& waveform, lib_nr_phy_t& engine, const std::f
         unsigned int numerology = 0;
         while (!waveform.get_carrier(carrier)->get_numerology(static_cast<int>(numerology))->get_enable())
             ++numerology;
-        draw_map(map_of(waveform, engine, carrier, numerology, 0),
-                 "Resource map of carrier " + std::to_string(carrier) + ", first frame", folder / "resource_map.png");
+        outputs.add(folder / "resource_map.png").write(picture_of(map_of(waveform, engine, carrier, numerology, 0)));
         break;
     }
 }

@@ -5,8 +5,8 @@
 #include <algorithm>
 #include <array>
 #include <bit>
-#include <fstream>
 #include <nlohmann/json.hpp>
+#include <string_view>
 
 namespace nrwave
 {
@@ -29,17 +29,31 @@ const char* suffix(sample_format_t format)
     return "";
 }
 
+/// Bytes as they lie in memory.
+template <class number_t>
+std::string_view bytes_of(const std::complex<number_t>* samples, std::size_t count)
+{
+    return {reinterpret_cast<const char*>(samples), count * sizeof(*samples)};
+}
+
 /// Single precision a block at a time: no second copy of the waveform.
-void write_single(std::ofstream& stream, const std::vector<std::complex<double>>& samples)
+void write_single(output_t& output, const std::vector<std::complex<double>>& samples)
 {
     std::array<std::complex<float>, 8192> block;
-    for (std::size_t begin = 0; begin < samples.size() && stream; begin += block.size()) {
+    for (std::size_t begin = 0; begin < samples.size(); begin += block.size()) {
         const std::size_t count = std::min(block.size(), samples.size() - begin);
         for (std::size_t i = 0; i < count; ++i)
             block[i] = {static_cast<float>(samples[begin + i].real()), static_cast<float>(samples[begin + i].imag())};
-        stream.write(reinterpret_cast<const char*>(block.data()),
-                     static_cast<std::streamsize>(count * sizeof(block.front())));
+        output.write(bytes_of(block.data(), count));
     }
+}
+
+/// A prefix that ends in a name: files that begin with a dot would seem to be missing.
+const std::string& named(const std::string& prefix)
+{
+    if (!std::filesystem::path(prefix).has_filename())
+        throw failure_t("cannot write " + prefix + suffix(sample_format_t::sigmf) + ": no name in front");
+    return prefix;
 }
 
 std::string meta_of(const recording_t& recording)
@@ -59,42 +73,21 @@ std::string meta_of(const recording_t& recording)
 
 } // namespace
 
-sample_files_t::sample_files_t(const std::string& prefix, sample_format_t format)
-    : m_format(format), m_data(prefix + suffix(format))
+sample_files_t::sample_files_t(outputs_t& outputs, const std::string& prefix, sample_format_t format)
+    : m_format(format), m_data(outputs.add(is_written_through(prefix) ? prefix : named(prefix) + suffix(format)))
 {
-    if (format == sample_format_t::sigmf)
-        m_meta.emplace(prefix + ".sigmf-meta");
+    if (format == sample_format_t::sigmf && !is_written_through(prefix))
+        m_meta = &outputs.add(prefix + ".sigmf-meta");
 }
 
 void sample_files_t::write(const std::vector<std::complex<double>>& samples, const recording_t& recording)
 {
-    std::ofstream data(m_data.beside(), std::ios::binary);
+    if (m_meta)
+        m_meta->write(meta_of(recording));
     if (m_format == sample_format_t::cf64)
-        data.write(reinterpret_cast<const char*>(samples.data()),
-                   static_cast<std::streamsize>(samples.size() * sizeof(samples.front())));
+        m_data.write(bytes_of(samples.data(), samples.size()));
     else
-        write_single(data, samples);
-    data.close();
-    if (!data)
-        throw failure_t("cannot write the samples: " + m_data.beside().string());
-
-    if (m_meta) {
-        std::ofstream meta(m_meta->beside(), std::ios::binary);
-        meta << meta_of(recording);
-        meta.close();
-        if (!meta)
-            throw failure_t("cannot write " + m_meta->beside().string());
-    }
-
-    m_data.keep();
-    if (m_meta) {
-        try {
-            m_meta->keep();
-        } catch (const failure_t&) {
-            m_data.discard();
-            throw;
-        }
-    }
+        write_single(m_data, samples);
 }
 
 } // namespace nrwave

@@ -4,7 +4,6 @@
 
 #include <complex>
 #include <cstdint>
-#include <optional>
 #include <string>
 #include <vector>
 
@@ -26,19 +25,19 @@ struct recording_t
     std::string description;
 };
 
-/// The files that a generation leaves behind. Made before the run, so that an unwritable place is found out at once.
+/// The files of the samples. Made before the run, so that an unwritable place is found out at once.
 class sample_files_t
 {
 public:
-    sample_files_t(const std::string& prefix, sample_format_t format);
+    /// A prefix that names a device, a FIFO or an open file takes the bare samples itself.
+    sample_files_t(outputs_t& outputs, const std::string& prefix, sample_format_t format);
 
-    /// Writes the samples: all the files, or none.
     void write(const std::vector<std::complex<double>>& samples, const recording_t& recording);
 
 private:
     sample_format_t m_format;
-    output_file_t m_data;
-    std::optional<output_file_t> m_meta;
+    output_t& m_data;
+    output_t* m_meta = nullptr;
 };
 
 } // namespace nrwave

@@ -1,7 +1,6 @@
 #include "host/nrwave_settings.h"
 
 #include "host/nrwave_failure.h"
-#include "host/nrwave_output.h"
 #include "host/nrwave_steps.h"
 
 #include <pugixml.hpp>
@@ -21,17 +20,15 @@ constexpr const char* k_step = "step";
 
 } // namespace
 
-std::vector<std::string> recall_file(cfg_nr_waveform_t& waveform, const std::filesystem::path& file)
+std::vector<std::string> recall_text(cfg_nr_waveform_t& waveform, const std::string& file, const std::string& content)
 {
     pugi::xml_document document;
-    const pugi::xml_parse_result parsed = document.load_file(file.c_str());
-    if (parsed.status == pugi::status_file_not_found || parsed.status == pugi::status_io_error)
-        throw failure_t("cannot read " + file.string());
+    const pugi::xml_parse_result parsed = document.load_buffer(content.data(), content.size());
     if (!parsed)
-        throw failure_t(file.string() + " is no settings file: " + parsed.description());
+        throw failure_t(file + " is no settings file: " + parsed.description());
     const pugi::xml_node root = document.document_element();
     if (!waveform.recall_setting(root))
-        throw failure_t(file.string() + " is no settings file of this protocol");
+        throw failure_t(file + " is no settings file of this protocol");
 
     std::vector<std::string> steps;
     for (const pugi::xml_node& step : root.child(k_steps).children(k_step))
@@ -39,7 +36,7 @@ std::vector<std::string> recall_file(cfg_nr_waveform_t& waveform, const std::fil
     return steps;
 }
 
-void save_file(cfg_nr_waveform_t& waveform, const std::filesystem::path& file)
+std::string saved_text(cfg_nr_waveform_t& waveform)
 {
     pugi::xml_document document;
     pugi::xml_node root = document.append_child(k_root);
@@ -56,7 +53,7 @@ void save_file(cfg_nr_waveform_t& waveform, const std::filesystem::path& file)
 
     std::ostringstream text;
     document.save(text, "  ");
-    write_text(file, text.str());
+    return text.str();
 }
 
 } // namespace nrwave

@@ -5,8 +5,9 @@
 #include "host/nrwave_settings.h"
 #include "host/nrwave_value.h"
 
+#include <algorithm>
 #include <filesystem>
-#include <fstream>
+#include <sstream>
 
 namespace nrwave
 {
@@ -26,15 +27,28 @@ bool take_verb(std::string& rest, const std::string& verb)
     return true;
 }
 
+void refuse_control_characters(const std::string& step)
+{
+    const auto found = std::find_if(step.begin(), step.end(), [](char c) {
+        return c != '\t' && (static_cast<unsigned char>(c) < ' ' || c == 0x7f);
+    });
+    if (found != step.end())
+        throw failure_t((*found == '\n'   ? "a newline in the step "
+                         : *found == '\0' ? "a NUL in the step "
+                                          : "a control character in the step ") +
+                        one_line(step));
+}
+
 } // namespace
 
 stepper_t::stepper_t(cfg_nr_waveform_t& waveform, on_correction_t on_correction)
-    : m_waveform(waveform), m_on_correction(std::move(on_correction))
+    : m_waveform(waveform), m_on_correction(std::move(on_correction)), m_stored(waveform)
 {}
 
 void stepper_t::apply(const std::string& step, const std::string& folder)
 {
-    std::string rest = step.substr(std::min(step.find_first_not_of(" \t"), step.size()));
+    std::string rest = trimmed(step);
+    refuse_control_characters(rest);
     const std::size_t equals = rest.find('=');
     // A verb is a word with a blank behind it; before an equals sign it is the name of a path.
     if (equals == std::string::npos || rest.find_first_of(" \t") < equals) {
@@ -45,38 +59,49 @@ void stepper_t::apply(const std::string& step, const std::string& folder)
             return load((std::filesystem::path(folder) / rest).string());
     }
     if (equals == std::string::npos)
-        return _run_verb(trimmed(step));
+        return _run_verb(rest);
     const std::size_t value = rest.find_first_not_of(" \t", equals + 1);
     _set(trimmed(rest.substr(0, equals)), value == std::string::npos ? std::string{} : rest.substr(value));
 }
 
 void stepper_t::apply_recipe(const std::string& file)
 {
-    std::ifstream recipe(file);
-    if (!recipe)
-        throw failure_t("cannot read " + file);
+    std::istringstream recipe(m_inputs.read(file));
     const std::string folder = std::filesystem::path(file).parent_path().string();
     std::string line;
     for (unsigned int number = 1; std::getline(recipe, line); ++number) {
-        if (!line.empty() && line.back() == '\r')
-            line.pop_back();
         const std::string text = trimmed(line);
         if (text.empty() || text.front() == '#')
             continue;
         try {
-            apply(line, folder);
+            apply(text, folder);
         } catch (const failure_t& failure) {
             throw failure_t(file + ':' + std::to_string(number) + ": " + failure.what());
         }
     }
-    if (recipe.bad() || !recipe.eof())
-        throw failure_t("cannot read " + file);
 }
 
 void stepper_t::load(const std::string& file)
 {
-    for (const std::string& step : recall_file(m_waveform, file))
-        apply(step, std::filesystem::path(file).parent_path().string());
+    if (m_in_settings_file)
+        throw failure_t("a settings file cannot load another, " + file);
+    const std::vector<std::string> steps = recall_text(m_waveform, file, m_inputs.read(file));
+    m_stored.forget_all();
+    m_in_settings_file = true;
+    for (const std::string& step : steps) {
+        try {
+            apply(step);
+        } catch (const failure_t& failure) {
+            throw failure_t(file + ": " + failure.what());
+        }
+    }
+    m_in_settings_file = false;
+}
+
+void stepper_t::tell_resets() const
+{
+    for (const std::string& line : m_stored.resets())
+        m_on_correction(line);
 }
 
 void stepper_t::_set(const std::string& path, const std::string& value)
@@ -97,6 +122,7 @@ void stepper_t::_set(const std::string& path, const std::string& value)
     const std::string stored = leaf.read(target.facade, index);
     if (!same_value(leaf.form, value, stored))
         m_on_correction(path + ": asked " + value + ", stored " + stored);
+    m_stored.remember(path, stored);
 }
 
 void stepper_t::_run_verb(const std::string& step)
@@ -110,10 +136,14 @@ void stepper_t::_run_verb(const std::string& step)
 /// Whether the façade at the path has a verb of that name, which has then been run.
 bool stepper_t::_ran_verb(const std::string& name, const std::string& path)
 {
-    const verb_target_t target = resolve_verb(m_waveform, name, path);
-    if (!target.verb)
+    if (!resolve_verb(m_waveform, name, path).verb)
         return false;
-    if (!target.verb->run(target.facade, target.index))
+    bool done = false;
+    m_stored.forget_rewritten([&] {
+        const verb_target_t again = resolve_verb(m_waveform, name, path);
+        done = again.verb->run(again.facade, again.index);
+    });
+    if (!done)
         throw failure_t("cannot " + name + ' ' + path);
     return true;
 }
@@ -138,6 +168,8 @@ void stepper_t::_change_list(const std::string& verb, const std::string& path)
     if (verb == "copy" ? !list.copy(target.list_parent, *target.index)
                        : !list.remove(target.list_parent, *target.index))
         throw failure_t("cannot " + verb + ' ' + path);
+    if (verb == "remove")
+        m_stored.remove_entry(path.substr(0, path.rfind('[')), *target.index);
 }
 
 } // namespace nrwave

@@ -1,6 +1,8 @@
 #pragma once
 
 #include "config/cfg_nr_waveform.h"
+#include "host/nrwave_input.h"
+#include "host/nrwave_stored.h"
 
 #include <functional>
 #include <string>
@@ -13,7 +15,7 @@ namespace nrwave
 /// façades, such as apply carrier[0].dl_tm.
 ///
 /// The library corrects rather than refuses: a value that reads back otherwise is told to `on_correction` as
-/// "PATH: asked A, stored B". What cannot be done at all is a failure.
+/// "PATH: asked A, stored B". What cannot be done at all is a failure, as is a control character in a step.
 class stepper_t
 {
 public:
@@ -25,8 +27,14 @@ public:
     void apply(const std::string& step, const std::string& folder = {});
     /// A recipe: one step a line; blank lines and lines that begin with # are passed over. Failures name the line.
     void apply_recipe(const std::string& file);
-    /// Recalls a settings file, then its own steps.
+    /// Recalls a settings file, then its own steps, which cannot load another.
     void load(const std::string& file);
+
+    /// When all steps are done: tells each setting that a later step has reset, as "PATH: stored A, reset to B by a
+    /// later step". What a settings file or a preset rewrites is not told.
+    void tell_resets() const;
+    /// The files read.
+    const inputs_t& inputs() const { return m_inputs; }
 
 private:
     void _set(const std::string& path, const std::string& value);
@@ -36,6 +44,9 @@ private:
 
     vek::nr_mod_lib::cfg_nr_waveform_t& m_waveform;
     on_correction_t m_on_correction;
+    inputs_t m_inputs;
+    stored_t m_stored;
+    bool m_in_settings_file = false;
 };
 
 /// The whole waveform as steps that bring a fresh one to the same settings.

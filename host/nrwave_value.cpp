@@ -95,12 +95,29 @@ std::vector<std::pair<double, double>> points_of(const std::string& text)
 
 } // namespace
 
+std::string one_line(const std::string& text)
+{
+    constexpr const char* k_digits = "0123456789abcdef";
+    std::string line;
+    for (const char c : text) {
+        const auto byte = static_cast<unsigned char>(c);
+        if (c == '\n')
+            line += "\\n";
+        else if (byte < ' ' || byte == 0x7f)
+            line.append("\\x").append(1, k_digits[byte / 16]).append(1, k_digits[byte % 16]);
+        else
+            line += c;
+    }
+    return line;
+}
+
 std::string trimmed(const std::string& text)
 {
-    const std::size_t first = text.find_first_not_of(" \t\r");
+    constexpr const char* k_blanks = " \t\r\n\v\f";
+    const std::size_t first = text.find_first_not_of(k_blanks);
     if (first == std::string::npos)
         return {};
-    return text.substr(first, text.find_last_not_of(" \t\r") - first + 1);
+    return text.substr(first, text.find_last_not_of(k_blanks) - first + 1);
 }
 
 bool same_value(cfg_nr_leaf_form_t form, const std::string& asked, const std::string& stored)

@@ -13,7 +13,10 @@ bool same_value(vek::nr_mod_lib::cfg_nr_leaf_form_t form, const std::string& ask
 /// What a form looks like, for the listing.
 const char* form_name(vek::nr_mod_lib::cfg_nr_leaf_form_t form);
 
-/// The text without blanks at either end.
+/// A text that goes on one line: newlines as \n, other control characters as \x and two digits.
+std::string one_line(const std::string& text);
+
+/// The text without blanks and newlines at either end.
 std::string trimmed(const std::string& text);
 
 } // namespace nrwave

@@ -50,12 +50,15 @@ protected:
     }
     void TearDown() override { fs::remove_all(m_folder); }
 
-    run_t run(const std::string& arguments) const
+    run_t run(const std::string& arguments) const { return shell("nrwave " + arguments); }
+
+    run_t shell(const std::string& line) const
     {
         const fs::path out = m_folder / ".out";
         const fs::path err = m_folder / ".err";
-        const std::string command = "cd '" + m_folder.string() + "' && '" NRWAVE_PROGRAM "' " + arguments + " >'" +
-                                    out.string() + "' 2>'" + err.string() + "'";
+        const std::string command = "cd '" + m_folder.string() + "' && PATH='" +
+                                    fs::path(NRWAVE_PROGRAM).parent_path().string() + "':$PATH && { " + line +
+                                    "\n} >'" + out.string() + "' 2>'" + err.string() + "'";
         run_t result;
         const int status = std::system(command.c_str());
         result.status = WIFEXITED(status) ? WEXITSTATUS(status) : 255;
@@ -126,9 +129,13 @@ TEST_F(nrwave_program, fails_with_one_line_and_leaves_nothing_behind)
     write("bad.recipe", "# first\n\nradio_frequency=1\nno.such=1\n");
     write("other.xml", "<root ProtocolType='other'/>");
     write("broken.xml", "<root");
+    write("good.recipe", "");
+    write("nul.recipe", std::string("nr_ntn=1\0\n", 10));
+    write("loads.xml", "<r ProtocolType='NR'><nrwave_steps><step>\n load loads.xml </step></nrwave_steps></r>");
+    fs::create_symlink("loop", m_folder / "loop");
     const std::set<std::string> before = files();
 
-    const std::array<std::pair<const char*, const char*>, 27> rows = {{
+    const std::array<std::pair<const char*, const char*>, 38> rows = {{
         {"generate --set nothing=1 -o x", "unknown path nothing"},
         {"generate --set carrier[0].nothing=1 -o x", "unknown path carrier[0].nothing"},
         {"generate --set carrier[1].enable=1 -o x", "index past the end"},
@@ -153,7 +160,18 @@ TEST_F(nrwave_program, fails_with_one_line_and_leaves_nothing_behind)
         {"generate other.xml -o x", "no settings file"},
         {"generate broken.xml -o x", "no settings file"},
         {"generate --format wav -o x", "unknown format wav"},
-        {"generate -o missing/x", "cannot write"},
+        {"generate -o bad.recipe/x", "cannot write bad.recipe/x"},
+        {"generate -o new/", "no name"},
+        {"generate '' -o x", "cannot read"},
+        {"generate . -o x", "cannot read .: it is a folder"},
+        {"generate --recipe . -o x", "cannot read .: it is a folder"},
+        {"generate --recipe nul.recipe -o x", "nul.recipe:1: a NUL in the step nr_ntn=1\\x00"},
+        {"generate --set 'nr_ntn=1\n2' -o x", "a newline in the step nr_ntn=1\\n2"},
+        {"generate loads.xml -o new/x --report new/r", "loads.xml: a settings file cannot load another, loads.xml"},
+        {"save -o loop", "cannot write loop"},
+        {"save --recipe good.recipe -o good.recipe", "cannot write good.recipe: it is one of the inputs"},
+        {"save -o /dev/full", "cannot write /dev/full"},
+        {"generate -o new/x --report bad.recipe/r", "bad.recipe/r"},
         {"map --carrier 1 --numerology 0 --frame 0 -o x.csv", "past the end"},
         {"map --carrier 0 --numerology 0 --frame 0 -o x.bmp", ".csv or a .png"},
     }};
@@ -191,6 +209,68 @@ TEST_F(nrwave_program, tells_each_correction_in_one_line)
         EXPECT_EQ(result.err, line) << step;
         EXPECT_EQ(result.out, "nr_ntn=false\n") << step;
         EXPECT_EQ(run(std::string("get --strict --set '") + step + "' nr_ntn").status != 0, *line != '\0') << step;
+    }
+}
+
+TEST_F(nrwave_program, tells_what_a_later_step_resets)
+{
+    const std::string ssb = "carrier[0].dl_ssb.active_idx=1,3\n";
+    const std::string wide = "carrier[0].channel_bandwidth=LIB_NR_CHANNEL_FR1_20M\n";
+    const std::string told = "carrier[0].dl_ssb.active_idx: stored 1,3, reset to 0,1,2,3 by a later step\n";
+    const std::string two = "add carrier\ncarrier[1].ncell_id=5\ncarrier[0].ncell_id=4\n";
+    write("tree.xml", "<r ProtocolType='NR'><cfg_nr_waveform/></r>");
+    const std::array<std::pair<std::string, std::string>, 6> rows = {{
+        {ssb + wide, told},
+        {ssb + wide + ssb, ""},
+        {wide + ssb + "carrier[0].dl_ssb.active_idx=0,1,2,3\n", ""},
+        {ssb + "load tree.xml\n", ""},
+        {two + "remove carrier[0]\n", ""},
+        {two + "copy carrier[0]\nremove carrier[0]\ncarrier[0].carrier_type=LIB_NR_UPLINK\n",
+         "carrier[0].ncell_id: stored 5, reset to 0 by a later step\n"},
+    }};
+    for (const auto& [recipe, line] : rows) {
+        write("steps.recipe", recipe);
+        const run_t result = run("get --recipe steps.recipe nr_ntn");
+        EXPECT_EQ(result.err, line) << recipe;
+        EXPECT_EQ(result.status, 0) << recipe;
+        EXPECT_EQ(run("get --strict --recipe steps.recipe nr_ntn").status != 0, !line.empty()) << recipe;
+    }
+}
+
+TEST_F(nrwave_program, writes_through_what_is_no_regular_file)
+{
+    ASSERT_EQ(run("save -o plain.xml").status, 0);
+    const std::string saved = content("plain.xml");
+    EXPECT_EQ(run("save -o /dev/stdout").out, saved);
+    EXPECT_EQ(shell("echo first >all; nrwave save -o /dev/stdout >>all; cat all").out, "first\n" + saved);
+    EXPECT_EQ(shell("mkfifo pipe; cat pipe & nrwave save -o pipe; wait; test -p pipe && echo pipe").out,
+              saved + "pipe\n");
+    EXPECT_EQ(shell("ln -s new/target.xml link; nrwave save -o link; test -L link && cat new/target.xml").out, saved);
+    EXPECT_EQ(run("generate " + k_small + "-o /dev/null && test -c /dev/null").status, 0);
+    EXPECT_EQ(run("generate " + k_small + "--format cf32 -o /dev/stdout | wc -c").out, "1228800\n");
+}
+
+TEST_F(nrwave_program, leaves_nothing_of_a_run_that_breaks_off)
+{
+    const std::string generate = "nrwave generate " + k_small + "-o new/x --report new/r";
+    const auto with_plotter = [&](const std::string& script) {
+        return "mkdir bin; trap 'rm -r bin' 0; echo '#!/bin/sh\n" + script +
+               "' >bin/gnuplot; chmod +x bin/gnuplot; PATH=$PWD/bin:$PATH; " + generate;
+    };
+    const std::array<std::pair<std::string, const char*>, 6> rows = {{
+        {"ulimit -f 200; " + generate, "nrwave: cannot write new/x.sigmf-data: "},
+        {"PATH=$(dirname $(command -v nrwave)); " + generate, "nrwave: cannot start gnuplot"},
+        {with_plotter("/usr/bin/env -i PATH=/usr/bin:/bin gnuplot | head -c 2000"), "nrwave: gnuplot, which draws"},
+        {with_plotter("kill -TERM $PPID"), ""},
+        {with_plotter("kill -INT $PPID"), ""},
+        {with_plotter("kill -HUP $PPID"), ""},
+    }};
+    for (const auto& [line, told] : rows) {
+        const run_t result = shell("(" + line + ")");
+        EXPECT_NE(result.status, 0) << line;
+        EXPECT_EQ(result.err.rfind(told, 0), 0u) << line << "\nsays " << result.err;
+        EXPECT_LE(lines_of(result.err), 1u) << line << "\nsays " << result.err;
+        EXPECT_EQ(files(), std::set<std::string>{}) << line;
     }
 }
 
@@ -247,6 +327,11 @@ TEST_F(nrwave_program, maps_and_draws_what_it_generates)
          {"map.png", "pictures/spectrum.png", "pictures/ccdf.png", "pictures/power.png", "pictures/resource_map.png"})
         EXPECT_EQ(content(picture).substr(1, 3), "PNG") << picture;
 
+    // The user's own settings of the plotter do not count.
+    write(".gnuplot", "exit\n");
+    EXPECT_EQ(shell("HOME=$PWD nrwave map " + k_small + "--carrier 0 --numerology 0 --frame 0 -o again.png").status, 0);
+    EXPECT_EQ(content("again.png"), content("map.png"));
+
     const run_t verbose = run("generate -v " + k_small + "-o y");
     EXPECT_NE(verbose.err.find("-----+++++_nr_dl_ssb_link_process+++++-----"), std::string::npos);
     EXPECT_EQ(verbose.out, "");
@@ -268,6 +353,22 @@ TEST_F(nrwave_program, generates_every_example_as_it_stands)
         ++examples;
     }
     EXPECT_GE(examples, 3u);
+}
+
+TEST_F(nrwave_program, does_what_the_readme_says_on_a_clean_copy)
+{
+    const fs::path source = NR_MOD_LIB_SOURCE_DIR;
+    fs::copy(source / "examples", m_folder / "examples");
+    std::istringstream readme(content_of(source / "README.md"));
+    unsigned int commands = 0;
+    for (std::string line; std::getline(readme, line);)
+        if (line.rfind("    nrwave ", 0) == 0) {
+            const run_t result = shell(line);
+            EXPECT_EQ(result.status, 0) << line << '\n' << result.err;
+            EXPECT_EQ(result.err, "") << line;
+            ++commands;
+        }
+    EXPECT_GE(commands, 5u);
 }
 
 } // namespace
