@@ -17,11 +17,27 @@ namespace
 
 constexpr std::uint64_t k_most_samples = std::uint64_t{1} << 31;
 
-std::string conflict_line()
+/// Where a run or view failed, and why where that is known.
+std::string failure_line(const lib_nr_phy_t& engine, const std::string& reason = {})
+{
+    const auto& step = engine.get_first_failed_step();
+    std::string line = !step ? "the generation" : step->channel.empty() ? "the modulation" : std::string(step->channel);
+    line += " failed";
+    if (step)
+        line += " in carrier " + std::to_string(step->carrier) + ", numerology " + std::to_string(step->numerology) +
+                ", frame " + std::to_string(step->frame);
+    if (step && step->entry)
+        line += ", entry " + std::to_string(*step->entry);
+    if (step && step->slot)
+        line += ", slot " + std::to_string(*step->slot);
+    return reason.empty() ? line : line + ": " + reason;
+}
+
+std::string conflict_line(const lib_nr_phy_t& engine)
 {
     const auto& conflict = lib_nr_channel_resource_manager_t::get_inst().get_first_conflict();
     if (!conflict)
-        return "the generation failed";
+        return failure_line(engine);
     return std::string("resource conflict: ") + owner_name(static_cast<std::uint8_t>(conflict->newcomer)) +
            " claims a cell of " + owner_name(static_cast<std::uint8_t>(conflict->owner)) + ", symbol " +
            std::to_string(conflict->symbol) + ", subcarrier " + std::to_string(conflict->subcarrier);
@@ -37,11 +53,17 @@ void generate(cfg_nr_waveform_t& waveform, lib_nr_phy_t& engine)
     try {
         engine.waveform_config(waveform.get_waveform_manager());
         if (!engine.nr_phy_process())
-            throw failure_t(conflict_line());
+            throw failure_t(conflict_line(engine));
+        if (engine.get_first_failed_step())
+            throw failure_t(failure_line(engine));
+    } catch (const failure_t&) {
+        throw;
     } catch (const std::bad_alloc&) {
         throw failure_t("not enough memory for " + std::to_string(waveform.get_waveform_sample_points()) + " samples");
     } catch (const std::length_error&) {
         throw failure_t("not enough memory for " + std::to_string(waveform.get_waveform_sample_points()) + " samples");
+    } catch (const std::exception& exception) {
+        throw failure_t(failure_line(engine, exception.what()));
     }
 }
 
@@ -61,7 +83,7 @@ resource_map_t map_of(cfg_nr_waveform_t& waveform, lib_nr_phy_t& engine, unsigne
 
     engine.waveform_config(waveform.get_waveform_manager());
     if (!engine.deal_resource_mapping(carrier, numerology, frame, waveform.get_waveform_manager()))
-        throw failure_t("the allocation of frame " + std::to_string(frame) + " cannot be mapped");
+        throw failure_t(failure_line(engine, "its cells cannot be mapped"));
 
     const auto& grid = lib_nr_channel_resource_manager_t::get_inst();
     resource_map_t map{carrier, numerology, frame, grid.get_mapped_symbol_number(), grid.get_mapped_subcarrier_number(),
