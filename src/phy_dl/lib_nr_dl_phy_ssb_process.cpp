@@ -200,6 +200,10 @@ bool lib_nr_dl_phy_ssb_process_t::ssb_encode_process(unsigned int block_index)
     return succeeded;
 }
 
+lib_nr_dl_phy_ssb_process_t::work_t::work_t()
+    : kept_position{}, mib_data(k_mib_bits), payload(k_payload_bits), scrambled(k_payload_bits)
+{}
+
 void lib_nr_dl_phy_ssb_process_t::_init() { m_work.emplace(); }
 
 void lib_nr_dl_phy_ssb_process_t::_clear() { m_work.reset(); }

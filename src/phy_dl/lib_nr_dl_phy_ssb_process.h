@@ -94,10 +94,12 @@ private:
     /// What one block is made of, from the MIB to its symbols.
     struct work_t
     {
-        std::array<std::uint8_t, 8> kept_position{}; ///< where payload bits 24 to 31 go when interleaved
-        bits_t mib_data = bits_t(24);                ///< the last bit first
-        bits_t payload = bits_t(32);
-        bits_t scrambled = bits_t(32);
+        work_t();
+
+        std::array<std::uint8_t, 8> kept_position; ///< where payload bits 24 to 31 go when interleaved
+        bits_t mib_data;                           ///< the last bit first
+        bits_t payload;
+        bits_t scrambled;
         bits_t crc;
         bits_t coded;
         symbols_t pss; ///< 127 real values
