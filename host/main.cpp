@@ -40,6 +40,7 @@ struct options_t
     unsigned int carrier = 0;
     unsigned int numerology = 0;
     unsigned int frame = 0;
+    bool manual = false;
     bool strict = false;
     bool verbose = false;
 };
@@ -131,7 +132,10 @@ void run_save(const options_t& options, trace_t& trace)
 
 void run_list(const options_t& options, trace_t& trace)
 {
+    if (options.manual)
+        return write_manual(trace.out);
     cfg_nr_waveform_t waveform;
+    configure(waveform, options, trace.err);
     describe(trace.out, waveform, options.path);
 }
 
@@ -199,8 +203,11 @@ int main(int argc, char** argv)
     add_inputs(*save_command, options);
     save_command->add_option("-o,--output", options.output, "The settings file")->type_name("FILE.xml")->required();
 
-    CLI::App* list_command = app.add_subcommand("list", "Show the paths, their forms and enumerators");
-    list_command->add_option("path", options.path, "Show this path and what lies below it")->type_name("PATH");
+    CLI::App* list_command = app.add_subcommand("list", "Show the paths: form, default, what is on offer, meaning");
+    list_command->add_option("path", options.path, "Show this path and what lies below it; [i] is any entry of a list")
+        ->type_name("PATH");
+    list_command->add_flag("--manual", options.manual, "Write all settings as a document");
+    add_inputs(*list_command, options);
 
     guard_outputs();
     CLI11_PARSE(app, argc, argv);

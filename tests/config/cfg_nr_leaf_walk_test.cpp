@@ -23,14 +23,6 @@ constexpr unsigned int k_steps = 40;
 constexpr unsigned int k_generate_each = 20;
 constexpr unsigned long long k_most_samples = 5000000;
 
-template <class value_t>
-testing::AssertionResult offers(const std::vector<value_t>& list, value_t value, const char* what)
-{
-    if (std::find(list.begin(), list.end(), value) != list.end())
-        return testing::AssertionSuccess();
-    return testing::AssertionFailure() << what << " is " << value << ", which its list does not offer";
-}
-
 /// Each getter lies within what its list offers, or within the limits of its setting.
 void expect_valid(cfg_nr_waveform_t& waveform)
 {
@@ -38,14 +30,11 @@ void expect_valid(cfg_nr_waveform_t& waveform)
     EXPECT_LE(waveform.get_frame_number(), 4u);
     EXPECT_EQ(waveform.get_subframes_number(), 10u);
     ASSERT_GE(waveform.get_carrier_number(), 1u);
+    // A carrier starts at 100 MHz in NTN mode too, where a setter would not take it.
+    for (const difference_t& value : nr_test::not_on_offer(waveform))
+        EXPECT_EQ(value.first, "LIB_NR_CHANNEL_FR1_100M") << value.path << " is not on offer";
     for (unsigned int c = 0; c < waveform.get_carrier_number(); ++c) {
         cfg_nr_carrier_t& carrier = *waveform.get_carrier(c);
-        // A carrier starts at 100 MHz in NTN mode too, where a setter would not take it.
-        if (carrier.get_channel_bandwidth() != LIB_NR_CHANNEL_FR1_100M) {
-            EXPECT_TRUE(
-                offers(carrier.get_valid_bandwidth_list(), carrier.get_channel_bandwidth(), "channel_bandwidth"));
-        }
-        EXPECT_TRUE(offers(carrier.get_numerology_list(), carrier.get_numerology(), "numerology"));
         EXPECT_LE(std::abs(carrier.get_frequency_offset()), 400000000);
         EXPECT_GE(carrier.get_timing_offset(), 0.0);
         EXPECT_LE(carrier.get_timing_offset(), 0.01);
@@ -65,12 +54,8 @@ void expect_valid(cfg_nr_waveform_t& waveform)
         }
 
         cfg_nr_dl_ssb_t& ssb = *carrier.get_dl_ssb();
-        EXPECT_TRUE(offers(enabled, ssb.get_numerology(), "dl_ssb.numerology"));
+        EXPECT_NE(std::find(enabled.begin(), enabled.end(), ssb.get_numerology()), enabled.end());
         EXPECT_FALSE(ssb.get_enable() && ssb.get_numerology() == LIB_NR_SCS_60K);
-        const auto patterns = ssb.get_ssb_pattern_for_ui();
-        if (!patterns.empty()) {
-            EXPECT_TRUE(offers(patterns, ssb.get_ssb_pattern(), "dl_ssb.ssb_pattern"));
-        }
         // At 60 kHz, where the block has no place, it follows kssb without a limit.
         EXPECT_TRUE(ssb.get_ssb_subcarrier_offset() <= 31u || ssb.get_numerology() == LIB_NR_SCS_60K);
         EXPECT_LE(ssb.get_pdcch_config_sib1(), 255u);

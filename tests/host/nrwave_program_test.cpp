@@ -307,7 +307,8 @@ TEST_F(nrwave_program, prints_settings_that_bring_a_fresh_waveform_to_the_same_s
 
     const std::string branch = run("get --recipe first.recipe 'carrier[1].numerology[1]' 'carrier[1].numerology'").out;
     EXPECT_EQ(branch, "add carrier\ncarrier[1].numerology[1].enable=true\ncarrier[1].numerology[1].rb_size=106\n"
-                      "carrier[1].numerology[1].rb_start=0\ncarrier[1].numerology=LIB_NR_SCS_15K\n");
+                      "carrier[1].numerology[1].rb_start=0\n# carrier[1].numerology[1].scs=LIB_NR_SCS_30K\n"
+                      "# carrier[1].numerology[1].k0=0\ncarrier[1].numerology=LIB_NR_SCS_15K\n");
     EXPECT_EQ(run("get --recipe first.recipe 'carrier[1].frequency_offset' 'carrier[1].bandwidth'").out,
               "carrier[1].frequency_offset=-30000000\ncarrier[1].bandwidth=38160000\n");
 }
@@ -335,7 +336,11 @@ TEST_F(nrwave_program, maps_and_draws_what_it_generates)
     const run_t verbose = run("generate -v " + k_small + "-o y");
     EXPECT_NE(verbose.err.find("-----+++++_nr_dl_ssb_link_process+++++-----"), std::string::npos);
     EXPECT_EQ(verbose.out, "");
-    EXPECT_NE(run("list carrier").out.find("carrier[i].dl_ssb.enable  true or false\n"), std::string::npos);
+    EXPECT_EQ(run("list carrier[i].dl_ssb.ssb_pattern --set carrier[0].channel_bandwidth=LIB_NR_CHANNEL_FR1_5M").out,
+              "carrier[i].dl_ssb.ssb_pattern  one of NR_SSB_CASE_A, NR_SSB_CASE_B, NR_SSB_CASE_C, NR_SSB_CASE_D, "
+              "NR_SSB_CASE_E, NR_SSB_CASE_F, NR_SSB_CASE_G; default NR_SSB_CASE_B; on offer NR_SSB_CASE_A; case B or C "
+              "at 30 kHz; everywhere else the spacing decides\n");
+    EXPECT_EQ(run("list --manual").out, content(fs::path(NR_MOD_LIB_SOURCE_DIR) / "docs/settings.md"));
     EXPECT_NE(run("--help").out.find("generate"), std::string::npos);
 }
 

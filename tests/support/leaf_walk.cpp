@@ -1,6 +1,8 @@
 #include "support/leaf_walk.h"
 
+#include <algorithm>
 #include <array>
+#include <sstream>
 
 namespace nr_test
 {
@@ -35,6 +37,38 @@ void compare(void* first, void* second, const cfg_nr_facade_table_t& table, cons
     }
 }
 
+unsigned int rows_below(const cfg_nr_facade_table_t& table);
+
+/// How likely a branch is: a list counts as one more for its operations.
+unsigned int rows_of(const cfg_nr_branch_t& branch) { return rows_below(*branch.facade) + (branch.is_list() ? 1 : 0); }
+
+unsigned int rows_below(const cfg_nr_facade_table_t& table)
+{
+    auto rows = static_cast<unsigned int>(table.leaves.size() + table.verbs.size());
+    for (const cfg_nr_branch_t& branch : table.branches)
+        rows += rows_of(branch);
+    return rows;
+}
+
+void compare_with_offers(void* facade, const cfg_nr_facade_table_t& table, const std::string& path,
+                         std::vector<difference_t>& found)
+{
+    for (const cfg_nr_leaf_t& leaf : table.leaves) {
+        const std::vector<std::string> offer = leaf.on_offer(facade);
+        if (offer.empty())
+            continue;
+        std::istringstream items(leaf.read(facade));
+        const char separator = leaf.form == cfg_nr_leaf_form_t::enumerator_list ? ',' : '\0';
+        for (std::string item; std::getline(items, item, separator);)
+            if (std::find(offer.begin(), offer.end(), item) == offer.end())
+                found.push_back({path + leaf.name, item, "not on offer"});
+    }
+    for (const cfg_nr_branch_t& branch : table.branches)
+        for (unsigned int i = 0; i < branch.count(facade); ++i)
+            compare_with_offers(branch.enter_place(facade, i), *branch.facade,
+                                path + branch.name + '[' + std::to_string(branch.first(facade) + i) + "].", found);
+}
+
 } // namespace
 
 leaf_walk_t::leaf_walk_t(cfg_nr_waveform_t& waveform, unsigned int seed) : m_waveform(waveform), m_random(seed) {}
@@ -45,28 +79,40 @@ void leaf_walk_t::take_steps(unsigned int count)
         _take_step();
 }
 
-/// Goes down from the waveform, at each façade choosing among its settings and its branches.
+/// Goes down from the waveform. At each façade all settings and verbs here and below are equally likely; a list that is
+/// passed changes its entries now and then.
 void leaf_walk_t::_take_step()
 {
     void* facade = &m_waveform;
     const cfg_nr_facade_table_t* table = &g_cfg_nr_waveform_table;
     std::string path;
     for (;;) {
-        const auto leaves = static_cast<unsigned int>(table->leaves.size());
-        const auto branches = static_cast<unsigned int>(table->branches.size());
-        if (leaves + branches == 0)
+        unsigned int drawn = _below(rows_below(*table));
+        if (drawn < table->leaves.size())
+            return _set(facade, table->leaves.begin()[drawn], path);
+        drawn -= static_cast<unsigned int>(table->leaves.size());
+        if (drawn < table->verbs.size())
+            return _run(facade, table->verbs.begin()[drawn], path);
+        drawn -= static_cast<unsigned int>(table->verbs.size());
+        const cfg_nr_branch_t* branch = table->branches.begin();
+        for (; drawn >= rows_of(*branch); ++branch)
+            drawn -= rows_of(*branch);
+        if (branch->is_list() && (drawn == 0 || _below(8) == 0))
+            return _change_list(facade, *branch, path);
+        const unsigned int index = branch->first(facade) + _below(branch->count(facade));
+        facade = branch->enter(facade, index);
+        table = branch->facade;
+        path += std::string(branch->name) + '[' + std::to_string(index) + "].";
+        if (rows_below(*table) == 0)
             return;
-        // A branch with settings weighs as much as all the settings here together.
-        if (branches == 0 || (leaves != 0 && _below(3) == 0))
-            return _set(facade, table->leaves.begin()[_below(leaves)], path);
-        const cfg_nr_branch_t& branch = table->branches.begin()[_below(branches)];
-        if (branch.is_list() && _below(4) == 0)
-            return _change_list(facade, branch, path);
-        const unsigned int index = branch.first(facade) + _below(branch.count(facade));
-        facade = branch.enter(facade, index);
-        table = branch.facade;
-        path += std::string(branch.name) + '[' + std::to_string(index) + "].";
     }
+}
+
+void leaf_walk_t::_run(void* facade, const cfg_nr_verb_t& verb, const std::string& path)
+{
+    const unsigned int index = _below(k_longest_list);
+    m_history += std::string(verb.name) + ' ' + path + ' ' + std::to_string(index) + '\n';
+    verb.run(facade, index);
 }
 
 void leaf_walk_t::_change_list(void* parent, const cfg_nr_branch_t& branch, const std::string& path)
@@ -96,9 +142,12 @@ void leaf_walk_t::_change_list(void* parent, const cfg_nr_branch_t& branch, cons
 
 void leaf_walk_t::_set(void* facade, const cfg_nr_leaf_t& leaf, const std::string& path)
 {
+    if (leaf.count(facade) == 0)
+        return;
+    const unsigned int index = _below(leaf.count(facade));
     const std::string value = _value(leaf);
-    m_history += path + leaf.name + '=' + value + '\n';
-    leaf.write(facade, value);
+    m_history += path + leaf.name + (leaf.is_indexed() ? '[' + std::to_string(index) + ']' : "") + '=' + value + '\n';
+    leaf.write(facade, value, index);
 }
 
 std::string leaf_walk_t::_value(const cfg_nr_leaf_t& leaf)
@@ -184,6 +233,13 @@ std::string leaf_walk_t::_text()
             text += ':' + std::to_string(_below(80));
     }
     return text;
+}
+
+std::vector<difference_t> not_on_offer(cfg_nr_waveform_t& waveform)
+{
+    std::vector<difference_t> found;
+    compare_with_offers(&waveform, g_cfg_nr_waveform_table, "", found);
+    return found;
 }
 
 std::vector<difference_t> differences(cfg_nr_waveform_t& first, cfg_nr_waveform_t& second)

@@ -24,6 +24,7 @@ public:
 private:
     void _take_step();
     void _change_list(void* parent, const vek::nr_mod_lib::cfg_nr_branch_t& branch, const std::string& path);
+    void _run(void* facade, const vek::nr_mod_lib::cfg_nr_verb_t& verb, const std::string& path);
     void _set(void* facade, const vek::nr_mod_lib::cfg_nr_leaf_t& leaf, const std::string& path);
     std::string _value(const vek::nr_mod_lib::cfg_nr_leaf_t& leaf);
     std::string _whole_number();
@@ -46,6 +47,9 @@ struct difference_t
     std::string first;
     std::string second;
 };
+
+/// All settings that hold what their list does not offer at the moment.
+std::vector<difference_t> not_on_offer(vek::nr_mod_lib::cfg_nr_waveform_t& waveform);
 
 /// All settings that the settings tree holds and that differ, and lists of unequal length.
 std::vector<difference_t> differences(vek::nr_mod_lib::cfg_nr_waveform_t& first,
