@@ -7,6 +7,8 @@ import pathlib
 import re
 import sys
 
+# Getters whose spelling is their own.
+GETTERS = {"timeoffset": "get_timeoffet", "zeroCorrelation_zone": "get_ZeroCorrelationZone"}
 CURSOR = re.compile(r"set_current_\w+")
 SETTER = re.compile(r"^\s*(?:virtual\s+)?(?:bool|int|void)\s+(set_\w+)\(", re.M)
 ROW = re.compile(r"leaf<([^<>]*)>\(\s*\"(\w+)\"|indexed<([^<>]*)>\(\s*\"(\w+)\"", re.S)
@@ -28,7 +30,7 @@ def main():
                 getter, setter = operations[1:3] if indexed else operations[:2]
                 rows[f"set_{name}"] = setter
                 # A constant stands for one of several overloads.
-                if not getter.startswith((f"get_{name}", "k_")) or setter != f"set_{name}":
+                if not getter.startswith((GETTERS.get(name, f"get_{name}"), "k_")) or setter != f"set_{name}":
                     wrong.append(f"{leaves.name}: {name} is wired to {getter}, {setter}")
         declared = {name for name in SETTER.findall(text) if not CURSOR.fullmatch(name)}
         setters += len(declared)
