@@ -336,7 +336,9 @@ TEST_F(nrwave_program, maps_and_draws_what_it_generates)
     const run_t verbose = run("generate -v " + k_small + "-o y");
     EXPECT_NE(verbose.err.find("-----+++++_nr_dl_ssb_link_process+++++-----"), std::string::npos);
     EXPECT_EQ(verbose.out, "");
-    EXPECT_EQ(run("list carrier[i].dl_ssb.ssb_pattern --set carrier[0].channel_bandwidth=LIB_NR_CHANNEL_FR1_5M").out,
+    EXPECT_EQ(run("list carrier[i].dl_ssb.ssb_pattern --set carrier[0].channel_bandwidth=LIB_NR_CHANNEL_FR1_20M --set "
+                  "carrier[0].numerology=LIB_NR_SCS_15K")
+                  .out,
               "carrier[i].dl_ssb.ssb_pattern  one of NR_SSB_CASE_A, NR_SSB_CASE_B, NR_SSB_CASE_C, NR_SSB_CASE_D, "
               "NR_SSB_CASE_E, NR_SSB_CASE_F, NR_SSB_CASE_G; default NR_SSB_CASE_B; on offer NR_SSB_CASE_A; case B or C "
               "at 30 kHz; everywhere else the spacing decides\n");
