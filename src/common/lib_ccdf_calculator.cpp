@@ -71,7 +71,7 @@ void find_cells(const std::complex<double>* samples, std::size_t count, double s
 }
 
 /// 0 for a signal that is empty, silent or not finite.
-double mean_power(const std::vector<std::complex<double>>& signal)
+double mean_power(lib_signal_view_t signal)
 {
     if (signal.empty())
         return 0.0;
@@ -97,8 +97,7 @@ double level_at(const std::vector<double>& curve, double probability)
 
 } // namespace
 
-void lib_ccdf_calculator_t::calculate_default_ccdf_data(const std::vector<std::complex<double>>& signal,
-                                                        std::vector<double>& curve)
+void lib_ccdf_calculator_t::calculate_default_ccdf_data(lib_signal_view_t signal, std::vector<double>& curve)
 {
     static const grid_t grid;
 
@@ -125,8 +124,7 @@ void lib_ccdf_calculator_t::calculate_default_ccdf_data(const std::vector<std::c
     }
 }
 
-void lib_ccdf_calculator_t::get_default_ccdf_marker_data(const std::vector<double>& curve,
-                                                         const std::vector<std::complex<double>>& signal,
+void lib_ccdf_calculator_t::get_default_ccdf_marker_data(const std::vector<double>& curve, lib_signal_view_t signal,
                                                          std::vector<double>& markers)
 {
     std::vector<double> found(7, 0.0);

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "common/lib_signal_view.h"
 #include "common/nr_mod_lib_export.h"
 
 #include <complex>
@@ -14,15 +15,13 @@ class NR_MOD_LIB_EXPORT lib_ccdf_calculator_t
 public:
     /// Replaces `curve` by the probabilities, 0 to 1, that the instantaneous power exceeds the mean power by more than
     /// x dB, for x = 0, 0.05, 0.10 ... 30 dB. A signal that is empty, silent or not finite gives zeros.
-    static void calculate_default_ccdf_data(const std::vector<std::complex<double>>& signal,
-                                            std::vector<double>& curve);
+    static void calculate_default_ccdf_data(lib_signal_view_t signal, std::vector<double>& curve);
 
     /// Replaces `markers` by seven values in dB: the mean power; the levels above the mean that are exceeded with 10 %,
     /// 1 %, 0.1 %, 0.01 % and 0.001 % probability, interpolated between the points of the curve, at least 0 (where the
     /// curve begins) and at most the peak; and the peak above the mean. A signal that is empty, silent or not finite
     /// gives seven zeros.
-    static void get_default_ccdf_marker_data(const std::vector<double>& curve,
-                                             const std::vector<std::complex<double>>& signal,
+    static void get_default_ccdf_marker_data(const std::vector<double>& curve, lib_signal_view_t signal,
                                              std::vector<double>& markers);
 
     /// The number of points of a curve, 601.

@@ -45,7 +45,7 @@ constexpr double k_burst_threshold = 0.01; // 20 dB below the mean of the active
 
 /// The mean power of those pieces of `width` samples that lie no more than 20 dB below the mean of all; a shorter last
 /// piece counts as if zeros followed. Some window of that width has at least this power.
-double active_mean_power(const std::vector<std::complex<double>>& signal, std::size_t width)
+double active_mean_power(lib_signal_view_t signal, std::size_t width)
 {
     std::vector<double> pieces;
     const auto divisor = static_cast<double>(std::min(width, signal.size()));
@@ -69,8 +69,7 @@ double active_mean_power(const std::vector<std::complex<double>>& signal, std::s
 /// Calls visit(i, p) with the mean power p of the `width` samples (odd) round sample i, from the first on or, where
 /// `backward`, from the last on, until it returns false. A window that sticks out is shortened.
 template <class visit_t>
-void walk_smoothed_power(const std::vector<std::complex<double>>& signal, std::size_t width, bool backward,
-                         visit_t visit)
+void walk_smoothed_power(lib_signal_view_t signal, std::size_t width, bool backward, visit_t visit)
 {
     const std::size_t size = signal.size();
     const std::size_t reach = width / 2;
@@ -118,13 +117,20 @@ void lib_common_signal_process_t::deal_mixer(std::vector<std::complex<double>>& 
 void lib_common_signal_process_t::get_burst_signal_data(const std::vector<std::complex<double>>& in,
                                                         std::vector<std::complex<double>>& out)
 {
+    const lib_signal_view_t burst = find_burst(in);
+    if (&out != &in)
+        out.assign(burst.begin(), burst.end());
+    else if (burst.size() != in.size())
+        out = std::vector<std::complex<double>>(burst.begin(), burst.end());
+}
+
+lib_signal_view_t lib_common_signal_process_t::find_burst(lib_signal_view_t in)
+{
     const std::size_t size = in.size();
     const std::size_t width = std::max<std::size_t>(size / 4096, 64) | 1; // odd: the same windows from both ends
     const double threshold = k_burst_threshold * active_mean_power(in, width);
-    if (!(threshold > 0.0)) {
-        out.clear();
-        return;
-    }
+    if (!(threshold > 0.0))
+        return {in.data(), 0};
 
     const auto is_quiet_until = [&](std::size_t& position) {
         return [&position, threshold](std::size_t i, double power) {
@@ -146,9 +152,7 @@ void lib_common_signal_process_t::get_burst_signal_data(const std::vector<std::c
         while (last > first && power_of(in[last]) <= edge)
             --last;
 
-    std::vector<std::complex<double>> burst(in.begin() + static_cast<std::ptrdiff_t>(first),
-                                            in.begin() + static_cast<std::ptrdiff_t>(last) + 1);
-    out = std::move(burst);
+    return {in.data() + first, last + 1 - first};
 }
 
 } // namespace vek::common_lib

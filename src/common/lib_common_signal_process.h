@@ -1,5 +1,6 @@
 #pragma once
 
+#include "common/lib_signal_view.h"
 #include "common/nr_mod_lib_export.h"
 
 #include <complex>
@@ -23,6 +24,8 @@ public:
     /// vector.
     static void get_burst_signal_data(const std::vector<std::complex<double>>& in,
                                       std::vector<std::complex<double>>& out);
+    /// The same part where it lies.
+    static lib_signal_view_t find_burst(lib_signal_view_t signal);
 };
 
 } // namespace vek::common_lib

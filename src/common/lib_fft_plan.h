@@ -19,6 +19,12 @@ enum lib_fft_direction_t : std::uint32_t
 /// A discrete Fourier transform of one length and direction, without scaling: forward sums x(n) exp(-j 2 pi k n / N),
 /// inverse X(k) exp(j 2 pi k n / N). Any length is fast, primes included. The backend chosen at build time stands
 /// behind it and nothing else knows it. Results do not depend on where the buffers lie in memory.
+///
+/// With FFTW behind it, a host that uses FFTW in the same process shares two things with the library. The planner:
+/// plans of either must not be made while the other makes or destroys one, so a host plans outside the library's calls,
+/// or in the same thread; `fftw_cleanup` destroys the library's plans too and must not be called. And wisdom: the
+/// library estimates its plans, which enter the process's wisdom, and takes what measured wisdom the host has gathered
+/// for the same lengths, whereupon the last bits of results may differ.
 class NR_MOD_LIB_EXPORT lib_fft_plan_t
 {
 public:

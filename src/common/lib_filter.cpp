@@ -25,7 +25,8 @@ std::size_t get_block_length(std::size_t history, std::size_t result_size)
 }
 
 // Convolution of a vector that already has the result's size. Sample n of the result depends on samples up to n only,
-// so the blocks go forward in place; the inputs that the next block still needs are kept aside.
+// so the blocks go forward in place, or further to the front; the inputs that the next block still needs are kept
+// aside.
 class overlap_save_t
 {
 public:
@@ -46,16 +47,23 @@ public:
         std::fill(m_block.begin(), m_block.end(), complex_t());
     }
 
-    void run(signal_t& signal)
+    // The first samples of the result fill the head, those behind it the signal from its start on.
+    void run(signal_t& signal, signal_t& head)
     {
         const std::size_t step = m_block.size() - m_history;
-        for (std::size_t begin = 0; begin < signal.size(); begin += step)
-            _filter_block(signal.data() + begin, std::min(step, signal.size() - begin));
+        for (std::size_t begin = 0; begin < signal.size(); begin += step) {
+            const std::size_t count = std::min(step, signal.size() - begin);
+            const complex_t* result = _filter_block(signal.data() + begin, count);
+            const std::size_t ahead = begin < head.size() ? std::min(count, head.size() - begin) : 0;
+            std::copy_n(result, ahead, head.data() + begin);
+            if (ahead < count)
+                std::copy(result + ahead, result + count, signal.data() + (begin + ahead - head.size()));
+        }
     }
 
 private:
-    // The head of m_block holds the last inputs of the block before.
-    void _filter_block(complex_t* samples, std::size_t count)
+    // The head of m_block holds the last inputs of the block before. The result stands until the next call.
+    const complex_t* _filter_block(const complex_t* samples, std::size_t count)
     {
         const auto fresh = m_block.begin() + static_cast<std::ptrdiff_t>(m_history);
         std::fill(std::copy_n(samples, count, fresh), m_block.end(), complex_t());
@@ -64,9 +72,10 @@ private:
             multiply_each(m_spectrum.data(), m_spectrum.size(), m_response.data());
             std::copy(m_block.end() - static_cast<std::ptrdiff_t>(m_history), m_block.end(), m_next_block.begin());
             m_inverse.execute(m_spectrum.data(), m_block.data());
-            std::copy_n(fresh, count, samples);
             m_block.swap(m_next_block);
+            return m_next_block.data() + m_history;
         }
+        return m_block.data() + m_history;
     }
 
     std::size_t m_history;
@@ -93,6 +102,7 @@ void lib_filter_t::deal_filter(const std::vector<std::complex<double>>& coeffici
 {
     if (coefficients.empty() || signal.empty())
         return;
+    signal_t no_head;
     if (delay_type != LIB_FILTER_DELAY_CAUSAL)
         signal.resize(signal.size() + coefficients.size() - 1);
 
@@ -103,7 +113,28 @@ void lib_filter_t::deal_filter(const std::vector<std::complex<double>>& coeffici
         shift_and_scale(signal, std::min(static_cast<std::size_t>(first - coefficients.begin()), signal.size()),
                         *first);
     else
-        overlap_save_t(coefficients, signal.size()).run(signal);
+        overlap_save_t(coefficients, signal.size()).run(signal, no_head);
+}
+
+void lib_filter_t::deal_filter_in_two(const std::vector<std::complex<double>>& coefficients,
+                                      std::vector<std::complex<double>>& signal,
+                                      std::vector<std::complex<double>>& head)
+{
+    head.clear();
+    if (coefficients.empty() || signal.empty())
+        return;
+    const std::size_t lead = (coefficients.size() - 1) / 2;
+    const std::size_t size = signal.size() + coefficients.size() - 1 - lead;
+    head.resize(lead);
+    const bool is_in_the_middle = is_not_zero(coefficients[lead]);
+    if (is_in_the_middle && std::count_if(coefficients.begin(), coefficients.end(), is_not_zero) == 1) {
+        multiply(signal.data(), signal.size(), coefficients[lead], signal.data());
+        signal.resize(size);
+        return;
+    }
+    signal.resize(size + lead);
+    overlap_save_t(coefficients, signal.size()).run(signal, head);
+    signal.resize(size);
 }
 
 } // namespace vek::common_lib

@@ -28,6 +28,10 @@ public:
     /// nothing happens. An unknown delay type is taken as `LIB_FILTER_DELAY_REMOVED`.
     static void deal_filter(const std::vector<std::complex<double>>& coefficients,
                             std::vector<std::complex<double>>& signal, lib_filter_delay_type_t delay_type);
+    /// All of the convolution, for symmetric taps: the (k - 1) / 2 samples ahead of the signal's start become the head,
+    /// the signal keeps its start and grows by as many at its end.
+    static void deal_filter_in_two(const std::vector<std::complex<double>>& coefficients,
+                                   std::vector<std::complex<double>>& signal, std::vector<std::complex<double>>& head);
 };
 
 } // namespace vek::common_lib

@@ -54,12 +54,11 @@ void lib_fourier_transform_t::fft_shift(std::vector<std::complex<double>>& value
     std::rotate(values.begin(), values.end() - static_cast<std::ptrdiff_t>(values.size() / 2), values.end());
 }
 
-void lib_fourier_transform_t::calc_freq_spectrum(const std::vector<std::complex<double>>& signal,
-                                                 std::vector<std::complex<double>>& spectrum, bool db,
-                                                 unsigned int window)
+void lib_fourier_transform_t::calc_freq_spectrum(lib_signal_view_t signal, std::vector<std::complex<double>>& spectrum,
+                                                 bool db, unsigned int window)
 {
     constexpr double k_lowest_magnitude = 1e-20; // -400 dB
-    if (&spectrum != &signal)
+    if (spectrum.data() != signal.data())
         spectrum.assign(signal.begin(), signal.end());
     double weight_sum = static_cast<double>(spectrum.size());
     if (window == LIB_SPECTRUM_WINDOW_HANN)

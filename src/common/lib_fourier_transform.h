@@ -1,5 +1,6 @@
 #pragma once
 
+#include "common/lib_signal_view.h"
 #include "common/nr_mod_lib_export.h"
 
 #include <complex>
@@ -30,9 +31,9 @@ public:
     /// Magnitudes, as real numbers, over the frequencies from minus half the rate up; 0 Hz at index L / 2. The block is
     /// padded with zeros to L, the next power of two and at least 4. A tone of amplitude a on a bin reads a. `db` gives
     /// 20 log10 of that, with a floor at -400 dB. `window` is a `lib_spectrum_window_type_t`; unknown ones are
-    /// rectangular. `spectrum` may be `signal` itself.
-    static void calc_freq_spectrum(const std::vector<std::complex<double>>& signal,
-                                   std::vector<std::complex<double>>& spectrum, bool db, unsigned int window);
+    /// rectangular. `signal` may be `spectrum` itself.
+    static void calc_freq_spectrum(lib_signal_view_t signal, std::vector<std::complex<double>>& spectrum, bool db,
+                                   unsigned int window);
 };
 
 } // namespace vek::common_lib

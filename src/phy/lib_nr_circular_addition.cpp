@@ -1,6 +1,7 @@
 #include "phy/lib_nr_circular_addition.h"
 
 #include "common/lib_fft_plan.h"
+#include "common/lib_large_buffer.h"
 
 #include <algorithm>
 #include <cmath>
@@ -53,7 +54,8 @@ void add_resampled(std::vector<sample_t>& own, std::vector<sample_t>& buffer)
     const std::size_t shorter = std::min(own.size(), buffer.size());
     const std::size_t positive = (shorter + 1) / 2;
     const std::size_t negative = (shorter - 1) / 2;
-    std::vector<sample_t> spectrum(buffer.size());
+    std::vector<sample_t> spectrum;
+    common_lib::make_silent(spectrum, buffer.size());
     // The inverse transform of an OFDM symbol is divided by the root of its length, so that a carrier's power follows
     // from its width and the rate. What came from another rate is brought to the power that this rate gives.
     const double scale = 1.0 / std::sqrt(static_cast<double>(own.size()) * static_cast<double>(buffer.size()));

@@ -4,6 +4,7 @@
 #include "common/lib_common_math.h"
 #include "common/lib_common_signal_process.h"
 #include "common/lib_complex_product.h"
+#include "common/lib_large_buffer.h"
 #include "phy/lib_nr_circular_addition.h"
 #include "phy/lib_nr_phy_steps.h"
 #include "phy/lib_nr_prach_resource_manager.h"
@@ -106,13 +107,19 @@ bool lib_nr_phy_t::_generate()
     }
     _clear_data();
     const std::uint32_t sample_points = _get_sample_points();
+    // The first pair's buffer becomes the sum itself; it takes over the storage of the last result.
+    signal_t sum = std::move(m_baseband_signal);
+    signal_t further;
+    bool is_first = true;
 
     for (unsigned int c = 0; c < m_waveform.get_carrier_number(); ++c) {
         const lib_nr_carrier_configure_manager_t& carrier = m_waveform.get_carrier(c);
         for (unsigned int n = 0; n < carrier.get_numerology_number(); ++n) {
             if (!carrier.get_enable() || !carrier.get_numerology_manager(n).get_enable())
                 continue;
-            signal_t buffer(sample_points);
+            signal_t& buffer = is_first ? sum : further;
+            common_lib::make_silent(buffer, sample_points);
+            m_own_rate_signal.clear();
             for (unsigned int f = 0; f < m_waveform.get_frame_number(); ++f) {
                 m_step = lib_nr_channel_step_t{{}, c, n, f, {}, {}};
                 if (carrier.get_carrier_type() == LIB_NR_PRACH) {
@@ -128,15 +135,16 @@ bool lib_nr_phy_t::_generate()
                 _fill_frame_data(c, n, f, buffer);
             }
             m_step.reset();
+            _add_resampled_frames(buffer);
             _deal_carrier_process(c, buffer);
-            // The first pair's buffer becomes the sum itself.
-            if (m_baseband_signal.empty())
-                m_baseband_signal = std::move(buffer);
-            else
-                lib_common_container_t::deal_data_addition(buffer, m_baseband_signal, 0);
+            if (!is_first)
+                lib_common_container_t::deal_data_addition(buffer, sum, 0);
+            is_first = false;
         }
     }
-    m_baseband_signal.resize(sample_points);
+    signal_t().swap(further);
+    sum.resize(sample_points);
+    m_baseband_signal = std::move(sum);
     _deal_baseband_process();
     return true;
 }
@@ -243,20 +251,26 @@ bool lib_nr_phy_t::_fill_frame_data(unsigned int carrier, unsigned int numerolog
     if (m_ofdm_modulator.get_actual_sample_rate() == m_waveform.get_waveform_sample_rate_hz())
         add_frame(m_main, m_head, m_waveform.get_frame_sample_points(), frame, buffer);
     else
-        _add_resampled_frame(m_main, m_head, frame, buffer);
+        _keep_frame_at_own_rate(frame);
     return true;
 }
 
-// Where the waveform's rate is no whole multiple of the carrier's, the frame is laid into a silent waveform at its own
-// rate, and that waveform, being periodic, is brought to the other rate through its spectrum.
-void lib_nr_phy_t::_add_resampled_frame(const signal_t& main, const signal_t& head, unsigned int frame,
-                                        signal_t& buffer) const
+// Where the waveform's rate is no whole multiple of the carrier's, the frames are laid into a waveform at their own
+// rate, and that waveform, being periodic, is brought to the other rate through its spectrum behind the last of them.
+void lib_nr_phy_t::_keep_frame_at_own_rate(unsigned int frame)
 {
     const double rate = m_ofdm_modulator.get_actual_sample_rate();
     const auto frame_length = static_cast<std::size_t>(std::llround(rate * 0.01));
-    signal_t own(static_cast<std::size_t>(std::llround(rate * m_waveform.get_waveform_length_s())));
-    add_frame(main, head, frame_length, frame, own);
-    add_resampled(own, buffer);
+    if (m_own_rate_signal.empty())
+        common_lib::make_silent(m_own_rate_signal,
+                                static_cast<std::size_t>(std::llround(rate * m_waveform.get_waveform_length_s())));
+    add_frame(m_main, m_head, frame_length, frame, m_own_rate_signal);
+}
+
+void lib_nr_phy_t::_add_resampled_frames(signal_t& buffer)
+{
+    if (!m_own_rate_signal.empty())
+        add_resampled(m_own_rate_signal, buffer);
 }
 
 void lib_nr_phy_t::_deal_carrier_process(unsigned int carrier, signal_t& buffer)

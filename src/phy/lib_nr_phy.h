@@ -40,7 +40,9 @@ struct lib_nr_channel_step_t
 /// each frame, applies the carriers' offsets, sums all into one circular buffer and finishes it.
 ///
 /// Calling order: `waveform_config`, `nr_phy_process`, then the getters; results stay until the next run starts. Blocks
-/// until done. The grids are shared by all engines of the process, so one call at a time.
+/// until done. The grids and the plans of the transforms are shared by all engines of the process: one call at a time
+/// is meant for the process, whatever the engine or thread. A host that uses FFTW itself shares its planner and wisdom
+/// with the library (`lib_fft_plan_t` tells what follows).
 class NR_MOD_LIB_EXPORT lib_nr_phy_t
 {
 public:
@@ -116,7 +118,8 @@ private:
     bool _deal_payload_mapping(unsigned int carrier, unsigned int numerology, unsigned int frame);
     bool _fill_frame_data(unsigned int carrier, unsigned int numerology, unsigned int frame, signal_t& buffer);
     void _update_ofdm_config(unsigned int carrier, unsigned int numerology);
-    void _add_resampled_frame(const signal_t& main, const signal_t& head, unsigned int frame, signal_t& buffer) const;
+    void _keep_frame_at_own_rate(unsigned int frame);
+    void _add_resampled_frames(signal_t& buffer);
 
     bool _deal_prach_payload_mapping(unsigned int carrier, unsigned int numerology, unsigned int frame,
                                      unsigned int burst);
@@ -200,6 +203,8 @@ private:
     signal_t m_main;
     signal_t m_head;
     signal_t m_tail;
+    /// The frames of a pair whose rate is not the waveform's; empty for all others.
+    signal_t m_own_rate_signal;
     std::optional<lib_nr_channel_step_t> m_step; ///< that is running; the channel is empty between a frame's steps
     std::optional<lib_nr_channel_step_t> m_first_failed_step;
 

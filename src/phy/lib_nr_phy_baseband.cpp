@@ -15,6 +15,7 @@ namespace vek::nr_mod_lib
 
 using common_lib::lib_ccdf_calculator_t;
 using common_lib::lib_common_math_t;
+using common_lib::lib_signal_view_t;
 
 namespace
 {
@@ -60,11 +61,9 @@ void lib_nr_phy_t::_deal_frequency_spectrum_calculation()
     const std::uint32_t length = samples / blocks;
 
     m_frequency_spectrum.assign(lib_common_math_t::get_min_pow_of_2(length, 4), 0.0);
-    signal_t block;
     signal_t spectrum;
     for (std::uint32_t k = 0; k < blocks; ++k) {
-        const auto begin = m_baseband_signal.begin() + static_cast<std::ptrdiff_t>(std::size_t{k} * length);
-        block.assign(begin, begin + length);
+        const lib_signal_view_t block(m_baseband_signal.data() + std::size_t{k} * length, length);
         common_lib::lib_fourier_transform_t::calc_freq_spectrum(block, spectrum, false, 0);
         const std::size_t count = std::min(spectrum.size(), m_frequency_spectrum.size());
         for (std::size_t i = 0; i < count; ++i)
@@ -75,22 +74,16 @@ void lib_nr_phy_t::_deal_frequency_spectrum_calculation()
 
 void lib_nr_phy_t::_deal_ccdf_calculation()
 {
-    const auto analyse = [](const signal_t& signal, std::vector<double>& curve, std::vector<double>& marker) {
+    const auto analyse = [](lib_signal_view_t signal, std::vector<double>& curve, std::vector<double>& marker) {
         lib_ccdf_calculator_t::calculate_default_ccdf_data(signal, curve);
         lib_ccdf_calculator_t::get_default_ccdf_marker_data(curve, signal, marker);
     };
-    // A waveform of one frame is looked at where it lies.
-    const std::uint64_t frame_points = m_waveform.get_frame_sample_points();
-    signal_t first_frame;
-    if (m_baseband_signal.size() > frame_points)
-        first_frame.assign(m_baseband_signal.begin(),
-                           m_baseband_signal.begin() + static_cast<std::ptrdiff_t>(frame_points));
-    const signal_t& analysed = first_frame.empty() ? m_baseband_signal : first_frame;
-
-    analyse(analysed, m_waveform_ccdf_curve, m_waveform_ccdf_marker);
-    signal_t burst;
-    common_lib::lib_common_signal_process_t::get_burst_signal_data(analysed, burst);
-    if (burst.size() == analysed.size()) { // without a gap, the burst is the signal itself
+    const lib_signal_view_t first_frame(
+        m_baseband_signal.data(),
+        std::min<std::uint64_t>(m_baseband_signal.size(), m_waveform.get_frame_sample_points()));
+    analyse(first_frame, m_waveform_ccdf_curve, m_waveform_ccdf_marker);
+    const lib_signal_view_t burst = common_lib::lib_common_signal_process_t::find_burst(first_frame);
+    if (burst.size() == first_frame.size()) { // without a gap, the burst is the signal itself
         m_burst_ccdf_curve = m_waveform_ccdf_curve;
         m_burst_ccdf_marker = m_waveform_ccdf_marker;
     }

@@ -17,7 +17,7 @@ namespace
 {
 
 constexpr unsigned int k_filter_passband_type = 0;
-constexpr unsigned int k_filter_order = 1024;
+constexpr unsigned int k_filter_order = lib_nr_baseband_filter_t::k_growth;
 constexpr double k_empty_amplitude = 1e-12;
 constexpr double k_minimum_guard_subcarriers = 12.0; // a resource block
 
@@ -91,6 +91,17 @@ void lib_nr_baseband_filter_t::deal_baseband_filter(const std::vector<std::vecto
     _search_guard_subcarrier_number(payload);
     _generate_baseband_filter();
     _apply_filter(signal);
+}
+
+void lib_nr_baseband_filter_t::deal_baseband_filter(const std::vector<std::vector<sample_t>>& payload,
+                                                    std::vector<sample_t>& signal, std::vector<sample_t>& head)
+{
+    head.clear();
+    if (!m_enable)
+        return;
+    _search_guard_subcarrier_number(payload);
+    _generate_baseband_filter();
+    common_lib::lib_filter_t::deal_filter_in_two(m_coefficients, signal, head);
 }
 
 void lib_nr_baseband_filter_t::deal_prach_baseband_filter(const std::vector<sample_t>& payload,

@@ -22,6 +22,9 @@ public:
 
     lib_nr_baseband_filter_t();
 
+    /// Samples that a filtered signal is longer by.
+    static constexpr std::size_t k_growth = 1024;
+
     void set_baseband_filter_enable(bool enable);
     /// Ratio of the signal's rate to the rate of the numerology's own FFT. 0 prints a line, keeps the former value and
     /// returns false.
@@ -34,6 +37,9 @@ public:
     /// that are missing or of unequal length print a line and count as occupied throughout; a pair of numerology and
     /// bandwidth without a minimum guard band prints a line on standard error.
     void deal_baseband_filter(const std::vector<std::vector<sample_t>>& payload, std::vector<sample_t>& signal);
+    /// The same, but what lies ahead of the signal's start becomes the head, and the signal keeps its start.
+    void deal_baseband_filter(const std::vector<std::vector<sample_t>>& payload, std::vector<sample_t>& signal,
+                              std::vector<sample_t>& head);
     /// The same for a signal made from a single row.
     void deal_prach_baseband_filter(const std::vector<sample_t>& payload, std::vector<sample_t>& signal);
 

@@ -2,6 +2,7 @@
 
 #include "common/lib_common_math.h"
 #include "common/lib_complex_product.h"
+#include "common/lib_large_buffer.h"
 #include "common/lib_ofdm_cyclic_special_case.h"
 
 #include <algorithm>
@@ -18,6 +19,7 @@ namespace
 {
 
 constexpr unsigned int k_minimum_fft_length = 4;
+constexpr double k_frame_seconds = 0.01;
 
 /// Fraction of a turn, in [0, 1), that position x frequency / sample rate leaves. The plain product of doubles loses
 /// 1e-6 rad at 60 GHz: here the whole hertz are reduced in integers and only a fraction of a hertz in floating point.
@@ -140,23 +142,19 @@ bool lib_nr_ofdm_modulator_t::deal_frame_ofdm_modulation(const std::vector<std::
                                                          std::vector<sample_t>& main, std::vector<sample_t>& head,
                                                          std::vector<sample_t>& tail)
 {
-    main.clear();
     _update_modulation_parameter();
     if (!_check_payload_data_size(payload)) {
+        main.clear();
         std::cout << "lib_nr_ofdm_modulator_t::deal_frame_ofdm_modulation Report : Payload Mapping Size Error!"
                   << std::endl;
         return false;
     }
+    // Room for all that comes at once: the frame, what the window leaves behind it (within a prefix, at most half a
+    // useful symbol), and what the filter adds.
+    common_lib::make_room(main, static_cast<std::size_t>(std::ceil(get_actual_sample_rate() * k_frame_seconds)) +
+                                    _get_actual_fft_length() / 2 + lib_nr_baseband_filter_t::k_growth);
     m_common_modulator.deal_ofdm_modulation(payload, main, head, tail);
-
-    const std::size_t length_before_filter = main.size();
-    m_baseband_filter.deal_baseband_filter(payload, main);
-    const std::size_t filter_delay = (main.size() - length_before_filter) / 2;
-    if (filter_delay != 0) {
-        const auto frame_start = main.begin() + static_cast<std::ptrdiff_t>(filter_delay);
-        head.assign(main.begin(), frame_start);
-        main.erase(main.begin(), frame_start);
-    }
+    m_baseband_filter.deal_baseband_filter(payload, main, head);
     return true;
 }
 
