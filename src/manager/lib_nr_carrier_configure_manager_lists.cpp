@@ -226,6 +226,7 @@ bool lib_nr_carrier_configure_manager_t::set_dl_bwp_numerology(unsigned int inde
     lib_nr_dl_bwp_configure_manager_t& bwp = m_dl_bwps.at(index);
     const lib_nr_numerology_type_t numerology_before = bwp.get_numerology();
     bwp.set_numerology(_enabled_numerology(numerology));
+    bwp.update_coresets();
     update_dl_channels(m_dl_dcis, index, bwp);
     update_dl_channels(m_dl_schs, index, bwp);
     update_dl_channels(m_dl_csirss, index, bwp);
@@ -237,11 +238,7 @@ bool lib_nr_carrier_configure_manager_t::set_dl_bwp_rb_size(unsigned int index, 
     lib_nr_dl_bwp_configure_manager_t& bwp = m_dl_bwps.at(index);
     const lib_nr_phy_numerology_configure_manager_t& limits = _dl_bwp_limits(bwp, "set_dl_bwp_rb_size");
     const bool changed = bwp.set_bwp_rb_size(rb_size, limits.get_rb_start(), limits.get_rb_size());
-    const unsigned int first = bwp.get_first_coreset_index();
-    for (unsigned int id = first; bwp.check_coreset_index_valid(id); ++id) {
-        lib_nr_dl_coreset_configure_manager_t& coreset = bwp.get_coreset(id);
-        coreset.set_fd_resources(std::string(coreset.get_fd_resources()), bwp.get_bwp_rb_size());
-    }
+    bwp.update_coresets();
     update_dl_channels(m_dl_schs, index, bwp);
     update_dl_channels(m_dl_csirss, index, bwp);
     return changed;
@@ -252,6 +249,7 @@ bool lib_nr_carrier_configure_manager_t::set_dl_bwp_rb_start(unsigned int index,
     lib_nr_dl_bwp_configure_manager_t& bwp = m_dl_bwps.at(index);
     const lib_nr_phy_numerology_configure_manager_t& limits = _dl_bwp_limits(bwp, "set_dl_bwp_rb_start");
     const bool changed = bwp.set_bwp_rb_start(rb_start, limits.get_rb_start(), limits.get_rb_size());
+    bwp.update_coresets();
     update_dl_channels(m_dl_schs, index, bwp);
     update_dl_channels(m_dl_csirss, index, bwp);
     return changed;
@@ -271,6 +269,7 @@ bool lib_nr_carrier_configure_manager_t::set_coreset_number(unsigned int bwp_ind
     if (bwp_index >= m_dl_bwps.size())
         return false;
     m_dl_bwps[bwp_index].set_coreset_number(coreset_number);
+    m_dl_bwps[bwp_index].update_coresets();
     _update_coreset_reference();
     return true;
 }

@@ -104,6 +104,12 @@ const lib_nr_dl_coreset_configure_manager_t& lib_nr_dl_bwp_configure_manager_t::
     return entry_or_last(m_coresets, index - get_first_coreset_index());
 }
 
+void lib_nr_dl_bwp_configure_manager_t::update_coresets()
+{
+    for (unsigned int i = 0; i < m_coreset_number; ++i)
+        m_coresets[i].set_fd_resources(std::string(m_coresets[i].get_fd_resources()), m_bwp_rb_size);
+}
+
 void lib_nr_dl_bwp_configure_manager_t::_update_rb_limit(unsigned int limit_start, unsigned int limit_number)
 {
     m_rb_start_limit = limit_start;

@@ -55,6 +55,8 @@ public:
     /// By CORESET id; the last of the three for an id outside them.
     lib_nr_dl_coreset_configure_manager_t& get_coreset(unsigned int index);
     const lib_nr_dl_coreset_configure_manager_t& get_coreset(unsigned int index) const;
+    /// Applies the bitmap of each CORESET that counts to the BWP's size again.
+    void update_coresets();
 
 private:
     void _update_rb_limit(unsigned int limit_start, unsigned int limit_number);
