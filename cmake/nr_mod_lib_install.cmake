@@ -1,13 +1,19 @@
 # Installation: headers under include/nr_mod_lib, so that #include "config/cfg_nr_waveform.h" works for hosts,
-# the CMake package and the pkg-config file.
+# the CMake package and the pkg-config file. All of it may be moved elsewhere as a whole.
 include(CMakePackageConfigHelpers)
+
+# What the library's own sources alone include is not installed.
+set(internal_headers cfg_nr_leaf_rows.h cfg_nr_leaf_text.h cfg_nr_leaf_tables.h lib_nr_phy_steps.h lib_target_clones.h
+    lib_large_buffer.h lib_complex_product.h)
+list(TRANSFORM internal_headers REPLACE "\\." "\\\\.")
+list(JOIN internal_headers "|" internal_headers)
 
 install(TARGETS nr_mod_lib EXPORT nr_mod_lib
   LIBRARY DESTINATION ${CMAKE_INSTALL_LIBDIR}
   ARCHIVE DESTINATION ${CMAKE_INSTALL_LIBDIR}
   RUNTIME DESTINATION ${CMAKE_INSTALL_BINDIR})
 install(DIRECTORY ${PROJECT_SOURCE_DIR}/src/ DESTINATION ${CMAKE_INSTALL_INCLUDEDIR}/nr_mod_lib
-  FILES_MATCHING PATTERN "*.h")
+  FILES_MATCHING PATTERN "*.h" PATTERN tables EXCLUDE REGEX "(${internal_headers})" EXCLUDE)
 install(FILES ${NR_MOD_LIB_EXPORT_HEADER} DESTINATION ${CMAKE_INSTALL_INCLUDEDIR}/nr_mod_lib/common)
 install(EXPORT nr_mod_lib NAMESPACE vek:: DESTINATION ${CMAKE_INSTALL_LIBDIR}/cmake/nr_mod_lib
   FILE nr_mod_lib_targets.cmake)
@@ -20,5 +26,23 @@ write_basic_package_version_file(${PROJECT_BINARY_DIR}/nr_mod_lib-config-version
 install(FILES ${PROJECT_BINARY_DIR}/nr_mod_lib-config.cmake ${PROJECT_BINARY_DIR}/nr_mod_lib-config-version.cmake
   DESTINATION ${CMAKE_INSTALL_LIBDIR}/cmake/nr_mod_lib)
 
+# The .pc file finds the rest from where it lies itself, unless the folders were given as absolute ones.
+set(pc_prefix ${CMAKE_INSTALL_PREFIX})
+if(NOT IS_ABSOLUTE ${CMAKE_INSTALL_LIBDIR})
+  file(RELATIVE_PATH pc_up /${CMAKE_INSTALL_LIBDIR}/pkgconfig /)
+  string(REGEX REPLACE "/$" "" pc_up ${pc_up})
+  set(pc_prefix "\${pcfiledir}/${pc_up}")
+endif()
+foreach(folder LIBDIR INCLUDEDIR)
+  set(pc_${folder} "\${prefix}/${CMAKE_INSTALL_${folder}}")
+  if(IS_ABSOLUTE ${CMAKE_INSTALL_${folder}})
+    set(pc_${folder} ${CMAKE_INSTALL_${folder}})
+  endif()
+endforeach()
+# Whoever links the static library links what it needs too.
+set(pc_requires pugixml)
+if(NR_MOD_LIB_STATIC)
+  string(JOIN " " pc_requires pugixml ${NR_MOD_LIB_PC_PRIVATE})
+endif()
 configure_file(${PROJECT_SOURCE_DIR}/cmake/nr_mod_lib.pc.in ${PROJECT_BINARY_DIR}/nr_mod_lib.pc @ONLY)
 install(FILES ${PROJECT_BINARY_DIR}/nr_mod_lib.pc DESTINATION ${CMAKE_INSTALL_LIBDIR}/pkgconfig)

@@ -62,7 +62,8 @@ std::string spectrum_picture(cfg_nr_waveform_t& waveform, const lib_nr_phy_t& en
         double power = 0;
         for (std::size_t i = begin; i < std::min(begin + group, size); ++i)
             power = std::max(power, std::norm(spectrum[i]));
-        const double offset = static_cast<double>(begin) - static_cast<double>(size / 2);
+        const std::size_t centre = size / 2;
+        const double offset = static_cast<double>(begin) - static_cast<double>(centre);
         out << offset / static_cast<double>(size) * rate / 1e6 << ' ' << db_of_power(power) << '\n';
     }
     out << (size == 0 ? "0 -140\n" : "") << "e\n";

@@ -4,7 +4,7 @@
 /// machine has. Contraction to fused multiply-add is off in the whole build, so every version gives the same bits.
 /// Sanitizers cannot run the loader's choice so early in a process; there the plain version stands alone.
 #if defined(__x86_64__) && defined(__linux__) && defined(__GNUC__) && !defined(__clang__) &&                           \
-    !defined(__SANITIZE_ADDRESS__)
+    !defined(__SANITIZE_ADDRESS__) && !defined(__SANITIZE_THREAD__)
 #define NR_MOD_LIB_TARGET_CLONES __attribute__((target_clones("avx512f", "avx2", "default")))
 #else
 #define NR_MOD_LIB_TARGET_CLONES

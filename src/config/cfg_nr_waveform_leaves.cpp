@@ -27,8 +27,8 @@ constexpr auto k_leaves = row::leaves(
         "crest_factor_reduction_enable", "whether peaks of the finished baseband are cut to cfr_target_papr"),
     row::leaf<&waveform_t::get_cfr_target_papr, &waveform_t::set_cfr_target_papr>(
         "cfr_target_papr", "highest peak allowed, in dB above the mean power, 0 to 30"),
-    row::leaf<&waveform_t::get_cfr_max_iteration, &waveform_t::set_cfr_max_iteration>("cfr_max_iteration",
-                                                                                      "most passes over the signal, 0 to 100"),
+    row::leaf<&waveform_t::get_cfr_max_iteration, &waveform_t::set_cfr_max_iteration>(
+        "cfr_max_iteration", "most passes over the signal, 0 to 100"),
     row::leaf<&waveform_t::get_cfr_cancel_percent, &waveform_t::set_cfr_cancel_percent>(
         "cfr_cancel_percent", "part of the excess taken off in a pass, in percent, 0 to 100"),
     row::leaf<&waveform_t::get_cfr_block_size, &waveform_t::set_cfr_block_size>(

@@ -8,7 +8,7 @@ namespace vek::nr_mod_lib
 
 class lib_nr_dl_bwp_configure_manager_t;
 
-/// One PDSCH of a carrier. Today it holds its place in the lists and follows its BWP; it cannot be enabled.
+/// One PDSCH of a carrier. It follows its BWP and cannot be enabled yet.
 class NR_MOD_LIB_EXPORT lib_nr_dl_sch_configure_manager_t : public lib_nr_sch_configure_manager_t
 {
 public:

@@ -19,8 +19,8 @@ enum lib_nr_antenna_port_t : std::uint32_t
     LIB_NR_ANTENNA_PORT_3 = 4,
 };
 
-/// What the downlink and the uplink shared channel have in common. Today: what decides when and for whom a channel
-/// sends, and its RBs inside its BWP; a channel is never enabled, and has one port.
+/// What the downlink and the uplink shared channel have in common: when and for whom a channel sends, and its
+/// RBs inside its BWP. A channel cannot be enabled yet, and has one port.
 class NR_MOD_LIB_EXPORT lib_nr_sch_configure_manager_t
 {
 public:

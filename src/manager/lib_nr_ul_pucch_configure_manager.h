@@ -11,7 +11,7 @@ namespace vek::nr_mod_lib
 
 class lib_nr_ul_bwp_configure_manager_t;
 
-/// One PUCCH of a carrier. Today it holds its name and its place in the list and knows its BWP; it cannot be enabled.
+/// One PUCCH of a carrier: its name, its place in the list and its BWP. It cannot be enabled yet.
 class NR_MOD_LIB_EXPORT lib_nr_ul_pucch_configure_manager_t
 {
 public:

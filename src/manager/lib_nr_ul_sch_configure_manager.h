@@ -11,8 +11,7 @@ namespace vek::nr_mod_lib
 class lib_nr_ul_bwp_configure_manager_t;
 class lib_nr_phy_numerology_configure_manager_t;
 
-/// One PUSCH of a carrier. Today it holds its place in the lists and follows its BWP and the RB sets of its numerology;
-/// it cannot be enabled.
+/// One PUSCH of a carrier. It follows its BWP and the RB sets of its numerology, and cannot be enabled yet.
 class NR_MOD_LIB_EXPORT lib_nr_ul_sch_configure_manager_t : public lib_nr_sch_configure_manager_t
 {
 public:

@@ -77,8 +77,8 @@ enum srs_antenna_port_t : std::uint32_t
     SRS_ANTENNA_PORT31 = 32,
 };
 
-/// One sounding reference signal of a carrier, with one port and no period. Today it holds its place in the list and
-/// knows its BWP; it cannot be enabled.
+/// One sounding reference signal of a carrier, with one port and no period. It knows its BWP and cannot be
+/// enabled yet.
 class NR_MOD_LIB_EXPORT lib_nr_ul_srs_configure_manager_t
 {
 public:

@@ -170,7 +170,8 @@ void lib_nr_baseband_filter_t::_generate_baseband_filter()
         static_cast<double>(lib_nr_ofdm_modulator_t::get_fft_length(m_numerology, m_channel_bandwidth)) *
         m_oversampling_ratio;
     const double subcarrier_width = 2.0 / fft_length;
-    const double half_number = lib_nr_phy_common_t::get_subcarrier_total_number(m_numerology, m_channel_bandwidth) / 2;
+    const double half_number =
+        0.5 * lib_nr_phy_common_t::get_subcarrier_total_number(m_numerology, m_channel_bandwidth);
     const double spacing = lib_nr_phy_common_t::get_scs_hz_value(m_numerology);
 
     const double guard = std::max(

@@ -8,7 +8,7 @@ namespace vek::nr_mod_lib
 
 class lib_nr_waveform_configure_manager_t;
 
-/// Generates CSI-RS, TS 38.211 clause 7.4.1.5. Today it is bound to its channel and writes nothing.
+/// Generates CSI-RS, TS 38.211 clause 7.4.1.5. Bound to its channel, it writes nothing yet.
 class NR_MOD_LIB_EXPORT lib_nr_dl_phy_csirs_process_t
 {
 public:

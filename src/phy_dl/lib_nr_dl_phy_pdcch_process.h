@@ -8,7 +8,7 @@ namespace vek::nr_mod_lib
 
 class lib_nr_waveform_configure_manager_t;
 
-/// Generates the PDCCH, TS 38.211 clause 7.3.2. Today it is bound to its channel and writes nothing.
+/// Generates the PDCCH, TS 38.211 clause 7.3.2. Bound to its channel, it writes nothing yet.
 class NR_MOD_LIB_EXPORT lib_nr_dl_phy_pdcch_process_t
 {
 public:

@@ -6,7 +6,7 @@
 namespace vek::nr_mod_lib
 {
 
-/// Generates the PDSCH, TS 38.211 clause 7.3.1. Today it is bound to its channel and writes nothing.
+/// Generates the PDSCH, TS 38.211 clause 7.3.1. Bound to its channel, it writes nothing yet.
 class NR_MOD_LIB_EXPORT lib_nr_dl_phy_pdsch_process_t : public lib_nr_phy_sch_process_t
 {
 public:

@@ -8,8 +8,8 @@ namespace vek::nr_mod_lib
 
 class lib_nr_waveform_configure_manager_t;
 
-/// Generates the positioning reference signal, TS 38.211 clause 7.4.1.7. Today it is bound to its channel and writes
-/// nothing.
+/// Generates the positioning reference signal, TS 38.211 clause 7.4.1.7. Bound to its channel, it writes
+/// nothing yet.
 class NR_MOD_LIB_EXPORT lib_nr_dl_phy_prs_process_t
 {
 public:

@@ -10,8 +10,8 @@ namespace vek::nr_mod_lib
 
 class lib_nr_waveform_configure_manager_t;
 
-/// The common body of the shared channels' generators. Today it keeps the PN state of the payload, which the engine
-/// hands from channel to channel of one RNTI, and writes nothing.
+/// The common body of the shared channels' generators: keeps the PN state of the payload, which the engine hands from
+/// channel to channel of one RNTI. It writes nothing yet.
 class NR_MOD_LIB_EXPORT lib_nr_phy_sch_process_t
 {
 public:

@@ -171,9 +171,9 @@ void lib_nr_ul_phy_prach_process_t::_get_prach_general_ofdm_info(prach_ofdm_info
     for (const unsigned int samples : _get_prefixes(rows))
         info.cp_lengths.push_back(_scaled(samples));
 
+    const unsigned int columns_per_subcarrier = m_carrier_scs_hz / m_prach_scs;
     const double beyond =
-        info.column_number + 1.0 -
-        static_cast<double>(m_max_rb_number * (m_carrier_scs_hz / m_prach_scs) * k_subcarriers_per_rb);
+        info.column_number + 1.0 - static_cast<double>(m_max_rb_number * columns_per_subcarrier * k_subcarriers_per_rb);
     info.frequency_shift_hz = info.column_number % 2 == 0 ? 0.0 : std::trunc(beyond * _get_scs_hz() * 0.5);
 }
 

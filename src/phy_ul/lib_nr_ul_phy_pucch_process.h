@@ -7,7 +7,7 @@ namespace vek::nr_mod_lib
 
 class lib_nr_waveform_configure_manager_t;
 
-/// Walks a carrier's PUCCHs, TS 38.211 clause 6.3.2. Today it marks and writes nothing.
+/// Walks a carrier's PUCCHs, TS 38.211 clause 6.3.2. It marks and writes nothing yet.
 class NR_MOD_LIB_EXPORT lib_nr_ul_phy_pucch_process_t
 {
 public:

@@ -6,7 +6,7 @@
 namespace vek::nr_mod_lib
 {
 
-/// Generates the PUSCH, TS 38.211 clause 6.3.1. Today it is bound to its channel and writes nothing.
+/// Generates the PUSCH, TS 38.211 clause 6.3.1. Bound to its channel, it writes nothing yet.
 class NR_MOD_LIB_EXPORT lib_nr_ul_phy_pusch_process_t : public lib_nr_phy_sch_process_t
 {
 public:

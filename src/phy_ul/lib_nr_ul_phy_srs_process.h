@@ -8,8 +8,8 @@ namespace vek::nr_mod_lib
 
 class lib_nr_waveform_configure_manager_t;
 
-/// Generates the sounding reference signal, TS 38.211 clause 6.4.1.4. Today it is bound to its channel and writes
-/// nothing.
+/// Generates the sounding reference signal, TS 38.211 clause 6.4.1.4. Bound to its channel, it writes
+/// nothing yet.
 class NR_MOD_LIB_EXPORT lib_nr_ul_phy_srs_process_t
 {
 public:

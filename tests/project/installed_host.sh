@@ -1,21 +1,28 @@
 #!/usr/bin/env bash
-# Installs the build into a folder of its own, then builds and runs the example host against it: by find_package and by
-# pkg-config. Arguments: build folder, source folder, compiler.
+# Installs the build into a folder that it was not configured for, moves that folder, and from there starts the tool and
+# builds and runs the example host: by find_package and by pkg-config. Then every installed header compiles alone.
+# Arguments: build folder, source folder, compiler.
 set -euo pipefail
 build=$1 source=$2 compiler=$3
 place=$(mktemp -d)
 trap 'rm -rf "$place"' EXIT
 
-cmake --install "$build" --prefix "$place/installed" >/dev/null
+cmake --install "$build" --prefix "$place/first" >/dev/null
+mv "$place/first" "$place/moved"
+"$place/moved/bin/nrwave" --version
+
 cmake -S "$source/examples" -B "$place/host" -G Ninja -DCMAKE_CXX_COMPILER="$compiler" \
-    -DCMAKE_PREFIX_PATH="$place/installed" >/dev/null
+    -DCMAKE_PREFIX_PATH="$place/moved" >/dev/null
 cmake --build "$place/host" >/dev/null
 "$place/host/first_waveform"
 
-libdir=$(dirname "$(find "$place/installed" -name nr_mod_lib.pc)")
+libdir=$(dirname "$(find "$place/moved" -name nr_mod_lib.pc)")
 export PKG_CONFIG_PATH=$libdir
-prefix=(--define-variable=prefix="$place/installed")
 # shellcheck disable=SC2046
 "$compiler" -std=c++17 "$source/examples/first_waveform.cpp" -o "$place/by_pkg_config" \
-    $(pkg-config "${prefix[@]}" --cflags --libs nr_mod_lib)
+    $(pkg-config --cflags --libs nr_mod_lib)
 LD_LIBRARY_PATH=$(dirname "$libdir") "$place/by_pkg_config"
+
+headers=$place/moved/include/nr_mod_lib
+! find "$headers" -path '*tables*' | grep . # data of the library's own
+"$source/tests/project/headers_alone.sh" "$compiler" "$headers"

@@ -330,9 +330,6 @@ constexpr std::array<lib_nr_ldpc_base_graph_row_t, 316> k_base_graph_1 = {{
 
 } // namespace
 
-const std::array<lib_nr_ldpc_base_graph_row_t, 316>& lib_nr_ldpc_base_graph_1_table()
-{
-    return k_base_graph_1;
-}
+const std::array<lib_nr_ldpc_base_graph_row_t, 316>& lib_nr_ldpc_base_graph_1_table() { return k_base_graph_1; }
 
 } // namespace vek::nr_mod_lib

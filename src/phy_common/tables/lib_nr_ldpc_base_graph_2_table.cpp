@@ -211,9 +211,6 @@ constexpr std::array<lib_nr_ldpc_base_graph_row_t, 197> k_base_graph_2 = {{
 
 } // namespace
 
-const std::array<lib_nr_ldpc_base_graph_row_t, 197>& lib_nr_ldpc_base_graph_2_table()
-{
-    return k_base_graph_2;
-}
+const std::array<lib_nr_ldpc_base_graph_row_t, 197>& lib_nr_ldpc_base_graph_2_table() { return k_base_graph_2; }
 
 } // namespace vek::nr_mod_lib

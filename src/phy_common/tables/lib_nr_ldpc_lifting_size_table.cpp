@@ -22,9 +22,6 @@ constexpr std::array<std::array<std::uint16_t, 8>, 8> k_table = {{
 
 } // namespace
 
-const std::array<std::array<std::uint16_t, 8>, 8>& lib_nr_ldpc_lifting_size_table()
-{
-    return k_table;
-}
+const std::array<std::array<std::uint16_t, 8>, 8>& lib_nr_ldpc_lifting_size_table() { return k_table; }
 
 } // namespace vek::nr_mod_lib

@@ -143,24 +143,12 @@ constexpr std::array<std::array<std::int8_t, 24>, 30> k_24 = {{
 
 } // namespace
 
-const std::array<std::array<std::int8_t, 6>, 30>& lib_nr_low_papr_type1_table_6()
-{
-    return k_6;
-}
+const std::array<std::array<std::int8_t, 6>, 30>& lib_nr_low_papr_type1_table_6() { return k_6; }
 
-const std::array<std::array<std::int8_t, 12>, 30>& lib_nr_low_papr_type1_table_12()
-{
-    return k_12;
-}
+const std::array<std::array<std::int8_t, 12>, 30>& lib_nr_low_papr_type1_table_12() { return k_12; }
 
-const std::array<std::array<std::int8_t, 18>, 30>& lib_nr_low_papr_type1_table_18()
-{
-    return k_18;
-}
+const std::array<std::array<std::int8_t, 18>, 30>& lib_nr_low_papr_type1_table_18() { return k_18; }
 
-const std::array<std::array<std::int8_t, 24>, 30>& lib_nr_low_papr_type1_table_24()
-{
-    return k_24;
-}
+const std::array<std::array<std::int8_t, 24>, 30>& lib_nr_low_papr_type1_table_24() { return k_24; }
 
 } // namespace vek::nr_mod_lib

@@ -54,9 +54,6 @@ constexpr std::array<lib_nr_prach_carrier_combination_t, 39> k_table = {{
 
 } // namespace
 
-const std::array<lib_nr_prach_carrier_combination_t, 39>& lib_nr_prach_carrier_combination_table()
-{
-    return k_table;
-}
+const std::array<lib_nr_prach_carrier_combination_t, 39>& lib_nr_prach_carrier_combination_table() { return k_table; }
 
 } // namespace vek::nr_mod_lib

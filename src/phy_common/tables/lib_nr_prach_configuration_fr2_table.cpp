@@ -271,9 +271,6 @@ constexpr std::array<lib_nr_prach_configuration_row_t, 256> k_table = {{
 
 } // namespace
 
-const std::array<lib_nr_prach_configuration_row_t, 256>& lib_nr_prach_configuration_fr2_table()
-{
-    return k_table;
-}
+const std::array<lib_nr_prach_configuration_row_t, 256>& lib_nr_prach_configuration_fr2_table() { return k_table; }
 
 } // namespace vek::nr_mod_lib

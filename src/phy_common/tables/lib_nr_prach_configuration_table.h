@@ -31,7 +31,8 @@ struct lib_nr_prach_configuration_row_t
 };
 
 /// TS 38.211 Table 6.3.3.2-2: FR1, paired spectrum and supplementary uplink.
-NR_MOD_LIB_EXPORT const std::array<lib_nr_prach_configuration_row_t, 256>& lib_nr_prach_configuration_fr1_paired_table();
+NR_MOD_LIB_EXPORT const std::array<lib_nr_prach_configuration_row_t, 256>&
+lib_nr_prach_configuration_fr1_paired_table();
 /// TS 38.211 Table 6.3.3.2-3: FR1, unpaired spectrum.
 NR_MOD_LIB_EXPORT const std::array<lib_nr_prach_configuration_row_t, 263>&
 lib_nr_prach_configuration_fr1_unpaired_table();

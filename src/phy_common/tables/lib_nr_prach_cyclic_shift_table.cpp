@@ -68,19 +68,10 @@ constexpr lib_nr_prach_cyclic_shift_table_t k_short = {{
 
 } // namespace
 
-const lib_nr_prach_cyclic_shift_table_t& lib_nr_prach_cyclic_shift_formats_0_1_2_table()
-{
-    return k_formats_0_1_2;
-}
+const lib_nr_prach_cyclic_shift_table_t& lib_nr_prach_cyclic_shift_formats_0_1_2_table() { return k_formats_0_1_2; }
 
-const lib_nr_prach_cyclic_shift_table_t& lib_nr_prach_cyclic_shift_format_3_table()
-{
-    return k_format_3;
-}
+const lib_nr_prach_cyclic_shift_table_t& lib_nr_prach_cyclic_shift_format_3_table() { return k_format_3; }
 
-const lib_nr_prach_cyclic_shift_table_t& lib_nr_prach_cyclic_shift_short_table()
-{
-    return k_short;
-}
+const lib_nr_prach_cyclic_shift_table_t& lib_nr_prach_cyclic_shift_short_table() { return k_short; }
 
 } // namespace vek::nr_mod_lib

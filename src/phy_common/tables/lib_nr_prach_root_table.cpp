@@ -56,9 +56,6 @@ constexpr std::array<std::uint16_t, 838> k_table = {{
 
 } // namespace
 
-const std::array<std::uint16_t, 838>& lib_nr_prach_root_839_table()
-{
-    return k_table;
-}
+const std::array<std::uint16_t, 838>& lib_nr_prach_root_839_table() { return k_table; }
 
 } // namespace vek::nr_mod_lib

@@ -46,9 +46,6 @@ constexpr std::array<std::array<std::uint8_t, 11>, 32> k_table = {{
 
 } // namespace
 
-const std::array<std::array<std::uint8_t, 11>, 32>& lib_nr_small_block_basis_table()
-{
-    return k_table;
-}
+const std::array<std::array<std::uint8_t, 11>, 32>& lib_nr_small_block_basis_table() { return k_table; }
 
 } // namespace vek::nr_mod_lib

@@ -22,9 +22,6 @@ constexpr std::array<std::uint16_t, 93> k_table = {
 
 } // namespace
 
-const std::array<std::uint16_t, 93>& lib_nr_tbs_for_n_info_table()
-{
-    return k_table;
-}
+const std::array<std::uint16_t, 93>& lib_nr_tbs_for_n_info_table() { return k_table; }
 
 } // namespace vek::nr_mod_lib
