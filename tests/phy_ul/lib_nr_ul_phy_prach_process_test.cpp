@@ -1,0 +1,308 @@
+#include "phy_ul/lib_nr_ul_phy_prach_process.h"
+
+#include "phy/lib_nr_prach_resource_manager.h"
+#include "phy_common/lib_nr_prach_preamble.h"
+#include "receiver/prach_receiver.h"
+#include "support/generated.h"
+#include "support/settings.h"
+
+#include <gtest/gtest.h>
+
+#include <cmath>
+#include <cstdint>
+#include <map>
+#include <string>
+#include <vector>
+
+namespace
+{
+
+using namespace vek::nr_mod_lib;
+using common_t = lib_nr_phy_common_t;
+
+constexpr double k_tick = 1.0 / 30.72e6;
+
+/// Start of a symbol of spacing 15 kHz times 2^mu in its subframe, TS 38.211 clause 5.3.1.
+double symbol_start(unsigned int symbol, unsigned int mu)
+{
+    double start = 0.0;
+    for (unsigned int l = 0; l < symbol; ++l)
+        start += (2048.0 + 144.0) / (1u << mu) * k_tick + (l % (7u << mu) == 0 ? 16.0 * k_tick : 0.0);
+    return start;
+}
+
+/// A burst as the settings of its façade name it, put where the standard has it.
+nr_test::prach_place_t place_of(const cfg_nr_waveform_t& waveform, cfg_nr_prach_t& prach)
+{
+    const auto& carrier = waveform.get_waveform_manager().get_carrier(0);
+    const std::uint32_t scs_hz = prach.get_prach_scs();
+    const bool is_long = is_long_prach_format(prach.get_format());
+    const unsigned int mu = is_long ? 0 : common_t::get_u_from_prach_scs(prach.get_prach_scs());
+    nr_test::prach_place_t place;
+    place.sample_rate = waveform.get_waveform_manager().get_waveform_sample_rate_hz();
+    place.spacing_hz = scs_hz;
+    place.length = prach.get_lra();
+
+    configuration_table_t row;
+    common_t::get_variables_from_configTable(prach.get_configuration_table(), prach.get_configuration_idx(), row,
+                                             prach.get_n_RA_t());
+    const bool is_c0 = prach.get_format() == prach_format_C0;
+    unsigned int symbol = row.starting_symbol;
+    if (!is_long)
+        symbol += prach.get_n_RA_t() * row.duration * (is_c0 ? 2 : 1) + 14 * prach.get_n_RA_slot();
+    unsigned int subframe = prach.get_subframe_index_config();
+    if (prach.get_configuration_table() == FR2_TDD) {
+        subframe = prach.get_slot_index_config() / 4;
+        symbol += prach.get_slot_index_config() % 4 * (14u << mu) / 4;
+    }
+    const double in_subframe = symbol_start(symbol, mu);
+    place.start_s = subframe * 1e-3 + in_subframe;
+
+    // TS 38.211 Tables 6.3.3.1-1 and 6.3.3.1-2: N_CP and repetitions.
+    static const std::map<prach_format_t, std::pair<double, std::size_t>> formats = {
+        {prach_format_0, {3168, 1}}, {prach_format_1, {21024, 2}}, {prach_format_2, {4688, 4}},
+        {prach_format_3, {3168, 4}}, {prach_format_A1, {288, 2}},  {prach_format_A2, {576, 4}},
+        {prach_format_A3, {864, 6}}, {prach_format_B1, {216, 2}},  {prach_format_B2, {360, 4}},
+        {prach_format_B3, {504, 6}}, {prach_format_B4, {936, 12}}, {prach_format_C0, {1240, 1}},
+        {prach_format_C2, {2048, 4}}};
+    const auto& [prefix, repetitions] = formats.at(prach.get_format());
+    place.repetitions = repetitions;
+    place.prefix_s = prefix * k_tick / (1u << mu);
+    if (!is_long) {
+        const double end = in_subframe + place.prefix_s + static_cast<double>(repetitions) / scs_hz;
+        for (const double boundary : {0.0, 0.5e-3, 1e-3})
+            if (boundary > in_subframe - 1e-10 && boundary < end - 1e-10)
+                place.prefix_s += 16.0 * k_tick;
+    }
+
+    unsigned int rb_number = 0;
+    unsigned int k_bar = 0;
+    common_t::get_prach_carrier_combination(prach.get_lra(), prach.get_prach_scs(), carrier.get_numerology(), rb_number,
+                                            k_bar);
+    const double carrier_hz = common_t::get_scs_hz_value(carrier.get_numerology());
+    const double rbs = prach.get_rb_offset() + prach.get_n_RA_start() + prach.get_n_RA_f() * rb_number;
+    const double grid = common_t::get_max_transmit_rb_num(carrier.get_numerology(), carrier.get_bandwidth());
+    place.fits = rb_number <= grid;
+    place.lowest_hz = (12.0 * rbs - 6.0 * grid) * carrier_hz + k_bar * place.spacing_hz;
+    return place;
+}
+
+/// The burst is where the standard has it and looks like its preamble, first and last repetition; one that is wider
+/// than its carrier has lost its edges, and only its time counts.
+void expect_received(cfg_nr_waveform_t& waveform, const std::string& what)
+{
+    cfg_nr_prach_t& prach = *waveform.get_carrier(0)->get_ul_prach(0);
+    const nr_test::prach_place_t place = place_of(waveform, prach);
+    const nr_test::signal_t samples = nr_test::generate(waveform).samples;
+    ASSERT_FALSE(samples.empty()) << what;
+
+    const nr_test::span_t span = nr_test::sounding_span(samples);
+    const double end = place.start_s + place.prefix_s + static_cast<double>(place.repetitions) / place.spacing_hz;
+    EXPECT_NEAR(static_cast<double>(span.begin), place.start_s * place.sample_rate, 1.0) << what;
+    EXPECT_NEAR(static_cast<double>(span.end), end * place.sample_rate, 1.5) << what;
+
+    if (!place.fits)
+        return;
+    const prach_preamble_t sent = lib_nr_prach_preamble_t::get_preamble(
+        {prach.get_format(), prach.get_lra(), prach.get_restrictedset(), prach.get_ZeroCorrelationZone(),
+         prach.get_sequence_index(), prach.get_premable_index()});
+    const nr_test::signal_t expected = nr_test::prach_spectrum(place.length, sent.u, sent.cyclic_shift);
+    for (const std::size_t repetition : {std::size_t{0}, place.repetitions - 1})
+        EXPECT_NEAR(nr_test::likeness(nr_test::receive_prach(samples, place, repetition), expected), 1.0, 1e-9)
+            << what << ", repetition " << repetition;
+}
+
+/// The first row of a table with this format that sends in every frame.
+int row_of_format(prach_config_table_type_t table, const std::string& format, unsigned int at_least_start)
+{
+    for (unsigned int index = 0; index < (table == FR1_TDD ? 263u : 256u); ++index) {
+        configuration_table_t row;
+        common_t::get_variables_from_configTable(table, index, row, 0);
+        if (row.format.front() == format && row.x == 1 && row.starting_symbol >= at_least_start)
+            return static_cast<int>(index);
+    }
+    return -1;
+}
+
+std::vector<std::string> carrier_steps(const char* bandwidth, const char* spacing)
+{
+    return {"carrier[0].carrier_type=LIB_NR_PRACH", std::string("carrier[0].channel_bandwidth=") + bandwidth,
+            std::string("carrier[0].numerology=") + spacing};
+}
+
+TEST(prach, every_format_length_and_spacing_arrives_where_the_standard_puts_it)
+{
+    struct carrier_t
+    {
+        const char* bandwidth;
+        const char* spacing;
+        std::vector<const char*> tables;
+        std::vector<const char*> formats;
+        std::vector<const char*> prach_scs;
+    };
+    const std::vector<const char*> all = {"0", "1", "2", "3", "A1", "A2", "A3", "B1", "B4", "C0", "C2"};
+    const std::vector<carrier_t> carriers = {
+        {"LIB_NR_CHANNEL_FR1_20M", "LIB_NR_SCS_15K", {"FR1_FDD_SUL"}, all, {"PRACH_SCS_15K", "PRACH_SCS_30K"}},
+        {"LIB_NR_CHANNEL_FR1_20M", "LIB_NR_SCS_30K", {"FR1_TDD"}, all, {"PRACH_SCS_15K", "PRACH_SCS_30K"}},
+        {"LIB_NR_CHANNEL_FR1_15M", "LIB_NR_SCS_60K", {"FR1_TDD"}, {"0", "3", "A2", "C2"}, {"PRACH_SCS_15K"}},
+        {"LIB_NR_CHANNEL_FR2_1_50M", "LIB_NR_SCS_60K", {"FR2_TDD"}, {"A1", "B4", "C0"}, {"PRACH_SCS_60K"}},
+        {"LIB_NR_CHANNEL_FR2_1_200M", "LIB_NR_SCS_120K", {"FR2_TDD"}, {"A3", "C2"}, {"PRACH_SCS_120K"}},
+    };
+    unsigned int received = 0;
+    for (const carrier_t& carrier : carriers)
+        for (const char* table : carrier.tables)
+            for (const char* format : carrier.formats)
+                for (const char* scs : carrier.prach_scs)
+                    for (const char* lra : {"PRACH_LRA_839", "PRACH_LRA_139", "PRACH_LRA_571", "PRACH_LRA_1151"})
+                        for (const unsigned int start : {0u, 1u}) {
+                            nr_test::waveform_of_t waveform(carrier_steps(carrier.bandwidth, carrier.spacing));
+                            const std::string burst = "carrier[0].ul_prach[0].";
+                            const auto table_value = std::string(table) == "FR1_FDD_SUL" ? FR1_FDD_SUL
+                                                     : std::string(table) == "FR1_TDD"   ? FR1_TDD
+                                                                                         : FR2_TDD;
+                            const int row = row_of_format(table_value, format, start);
+                            if (row < 0)
+                                continue;
+                            nr_test::take(waveform,
+                                          {burst + "configuration_table=" + table,
+                                           burst + "configuration_idx=" + std::to_string(row),
+                                           burst + "prach_scs=" + scs, burst + "lra=" + lra, burst + "n_RA_t=1",
+                                           burst + "premable_index=7", burst + "zeroCorrelation_zone=5"});
+                            const bool is_long = format[0] < '4';
+                            if (nr_test::value_of(waveform, burst + "lra") != lra ||
+                                (!is_long && nr_test::value_of(waveform, burst + "prach_scs") != scs))
+                                continue; // not a combination of this carrier
+                            expect_received(waveform, std::string(carrier.bandwidth) + " " + carrier.spacing + " " +
+                                                          format + " " + scs + " " + lra + " row " +
+                                                          std::to_string(row));
+                            ++received;
+                        }
+    EXPECT_GT(received, 90u);
+}
+
+TEST(prach, occasions_offsets_and_power_move_the_burst_as_told)
+{
+    const std::string burst = "carrier[0].ul_prach[0].";
+    for (const auto& steps : std::vector<std::vector<std::string>>{{"n_RA_slot=1", "n_RA_t=5"},
+                                                                   {"msg1_fdm=Msg1_FDM4", "n_RA_f=2", "n_RA_start=3"},
+                                                                   {"rb_offset=10"},
+                                                                   {"power_boosting=20"}})
+    {
+        nr_test::waveform_of_t waveform(carrier_steps("LIB_NR_CHANNEL_FR1_100M", "LIB_NR_SCS_30K"));
+        // Row 190: A1/B1, two slots a subframe or one, six occasions.
+        int row = -1;
+        for (unsigned int index = 0; index < 263; ++index) {
+            configuration_table_t entry;
+            common_t::get_variables_from_configTable(FR1_TDD, index, entry, 0);
+            configuration_table_t last;
+            common_t::get_variables_from_configTable(FR1_TDD, index, last, entry.occasions_per_slot - 1);
+            if (entry.format.front() == "A1" && last.format.front() == "B1" && entry.x == 1 &&
+                entry.occasions_per_slot == 6 && entry.slots_per_subframe_or_60khz_slot == 2)
+                row = static_cast<int>(index);
+        }
+        ASSERT_GE(row, 0);
+        nr_test::take(waveform,
+                      {burst + "configuration_table=FR1_TDD", burst + "configuration_idx=" + std::to_string(row),
+                       burst + "prach_scs=PRACH_SCS_30K", burst + "lra=PRACH_LRA_139"});
+        for (const std::string& step : steps)
+            nr_test::take(waveform, {burst + step});
+        expect_received(waveform, steps.front());
+    }
+}
+
+TEST(prach, one_preamble_of_64_is_found_in_every_set)
+{
+    const std::string burst = "carrier[0].ul_prach[0].";
+    for (const auto& [set, zone, preamble] :
+         {std::tuple{"UNRESTRICTED", "8", 29u}, {"RESTRICTED_TYPE_A", "3", 41u}, {"RESTRICTED_TYPE_B", "6", 63u}})
+    {
+        nr_test::waveform_of_t waveform(carrier_steps("LIB_NR_CHANNEL_FR1_15M", "LIB_NR_SCS_15K"));
+        nr_test::take(waveform, {burst + "configuration_idx=27", burst + "restrictedset=" + set,
+                                 burst + "zeroCorrelation_zone=" + zone, burst + "sequence_index=100",
+                                 burst + "premable_index=" + std::to_string(preamble)});
+        cfg_nr_prach_t& prach = *waveform.get_carrier(0)->get_ul_prach(0);
+        const nr_test::prach_place_t place = place_of(waveform, prach);
+        const nr_test::signal_t received = nr_test::receive_prach(nr_test::generate(waveform).samples, place, 0);
+        for (unsigned int i = 0; i < 64; ++i) {
+            const nr_test::captured_output_t output;
+            const prach_preamble_t candidate =
+                lib_nr_prach_preamble_t::get_preamble({prach.get_format(), prach.get_lra(), prach.get_restrictedset(),
+                                                       prach.get_ZeroCorrelationZone(), 100, i});
+            const double likeness =
+                nr_test::likeness(received, nr_test::prach_spectrum(839, candidate.u, candidate.cyclic_shift));
+            EXPECT_NEAR(likeness, i == preamble ? 1.0 : 0.0, i == preamble ? 1e-9 : 0.05) << set << " " << i;
+        }
+    }
+}
+
+TEST(prach, bursts_are_sent_in_their_frames_and_stop_those_behind_them)
+{
+    const std::string carrier = "carrier[0].";
+    nr_test::waveform_of_t waveform(carrier_steps("LIB_NR_CHANNEL_FR1_5M", "LIB_NR_SCS_15K"));
+    // Row 13 of the paired table sends format 0 in odd frames; the second burst in every frame, behind it.
+    nr_test::take(waveform, {"frame_number=2", "add carrier[0].ul_prach", carrier + "ul_prach[0].configuration_idx=13",
+                             carrier + "ul_prach[1].configuration_idx=27", carrier + "ul_prach[1].subframe_index=7"});
+    const auto energy = [&](unsigned int subframe, unsigned int count) {
+        const nr_test::signal_t samples = nr_test::generate(waveform).samples;
+        const std::size_t length = samples.size() / 20;
+        double sum = 0.0;
+        for (std::size_t i = subframe * length; i < (subframe + count) * length; ++i)
+            sum += std::norm(samples[i]);
+        return sum;
+    };
+    ASSERT_EQ(nr_test::value_of(waveform, carrier + "ul_prach[0].frame_period"), "2");
+    EXPECT_EQ(energy(0, 10), 0.0);
+    EXPECT_GT(energy(17, 1), 1.0);
+    nr_test::take(waveform, {carrier + "ul_prach[0].enable=false"});
+    EXPECT_EQ(energy(0, 20), 0.0);
+
+    // The view of the second frame tells both bursts.
+    nr_test::take(waveform, {carrier + "ul_prach[0].enable=true"});
+    const nr_test::captured_output_t output;
+    lib_nr_phy_t engine;
+    engine.waveform_config(waveform.get_waveform_manager());
+    EXPECT_FALSE(engine.deal_prach_resource_mapping(0, 0, 0, waveform.get_waveform_manager()));
+    EXPECT_TRUE(engine.deal_prach_resource_mapping(0, 0, 1, waveform.get_waveform_manager()));
+    const auto& view = lib_nr_prach_resource_manager_t::get_inst().get_resource_mapping();
+    ASSERT_EQ(view.start_times_ms.size(), 2u);
+    EXPECT_NEAR(view.start_times_ms[1], 7.0, 1e-9);
+    EXPECT_NEAR(view.end_times_ms[1], 7.0 + (3168 + 24576) * k_tick * 1e3, 1e-6);
+    EXPECT_NEAR(view.end_frequencies_hz[1] - view.start_frequencies_hz[1], 839 * 1250.0, 1e-6);
+    EXPECT_NEAR(view.start_frequencies_hz[1], -6.0 * 25 * 15000 + 7 * 1250.0, 1e-6);
+}
+
+TEST(prach, settings_that_do_not_go_together_are_corrected)
+{
+    nr_test::waveform_of_t waveform(carrier_steps("LIB_NR_CHANNEL_FR1_20M", "LIB_NR_SCS_15K"));
+    nr_test::run_rows(waveform,
+                      {{"carrier[0].ul_prach[0].configuration_idx", "300", "255", true},
+                       {"carrier[0].ul_prach[0].configuration_table", "FR1_TDD", "FR1_TDD", true},
+                       {"carrier[0].ul_prach[0].configuration_idx", "300", "262", true},
+                       {"carrier[0].ul_prach[0].configuration_table", "FR1_FDD_SUL", "FR1_FDD_SUL", true},
+                       {"carrier[0].ul_prach[0].configuration_idx", nullptr, "255"},
+                       {"carrier[0].ul_prach[0].configuration_idx", "16", "16", true},
+                       {"carrier[0].ul_prach[0].prach_scs", "PRACH_SCS_5K", "PRACH_SCS_1P25K", false},
+                       {"carrier[0].ul_prach[0].lra", nullptr, "PRACH_LRA_839"},
+                       {"carrier[0].ul_prach[0].premable_index", "64", "63", true},
+                       {"carrier[0].ul_prach[0].restrictedset", "RESTRICTED_TYPE_A", "RESTRICTED_TYPE_A", true},
+                       {"carrier[0].ul_prach[0].zeroCorrelation_zone", "14", "14", true,
+                        "check_restricted_set_and_format:InvalidZeroCorrelationZone012A.\n\n"},
+                       {"carrier[0].ul_prach[0].restrictedset", "RESTRICTED_TYPE_B", "RESTRICTED_TYPE_B", true},
+                       {"carrier[0].ul_prach[0].zeroCorrelation_zone", nullptr, "12"},
+                       {"carrier[0].ul_prach[0].sequence_index", "2000", "837", true},
+                       {"carrier[0].ul_prach[0].timeoffset", "-1", "-1", true},
+                       {"carrier[0].ul_prach[0].timeoffset", "1", "0.001", true},
+                       {"carrier[0].ul_prach[0].configuration_idx", "198", "198", true},
+                       {"carrier[0].ul_prach[0].prach_scs", nullptr, "PRACH_SCS_15K"},
+                       {"carrier[0].ul_prach[0].lra", nullptr, "PRACH_LRA_139"},
+                       {"carrier[0].ul_prach[0].sequence_index", nullptr, "137"},
+                       {"carrier[0].ul_prach[0].restrictedset", nullptr, "UNRESTRICTED"},
+                       {"carrier[0].ul_prach[0].lra", "PRACH_LRA_571", "PRACH_LRA_139", false,
+                        "check_lra:: Error configuration only support 139 or 1151!\n\n"},
+                       {"carrier[0].ul_prach[0].msg1_fdm", "Msg1_FDM4", "Msg1_FDM4", true},
+                       {"carrier[0].ul_prach[0].n_RA_f", "7", "3", true},
+                       {"carrier[0].ul_prach[0].msg1_fdm", "Msg1_FDM2", "Msg1_FDM2", true},
+                       {"carrier[0].ul_prach[0].n_RA_f", nullptr, "1"}});
+}
+
+} // namespace
