@@ -3,6 +3,7 @@
 #include "host/nrwave_listing.h"
 #include "host/nrwave_output.h"
 #include "host/nrwave_pictures.h"
+#include "host/nrwave_prach.h"
 #include "host/nrwave_samples.h"
 #include "host/nrwave_settings.h"
 #include "host/nrwave_steps.h"
@@ -86,6 +87,8 @@ void run_generate(const options_t& options, trace_t& trace)
         outputs.make_folder(options.report);
     lib_nr_phy_t engine;
     generate(waveform, engine);
+    for (const std::string& line : silent_bursts(engine))
+        trace.err << line << std::endl;
     if (!options.report.empty())
         draw_report(waveform, engine, outputs, options.report);
     files.write(engine.get_baseband_signal_data(),
@@ -119,8 +122,14 @@ void run_map(const options_t& options, trace_t& trace)
     cfg_nr_waveform_t waveform;
     const inputs_t inputs = configure(waveform, options, trace.err);
     lib_nr_phy_t engine;
-    const resource_map_t map = map_of(waveform, engine, options.carrier, options.numerology, options.frame);
-    write_text(options.output, picture ? picture_of(map) : csv_of(map), inputs);
+    check_place(waveform, options.carrier, options.numerology, options.frame);
+    const auto write = [&](const auto& map) {
+        write_text(options.output, picture ? picture_of(map) : csv_of(map), inputs);
+    };
+    if (is_prach(waveform, options.carrier))
+        write(prach_map_of(waveform, engine, options.carrier, options.numerology, options.frame));
+    else
+        write(map_of(waveform, engine, options.carrier, options.numerology, options.frame));
 }
 
 void run_save(const options_t& options, trace_t& trace)

@@ -67,8 +67,7 @@ void generate(cfg_nr_waveform_t& waveform, lib_nr_phy_t& engine)
     }
 }
 
-resource_map_t map_of(cfg_nr_waveform_t& waveform, lib_nr_phy_t& engine, unsigned int carrier, unsigned int numerology,
-                      unsigned int frame)
+void check_place(cfg_nr_waveform_t& waveform, unsigned int carrier, unsigned int numerology, unsigned int frame)
 {
     if (carrier >= waveform.get_carrier_number())
         throw failure_t("carrier " + std::to_string(carrier) + " is past the end: there are " +
@@ -80,7 +79,11 @@ resource_map_t map_of(cfg_nr_waveform_t& waveform, lib_nr_phy_t& engine, unsigne
     if (frame >= waveform.get_frame_number())
         throw failure_t("frame " + std::to_string(frame) + " is past the end: there are " +
                         std::to_string(waveform.get_frame_number()));
+}
 
+resource_map_t map_of(cfg_nr_waveform_t& waveform, lib_nr_phy_t& engine, unsigned int carrier, unsigned int numerology,
+                      unsigned int frame)
+{
     engine.waveform_config(waveform.get_waveform_manager());
     if (!engine.deal_resource_mapping(carrier, numerology, frame, waveform.get_waveform_manager()))
         throw failure_t(failure_line(engine, "its cells cannot be mapped"));

@@ -24,7 +24,11 @@ struct resource_map_t
     std::vector<std::uint8_t> owners;
 };
 
-/// The allocation of one frame of one numerology of a carrier; an index past the end is a failure.
+/// An index past the end is a failure.
+void check_place(vek::nr_mod_lib::cfg_nr_waveform_t& waveform, unsigned int carrier, unsigned int numerology,
+                 unsigned int frame);
+
+/// The allocation of one frame of one numerology of a carrier; the indices must exist.
 resource_map_t map_of(vek::nr_mod_lib::cfg_nr_waveform_t& waveform, vek::nr_mod_lib::lib_nr_phy_t& engine,
                       unsigned int carrier, unsigned int numerology, unsigned int frame);
 

@@ -1,6 +1,7 @@
 #include "host/nrwave_pictures.h"
 
 #include "host/nrwave_plot.h"
+#include "host/nrwave_prach.h"
 
 #include <algorithm>
 #include <array>
@@ -238,7 +239,9 @@ void draw_report(cfg_nr_waveform_t& waveform, lib_nr_phy_t& engine, outputs_t& o
         unsigned int numerology = 0;
         while (!waveform.get_carrier(carrier)->get_numerology(static_cast<int>(numerology))->get_enable())
             ++numerology;
-        outputs.add(folder / "resource_map.png").write(picture_of(map_of(waveform, engine, carrier, numerology, 0)));
+        outputs.add(folder / "resource_map.png")
+            .write(is_prach(waveform, carrier) ? picture_of(prach_map_of(waveform, engine, carrier, numerology, 0))
+                                               : picture_of(map_of(waveform, engine, carrier, numerology, 0)));
         break;
     }
 }

@@ -73,6 +73,7 @@ void lib_nr_phy_t::_clear_data()
     m_waveform_ccdf_marker.clear();
     m_burst_ccdf_curve.clear();
     m_burst_ccdf_marker.clear();
+    m_prach_sendings.clear();
 }
 
 std::uint32_t lib_nr_phy_t::_get_sample_points() const

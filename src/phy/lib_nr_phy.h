@@ -36,6 +36,16 @@ struct lib_nr_channel_step_t
     std::optional<unsigned> slot;  ///< in the frame
 };
 
+/// What became of a PRACH burst in the last run.
+struct lib_nr_prach_sending_t
+{
+    unsigned int carrier = 0;
+    unsigned int burst = 0;
+    unsigned int frames = 0; ///< frames that it was sent in
+    /// The burst before it that kept it out of a frame, being disabled or not sent there; the first one that did.
+    std::optional<unsigned int> stopped_by;
+};
+
 /// The engine: walks the carriers, numerologies and frames of a waveform, lets every channel map its symbols, modulates
 /// each frame, applies the carriers' offsets, sums all into one circular buffer and finishes it.
 ///
@@ -63,6 +73,9 @@ public:
     /// The first channel step that failed or threw in the last run or view; nothing where none did. `channel` is empty
     /// where a frame's modulation threw. Reset when the next run or view starts.
     const std::optional<lib_nr_channel_step_t>& get_first_failed_step() const { return m_first_failed_step; }
+
+    /// The enabled PRACH bursts of the last run, by carrier and place in the list.
+    const std::vector<lib_nr_prach_sending_t>& get_prach_sendings() const { return m_prach_sendings; }
 
     /// Marks the allocation of one frame in the resource map of the grid, for viewing; the configuration must be the
     /// one that the engine was given. Indices count from 0, the numerology's is its place in the carrier's list. False
@@ -124,6 +137,7 @@ private:
     bool _deal_prach_payload_mapping(unsigned int carrier, unsigned int numerology, unsigned int frame,
                                      unsigned int burst);
     bool _fill_prach_frame_data(unsigned int carrier, unsigned int numerology, unsigned int frame, signal_t& buffer);
+    void _note_prach_frame(unsigned int carrier, unsigned int bursts_sent, unsigned int bursts);
     bool _nr_ul_prach_link_process(unsigned int carrier, unsigned int numerology, unsigned int burst);
     static void _set_prach_resource_param(const lib_nr_carrier_configure_manager_t& carrier, unsigned int numerology,
                                           const lib_nr_ul_prach_configure_manager_t& prach);
@@ -207,6 +221,7 @@ private:
     signal_t m_own_rate_signal;
     std::optional<lib_nr_channel_step_t> m_step; ///< that is running; the channel is empty between a frame's steps
     std::optional<lib_nr_channel_step_t> m_first_failed_step;
+    std::vector<lib_nr_prach_sending_t> m_prach_sendings;
 
     /// Stands in for the calls of the channels' processes, which are bound by then; tests log the calls, and let some
     /// fail.

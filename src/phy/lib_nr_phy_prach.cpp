@@ -125,19 +125,39 @@ bool lib_nr_phy_t::_fill_prach_frame_data(unsigned int carrier, unsigned int num
     const std::uint64_t begin = std::min<std::uint64_t>(frame * frame_points, buffer.size());
     const lib_nr_carrier_configure_manager_t& configuration = m_waveform.get_carrier(carrier);
     const unsigned int bursts = is_prach_pass(configuration, numerology) ? configuration.get_ul_prach_number() : 0;
-    for (unsigned int b = 0; b < bursts; ++b) {
+    unsigned int sent = 0;
+    for (; sent < bursts; ++sent) {
         _update_prach_ofdm_config(configuration, numerology);
-        if (!_deal_prach_payload_mapping(carrier, numerology, frame, b)) {
+        if (!_deal_prach_payload_mapping(carrier, numerology, frame, sent)) {
             std::cout << "lib_nr_dl_phy_t::_deal_prach_payload_mapping Report Error!\n" << std::endl;
-            return false;
+            break;
         }
         m_prach_ofdm_modulator.set_prach_ofdm_info(prach_grid().get_prach_ofdm_info());
         m_prach_ofdm_modulator.add_frame(
             prach_grid().get_prach_payload_mapping(),
-            samples_of(m_waveform.get_waveform_sample_rate_hz(), configuration.get_ul_prach(b).get_timeoffset()),
+            samples_of(m_waveform.get_waveform_sample_rate_hz(), configuration.get_ul_prach(sent).get_timeoffset()),
             frame_points, buffer.data() + begin, buffer.size() - begin);
     }
-    return true;
+    _note_prach_frame(carrier, sent, bursts);
+    return sent == bursts;
+}
+
+/// The first bursts of a frame were sent, then one was not and stopped those behind it.
+void lib_nr_phy_t::_note_prach_frame(unsigned int carrier, unsigned int bursts_sent, unsigned int bursts)
+{
+    for (unsigned int b = 0; b < bursts; ++b) {
+        if (!m_waveform.get_carrier(carrier).get_ul_prach(b).get_enable())
+            continue;
+        auto known = std::find_if(m_prach_sendings.begin(), m_prach_sendings.end(), [&](const auto& sending) {
+            return sending.carrier == carrier && sending.burst == b;
+        });
+        if (known == m_prach_sendings.end())
+            known = m_prach_sendings.insert(known, lib_nr_prach_sending_t{carrier, b, 0, {}});
+        if (b < bursts_sent)
+            ++known->frames;
+        else if (b > bursts_sent && !known->stopped_by)
+            known->stopped_by = bursts_sent;
+    }
 }
 
 void lib_nr_phy_t::_set_prach_resource_param(const lib_nr_carrier_configure_manager_t& carrier, unsigned int numerology,

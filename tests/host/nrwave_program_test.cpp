@@ -346,6 +346,21 @@ TEST_F(nrwave_program, maps_and_draws_what_it_generates)
     EXPECT_NE(run("--help").out.find("generate"), std::string::npos);
 }
 
+TEST_F(nrwave_program, maps_prach_bursts_and_tells_of_those_that_are_not_sent)
+{
+    const std::string prach = "--set carrier[0].carrier_type=LIB_NR_PRACH --set "
+                              "carrier[0].channel_bandwidth=LIB_NR_CHANNEL_FR1_5M --set \'add carrier[0].ul_prach\' "
+                              "--set carrier[0].ul_prach[0].configuration_idx=13 ";
+    ASSERT_EQ(run("map " + prach + "--set frame_number=2 --carrier 0 --numerology 0 --frame 1 -o map.csv").status, 0);
+    EXPECT_EQ(content("map.csv").rfind("start_ms,end_ms,low_hz,high_hz\n4,", 0), 0u) << content("map.csv");
+    const run_t generated = run("generate " + prach + "-o x");
+    EXPECT_EQ(generated.status, 0);
+    EXPECT_EQ(generated.err,
+              "carrier[0].ul_prach[0]: sent in no frame\n"
+              "carrier[0].ul_prach[1]: sent in no frame, stopped by ul_prach[0], which is disabled or not "
+              "sent there\n");
+}
+
 TEST_F(nrwave_program, generates_every_example_as_it_stands)
 {
     unsigned int examples = 0;

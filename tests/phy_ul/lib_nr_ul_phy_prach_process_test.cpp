@@ -180,7 +180,8 @@ TEST(prach, every_format_length_and_spacing_arrives_where_the_standard_puts_it)
     EXPECT_GT(received, 90u);
 }
 
-TEST(prach, occasions_offsets_and_power_move_the_burst_as_told)
+// Among them a second, silent carrier that doubles the rate, and a carrier off the centre.
+TEST(prach, occasions_offsets_and_other_carriers_leave_the_burst_where_the_standard_puts_it)
 {
     const std::string burst = "carrier[0].ul_prach[0].";
     for (const auto& steps : std::vector<std::vector<std::string>>{{"n_RA_slot=1", "n_RA_t=5"},
@@ -189,7 +190,7 @@ TEST(prach, occasions_offsets_and_power_move_the_burst_as_told)
                                                                    {"power_boosting=20"}})
     {
         nr_test::waveform_of_t waveform(carrier_steps("LIB_NR_CHANNEL_FR1_100M", "LIB_NR_SCS_30K"));
-        // Row 190: A1/B1, two slots a subframe or one, six occasions.
+        // A1 with B1 in the last of six occasions, in either of two slots.
         int row = -1;
         for (unsigned int index = 0; index < 263; ++index) {
             configuration_table_t entry;
@@ -204,8 +205,7 @@ TEST(prach, occasions_offsets_and_power_move_the_burst_as_told)
         nr_test::take(waveform,
                       {burst + "configuration_table=FR1_TDD", burst + "configuration_idx=" + std::to_string(row),
                        burst + "prach_scs=PRACH_SCS_30K", burst + "lra=PRACH_LRA_139"});
-        for (const std::string& step : steps)
-            nr_test::take(waveform, {burst + step});
+        nr_test::take(waveform, steps);
         expect_received(waveform, steps.front());
     }
 }

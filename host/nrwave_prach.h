@@ -1,0 +1,42 @@
+#pragma once
+
+#include "config/cfg_nr_waveform.h"
+#include "phy/lib_nr_phy.h"
+
+#include <string>
+#include <vector>
+
+namespace nrwave
+{
+
+/// One burst of a PRACH carrier's frame.
+struct prach_burst_t
+{
+    double start_ms = 0.0;
+    double end_ms = 0.0; ///< below the start where the burst passes the frame's end
+    double low_hz = 0.0; ///< from the carrier's centre
+    double high_hz = 0.0;
+};
+
+/// The bursts of one frame of a PRACH carrier.
+struct prach_map_t
+{
+    unsigned int carrier = 0;
+    unsigned int frame = 0;
+    double bandwidth_hz = 0.0; ///< occupied by the carrier
+    std::vector<prach_burst_t> bursts;
+};
+
+bool is_prach(vek::nr_mod_lib::cfg_nr_waveform_t& waveform, unsigned int carrier);
+/// Indices must exist. Those behind a burst that is not sent in the frame are not there.
+prach_map_t prach_map_of(vek::nr_mod_lib::cfg_nr_waveform_t& waveform, vek::nr_mod_lib::lib_nr_phy_t& engine,
+                         unsigned int carrier, unsigned int numerology, unsigned int frame);
+/// start_ms,end_ms,low_hz,high_hz, a line for each burst.
+std::string csv_of(const prach_map_t& map);
+/// Time and frequency of the bursts as a PNG file's content.
+std::string picture_of(const prach_map_t& map);
+
+/// A line for each enabled burst that was sent in no frame, or kept out of one by a burst before it.
+std::vector<std::string> silent_bursts(const vek::nr_mod_lib::lib_nr_phy_t& engine);
+
+} // namespace nrwave
