@@ -184,11 +184,13 @@ TEST(prach, every_format_length_and_spacing_arrives_where_the_standard_puts_it)
 TEST(prach, occasions_offsets_and_other_carriers_leave_the_burst_where_the_standard_puts_it)
 {
     const std::string burst = "carrier[0].ul_prach[0].";
-    for (const auto& steps : std::vector<std::vector<std::string>>{{"n_RA_slot=1", "n_RA_t=5"},
-                                                                   {"msg1_fdm=Msg1_FDM4", "n_RA_f=2", "n_RA_start=3"},
-                                                                   {"rb_offset=10"},
-                                                                   {"power_boosting=20"}})
-    {
+    const std::vector<std::vector<std::string>> cases = {
+        {burst + "n_RA_slot=1", burst + "n_RA_t=5"},
+        {burst + "msg1_fdm=Msg1_FDM4", burst + "n_RA_f=2", burst + "n_RA_start=3"},
+        {burst + "rb_offset=10", burst + "power_boosting=20"},
+        {"add carrier", "carrier[1].frequency_offset=60000000"},
+        {"carrier[0].frequency_offset=20000000"}};
+    for (const auto& steps : cases) {
         nr_test::waveform_of_t waveform(carrier_steps("LIB_NR_CHANNEL_FR1_100M", "LIB_NR_SCS_30K"));
         // A1 with B1 in the last of six occasions, in either of two slots.
         int row = -1;
