@@ -4,6 +4,7 @@
 #include "support/engine_peer.h"
 
 #include <algorithm>
+#include <array>
 #include <cmath>
 #include <complex>
 #include <cstdio>
@@ -13,14 +14,17 @@
 #include <fftw3.h>
 #include <functional>
 #include <iostream>
+#include <limits>
+#include <malloc.h>
 #include <string>
 #include <sys/resource.h>
 #include <unistd.h>
 #include <vector>
 
 // Whole waveforms through the engine against the work that nobody can leave out: the transforms of the OFDM symbols, of
-// the filter and of the spectrum, and the first touch of two waveforms, a payload map and a frame. Each waveform runs
-// in a process of its own, so that its peak memory is its own.
+// the filter and of the spectrum, and a pass over two waveforms, a payload map and a frame. Page faults count on
+// neither side: engine and reference both work on memory that was touched before. The cold run, the first of a process
+// with all its faults and plans, is told apart; it has a process of its own, and so its peak memory is its own.
 
 namespace
 {
@@ -97,20 +101,24 @@ std::vector<transform_t> unavoidable_transforms(unsigned int frames)
             {k_spectrum_length, k_spectrum_blocks, false}};
 }
 
-void touch_buffers(unsigned int frames)
+/// The seconds of a pass over the buffers that no engine can do without: each set to zero, then added up.
+double pass_seconds(unsigned int frames, unsigned int runs)
 {
-    const std::size_t waveform = k_frame_samples * frames;
-    std::vector<complex_t> first(waveform);
-    std::vector<complex_t> second(waveform);
+    std::vector<complex_t> first(k_frame_samples * frames);
+    std::vector<complex_t> second(first.size());
     std::vector<complex_t> payload(std::size_t{k_symbols} * k_subcarriers);
     std::vector<complex_t> frame(k_frame_samples);
-    for (std::size_t i = 0; i < waveform; ++i)
-        first[i] += second[i];
-    for (std::size_t i = 0; i < frame.size(); ++i)
-        frame[i] += first[i];
-    // What nobody reads would be left out.
-    volatile double sink = first[waveform / 2].real() + payload[payload.size() / 2].real() + frame[1].real();
-    static_cast<void>(sink);
+    return quickest(runs, [&] {
+        for (auto* buffer : {&first, &second, &payload, &frame})
+            std::fill(buffer->begin(), buffer->end(), complex_t());
+        for (std::size_t i = 0; i < first.size(); ++i)
+            first[i] += second[i];
+        for (std::size_t i = 0; i < frame.size(); ++i)
+            frame[i] += first[i];
+        // What nobody reads would be left out.
+        volatile double sink = first[first.size() / 2].real() + payload[payload.size() / 2].real() + frame[1].real();
+        static_cast<void>(sink);
+    });
 }
 
 /// The same transforms through the library's wrapper, and through plans that were measured before.
@@ -146,64 +154,90 @@ double transform_seconds(unsigned int frames, unsigned int runs, bool measured)
     return total;
 }
 
-struct result_t
+/// An engine that generates the full grid, and what it has to make of it.
+class full_grid_t
 {
-    double engine = 0;
-    double reference = 0;
-    double reference_measured = 0;
-    double memory = 0; ///< peak resident bytes over those of one waveform buffer
-};
-
-/// In a process of its own: memory first, before the reference work.
-result_t measure(unsigned int frames)
-{
-    std::streambuf* original = std::cout.rdbuf(nullptr);
-
-    const std::size_t runs = frames == 1 ? 9 : 5;
-    lib_nr_waveform_configure_manager_t waveform;
-    waveform.set_frames_number(frames);
-    result_t result;
+public:
+    explicit full_grid_t(unsigned int frames)
     {
-        lib_nr_phy_t engine;
-        engine.waveform_config(waveform);
-        vek::test_peer_t<lib_nr_phy_t>::after_channel_steps(engine, fill_grid);
-        result.engine = quickest(static_cast<unsigned int>(runs), [&] { engine.nr_phy_process(); });
-        // The symbols are the benchmark's own, so making them does not count.
-        result.engine -= frames * quickest(static_cast<unsigned int>(runs), [] { fill_grid(0, 0, 0); });
-        if (engine.get_baseband_signal_data().size() != waveform.get_waveform_sample_points())
+        m_waveform.set_frames_number(frames);
+        m_engine.waveform_config(m_waveform);
+        vek::test_peer_t<lib_nr_phy_t>::after_channel_steps(m_engine, fill_grid);
+    }
+
+    double bytes() const { return static_cast<double>(m_waveform.get_waveform_sample_points() * sizeof(complex_t)); }
+    void run()
+    {
+        m_engine.nr_phy_process();
+        if (m_engine.get_baseband_signal_data().size() != m_waveform.get_waveform_sample_points())
             std::abort();
     }
-    result.memory = static_cast<double>(peak_resident_bytes()) /
-                    static_cast<double>(waveform.get_waveform_sample_points() * sizeof(complex_t));
-    const double touching = quickest(static_cast<unsigned int>(runs), [&] { touch_buffers(frames); });
-    result.reference = transform_seconds(frames, static_cast<unsigned int>(runs), false) + touching;
-    result.reference_measured = transform_seconds(frames, static_cast<unsigned int>(runs), true) + touching;
-    std::cout.rdbuf(original);
-    return result;
+
+private:
+    lib_nr_waveform_configure_manager_t m_waveform;
+    lib_nr_phy_t m_engine;
+};
+
+/// The symbols are the benchmark's own, so making them does not count.
+double symbol_seconds(unsigned int frames, unsigned int runs)
+{
+    return frames * quickest(runs, [] { fill_grid(0, 0, 0); });
 }
 
-result_t measure_apart(const char* program, unsigned int frames)
+/// Prints the seconds of a process's first run, and its peak resident bytes over those of a waveform buffer.
+void measure_cold(unsigned int frames)
 {
-    const std::string command = std::string("'") + program + "' --frames " + std::to_string(frames);
+    full_grid_t grid(frames);
+    const double cold = seconds([&] { grid.run(); });
+    const double memory = static_cast<double>(peak_resident_bytes()) / grid.bytes();
+    std::printf("%.9g %.9g\n", cold - symbol_seconds(frames, 5), memory);
+}
+
+/// Prints the seconds of a run, of the unavoidable work, and of that with measured plans.
+void measure_warm(unsigned int frames)
+{
+    // What is given back stays with the process, touched as it is.
+    mallopt(M_MMAP_MAX, 0);
+    mallopt(M_TRIM_THRESHOLD, std::numeric_limits<int>::max());
+    const unsigned int runs = frames == 1 ? 9 : 5;
+    double engine = 0;
+    {
+        full_grid_t grid(frames);
+        grid.run();
+        engine = quickest(runs, [&] { grid.run(); }) - symbol_seconds(frames, runs);
+    }
+    const double pass = pass_seconds(frames, runs);
+    const double estimated = transform_seconds(frames, runs, false);
+    std::printf("%.9g %.9g %.9g\n", engine, estimated + pass, transform_seconds(frames, runs, true) + pass);
+}
+
+template <std::size_t count>
+std::array<double, count> measure_apart(const char* program, const char* mode, unsigned int frames)
+{
+    const std::string command = std::string("'") + program + "' " + mode + ' ' + std::to_string(frames);
     std::FILE* child = popen(command.c_str(), "r");
-    result_t result;
-    const int read = child ? std::fscanf(child, "%lf %lf %lf %lf", &result.engine, &result.reference,
-                                         &result.reference_measured, &result.memory)
-                           : 0;
-    if (read != 4 || pclose(child) != 0) {
+    std::array<double, count> figures{};
+    bool read = child != nullptr;
+    for (double& figure : figures)
+        read = read && std::fscanf(child, "%lf", &figure) == 1;
+    if (!read || pclose(child) != 0) {
         std::fprintf(stderr, "frame_limit: the run of %u frames failed\n", frames);
         std::exit(1);
     }
-    return result;
+    return figures;
 }
 
 } // namespace
 
 int main(int argc, char** argv)
 {
-    if (argc == 3 && std::strcmp(argv[1], "--frames") == 0) {
-        const result_t result = measure(static_cast<unsigned int>(std::atoi(argv[2])));
-        std::printf("%.9g %.9g %.9g %.9g\n", result.engine, result.reference, result.reference_measured, result.memory);
+    if (argc == 3) {
+        std::cout.rdbuf(nullptr);
+        const auto frames = static_cast<unsigned int>(std::atoi(argv[2]));
+        if (std::strcmp(argv[1], "--cold") == 0)
+            measure_cold(frames);
+        else
+            measure_warm(frames);
         return 0;
     }
     const bool json = argc == 2 && std::strcmp(argv[1], "--json") == 0;
@@ -211,18 +245,21 @@ int main(int argc, char** argv)
         std::fprintf(stderr, "usage: frame_limit [--json]\n");
         return 2;
     }
-    const result_t one = measure_apart(argv[0], 1);
-    const result_t four = measure_apart(argv[0], 4);
+    const auto [cold, memory] = measure_apart<2>(argv[0], "--cold", 1);
+    const auto [cold_4, memory_4] = measure_apart<2>(argv[0], "--cold", 4);
+    const auto [engine, reference, measured] = measure_apart<3>(argv[0], "--warm", 1);
+    const auto [engine_4, reference_4, measured_4] = measure_apart<3>(argv[0], "--warm", 4);
     if (json)
         std::printf("[{\"waveform\": \"full_grid\", \"ratio\": %.3f, \"ratio_measured_plans\": %.3f, "
-                    "\"memory\": %.3f, \"ratio_4_frames\": %.3f, \"memory_4_frames\": %.3f}]\n",
-                    one.engine / one.reference, one.engine / one.reference_measured, one.memory,
-                    four.engine / four.reference, four.memory);
+                    "\"ratio_cold\": %.3f, \"memory\": %.3f, \"ratio_4_frames\": %.3f, "
+                    "\"ratio_measured_plans_4_frames\": %.3f, \"ratio_cold_4_frames\": %.3f, \"memory_4_frames\": "
+                    "%.3f}]\n",
+                    engine / reference, engine / measured, cold / reference, memory, engine_4 / reference_4,
+                    engine_4 / measured_4, cold_4 / reference_4, memory_4);
     else
-        std::printf(
-            "full_grid: %.2f times the unavoidable work (%.2f with measured plans), peak %.2f waveform buffers; "
-            "4 frames: %.2f times, peak %.2f; time grows %.2f-fold\n",
-            one.engine / one.reference, one.engine / one.reference_measured, one.memory, four.engine / four.reference,
-            four.memory, four.engine / one.engine);
+        std::printf("full_grid: %.2f times the unavoidable work (%.2f with measured plans), cold %.2f, peak %.2f "
+                    "waveform buffers; 4 frames: %.2f times, cold %.2f, peak %.2f; time grows %.2f-fold\n",
+                    engine / reference, engine / measured, cold / reference, memory, engine_4 / reference_4,
+                    cold_4 / reference_4, memory_4, engine_4 / engine);
     return 0;
 }
