@@ -1,5 +1,7 @@
 #include "host/nrwave_value.h"
 
+#include "common/lib_text.h"
+
 #include <algorithm>
 #include <charconv>
 #include <optional>
@@ -17,11 +19,8 @@ namespace
 std::vector<std::string> split(const std::string& text, char separator)
 {
     std::vector<std::string> items;
-    for (std::size_t begin = 0; begin <= text.size();) {
-        const std::size_t end = std::min(text.find(separator, begin), text.size());
-        items.push_back(trimmed(text.substr(begin, end - begin)));
-        begin = end + 1;
-    }
+    for (const std::string_view item : vek::common_lib::split(text, {&separator, 1}))
+        items.emplace_back(vek::common_lib::trimmed(item));
     return items;
 }
 
@@ -111,14 +110,7 @@ std::string one_line(const std::string& text)
     return line;
 }
 
-std::string trimmed(const std::string& text)
-{
-    constexpr const char* k_blanks = " \t\r\n\v\f";
-    const std::size_t first = text.find_first_not_of(k_blanks);
-    if (first == std::string::npos)
-        return {};
-    return text.substr(first, text.find_last_not_of(k_blanks) - first + 1);
-}
+std::string trimmed(const std::string& text) { return std::string(vek::common_lib::trimmed(text)); }
 
 bool same_value(cfg_nr_leaf_form_t form, const std::string& asked, const std::string& stored)
 {

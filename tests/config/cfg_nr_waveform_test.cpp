@@ -1,6 +1,7 @@
 #include "config/cfg_nr_waveform.h"
 
 #include "support/captured_output.h"
+#include "support/settings.h"
 
 #include <gtest/gtest.h>
 #include <limits>
@@ -48,29 +49,24 @@ TEST(waveform_facade, counts_the_radio_frequency_in_whole_hertz)
     EXPECT_EQ(waveform.get_radio_frequency(), k_most);
 }
 
-TEST(waveform_facade, settings_reach_the_manager)
+TEST(waveform_facade, settings_are_limited_and_start_anew)
 {
     cfg_nr_waveform_t waveform;
-    EXPECT_TRUE(waveform.set_mirror_spectrum(true));
-    EXPECT_TRUE(waveform.get_mirror_spectrum());
-    EXPECT_TRUE(waveform.set_phase_compensation(false));
-    EXPECT_FALSE(waveform.get_phase_compensation());
-    EXPECT_TRUE(waveform.set_crest_factor_reduction_enable(true));
-    EXPECT_TRUE(waveform.get_crest_factor_reduction_enable());
-    EXPECT_TRUE(waveform.set_cfr_target_papr(9.5));
-    EXPECT_EQ(waveform.get_cfr_target_papr(), 9.5);
-    EXPECT_TRUE(waveform.set_cfr_max_iteration(7));
-    EXPECT_EQ(waveform.get_cfr_max_iteration(), 7U);
-    EXPECT_TRUE(waveform.set_cfr_cancel_percent(55));
-    EXPECT_EQ(waveform.get_cfr_cancel_percent(), 55);
-    EXPECT_TRUE(waveform.set_cfr_block_size(4096));
-    EXPECT_EQ(waveform.get_cfr_block_size(), 4096U);
-    EXPECT_TRUE(waveform.set_cfr_filter_mask_data_arr({{5e6, -1}, {-5e6, -2}}));
-    EXPECT_EQ(waveform.get_cfr_filter_mask_data_arr().front().first, -5e6);
-
+    nr_test::run_rows(waveform, {{"mirror_spectrum", "true", "true", true},
+                                 {"phase_compensation", "false", "false", true},
+                                 {"crest_factor_reduction_enable", "true", "true", true},
+                                 {"crest_factor_reduction_enable", "true", "true", false},
+                                 {"cfr_target_papr", "-1", "0", true},
+                                 {"cfr_target_papr", "31", "30", true},
+                                 {"cfr_target_papr", "30", "30", false},
+                                 {"cfr_max_iteration", "4294967295", "100", true},
+                                 {"cfr_cancel_percent", "-1", "0", true},
+                                 {"cfr_cancel_percent", "55.5", "55.5", true},
+                                 {"cfr_cancel_percent", "1e9", "100", true},
+                                 {"cfr_block_size", "4096", "4096", true},
+                                 {"cfr_filter_mask_data_arr", "5e6:-1,-5e6:-2", "-5e+06:-2,5e+06:-1", true}});
     waveform.init();
     EXPECT_FALSE(waveform.get_mirror_spectrum());
-    EXPECT_FALSE(waveform.get_crest_factor_reduction_enable());
     EXPECT_EQ(waveform.get_crest_factor_reduction_setting(), cfg_nr_waveform_t().get_crest_factor_reduction_setting());
 }
 

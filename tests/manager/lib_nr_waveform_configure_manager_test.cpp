@@ -2,10 +2,8 @@
 
 #include "support/captured_output.h"
 
-#include <cmath>
 #include <gtest/gtest.h>
 #include <limits>
-#include <random>
 
 namespace
 {
@@ -264,57 +262,6 @@ TEST(waveform_manager, channels_follow_frames_antennas_and_frequency)
     EXPECT_EQ(waveform.get_carrier(0).get_dl_ssb().get_radio_frequency(), 3.5e9) << "without the former offset";
     waveform.init();
     EXPECT_EQ(waveform.get_carrier(0).get_dl_ssb().get_radio_frequency(), 1e9);
-}
-
-TEST(waveform_manager, stays_valid_under_random_operations)
-{
-    std::mt19937 random(2);
-    const captured_output_t silence;
-    waveform_t waveform;
-    for (int step = 0; step < 3000; ++step) {
-        const unsigned int value = random() % 16;
-        switch (random() % 9) {
-        case 0:
-            if (waveform.get_carrier_number() < 6)
-                waveform.add_carrier();
-            break;
-        case 1:
-            if (waveform.get_carrier_number() < 6)
-                waveform.copy_carrier(value % 7);
-            break;
-        case 2:
-            waveform.remove_carrier(value % 7);
-            break;
-        case 3:
-            waveform.set_frames_number(value);
-            break;
-        case 4:
-            waveform.set_subframes_number(value);
-            break;
-        case 5:
-            waveform.get_carrier(value).set_bandwidth(static_cast<lib_nr_channel_bw_type_t>(random() % 25));
-            break;
-        case 6:
-            waveform.get_carrier(value).set_enable(random() % 4 != 0);
-            break;
-        case 7:
-            waveform.get_carrier(value).set_frequency_offset_hz(1e9, (static_cast<int>(value) - 8) * 1e8);
-            break;
-        default:
-            waveform.set_cfr_block_size(static_cast<unsigned int>(random()));
-        }
-        if (random() % 200 == 0)
-            waveform.set_nr_ntn(random() % 2 == 0);
-        ASSERT_GE(waveform.get_carrier_number(), 1U) << step;
-        ASSERT_TRUE(waveform.get_frame_number() >= 1 && waveform.get_frame_number() <= 4) << step;
-        ASSERT_TRUE(waveform.get_subframes_number() >= 1 && waveform.get_subframes_number() <= 10) << step;
-        ASSERT_TRUE(waveform.get_frame_number() == 1 || waveform.get_subframes_number() == 10) << step;
-        ASSERT_TRUE(std::isfinite(waveform.get_waveform_sample_rate_hz())) << step;
-        // A frame's own rate may only be multiplied, so the frame stays a whole number of samples.
-        ASSERT_EQ(std::fmod(waveform.get_waveform_sample_rate_hz(), 15000.0), 0.0) << step;
-        waveform.set_cfr_block_size(waveform.get_cfr_block_size());
-        ASSERT_LE(waveform.get_cfr_block_size(), waveform.get_waveform_sample_points()) << step;
-    }
 }
 
 } // namespace
