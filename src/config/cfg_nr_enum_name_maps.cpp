@@ -314,4 +314,84 @@ const enum_names_t<lib_nr_modulation_type_t> g_lib_nr_modulation_type_t_name_map
     {LIB_NR_MODULATION_1024QAM, "LIB_NR_MODULATION_1024QAM"},
 });
 
+const enum_names_t<csirs_cdm_type_t> g_csirs_cdm_type_t_name_map = name_map<csirs_cdm_type_t>({
+    {NO_CDM, "NO_CDM"},
+    {FD_CDM2, "FD_CDM2"},
+    {CDM4_FD2_TD2, "CDM4_FD2_TD2"},
+    {CDM8_FD2_TD4, "CDM8_FD2_TD4"},
+});
+
+const enum_names_t<lib_nr_prs_comb_size_t> g_lib_nr_prs_comb_size_t_name_map = name_map<lib_nr_prs_comb_size_t>({
+    {LIB_NR_PRS_COMB_SIZE_2, "LIB_NR_PRS_COMB_SIZE_2"},
+    {LIB_NR_PRS_COMB_SIZE_4, "LIB_NR_PRS_COMB_SIZE_4"},
+    {LIB_NR_PRS_COMB_SIZE_6, "LIB_NR_PRS_COMB_SIZE_6"},
+    {LIB_NR_PRS_COMB_SIZE_12, "LIB_NR_PRS_COMB_SIZE_12"},
+});
+
+const enum_names_t<lib_nr_prs_reptition_factor_t> g_lib_nr_prs_reptition_factor_t_name_map =
+    name_map<lib_nr_prs_reptition_factor_t>({
+        {LIB_NR_PRS_REPTITION_FACTOR_1, "LIB_NR_PRS_REPTITION_FACTOR_1"},
+        {LIB_NR_PRS_REPTITION_FACTOR_2, "LIB_NR_PRS_REPTITION_FACTOR_2"},
+        {LIB_NR_PRS_REPTITION_FACTOR_4, "LIB_NR_PRS_REPTITION_FACTOR_4"},
+        {LIB_NR_PRS_REPTITION_FACTOR_6, "LIB_NR_PRS_REPTITION_FACTOR_6"},
+        {LIB_NR_PRS_REPTITION_FACTOR_8, "LIB_NR_PRS_REPTITION_FACTOR_8"},
+        {LIB_NR_PRS_REPTITION_FACTOR_16, "LIB_NR_PRS_REPTITION_FACTOR_16"},
+        {LIB_NR_PRS_REPTITION_FACTOR_32, "LIB_NR_PRS_REPTITION_FACTOR_32"},
+    });
+
+const enum_names_t<lib_nr_prs_time_gap_t> g_lib_nr_prs_time_gap_t_name_map = name_map<lib_nr_prs_time_gap_t>({
+    {LIB_NR_PRS_TIME_GAP_1, "LIB_NR_PRS_TIME_GAP_1"},
+    {LIB_NR_PRS_TIME_GAP_2, "LIB_NR_PRS_TIME_GAP_2"},
+    {LIB_NR_PRS_TIME_GAP_4, "LIB_NR_PRS_TIME_GAP_4"},
+    {LIB_NR_PRS_TIME_GAP_8, "LIB_NR_PRS_TIME_GAP_8"},
+    {LIB_NR_PRS_TIME_GAP_16, "LIB_NR_PRS_TIME_GAP_16"},
+    {LIB_NR_PRS_TIME_GAP_32, "LIB_NR_PRS_TIME_GAP_32"},
+});
+
+const enum_names_t<lib_nr_prs_muting_factor_t> g_lib_nr_prs_muting_factor_t_name_map =
+    name_map<lib_nr_prs_muting_factor_t>({
+        {LIB_NR_PRS_MUTING_FACTOR_1, "LIB_NR_PRS_MUTING_FACTOR_1"},
+        {LIB_NR_PRS_MUTING_FACTOR_2, "LIB_NR_PRS_MUTING_FACTOR_2"},
+        {LIB_NR_PRS_MUTING_FACTOR_4, "LIB_NR_PRS_MUTING_FACTOR_4"},
+        {LIB_NR_PRS_MUTING_FACTOR_8, "LIB_NR_PRS_MUTING_FACTOR_8"},
+    });
+
+const enum_names_t<lib_nr_prs_symbol_number> g_lib_nr_prs_symbol_number_name_map = name_map<lib_nr_prs_symbol_number>({
+    {LIB_NR_PRS_SYMBOL_NUMBER_2, "LIB_NR_PRS_SYMBOL_NUMBER_2"},
+    {LIB_NR_PRS_SYMBOL_NUMBER_4, "LIB_NR_PRS_SYMBOL_NUMBER_4"},
+    {LIB_NR_PRS_SYMBOL_NUMBER_6, "LIB_NR_PRS_SYMBOL_NUMBER_6"},
+    {LIB_NR_PRS_SYMBOL_NUMBER_12, "LIB_NR_PRS_SYMBOL_NUMBER_12"},
+});
+
+const enum_names_t<lib_nr_dl_dci_aggregation_level_t> g_lib_nr_dl_dci_aggregation_level_t_name_map =
+    name_map<lib_nr_dl_dci_aggregation_level_t>({
+        {LIB_NR_DCI_AGGREGATION_LEVEL_1, "LIB_NR_DCI_AGGREGATION_LEVEL_1"},
+        {LIB_NR_DCI_AGGREGATION_LEVEL_2, "LIB_NR_DCI_AGGREGATION_LEVEL_2"},
+        {LIB_NR_DCI_AGGREGATION_LEVEL_4, "LIB_NR_DCI_AGGREGATION_LEVEL_4"},
+        {LIB_NR_DCI_AGGREGATION_LEVEL_8, "LIB_NR_DCI_AGGREGATION_LEVEL_8"},
+        {LIB_NR_DCI_AGGREGATION_LEVEL_16, "LIB_NR_DCI_AGGREGATION_LEVEL_16"},
+    });
+
+const enum_names_t<lib_nr_dl_dci_search_space_type_t> g_lib_nr_dl_dci_search_space_type_t_name_map =
+    name_map<lib_nr_dl_dci_search_space_type_t>({
+        {LIB_NR_DCI_USS, "LIB_NR_DCI_USS"},
+        {LIB_NR_DCI_CSS, "LIB_NR_DCI_CSS"},
+    });
+
+const enum_names_t<lib_nr_dl_dci_candidates_number_t> g_lib_nr_dl_dci_candidates_number_t_name_map =
+    name_map<lib_nr_dl_dci_candidates_number_t>({
+        {LIB_NR_DCI_CANDIDATE_1, "LIB_NR_DCI_CANDIDATE_1"},
+        {LIB_NR_DCI_CANDIDATE_2, "LIB_NR_DCI_CANDIDATE_2"},
+        {LIB_NR_DCI_CANDIDATE_3, "LIB_NR_DCI_CANDIDATE_3"},
+        {LIB_NR_DCI_CANDIDATE_4, "LIB_NR_DCI_CANDIDATE_4"},
+        {LIB_NR_DCI_CANDIDATE_5, "LIB_NR_DCI_CANDIDATE_5"},
+        {LIB_NR_DCI_CANDIDATE_6, "LIB_NR_DCI_CANDIDATE_6"},
+        {LIB_NR_DCI_CANDIDATE_8, "LIB_NR_DCI_CANDIDATE_8"},
+    });
+
+const enum_names_t<density_prb_allocation_t> g_density_prb_allocation_t_name_map = name_map<density_prb_allocation_t>({
+    {EVEN_PRBS, "EVEN_PRBS"},
+    {ODD_PRBS, "ODD_PRBS"},
+});
+
 } // namespace vek::nr_mod_lib

@@ -4,10 +4,13 @@
 #include "manager/lib_nr_carrier_configure_manager.h"
 #include "manager/lib_nr_dl_coreset_configure_manager.h"
 #include "manager/lib_nr_dl_csirs_configure_manager.h"
+#include "manager/lib_nr_dl_dci_configure_manager.h"
+#include "manager/lib_nr_dl_prs_configure_manager.h"
 #include "manager/lib_nr_dl_ssb_configure_manager.h"
 #include "manager/lib_nr_sch_configure_manager.h"
 #include "manager/lib_nr_ul_srs_configure_manager.h"
 #include "phy/lib_nr_resource_manager.h"
+#include "phy_common/lib_nr_csirs_type.h"
 #include "phy_common/lib_nr_duplex_type.h"
 #include "phy_common/lib_nr_ldpc_coding.h"
 #include "phy_common/lib_nr_modulator.h"
@@ -60,6 +63,19 @@ extern NR_MOD_LIB_EXPORT const enum_names_t<prach_restricted_set_type_t> g_prach
 extern NR_MOD_LIB_EXPORT const enum_names_t<prach_msg1_fdm_type_t> g_prach_msg1_fdm_type_t_name_map;
 extern NR_MOD_LIB_EXPORT const enum_names_t<prach_format_t> g_prach_format_t_name_map;
 extern NR_MOD_LIB_EXPORT const enum_names_t<lib_nr_modulation_type_t> g_lib_nr_modulation_type_t_name_map;
+extern NR_MOD_LIB_EXPORT const enum_names_t<csirs_cdm_type_t> g_csirs_cdm_type_t_name_map;
+extern NR_MOD_LIB_EXPORT const enum_names_t<lib_nr_prs_comb_size_t> g_lib_nr_prs_comb_size_t_name_map;
+extern NR_MOD_LIB_EXPORT const enum_names_t<lib_nr_prs_reptition_factor_t> g_lib_nr_prs_reptition_factor_t_name_map;
+extern NR_MOD_LIB_EXPORT const enum_names_t<lib_nr_prs_time_gap_t> g_lib_nr_prs_time_gap_t_name_map;
+extern NR_MOD_LIB_EXPORT const enum_names_t<lib_nr_prs_muting_factor_t> g_lib_nr_prs_muting_factor_t_name_map;
+extern NR_MOD_LIB_EXPORT const enum_names_t<lib_nr_prs_symbol_number> g_lib_nr_prs_symbol_number_name_map;
+extern NR_MOD_LIB_EXPORT const enum_names_t<lib_nr_dl_dci_aggregation_level_t>
+    g_lib_nr_dl_dci_aggregation_level_t_name_map;
+extern NR_MOD_LIB_EXPORT const enum_names_t<lib_nr_dl_dci_search_space_type_t>
+    g_lib_nr_dl_dci_search_space_type_t_name_map;
+extern NR_MOD_LIB_EXPORT const enum_names_t<lib_nr_dl_dci_candidates_number_t>
+    g_lib_nr_dl_dci_candidates_number_t_name_map;
+extern NR_MOD_LIB_EXPORT const enum_names_t<density_prb_allocation_t> g_density_prb_allocation_t_name_map;
 
 /// The table of an enumeration, for code that is generic in it: the argument's value plays no part.
 inline const auto& enum_name_map(lib_nr_dl_dci_cce2reg_mapping_type_t)
@@ -103,5 +119,24 @@ inline const auto& enum_name_map(prach_restricted_set_type_t) { return g_prach_r
 inline const auto& enum_name_map(prach_msg1_fdm_type_t) { return g_prach_msg1_fdm_type_t_name_map; }
 inline const auto& enum_name_map(prach_format_t) { return g_prach_format_t_name_map; }
 inline const auto& enum_name_map(lib_nr_modulation_type_t) { return g_lib_nr_modulation_type_t_name_map; }
+inline const auto& enum_name_map(csirs_cdm_type_t) { return g_csirs_cdm_type_t_name_map; }
+inline const auto& enum_name_map(lib_nr_prs_comb_size_t) { return g_lib_nr_prs_comb_size_t_name_map; }
+inline const auto& enum_name_map(lib_nr_prs_reptition_factor_t) { return g_lib_nr_prs_reptition_factor_t_name_map; }
+inline const auto& enum_name_map(lib_nr_prs_time_gap_t) { return g_lib_nr_prs_time_gap_t_name_map; }
+inline const auto& enum_name_map(lib_nr_prs_muting_factor_t) { return g_lib_nr_prs_muting_factor_t_name_map; }
+inline const auto& enum_name_map(lib_nr_prs_symbol_number) { return g_lib_nr_prs_symbol_number_name_map; }
+inline const auto& enum_name_map(lib_nr_dl_dci_aggregation_level_t)
+{
+    return g_lib_nr_dl_dci_aggregation_level_t_name_map;
+}
+inline const auto& enum_name_map(lib_nr_dl_dci_search_space_type_t)
+{
+    return g_lib_nr_dl_dci_search_space_type_t_name_map;
+}
+inline const auto& enum_name_map(lib_nr_dl_dci_candidates_number_t)
+{
+    return g_lib_nr_dl_dci_candidates_number_t_name_map;
+}
+inline const auto& enum_name_map(density_prb_allocation_t) { return g_density_prb_allocation_t_name_map; }
 
 } // namespace vek::nr_mod_lib

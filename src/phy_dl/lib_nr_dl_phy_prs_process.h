@@ -1,30 +1,60 @@
 #pragma once
 
 #include "common/nr_mod_lib_export.h"
+#include "manager/lib_nr_dl_prs_configure_manager.h"
 #include "phy/lib_nr_resource_manager.h"
+
+#include <complex>
+#include <vector>
 
 namespace vek::nr_mod_lib
 {
 
 class lib_nr_waveform_configure_manager_t;
 
-/// Generates the positioning reference signal, TS 38.211 clause 7.4.1.7. Bound to its channel, it writes
-/// nothing yet.
+/// Generates a positioning reference signal, TS 38.211 clause 7.4.1.7, with two differences: the sequence of a symbol
+/// counts the symbol within its slot, so that all slots are alike, and a period's slots run from the first repetition
+/// to the last without a break. The view marks whole resource blocks, the signal fills the comb. A symbol that holds a
+/// cell of an SS/PBCH block is left out, wherever the block lies.
 class NR_MOD_LIB_EXPORT lib_nr_dl_phy_prs_process_t
 {
 public:
-    /// Binds the process to an entry of a carrier's list, for the pass of a numerology. Always true.
+    /// Takes an entry of a carrier's list, for the pass of a numerology. Always true.
     bool set_waveform_config(unsigned int carrier, unsigned int numerology, unsigned int prs,
                              const lib_nr_waveform_configure_manager_t& waveform);
-    /// Generates one slot of the frame.
+    /// Writes one slot of the frame. Reads the marks of SS/PBCH blocks, so it comes behind the view. Always true.
     bool prs_encode_process(unsigned int slot);
-    /// Maps a slot of the frame in one of the two modes.
+    /// Marks or writes a slot of the frame; slots past the frame do nothing. False and a line for a mode that is none.
     bool dl_phy_prs_remap(unsigned int slot, lib_nr_remap_mode_t mode);
 
 private:
-    unsigned int m_carrier_index = 0;
-    unsigned int m_numerology_index = 0;
-    unsigned int m_prs_index = 0;
+    bool _is_exist_prs(unsigned int slot) const;
+    std::vector<unsigned int> _symbols_without_ssb(unsigned int slot) const;
+    void _phy_prs_view_re_map(unsigned int slot);
+    void _phy_prs_encode_re_map(unsigned int slot);
+    void _phy_prs_rs_generation(unsigned int symbol);
+
+    // The resource, plain values.
+    double m_amplitude = 1.0;
+    unsigned int m_slot_symbols = 14;
+    unsigned int m_n_id = 0;
+    unsigned int m_rb_number = 0;
+    unsigned int m_rb_offset = 0;
+    lib_nr_prs_comb_size_t m_comb_size = LIB_NR_PRS_COMB_SIZE_2;
+    unsigned int m_comb = 2;
+    unsigned int m_periodicity = 10;
+    unsigned int m_offset = 0; ///< set slot offset and slot offset together
+    unsigned int m_repetitions = 1;
+    unsigned int m_time_gap = 1;
+    unsigned int m_muting_factor = 1;
+    std::vector<unsigned char> m_muting_option_1;
+    std::vector<unsigned char> m_muting_option_2;
+    unsigned int m_re_offset = 0;
+    unsigned int m_symbol_offset = 0;
+    unsigned int m_symbol_number = 2;
+
+    std::vector<lib_nr_resource_run_t> m_runs;
+    std::vector<std::complex<double>> m_sequence;
 };
 
 } // namespace vek::nr_mod_lib

@@ -1,4 +1,5 @@
 #include "common/lib_common_list_parse.h"
+#include "config/cfg_nr_enum_name_maps.h"
 #include "config/cfg_nr_waveform.h"
 #include "phy/lib_nr_phy.h"
 #include "support/captured_output.h"
@@ -67,6 +68,35 @@ bool ends_with(const std::string& text, const std::string& ending)
     return text.size() >= ending.size() && text.compare(text.size() - ending.size(), ending.size(), ending) == 0;
 }
 
+/// What a recall cannot bring back of a PRS: values that its own setters would not take any more, since spacing, comb
+/// or prefix came later or its numerology is narrow, and an enable that a fresh one at the carrier's spacing refuses.
+bool is_known_of_prs(const difference_t& difference, const lib_nr_carrier_configure_manager_t& carrier)
+{
+    const std::size_t place = difference.path.find("dl_prs[");
+    if (place == std::string::npos)
+        return false;
+    const std::string setting = difference.path.substr(difference.path.rfind('.') + 1);
+    if (setting == "enable")
+        return difference.first == "true" &&
+               !lib_nr_dl_prs_configure_manager_t(carrier.get_first_enable_numerology_manager()).set_enable(true);
+    auto again = carrier.get_dl_prs(static_cast<unsigned int>(std::stoul(difference.path.substr(place + 7))));
+    again.set_rb_number(again.get_rb_number());
+    again.set_rb_offset(again.get_rb_offset());
+    again.set_periodicity(again.get_periodicity());
+    again.set_symbol_number(again.get_symbol_number());
+    again.set_symbol_offset(again.get_symbol_offset());
+    const std::map<std::string, std::string> values = {
+        {"rb_number", std::to_string(again.get_rb_number())},
+        {"rb_offset", std::to_string(again.get_rb_offset())},
+        {"periodicity", std::to_string(again.get_periodicity())},
+        {"set_slot_offset", std::to_string(again.get_set_slot_offset())},
+        {"slot_offset", std::to_string(again.get_slot_offset())},
+        {"symbol_number", g_lib_nr_prs_symbol_number_name_map.at(again.get_symbol_number())},
+        {"symbol_offset", std::to_string(again.get_symbol_offset())}};
+    const auto value = values.find(setting);
+    return value != values.end() && value->second == difference.second;
+}
+
 /// What a recall cannot bring back, and why.
 bool is_known(const difference_t& difference, cfg_nr_waveform_t& waveform)
 {
@@ -80,19 +110,20 @@ bool is_known(const difference_t& difference, cfg_nr_waveform_t& waveform)
         do
             limit = std::min(limit, so_far.get_waveform_sample_points());
         while (so_far.remove_carrier(so_far.get_carrier_number() - 1));
-        return std::stoull(difference.second) == limit;
+        return std::stoull(difference.second) <= limit; // on its way a carrier may be narrower yet
     }
     const std::string carrier = "carrier[";
     if (difference.path.rfind(carrier, 0) != 0)
         return false;
-    cfg_nr_dl_ssb_t& ssb =
-        *waveform.get_carrier(static_cast<unsigned int>(std::stoul(difference.path.substr(carrier.size()))))
-             ->get_dl_ssb();
+    const auto index = static_cast<unsigned int>(std::stoul(difference.path.substr(carrier.size())));
+    if (is_known_of_prs(difference, waveform.get_waveform_manager().get_carrier(index)))
+        return true;
+    cfg_nr_dl_ssb_t& ssb = *waveform.get_carrier(index)->get_dl_ssb();
     // At 60 kHz the block has no case: it keeps the one it had, with the number of its candidates, and takes none. Its
     // subcarrier offset follows kssb without a limit.
     if (ssb.get_numerology() == LIB_NR_SCS_60K)
-        for (const char* setting :
-             {"dl_ssb[0].ssb_pattern", "dl_ssb[0].lmax", "dl_ssb[0].active_idx", "dl_ssb[0].ssb_subcarrier_offset"})
+        for (const char* setting : {"dl_ssb[0].ssb_pattern", "dl_ssb[0].lmax", "dl_ssb[0].active_idx",
+                                    "dl_ssb[0].power_boosting", "dl_ssb[0].ssb_subcarrier_offset"})
             if (ends_with(difference.path, setting))
                 return true;
     // While the MIB is automatic its data source cannot be set.

@@ -68,6 +68,7 @@ TEST(settings_tree, brings_back_carriers_types_and_numerologies)
     waveform.get_carrier(2)->get_numerology(0)->set_enable(false);
     waveform.get_carrier(2)->get_numerology(1)->set_rb_start(7);
     waveform.get_carrier(2)->add_dl_bwp();
+    waveform.get_carrier(2)->get_dl_prs(0)->set_periodicity(32); // 10 slots are no period at 120 kHz
     const std::string text = saved(waveform);
 
     cfg_nr_waveform_t recalled;

@@ -1,0 +1,170 @@
+#include "phy_dl/lib_nr_dl_phy_prs_process.h"
+
+#include "receiver/gold_sequence.h"
+#include "support/generated.h"
+#include "support/settings.h"
+
+#include <gtest/gtest.h>
+
+#include <cmath>
+#include <functional>
+#include <string>
+#include <vector>
+
+namespace
+{
+
+using namespace vek::nr_mod_lib;
+
+constexpr unsigned int k_subcarriers = 51 * 12;
+
+struct prs_case_t
+{
+    unsigned int comb;
+    unsigned int symbols;
+    unsigned int n_id;
+    unsigned int re_offset;
+    unsigned int first_symbol;
+    unsigned int rb_offset;
+    std::vector<std::string> timing;
+    std::function<bool(unsigned int)> sent_in_slot;
+};
+
+/// TS 38.211 clause 7.4.1.7 evaluated cell by cell, the sequence's initial value without the slot.
+nr_test::rows_t expected_rows(const prs_case_t& c)
+{
+    const std::vector<unsigned int> offsets = c.comb == 2   ? std::vector<unsigned int>{0, 1}
+                                              : c.comb == 4 ? std::vector<unsigned int>{0, 2, 1, 3}
+                                              : c.comb == 6
+                                                  ? std::vector<unsigned int>{0, 3, 1, 4, 2, 5}
+                                                  : std::vector<unsigned int>{0, 6, 3, 9, 1, 7, 4, 10, 2, 8, 5, 11};
+    nr_test::rows_t rows(280, nr_test::signal_t(k_subcarriers));
+    for (unsigned int slot = 0; slot < 20; ++slot)
+        for (unsigned int i = 0; i < c.symbols && c.sent_in_slot(slot); ++i) {
+            const unsigned int l = c.first_symbol + i;
+            const auto c_init = static_cast<std::uint32_t>(
+                ((std::uint64_t{c.n_id / 1024} << 22) + 1024ull * (l + 1) * (2 * (c.n_id % 1024) + 1) + c.n_id % 1024) %
+                (1ull << 31));
+            const auto bits = nr_test::gold_sequence(c_init, 0, 2 * k_subcarriers);
+            for (unsigned int k = 12 * c.rb_offset; k < 12 * (c.rb_offset + 24); ++k)
+                if (k % c.comb == (c.re_offset + offsets[i % offsets.size()]) % c.comb)
+                    rows[14 * slot + l][k] =
+                        std::complex<double>(1 - 2 * bits[2 * (k / c.comb)], 1 - 2 * bits[2 * (k / c.comb) + 1]) *
+                        std::sqrt(0.5);
+        }
+    return rows;
+}
+
+// Every comb with every number of symbols that it has, and each kind of timing and muting.
+TEST(prs, every_comb_repetition_and_muting_arrives_where_the_standard_puts_it)
+{
+    const auto every_tenth = [](unsigned int slot) { return slot % 10 == 0; };
+    const std::vector<prs_case_t> cases = {
+        {2, 2, 0, 1, 12, 0, {}, every_tenth},
+        {2, 4, 4095, 0, 3, 27, {"slot_offset=3"}, [](unsigned int slot) { return slot % 10 == 3; }},
+        {2, 6, 1023, 1, 0, 5, {}, every_tenth},
+        {2, 12, 1024, 0, 2, 0, {}, every_tenth},
+        {4, 4, 77, 3, 1, 9, {"set_slot_offset=2", "slot_offset=4"}, [](unsigned int slot) { return slot % 10 == 6; }},
+        {4, 12, 2050, 2, 0, 1, {"periodicity=20"}, [](unsigned int slot) { return slot == 0; }},
+        // Two slots apart, four times: all slots between them too.
+        {6,
+         6,
+         300,
+         5,
+         4,
+         2,
+         {"periodicity=20", "reptition_factor=LIB_NR_PRS_REPTITION_FACTOR_4", "time_gap=LIB_NR_PRS_TIME_GAP_2"},
+         [](unsigned int slot) { return slot <= 6; }},
+        {6,
+         12,
+         301,
+         1,
+         1,
+         3,
+         {"muting_option_1=01", "reptition_factor=LIB_NR_PRS_REPTITION_FACTOR_2"},
+         [](unsigned int slot) { return slot % 10 == 1; }},
+        {12,
+         12,
+         511,
+         7,
+         2,
+         20,
+         {"periodicity=8", "muting_option_1=1001"},
+         [](unsigned int slot) { return slot % 8 == 0; }},
+        {12,
+         12,
+         512,
+         11,
+         0,
+         0,
+         {"reptition_factor=LIB_NR_PRS_REPTITION_FACTOR_4", "muting_option_2=1011"},
+         [](unsigned int slot) { return slot % 10 < 4 && slot % 10 != 1; }},
+    };
+    for (const prs_case_t& c : cases) {
+        const std::string prs = "carrier[0].dl_prs[0].";
+        nr_test::waveform_of_t waveform({"carrier[0].channel_bandwidth=LIB_NR_CHANNEL_FR1_20M",
+                                         "carrier[0].baseband_filter=false", prs + "n_id=" + std::to_string(c.n_id),
+                                         prs + "rb_offset=" + std::to_string(c.rb_offset), prs + "rb_number=24",
+                                         prs + "comb_size=LIB_NR_PRS_COMB_SIZE_" + std::to_string(c.comb),
+                                         prs + "symbol_number=LIB_NR_PRS_SYMBOL_NUMBER_" + std::to_string(c.symbols),
+                                         prs + "symbol_offset=" + std::to_string(c.first_symbol),
+                                         prs + "re_offset=" + std::to_string(c.re_offset), prs + "enable=true"});
+        for (const std::string& step : c.timing)
+            nr_test::take(waveform, {prs + step});
+        const nr_test::generated_t generated = nr_test::generate(waveform);
+        const nr_test::rows_t received =
+            nr_test::demodulate_frame(generated.samples, generated.setup, k_subcarriers, 0.0, 0);
+        const nr_test::rows_t expected = expected_rows(c);
+        const std::complex<double> gain = nr_test::fitted_gain(received, expected);
+        for (std::size_t l = 0; l < expected.size(); ++l)
+            for (std::size_t k = 0; k < k_subcarriers; ++k)
+                ASSERT_LT(std::abs(received[l][k] - gain * expected[l][k]), 1e-9)
+                    << "comb " << c.comb << ", " << c.symbols << " symbols, symbol " << l << ", subcarrier " << k;
+    }
+}
+
+TEST(prs, steps_round_symbols_of_ssb_and_marks_whole_resource_blocks)
+{
+    const nr_test::captured_output_t silence;
+    nr_test::waveform_of_t waveform({"carrier[0].channel_bandwidth=LIB_NR_CHANNEL_FR1_20M",
+                                     "carrier[0].dl_ssb.enable=true", "carrier[0].dl_ssb.active_idx=0",
+                                     "carrier[0].dl_prs[0].symbol_number=LIB_NR_PRS_SYMBOL_NUMBER_12",
+                                     "carrier[0].dl_prs[0].rb_number=30", "carrier[0].dl_prs[0].enable=true"});
+    lib_nr_phy_t engine;
+    engine.waveform_config(waveform.get_waveform_manager());
+    ASSERT_TRUE(engine.deal_resource_mapping(0, 0, 0, waveform.get_waveform_manager()));
+    const auto& grid = lib_nr_channel_resource_manager_t::get_inst();
+    for (unsigned int l = 0; l < 12; ++l) // the block of case B, index 0, fills symbols 4 to 7
+        EXPECT_EQ(grid.get_owner(l, 3) == LIB_NR_RESOURCE_MAPPING_PRS, l < 4 || l > 7) << l;
+    EXPECT_EQ(grid.get_owner(0, 30 * 12 - 1), LIB_NR_RESOURCE_MAPPING_PRS);
+    EXPECT_EQ(grid.get_owner(0, 30 * 12), LIB_NR_RESOURCE_MAPPING_EMPTY);
+}
+
+TEST(prs, settings_keep_to_their_limits)
+{
+    nr_test::waveform_of_t waveform({});
+    nr_test::run_rows(
+        waveform,
+        {{"carrier[0].dl_prs[0].rb_number", "10", "10", true},
+         {"carrier[0].dl_prs[0].enable", "true", "false", false},
+         {"carrier[0].dl_prs[0].rb_number", "400", "273", true},
+         {"carrier[0].dl_prs[0].rb_offset", "400", "249", true},
+         {"carrier[0].dl_prs[0].rb_number", nullptr, "24"},
+         {"carrier[0].dl_prs[0].enable", "true", "true", true},
+         {"carrier[0].dl_prs[0].comb_size", "LIB_NR_PRS_COMB_SIZE_12", "LIB_NR_PRS_COMB_SIZE_12", true},
+         {"carrier[0].dl_prs[0].symbol_number", nullptr, "LIB_NR_PRS_SYMBOL_NUMBER_4"},
+         {"carrier[0].dl_prs[0].symbol_number", "LIB_NR_PRS_SYMBOL_NUMBER_6", "LIB_NR_PRS_SYMBOL_NUMBER_12", true},
+         {"carrier[0].dl_prs[0].symbol_offset", "9", "2", true},
+         {"carrier[0].dl_prs[0].periodicity", "11", "8", true},
+         {"carrier[0].dl_prs[0].set_slot_offset", "9", "7", true},
+         {"carrier[0].dl_prs[0].slot_offset", "1", "0", false},
+         {"carrier[0].dl_prs[0].muting_option_1", "101", "1010", true},
+         {"carrier[0].dl_prs[0].muting_option_2", "101", "1", true},
+         {"carrier[0].dl_prs[0].reptition_factor", "LIB_NR_PRS_REPTITION_FACTOR_2", "LIB_NR_PRS_REPTITION_FACTOR_2",
+          true},
+         {"carrier[0].dl_prs[0].muting_option_2", nullptr, "10"},
+         {"carrier[0].dl_prs[0].numerology", "LIB_NR_SCS_240K", "LIB_NR_SCS_240K", true},
+         {"carrier[0].dl_prs[0].enable", nullptr, "false"}});
+}
+
+} // namespace
