@@ -1,12 +1,14 @@
 #include "common/lib_fft_plan.h"
+#include "config/cfg_nr_waveform.h"
+#include "host/nrwave_steps.h"
 #include "phy/lib_nr_phy.h"
 #include "phy/lib_nr_resource_manager.h"
 #include "support/engine_peer.h"
 
 #include <algorithm>
-#include <array>
 #include <cmath>
 #include <complex>
+#include <cstdint>
 #include <cstdio>
 #include <cstdlib>
 #include <cstring>
@@ -18,13 +20,13 @@
 #include <malloc.h>
 #include <string>
 #include <sys/resource.h>
-#include <unistd.h>
 #include <vector>
 
 // Whole waveforms through the engine against the work that nobody can leave out: the transforms of the OFDM symbols, of
-// the filter and of the spectrum, and a pass over two waveforms, a payload map and a frame. Page faults count on
-// neither side: engine and reference both work on memory that was touched before. The cold run, the first of a process
-// with all its faults and plans, is told apart; it has a process of its own, and so its peak memory is its own.
+// the filter and of the spectrum, and a pass over two waveforms, a payload map and a frame. Each waveform runs in a
+// process of its own, so that its peak memory is its own. Page faults count on neither side: engine and reference both
+// work on memory that was touched before. The cold run, the first of a process with all its faults and plans, is told
+// apart.
 
 namespace
 {
@@ -40,6 +42,31 @@ constexpr std::size_t k_filter_block = 4096; // the quickest length for this ord
 constexpr std::size_t k_filter_order = 1024;
 constexpr std::size_t k_spectrum_length = 65536;
 constexpr unsigned int k_spectrum_blocks = 20;
+
+struct transform_t
+{
+    std::size_t length;
+    std::size_t count;
+    bool inverse;
+};
+
+/// A waveform of one carrier at 100 MHz and 30 kHz, as a fresh configuration is. A new one is a row here: its steps as
+/// in a recipe, and the transforms that its channels need in a frame, beside those of every waveform.
+struct waveform_t
+{
+    const char* name;
+    std::vector<std::string> steps;
+    bool fills_grid; ///< with symbols of the benchmark's own, which do not count
+    std::vector<transform_t> channel_transforms;
+};
+
+const std::vector<waveform_t>& waveforms()
+{
+    static const std::vector<waveform_t> rows = {
+        {"full_grid", {}, true, {}},
+    };
+    return rows;
+}
 
 /// Time of the processor spent, which what else the machine does hardly touches; all of the work is one thread's.
 double processor_time()
@@ -65,11 +92,18 @@ double quickest(unsigned int runs, const std::function<void()>& work)
     return best;
 }
 
-std::size_t peak_resident_bytes()
+rusage usage()
 {
-    rusage usage{};
-    getrusage(RUSAGE_SELF, &usage);
-    return static_cast<std::size_t>(usage.ru_maxrss) * 1024;
+    rusage now{};
+    getrusage(RUSAGE_SELF, &now);
+    return now;
+}
+
+/// From here on what is given back stays with the process, touched as it is.
+void keep_memory_in_the_process()
+{
+    mallopt(M_MMAP_MAX, 0);
+    mallopt(M_TRIM_THRESHOLD, std::numeric_limits<int>::max());
 }
 
 /// Random QPSK in every cell.
@@ -85,14 +119,8 @@ void fill_grid(unsigned int, unsigned int, unsigned int)
         }
 }
 
-struct transform_t
-{
-    std::size_t length;
-    std::size_t count;
-    bool inverse;
-};
-
-std::vector<transform_t> unavoidable_transforms(unsigned int frames)
+/// Those of every waveform, and apart from them those of its channels.
+std::vector<transform_t> common_transforms(unsigned int frames)
 {
     const std::size_t blocks = (k_frame_samples + k_filter_order) / (k_filter_block - k_filter_order) + 1;
     return {{k_fft_length, std::size_t{k_symbols} * frames, true},
@@ -101,7 +129,15 @@ std::vector<transform_t> unavoidable_transforms(unsigned int frames)
             {k_spectrum_length, k_spectrum_blocks, false}};
 }
 
-/// The seconds of a pass over the buffers that no engine can do without: each set to zero, then added up.
+std::vector<transform_t> channel_transforms(const waveform_t& waveform, unsigned int frames)
+{
+    std::vector<transform_t> transforms = waveform.channel_transforms;
+    for (transform_t& transform : transforms)
+        transform.count *= frames;
+    return transforms;
+}
+
+/// A pass over the buffers that no engine can do without: each set to zero, then added up.
 double pass_seconds(unsigned int frames, unsigned int runs)
 {
     std::vector<complex_t> first(k_frame_samples * frames);
@@ -122,10 +158,10 @@ double pass_seconds(unsigned int frames, unsigned int runs)
 }
 
 /// The same transforms through the library's wrapper, and through plans that were measured before.
-double transform_seconds(unsigned int frames, unsigned int runs, bool measured)
+double transform_seconds(const std::vector<transform_t>& transforms, unsigned int runs, bool measured)
 {
     double total = 0;
-    for (const transform_t& transform : unavoidable_transforms(frames)) {
+    for (const transform_t& transform : transforms) {
         std::vector<complex_t> in(transform.length, complex_t(1.0, -1.0));
         std::vector<complex_t> out(transform.length);
         if (measured) {
@@ -154,112 +190,168 @@ double transform_seconds(unsigned int frames, unsigned int runs, bool measured)
     return total;
 }
 
-/// An engine that generates the full grid, and what it has to make of it.
-class full_grid_t
+/// Times in seconds of processor time.
+struct result_t
 {
-public:
-    explicit full_grid_t(unsigned int frames)
-    {
-        m_waveform.set_frames_number(frames);
-        m_engine.waveform_config(m_waveform);
-        vek::test_peer_t<lib_nr_phy_t>::after_channel_steps(m_engine, fill_grid);
-    }
+    double engine;
+    double engine_cold;
+    double transforms;
+    double transforms_measured; ///< with plans that were measured before
+    double channels;            ///< the channels' own transforms
+    double channels_measured;
+    double pass;
+    double memory; ///< peak resident bytes over those of one waveform buffer
+    double faults; ///< of a warm run
 
-    double bytes() const { return static_cast<double>(m_waveform.get_waveform_sample_points() * sizeof(complex_t)); }
-    void run()
-    {
-        m_engine.nr_phy_process();
-        if (m_engine.get_baseband_signal_data().size() != m_waveform.get_waveform_sample_points())
-            std::abort();
-    }
-
-private:
-    lib_nr_waveform_configure_manager_t m_waveform;
-    lib_nr_phy_t m_engine;
+    double unavoidable() const { return transforms + channels + pass; }
+    double ratio() const { return engine / unavoidable(); }
+    double ratio_measured() const { return engine / (transforms_measured + channels_measured + pass); }
+    double ratio_cold() const { return engine_cold / unavoidable(); }
+    double ratio_without_channels() const { return engine / (transforms + pass); }
 };
 
-/// The symbols are the benchmark's own, so making them does not count.
-double symbol_seconds(unsigned int frames, unsigned int runs)
+// The order of the members, for the way from process to process.
+constexpr std::size_t k_figures = sizeof(result_t) / sizeof(double);
+
+/// Nothing but the steps' own settings may come out of them.
+void configure(const waveform_t& row, unsigned int frames, cfg_nr_waveform_t& waveform)
 {
-    return frames * quickest(runs, [] { fill_grid(0, 0, 0); });
+    nrwave::stepper_t stepper(waveform, [&](const std::string& line) {
+        std::fprintf(stderr, "frame_limit: %s: %s\n", row.name, line.c_str());
+        std::exit(1);
+    });
+    for (const std::string& step : row.steps)
+        stepper.apply(step);
+    waveform.set_frame_number(frames);
 }
 
-/// Prints the seconds of a process's first run, and its peak resident bytes over those of a waveform buffer.
-void measure_cold(unsigned int frames)
+/// In a process of its own: the cold run and memory first, then what stays with the process.
+result_t measure(const waveform_t& row, unsigned int frames)
 {
-    full_grid_t grid(frames);
-    const double cold = seconds([&] { grid.run(); });
-    const double memory = static_cast<double>(peak_resident_bytes()) / grid.bytes();
-    std::printf("%.9g %.9g\n", cold - symbol_seconds(frames, 5), memory);
-}
-
-/// Prints the seconds of a run, of the unavoidable work, and of that with measured plans.
-void measure_warm(unsigned int frames)
-{
-    // What is given back stays with the process, touched as it is.
-    mallopt(M_MMAP_MAX, 0);
-    mallopt(M_TRIM_THRESHOLD, std::numeric_limits<int>::max());
+    std::streambuf* original = std::cout.rdbuf(nullptr);
     const unsigned int runs = frames == 1 ? 9 : 5;
-    double engine = 0;
-    {
-        full_grid_t grid(frames);
-        grid.run();
-        engine = quickest(runs, [&] { grid.run(); }) - symbol_seconds(frames, runs);
+    cfg_nr_waveform_t waveform;
+    configure(row, frames, waveform);
+    const std::size_t samples = waveform.get_waveform_manager().get_waveform_sample_points();
+
+    lib_nr_phy_t engine;
+    engine.waveform_config(waveform.get_waveform_manager());
+    if (row.fills_grid)
+        vek::test_peer_t<lib_nr_phy_t>::after_channel_steps(engine, fill_grid);
+    const auto run = [&] {
+        if (!engine.nr_phy_process() || engine.get_baseband_signal_data().size() != k_frame_samples * frames) {
+            std::fprintf(stderr, "frame_limit: %s: the waveform is not whole\n", row.name);
+            std::exit(1);
+        }
+    };
+    result_t result{};
+    result.engine_cold = seconds(run);
+    run();
+    result.memory = static_cast<double>(usage().ru_maxrss) * 1024.0 / static_cast<double>(samples * sizeof(complex_t));
+
+    keep_memory_in_the_process();
+    run();
+    result.engine = quickest(runs, run);
+    const long faults = usage().ru_minflt;
+    run();
+    result.faults = static_cast<double>(usage().ru_minflt - faults);
+    if (row.fills_grid) {
+        const double filling = frames * quickest(runs, [] { fill_grid(0, 0, 0); });
+        result.engine -= filling;
+        result.engine_cold -= filling;
     }
-    const double pass = pass_seconds(frames, runs);
-    const double estimated = transform_seconds(frames, runs, false);
-    std::printf("%.9g %.9g %.9g\n", engine, estimated + pass, transform_seconds(frames, runs, true) + pass);
+    result.pass = pass_seconds(frames, runs);
+    result.transforms = transform_seconds(common_transforms(frames), runs, false);
+    result.transforms_measured = transform_seconds(common_transforms(frames), runs, true);
+    result.channels = transform_seconds(channel_transforms(row, frames), runs, false);
+    result.channels_measured = transform_seconds(channel_transforms(row, frames), runs, true);
+    std::cout.rdbuf(original);
+    return result;
 }
 
-template <std::size_t count>
-std::array<double, count> measure_apart(const char* program, const char* mode, unsigned int frames)
+result_t measure_apart(const char* program, const waveform_t& row, unsigned int frames)
 {
-    const std::string command = std::string("'") + program + "' " + mode + ' ' + std::to_string(frames);
+    const std::string command = std::string("'") + program + "' --measure " + row.name + " " + std::to_string(frames);
     std::FILE* child = popen(command.c_str(), "r");
-    std::array<double, count> figures{};
-    bool read = child != nullptr;
-    for (double& figure : figures)
-        read = read && std::fscanf(child, "%lf", &figure) == 1;
-    if (!read || pclose(child) != 0) {
-        std::fprintf(stderr, "frame_limit: the run of %u frames failed\n", frames);
+    double figures[k_figures] = {};
+    std::size_t read = 0;
+    while (child != nullptr && read < k_figures && std::fscanf(child, "%lf", &figures[read]) == 1)
+        ++read;
+    if (read != k_figures || pclose(child) != 0) {
+        std::fprintf(stderr, "frame_limit: the run of %s with %u frames failed\n", row.name, frames);
         std::exit(1);
     }
-    return figures;
+    result_t result{};
+    std::memcpy(&result, figures, sizeof(result));
+    return result;
+}
+
+void print_text(const waveform_t& row, const result_t& one, const result_t& four)
+{
+    std::printf(
+        "%s: %.2f times the unavoidable work (%.2f with measured plans, %.2f cold), peak %.2f waveform "
+        "buffers; 4 frames: %.2f times (%.2f cold), peak %.2f; time grows %.2f-fold; page faults of a warm run: "
+        "%.0f and %.0f\n",
+        row.name, one.ratio(), one.ratio_measured(), one.ratio_cold(), one.memory, four.ratio(), four.ratio_cold(),
+        four.memory, four.engine / one.engine, one.faults, four.faults);
+    if (one.channels > 0)
+        std::printf("%s: %.2f times where its channels' own transforms are not counted as unavoidable\n", row.name,
+                    one.ratio_without_channels());
+}
+
+void print_json(const waveform_t& row, const result_t& one, const result_t& four, bool is_first)
+{
+    std::printf("%s{\"waveform\": \"%s\", \"ratio\": %.3f, \"ratio_measured_plans\": %.3f, \"memory\": %.3f, "
+                "\"ratio_4_frames\": %.3f, \"ratio_measured_plans_4_frames\": %.3f, \"memory_4_frames\": %.3f, "
+                "\"ratio_cold\": %.3f, "
+                "\"ratio_cold_4_frames\": %.3f, \"time_4_frames\": %.3f, \"ratio_without_channel_transforms\": %.3f, "
+                "\"page_faults\": %.0f}",
+                is_first ? "" : ",\n ", row.name, one.ratio(), one.ratio_measured(), one.memory, four.ratio(),
+                four.ratio_measured(), four.memory, one.ratio_cold(), four.ratio_cold(), four.engine / one.engine,
+                one.ratio_without_channels(), one.faults);
+}
+
+const waveform_t* find(const char* name)
+{
+    const auto found = std::find_if(waveforms().begin(), waveforms().end(),
+                                    [&](const waveform_t& row) { return std::strcmp(row.name, name) == 0; });
+    return found == waveforms().end() ? nullptr : &*found;
 }
 
 } // namespace
 
 int main(int argc, char** argv)
 {
-    if (argc == 3) {
-        std::cout.rdbuf(nullptr);
-        const auto frames = static_cast<unsigned int>(std::atoi(argv[2]));
-        if (std::strcmp(argv[1], "--cold") == 0)
-            measure_cold(frames);
-        else
-            measure_warm(frames);
+    if (argc == 4 && std::strcmp(argv[1], "--measure") == 0 && find(argv[2]) != nullptr) {
+        const result_t result = measure(*find(argv[2]), static_cast<unsigned int>(std::atoi(argv[3])));
+        double figures[k_figures];
+        std::memcpy(figures, &result, sizeof(result));
+        for (const double figure : figures)
+            std::printf("%.9g ", figure);
         return 0;
     }
-    const bool json = argc == 2 && std::strcmp(argv[1], "--json") == 0;
-    if (argc > 1 && !json) {
-        std::fprintf(stderr, "usage: frame_limit [--json]\n");
-        return 2;
+    const bool json = argc > 1 && std::strcmp(argv[1], "--json") == 0;
+    std::vector<const waveform_t*> chosen;
+    for (int i = json ? 2 : 1; i < argc; ++i) {
+        chosen.push_back(find(argv[i]));
+        if (chosen.back() == nullptr) {
+            std::fprintf(stderr, "usage: frame_limit [--json] [WAVEFORM...]\n");
+            return 2;
+        }
     }
-    const auto [cold, memory] = measure_apart<2>(argv[0], "--cold", 1);
-    const auto [cold_4, memory_4] = measure_apart<2>(argv[0], "--cold", 4);
-    const auto [engine, reference, measured] = measure_apart<3>(argv[0], "--warm", 1);
-    const auto [engine_4, reference_4, measured_4] = measure_apart<3>(argv[0], "--warm", 4);
-    if (json)
-        std::printf("[{\"waveform\": \"full_grid\", \"ratio\": %.3f, \"ratio_measured_plans\": %.3f, "
-                    "\"ratio_cold\": %.3f, \"memory\": %.3f, \"ratio_4_frames\": %.3f, "
-                    "\"ratio_measured_plans_4_frames\": %.3f, \"ratio_cold_4_frames\": %.3f, \"memory_4_frames\": "
-                    "%.3f}]\n",
-                    engine / reference, engine / measured, cold / reference, memory, engine_4 / reference_4,
-                    engine_4 / measured_4, cold_4 / reference_4, memory_4);
-    else
-        std::printf("full_grid: %.2f times the unavoidable work (%.2f with measured plans), cold %.2f, peak %.2f "
-                    "waveform buffers; 4 frames: %.2f times, cold %.2f, peak %.2f; time grows %.2f-fold\n",
-                    engine / reference, engine / measured, cold / reference, memory, engine_4 / reference_4,
-                    cold_4 / reference_4, memory_4, engine_4 / engine);
+    if (chosen.empty())
+        for (const waveform_t& row : waveforms())
+            chosen.push_back(&row);
+
+    std::printf("%s", json ? "[" : "");
+    for (const waveform_t* row : chosen) {
+        const result_t one = measure_apart(argv[0], *row, 1);
+        const result_t four = measure_apart(argv[0], *row, 4);
+        if (json)
+            print_json(*row, one, four, row == chosen.front());
+        else
+            print_text(*row, one, four);
+    }
+    std::printf("%s", json ? "]\n" : "");
     return 0;
 }
