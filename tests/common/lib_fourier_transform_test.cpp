@@ -52,7 +52,7 @@ double largest_difference(const signal_t& a, const signal_t& b)
 
 TEST(fft_plan, equals_the_sum_that_defines_it_in_place_and_out_of_place)
 {
-    for (const std::size_t length : {1, 2, 3, 4, 5, 7, 12, 30, 97, 128, 540, 1009, 1536, 4096}) {
+    for (const std::size_t length : {1U, 2U, 3U, 4U, 5U, 7U, 12U, 30U, 97U, 128U, 540U, 1009U, 1536U, 4096U}) {
         const signal_t in = noise(length);
         for (const auto direction : {LIB_FFT_FORWARD, LIB_FFT_INVERSE}) {
             const lib_fft_plan_t& plan = lib_fft_plan_t::get(length, direction);
@@ -152,7 +152,7 @@ TEST(fft_plan, tells_where_memory_is_short_and_does_not_end_the_process)
 #ifdef __SANITIZE_ADDRESS__
     GTEST_SKIP() << "the sanitizer's own memory knows no limit";
 #endif
-    for (const std::size_t length : {100003, 307200}) {
+    for (const std::size_t length : {100003U, 307200U}) {
         std::set<int> seen;
         for (rlim_t bytes = 0; bytes < 28U << 20U; bytes += 7U << 19U)
             seen.insert(transform_with_memory_left(length, bytes));
