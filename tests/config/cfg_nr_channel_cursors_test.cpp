@@ -50,13 +50,13 @@ protected:
         m_output.clear();
     }
 
-    template <class facade_t, class entry_t>
-    void _expect_cursor(bool (facade_t::*set_current)(unsigned int, unsigned int), entry_t entry)
+    template <class entry_t, class facade_t>
+    void _expect_cursor(bool (facade_t::*set_current)(unsigned int, unsigned int))
     {
         facade_t facade(m_waveform);
         const auto target = [&]() -> const void* { return &nr_test::target_of(facade); };
         const auto wanted = [&](unsigned int carrier, unsigned int index) -> const void* {
-            return &entry(m_waveform.get_carrier(carrier), index);
+            return &m_waveform.get_carrier(carrier).template get_entry<entry_t>(index);
         };
         EXPECT_EQ(target(), wanted(0, 0));
         EXPECT_FALSE((facade.*set_current)(0, 50));
@@ -77,40 +77,17 @@ protected:
 
 TEST_F(channel_cursors, lists)
 {
-    using carrier_t = lib_nr_carrier_configure_manager_t;
-    _expect_cursor(
-        &cfg_nr_dl_bwp_t::set_current_dl_bwp_index,
-        [](carrier_t & c, unsigned int i) -> auto& { return c.get_dl_bwp(i); });
-    _expect_cursor(
-        &cfg_nr_dl_dci_t::set_current_dci_index,
-        [](carrier_t & c, unsigned int i) -> auto& { return c.get_dl_dci(i); });
-    _expect_cursor(
-        &cfg_nr_dl_sch_t::set_current_sch_index,
-        [](carrier_t & c, unsigned int i) -> auto& { return c.get_dl_sch(i); });
-    _expect_cursor(
-        &cfg_nr_dl_csirs_t::set_current_csirs_index,
-        [](carrier_t & c, unsigned int i) -> auto& { return c.get_dl_csirs(i); });
-    _expect_cursor(
-        &cfg_nr_dl_prs_t::set_current_prs_index,
-        [](carrier_t & c, unsigned int i) -> auto& { return c.get_dl_prs(i); });
-    _expect_cursor(
-        &cfg_nr_ul_bwp_t::set_current_bwp_index,
-        [](carrier_t & c, unsigned int i) -> auto& { return c.get_ul_bwp(i); });
-    _expect_cursor(
-        &cfg_nr_ul_pucch_t::set_current_pucch_index,
-        [](carrier_t & c, unsigned int i) -> auto& { return c.get_ul_pucch(i); });
-    _expect_cursor(
-        &cfg_nr_ul_sch_t::set_current_sch_index,
-        [](carrier_t & c, unsigned int i) -> auto& { return c.get_ul_sch(i); });
-    _expect_cursor(
-        &cfg_nr_ul_srs_t::set_current_srs_index,
-        [](carrier_t & c, unsigned int i) -> auto& { return c.get_ul_srs(i); });
-    _expect_cursor(
-        &cfg_nr_prach_t::set_current_prach_index,
-        [](carrier_t & c, unsigned int i) -> auto& { return c.get_ul_prach(i); });
-    _expect_cursor(
-        &cfg_nr_ul_guard_band_t::set_current_guard_band_index,
-        [](carrier_t & c, unsigned int i) -> auto& { return c.get_numerology_manager(i); });
+    _expect_cursor<lib_nr_dl_bwp_configure_manager_t>(&cfg_nr_dl_bwp_t::set_current_dl_bwp_index);
+    _expect_cursor<lib_nr_dl_dci_configure_manager_t>(&cfg_nr_dl_dci_t::set_current_dci_index);
+    _expect_cursor<lib_nr_dl_sch_configure_manager_t>(&cfg_nr_dl_sch_t::set_current_sch_index);
+    _expect_cursor<lib_nr_dl_csirs_configure_manager_t>(&cfg_nr_dl_csirs_t::set_current_csirs_index);
+    _expect_cursor<lib_nr_dl_prs_configure_manager_t>(&cfg_nr_dl_prs_t::set_current_prs_index);
+    _expect_cursor<lib_nr_ul_bwp_configure_manager_t>(&cfg_nr_ul_bwp_t::set_current_bwp_index);
+    _expect_cursor<lib_nr_ul_pucch_configure_manager_t>(&cfg_nr_ul_pucch_t::set_current_pucch_index);
+    _expect_cursor<lib_nr_ul_sch_configure_manager_t>(&cfg_nr_ul_sch_t::set_current_sch_index);
+    _expect_cursor<lib_nr_ul_srs_configure_manager_t>(&cfg_nr_ul_srs_t::set_current_srs_index);
+    _expect_cursor<lib_nr_ul_prach_configure_manager_t>(&cfg_nr_prach_t::set_current_prach_index);
+    _expect_cursor<lib_nr_phy_numerology_configure_manager_t>(&cfg_nr_ul_guard_band_t::set_current_guard_band_index);
 }
 
 TEST_F(channel_cursors, a_bwp_brings_its_first_coreset)

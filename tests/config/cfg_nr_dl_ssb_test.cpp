@@ -1,9 +1,9 @@
 #include "config/cfg_nr_dl_ssb.h"
 
-#include "config/cfg_nr_leaf.h"
 #include "config/cfg_nr_waveform.h"
 #include "manager/lib_nr_waveform_configure_manager.h"
 #include "support/captured_output.h"
+#include "support/settings.h"
 
 #include <gtest/gtest.h>
 #include <optional>
@@ -17,73 +17,48 @@ namespace
 using namespace vek::nr_mod_lib;
 using nr_test::captured_output_t;
 
-const cfg_nr_leaf_t& ssb_leaf(const std::string& name)
-{
-    const cfg_nr_facade_table_t& carrier = *find_row(g_cfg_nr_waveform_table.branches, "carrier")->facade;
-    if (const cfg_nr_leaf_t* leaf = find_row(find_row(carrier.branches, "dl_ssb")->facade->leaves, name))
-        return *leaf;
-    throw std::invalid_argument(name);
-}
-
-struct setting_row_t
-{
-    const char* leaf;
-    const char* asked;
-    const char* stored;
-    bool changed;
-};
-
-/// One row after the other, each on what the rows before it left.
-void run(cfg_nr_dl_ssb_t& ssb, const std::vector<setting_row_t>& rows)
-{
-    for (const setting_row_t& row : rows) {
-        const cfg_nr_leaf_t& leaf = ssb_leaf(row.leaf);
-        EXPECT_EQ(leaf.write(&ssb, row.asked), std::optional(row.changed)) << row.leaf << " = " << row.asked;
-        EXPECT_EQ(leaf.read(&ssb), row.stored) << row.leaf << " = " << row.asked;
-    }
-}
-
 TEST(ssb_facade, settings_read_back_as_they_were_corrected)
 {
-    const captured_output_t silence;
     cfg_nr_waveform_t waveform; // 100 MHz, 30 kHz, 1 GHz
-    run(*waveform.get_carrier(0)->get_dl_ssb(),
+    nr_test::run_rows(
+        waveform,
         {
-            {"enable", "true", "true", true},
-            {"enable", "true", "true", false},
-            {"ssb_pattern", "NR_SSB_CASE_C", "NR_SSB_CASE_C", true},
-            {"ssb_pattern", "NR_SSB_CASE_E", "NR_SSB_CASE_C", false},
-            {"pss_power_boosting", "40.5", "40", true},
-            {"pss_power_boosting", "-99", "-40", true},
-            {"periodicity", "LIB_NR_SSB_20MS_PERIODICITY", "LIB_NR_SSB_20MS_PERIODICITY", true},
-            {"half_frame_idx", "200", "1", true},
-            {"active_idx", "1, 3", "1,3", true},
-            {"power_boosting", "9,-3,9,41", "0.00,-3.00,0.00,40.00", true},
-            {"lmax", "LIB_NR_LMAX_8", "LIB_NR_LMAX_4", false}, // and back to the default lists
-            {"active_idx", "0,1,2,3", "0,1,2,3", false},
-            {"rb_offset", "100", "100", true},
-            {"rb_offset", "600", "506", true},
-            {"rb_offset", "505", "505", true},
-            {"kssb", "13", "12", true},
-            {"ssb_subcarrier_offset", "12", "12", false},
-            {"ssb_subcarrier_offset", "32", "31", true},
-            {"kssb", "12", "12", false}, // the offset follows all the same
-            {"ssb_subcarrier_offset", "12", "12", false},
-            {"dmrs_typea_position", "0", "2", false},
-            {"dmrs_typea_position", "7", "3", true},
-            {"pdcch_config_sib1", "256", "255", true},
-            {"cell_barred", "true", "true", true},
-            {"intra_frequency_reselection", "true", "true", true},
-            {"coding", "false", "false", true},
-            {"data_source", "LIB_NR_PN15", "LIB_NR_PN9", false}, // the MIB is automatic
-            {"auto_cofig_mib", "false", "false", true},
-            {"data_source", "LIB_NR_PN15", "LIB_NR_PN15", true},
-            {"data_source_custom", "1 0,1", "101", true},
-            {"data_source_custom", "", "101", false},
-            {"numerology", "LIB_NR_SCS_15K", "LIB_NR_SCS_30K", false}, // not enabled; all follows the numerology anew
-            {"rb_offset", "253", "253", false},
-            {"ssb_pattern", "NR_SSB_CASE_B", "NR_SSB_CASE_B", false},
-            {"enable", "false", "false", true},
+            {"carrier[0].dl_ssb.enable", "true", "true", true},
+            {"carrier[0].dl_ssb.enable", "true", "true", false},
+            {"carrier[0].dl_ssb.ssb_pattern", "NR_SSB_CASE_C", "NR_SSB_CASE_C", true},
+            {"carrier[0].dl_ssb.ssb_pattern", "NR_SSB_CASE_E", "NR_SSB_CASE_C", false},
+            {"carrier[0].dl_ssb.pss_power_boosting", "40.5", "40", true},
+            {"carrier[0].dl_ssb.pss_power_boosting", "-99", "-40", true},
+            {"carrier[0].dl_ssb.periodicity", "LIB_NR_SSB_20MS_PERIODICITY", "LIB_NR_SSB_20MS_PERIODICITY", true},
+            {"carrier[0].dl_ssb.half_frame_idx", "200", "1", true},
+            {"carrier[0].dl_ssb.active_idx", "1, 3", "1,3", true},
+            {"carrier[0].dl_ssb.power_boosting", "9,-3,9,41", "0.00,-3.00,0.00,40.00", true},
+            {"carrier[0].dl_ssb.lmax", "LIB_NR_LMAX_8", "LIB_NR_LMAX_4", false}, // and back to the default lists
+            {"carrier[0].dl_ssb.active_idx", "0,1,2,3", "0,1,2,3", false},
+            {"carrier[0].dl_ssb.rb_offset", "100", "100", true},
+            {"carrier[0].dl_ssb.rb_offset", "600", "506", true},
+            {"carrier[0].dl_ssb.rb_offset", "505", "505", true},
+            {"carrier[0].dl_ssb.kssb", "13", "12", true},
+            {"carrier[0].dl_ssb.ssb_subcarrier_offset", "12", "12", false},
+            {"carrier[0].dl_ssb.ssb_subcarrier_offset", "32", "31", true},
+            {"carrier[0].dl_ssb.kssb", "12", "12", false}, // the offset follows all the same
+            {"carrier[0].dl_ssb.ssb_subcarrier_offset", "12", "12", false},
+            {"carrier[0].dl_ssb.dmrs_typea_position", "0", "2", false},
+            {"carrier[0].dl_ssb.dmrs_typea_position", "7", "3", true},
+            {"carrier[0].dl_ssb.pdcch_config_sib1", "256", "255", true},
+            {"carrier[0].dl_ssb.cell_barred", "true", "true", true},
+            {"carrier[0].dl_ssb.intra_frequency_reselection", "true", "true", true},
+            {"carrier[0].dl_ssb.coding", "false", "false", true},
+            {"carrier[0].dl_ssb.data_source", "LIB_NR_PN15", "LIB_NR_PN9", false}, // the MIB is automatic
+            {"carrier[0].dl_ssb.auto_cofig_mib", "false", "false", true},
+            {"carrier[0].dl_ssb.data_source", "LIB_NR_PN15", "LIB_NR_PN15", true},
+            {"carrier[0].dl_ssb.data_source_custom", "1 0,1", "101", true},
+            {"carrier[0].dl_ssb.data_source_custom", "", "101", false},
+            {"carrier[0].dl_ssb.numerology", "LIB_NR_SCS_15K", "LIB_NR_SCS_30K",
+             false}, // not enabled; all follows the numerology anew
+            {"carrier[0].dl_ssb.rb_offset", "253", "253", false},
+            {"carrier[0].dl_ssb.ssb_pattern", "NR_SSB_CASE_B", "NR_SSB_CASE_B", false},
+            {"carrier[0].dl_ssb.enable", "false", "false", true},
         });
 }
 

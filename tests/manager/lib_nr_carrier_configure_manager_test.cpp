@@ -83,16 +83,6 @@ TEST(carrier_manager, is_fresh_as_told)
 {
     const captured_output_t output;
     const carrier_t carrier;
-    EXPECT_TRUE(carrier.get_enable());
-    EXPECT_EQ(carrier.get_carrier_type(), LIB_NR_DOWNLINK);
-    EXPECT_EQ(carrier.get_bandwidth(), LIB_NR_CHANNEL_FR1_100M);
-    EXPECT_EQ(carrier.get_numerology_mode(), LIB_NR_NUMBEROLOGY_MODE_SINGLE);
-    EXPECT_EQ(carrier.get_enable_numerology_list(), std::vector{LIB_NR_SCS_30K});
-    EXPECT_EQ(carrier.get_windowing_beta(), 0.01);
-    EXPECT_TRUE(carrier.is_baseband_filter_enable());
-    ASSERT_EQ(carrier.get_numerology_number(), 1U);
-    EXPECT_TRUE(carrier.get_numerology_manager(0U).get_enable());
-    EXPECT_EQ(carrier.get_numerology_manager(0U).get_rb_size(), 273U);
     for (const list_t& list : k_lists)
         EXPECT_EQ((carrier.*list.number)(), list.has_initial_entry ? 2U : 1U) << list.name;
     EXPECT_TRUE(carrier.get_dl_bwp(0).is_initial_bwp());

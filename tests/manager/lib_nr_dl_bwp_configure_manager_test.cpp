@@ -4,8 +4,6 @@
 
 #include <gtest/gtest.h>
 
-#include <random>
-
 namespace
 {
 
@@ -67,35 +65,6 @@ TEST(lib_nr_dl_bwp_configure_manager, start_wins_against_size)
     EXPECT_EQ(bwp.get_bwp_rb_start(), 12U);
     bwp.set_bwp_resource_block_start_limit(40);
     EXPECT_EQ(bwp.get_bwp_rb_start(), 40U);
-}
-
-TEST(lib_nr_dl_bwp_configure_manager, stays_inside_its_limits_after_any_sequence)
-{
-    std::mt19937 generator(1);
-    const auto random = [&generator] { return static_cast<unsigned int>(generator()); };
-    lib_nr_dl_bwp_configure_manager_t bwp(numerology_of(LIB_NR_SCS_30K, 0, 273), 1, false);
-    for (int step = 0; step < 5000; ++step) {
-        const unsigned int value = random() % 4 == 0 ? random() : random() % 300;
-        unsigned int first = random() % 260;
-        unsigned int number = 6 + random() % (270 - first);
-        switch (random() % 3) {
-        case 0:
-            bwp.set_bwp_rb_start(value, first, number);
-            break;
-        case 1:
-            if (!bwp.set_bwp_rb_size(value, first, number))
-                continue;
-            break;
-        default:
-            const auto numerology = numerology_of(LIB_NR_SCS_30K, first, number);
-            first = numerology.get_rb_start();
-            number = numerology.get_rb_size();
-            bwp.set_numerology(numerology);
-        }
-        EXPECT_GE(bwp.get_bwp_rb_start(), first);
-        EXPECT_GE(bwp.get_bwp_rb_size(), 6U);
-        EXPECT_LE(bwp.get_bwp_rb_start() + bwp.get_bwp_rb_size(), first + number);
-    }
 }
 
 TEST(lib_nr_dl_bwp_configure_manager, the_extended_prefix_lives_and_dies_with_60_khz)

@@ -3,7 +3,6 @@
 #include "support/captured_output.h"
 
 #include <gtest/gtest.h>
-#include <random>
 
 namespace
 {
@@ -85,35 +84,6 @@ TEST(phy_numerology, guard_bands_follow_the_width)
     numerology.set_rb_size(100);
     EXPECT_EQ(guard_band.get_guard_band_number(), 0U);
     EXPECT_EQ(guard_band.get_rb_set_info().at(0).second, 99U);
-}
-
-TEST(phy_numerology, stays_inside_its_channel_under_random_settings)
-{
-    std::mt19937 random(1);
-    numerology_t numerology;
-    for (int step = 0; step < 20000; ++step) {
-        const unsigned int value = static_cast<unsigned int>(random() % 3 == 0 ? random() : random() % 280);
-        switch (random() % 4) {
-        case 0:
-            numerology.set_rb_size(value);
-            break;
-        case 1:
-            numerology.set_rb_start(value);
-            break;
-        case 2:
-            numerology.init_resource_occupation();
-            break;
-        default: {
-            const nr_test::captured_output_t silence;
-            numerology.set_numerology(static_cast<lib_nr_numerology_type_t>(random() % 8),
-                                      static_cast<lib_nr_channel_bw_type_t>(random() % 26));
-        }
-        }
-        const unsigned int most =
-            lib_nr_phy_common_t::get_max_transmit_rb_num(numerology.get_numerolgy(), numerology.get_bandwidth());
-        ASSERT_GE(numerology.get_rb_size(), 6U) << step;
-        ASSERT_LE(numerology.get_rb_start() + numerology.get_rb_size(), most) << step;
-    }
 }
 
 } // namespace

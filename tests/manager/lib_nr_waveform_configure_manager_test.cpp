@@ -15,27 +15,6 @@ using mask_t = std::vector<std::pair<double, double>>;
 
 constexpr double k_nan = std::numeric_limits<double>::quiet_NaN();
 
-TEST(waveform_manager, is_fresh_as_told)
-{
-    const waveform_t waveform;
-    EXPECT_EQ(waveform.get_waveform_sample_rate_hz(), 122880000.0);
-    EXPECT_EQ(waveform.get_waveform_sample_points(), 1228800U);
-    EXPECT_EQ(waveform.get_frame_sample_points(), 1228800U);
-    EXPECT_EQ(waveform.get_waveform_length_s(), 0.01);
-    EXPECT_EQ(waveform.get_carrier_number(), 1U);
-    EXPECT_EQ(waveform.get_frame_number(), 1U);
-    EXPECT_EQ(waveform.get_subframes_number(), 10U);
-    EXPECT_FALSE(waveform.get_nr_ntn());
-    EXPECT_FALSE(waveform.get_mirror_spectrum());
-    EXPECT_TRUE(waveform.get_phase_compensation_enable());
-    EXPECT_EQ(waveform.get_radio_frequency(), 1e9);
-    EXPECT_EQ(waveform.get_antennas_number(), 1U);
-
-    vek::common_lib::lib_crest_factor_reduce_setting_t setting;
-    setting.init(122880000.0, 122880000.0);
-    EXPECT_EQ(waveform.get_crest_factor_reduction_setting(), setting);
-}
-
 // The least power of two times the spacing that holds the occupied width and a quarter more, by trying them all.
 TEST(waveform_manager, rate_is_the_least_that_leaves_a_fifth_free)
 {
