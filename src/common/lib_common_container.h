@@ -57,7 +57,7 @@ public:
             combined.insert(combined.end(), part.begin(), part.end());
     }
 
-    /// Equal parts in order. Where the size is not a multiple of their number: a line, no parts, false.
+    /// Equal parts in order. Where the size is not a multiple of their number: a printed line, no parts, false.
     template <typename value_t>
     static bool split_vector(unsigned int part_count, const std::vector<value_t>& values,
                              std::vector<std::vector<value_t>>& parts)

@@ -38,8 +38,8 @@ public:
     /// Puts this cursor and all below it on the first entry.
     void init();
 
-    /// Moves the cursor, and those below it, but that of the SRS, to their first entry in the carrier. A line, false
-    /// and no move past the end of the carriers; the current index moves nothing.
+    /// Moves the cursor, and those below it, but that of the SRS, to their first entry in the carrier. A printed line,
+    /// false and no move past the end of the carriers; the current index moves nothing.
     bool set_current_carrier_index(unsigned int carrier);
     unsigned int get_current_carrier_id() const { return m_carrier_index; }
 

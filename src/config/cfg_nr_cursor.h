@@ -83,7 +83,7 @@ class NR_MOD_LIB_EXPORT cfg_nr_single_cursor_t : public cfg_nr_cursor_t
 public:
     /// Puts the cursor on the first carrier.
     void init() { set_current_carrier_index(0); }
-    /// Moves the cursor; a line, false and no move for a carrier that the waveform has not.
+    /// Moves the cursor; a printed line, false and no move for a carrier that the waveform has not.
     bool set_current_carrier_index(unsigned int carrier);
 
 protected:

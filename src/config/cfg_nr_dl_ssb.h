@@ -105,7 +105,8 @@ public:
     unsigned int get_kssb() const { return _target().get_kssb(); }
 
     /// Lowest resource block of the block in RBs of 15 kHz (FR1) or 60 kHz (FR2). What reaches the limit becomes the
-    /// limit, with a line, and resets kssb. The value that a reset leaves at the full width stands for the middle.
+    /// limit, with a printed line, and resets kssb. The value that a reset leaves at the full width stands for the
+    /// middle.
     bool set_rb_offset(unsigned int rb_offset);
     unsigned int get_rb_offset() const { return _target().get_rb_offset(); }
 

@@ -21,8 +21,8 @@ public:
     /// Puts the cursor on the first numerology of the first carrier.
     void init();
 
-    /// Moves the cursor, and that of the guard bands; a line, false and no move where an index lies past its list's
-    /// end.
+    /// Moves the cursor, and that of the guard bands; a printed line, false and no move where an index lies past its
+    /// list's end.
     bool set_current_numerology_index(unsigned int carrier, unsigned int numerology);
     bool set_current_index(unsigned int carrier, unsigned int numerology)
     {

@@ -11,9 +11,9 @@ namespace vek::nr_mod_lib
 /// Cursor over the carriers' PRACH bursts, which a carrier of type `LIB_NR_PRACH` sends.
 ///
 /// Row, spacing, sequence length, restricted set and carrier go together (TS 38.211 clause 6.3.3): a setter stores what
-/// is asked for, then corrects it and its neighbours by the checks of `lib_nr_phy_common_t`, each with a line. A burst
-/// is sent in the frames that its row's period and `frame_offset` name, if its subframe or slot is one of the row's;
-/// one that is disabled or not sent keeps those behind it in the list out of the frame too.
+/// is asked for, then corrects it and its neighbours by the checks of `lib_nr_phy_common_t`, each with a printed line.
+/// A burst is sent in the frames that its row's period and `frame_offset` name, if its subframe or slot is one of the
+/// row's; one that is disabled or not sent keeps those behind it in the list out of the frame too.
 class NR_MOD_LIB_EXPORT cfg_nr_prach_t : public cfg_nr_list_cursor_t<lib_nr_ul_prach_configure_manager_t>
 {
 public:
@@ -108,7 +108,7 @@ public:
     }
     /// Occasions in time within a slot.
     unsigned int get_n_RA_slot_t() const { return _target().get_n_RA_slot_t(); }
-    /// Symbols of an occasion, after a line; of a long format its repetitions.
+    /// Symbols of an occasion, after a printed line; of a long format its repetitions.
     unsigned int get_prach_duration() const { return _target().get_prach_duration(); }
     /// Logical index of the root that the preamble came to lie on, which is also printed.
     unsigned int get_logical_root_sequence_index() const;

@@ -81,7 +81,7 @@ public:
     const common_lib::lib_crest_factor_reduce_setting_t& get_crest_factor_reduction_setting() const;
 
     unsigned int get_carrier_number() const;
-    /// The one carrier façade, moved to the index; past the end it stays, with a line.
+    /// The one carrier façade, moved to the index; past the end it stays, with a printed line.
     cfg_nr_carrier_t* get_carrier(unsigned int index);
     void add_carrier();
     bool copy_carrier(unsigned int index);

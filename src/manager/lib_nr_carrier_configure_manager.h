@@ -115,7 +115,7 @@ public:
 
     /// Rebuilds the numerologies at full width, and what stands in them follows. Outside the bandwidths of TS 38.104 it
     /// changes nothing; in NTN mode what is no NTN bandwidth becomes 30 MHz. In multiple mode the PRACHs do not follow
-    /// and a line tells so.
+    /// and a printed line tells so.
     bool set_bandwidth(lib_nr_channel_bw_type_t bandwidth);
     lib_nr_channel_bw_type_t get_bandwidth() const { return m_bandwidth; }
 
@@ -144,7 +144,7 @@ public:
     {
         return _at(m_numerologies, index);
     }
-    /// The numerology of a spacing; without one a line and the last numerology.
+    /// The numerology of a spacing; without one a printed line and the last numerology.
     lib_nr_phy_numerology_configure_manager_t& get_numerology_manager(lib_nr_numerology_type_t numerology);
     const lib_nr_phy_numerology_configure_manager_t& get_numerology_manager(lib_nr_numerology_type_t numerology) const;
     /// A copy of the first numerology that is enabled.
@@ -283,7 +283,7 @@ public:
 
     // Bandwidth parts: each change is taken along by the channels in the BWP. A spacing that is not enabled becomes the
     // first enabled one. The limits of an uplink BWP are the caller's: first and number of resource blocks. In multiple
-    // mode the PRACHs do not follow an uplink BWP, and a line tells so.
+    // mode the PRACHs do not follow an uplink BWP, and a printed line tells so.
 
     bool set_dl_bwp_numerology(unsigned int index, lib_nr_numerology_type_t numerology);
     bool set_dl_bwp_rb_size(unsigned int index, unsigned int rb_size);
@@ -297,8 +297,8 @@ public:
     bool set_ul_bwp_rb_number(unsigned int index, unsigned int rb_number, unsigned int rb_start, unsigned int rb_size);
     bool set_ul_bwp_rb_offset(unsigned int index, unsigned int rb_offset, unsigned int rb_start, unsigned int rb_size);
 
-    // Where a channel stands: a BWP past the end becomes BWP 0, with a line; a spacing that is not enabled becomes the
-    // first enabled one. A PRACH keeps its own id and only takes over the BWP's figures.
+    // Where a channel stands: a BWP past the end becomes BWP 0, with a printed line; a spacing that is not enabled
+    // becomes the first enabled one. A PRACH keeps its own id and only takes over the BWP's figures.
 
     bool set_dl_dci_bwp_id(unsigned int index, unsigned int bwp_id);
     bool set_dl_sch_bwp_id(unsigned int index, unsigned int bwp_id);
@@ -352,7 +352,7 @@ private:
     void _update_coreset_reference();
     void _update_uplink_bwp_reference();
 
-    /// The numerology in which a bandwidth part lies; a line where it is not enabled.
+    /// The numerology in which a bandwidth part lies; a printed line where it is not enabled.
     const lib_nr_phy_numerology_configure_manager_t& _dl_bwp_limits(const lib_nr_dl_bwp_configure_manager_t& bwp,
                                                                     std::string_view operation) const;
     void _follow_ul_bwp(lib_nr_ul_pucch_configure_manager_t& pucch, const lib_nr_ul_bwp_configure_manager_t& bwp) const;

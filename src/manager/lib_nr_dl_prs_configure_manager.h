@@ -115,7 +115,7 @@ public:
     bool set_symbol_number(lib_nr_prs_symbol_number number);
     lib_nr_prs_symbol_number get_symbol_number() const { return m_symbol_number; }
 
-    // What an enumerator stands for; the first of its kind, and a line, for a value that has none.
+    // What an enumerator stands for; the first of its kind, and a printed line, for a value that has none.
 
     static unsigned int _get_comb_size(lib_nr_prs_comb_size_t comb_size);
     static unsigned int _get_reptition_factor(lib_nr_prs_reptition_factor_t factor);

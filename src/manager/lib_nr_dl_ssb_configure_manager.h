@@ -117,8 +117,8 @@ public:
     unsigned char get_half_frame_idx() const { return m_half_frame_idx; }
 
     /// Lowest resource block of the block, in RBs of 15 kHz in FR1 and of 60 kHz in FR2. The room above the block,
-    /// (rb_size - 20) RBs of its own spacing, is the limit: it replaces what reaches it, with a line, and kssb becomes
-    /// 0. Below 20 RBs there is no room. At 60 kHz anything up to 2^31 - 1 is stored.
+    /// (rb_size - 20) RBs of its own spacing, is the limit: it replaces what reaches it, with a printed line, and kssb
+    /// becomes 0. Below 20 RBs there is no room. At 60 kHz anything up to 2^31 - 1 is stored.
     bool set_rb_offset(unsigned int rb_offset, lib_nr_numerology_type_t numerology, lib_nr_channel_bw_type_t bandwidth,
                        unsigned int rb_size);
     unsigned int get_rb_offset() const { return m_rb_offset; }

@@ -85,19 +85,19 @@ public:
     unsigned int get_n_RA_slot_t() const;
     /// 0 where the sequence length is 839.
     unsigned int get_first_symbol() const;
-    /// The repetitions of a long format; the symbols of a short one, after a line.
+    /// The repetitions of a long format; the symbols of a short one, after a printed line.
     unsigned int get_prach_duration() const;
     /// N_CS.
     int get_ncs() const;
     /// The logical index of the root that the preamble came to lie on.
     unsigned int get_logical_root_sequence_index() const { return m_logical_root_sequence_index; }
     unsigned int get_root_sequence_u() const { return m_root_sequence_u; }
-    /// The root of a logical index, which becomes the burst's; a line for a length without a table.
+    /// The root of a logical index, which becomes the burst's; a printed line for a length without a table.
     unsigned int get_sequence_number(prach_lra_type_t lra, unsigned int index);
     /// Lets root and logical index follow the preamble index. Always true.
     bool update_preamble_sequence_parameters();
 
-    // What a user interface may offer. A line where format or spacing have none.
+    // What a user interface may offer. A printed line where format or spacing have none.
 
     static std::vector<prach_config_table_type_t> get_config_table_for_ui(lib_nr_channel_bw_type_t bandwidth);
     static std::vector<prach_scs_type_t> get_prach_scs_for_ui(prach_format_t format,

@@ -65,10 +65,10 @@ public:
     /// Brings the engine's own configuration back to defaults; always true.
     bool waveform_init();
 
-    /// Generates. True when the run reached its end, also for a silent waveform. False and a line without carriers
-    /// (results as before) and on a resource conflict (results empty; the grid tells its first cell). A channel that
-    /// fails leaves its frame silent and the run goes on; `get_first_failed_step` names it. An exception passes to the
-    /// caller; the results are empty then, and the engine can be used on.
+    /// Generates. True when the run reached its end, also for a silent waveform. False and a printed line without
+    /// carriers (results as before) and on a resource conflict (results empty; the grid tells its first cell). A
+    /// channel that fails leaves its frame silent and the run goes on; `get_first_failed_step` names it. An exception
+    /// passes to the caller; the results are empty then, and the engine can be used on.
     bool nr_phy_process();
     /// The first channel step that failed or threw in the last run or view; nothing where none did. `channel` is empty
     /// where a frame's modulation threw. Reset when the next run or view starts.

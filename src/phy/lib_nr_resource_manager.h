@@ -165,7 +165,7 @@ public:
     /// as many symbols in a slot.
     bool is_pass_of(lib_nr_numerology_type_t numerology, lib_nr_cyclic_prefix_type_t cp_type) const;
 
-    /// Whether any cell is a conflict; false and a line where the map has no symbols.
+    /// Whether any cell is a conflict; false and a printed line where the map has no symbols.
     bool is_resource_mapping_conflict() const;
     /// Where the first conflict since the last initialisation arose and between whom; nothing without a conflict.
     const std::optional<lib_nr_resource_conflict_t>& get_first_conflict() const { return m_first_conflict; }

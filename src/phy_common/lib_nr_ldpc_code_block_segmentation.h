@@ -26,7 +26,7 @@ public:
     void deal_code_block_segmentation(const std::vector<unsigned char>& in,
                                       std::vector<std::vector<unsigned char>>& out);
     /// The smallest lifting size that holds K' bits in the K_b information columns that a transport block of B bits
-    /// uses; 0 and a line where there is none.
+    /// uses; 0 and a printed line where there is none.
     unsigned int _get_ldpc_lifting_size(unsigned int transport_block_size, unsigned int code_block_size) const;
 
     /// Transport block size for N_info = resource elements x modulation order x layers x code rate, cut to an integer

@@ -34,13 +34,13 @@ public:
     /// untouched. Both may be the same vector.
     bool deal_ldpc_coding(const std::vector<unsigned char>& in, std::vector<unsigned char>& out);
 
-    /// 22Z or 10Z; 0 and a line for an unknown graph.
+    /// 22Z or 10Z; 0 and a printed line for an unknown graph.
     static unsigned int get_ldpc_coding_input_data_length(lib_nr_ldpc_base_graph_type_t base_graph, unsigned int z);
-    /// 66 or 50; 0 and a line for an unknown graph.
+    /// 66 or 50; 0 and a printed line for an unknown graph.
     static unsigned int get_ldpc_coding_output_data_length(lib_nr_ldpc_base_graph_type_t base_graph);
-    /// 66Z or 50Z; 0 and a line for an unknown graph.
+    /// 66Z or 50Z; 0 and a printed line for an unknown graph.
     static unsigned int get_ldpc_coding_output_data_length(lib_nr_ldpc_base_graph_type_t base_graph, unsigned int z);
-    /// The smallest lifting size of any set that is not below the argument; 0 and a line above 384.
+    /// The smallest lifting size of any set that is not below the argument; 0 and a printed line above 384.
     static unsigned int get_min_lifting_size_value(unsigned int minimum);
     static bool check_lifting_size_value(unsigned int z);
 

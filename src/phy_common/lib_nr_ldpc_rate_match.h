@@ -19,13 +19,13 @@ public:
 
     /// 1 limits the circular buffer to 25344 bits, which no code word exceeds; false, and no change, above 1.
     bool set_i_lbrm(unsigned int i_lbrm);
-    /// Bits per symbol; 0 is refused with a line.
+    /// Bits per symbol; 0 is refused with a printed line.
     bool set_q_m(unsigned int q_m);
-    /// Layers; 0 is refused with a line.
+    /// Layers; 0 is refused with a printed line.
     bool set_n_l(unsigned int n_l);
     /// Output bits of the whole transport block.
     void set_g(unsigned int g);
-    /// Code blocks; 0 is refused with a line.
+    /// Code blocks; 0 is refused with a printed line.
     bool set_c(unsigned int c);
     /// An unknown graph is stored and prints two lines; every input is then refused.
     void set_base_graph_type(lib_nr_ldpc_base_graph_type_t base_graph);

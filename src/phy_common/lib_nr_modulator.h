@@ -33,7 +33,7 @@ public:
 
     /// An unknown type is stored all the same and prints a line; the constellation stays the old one.
     void set_modulation_type(lib_nr_modulation_type_t type);
-    /// Bits per symbol Qm; 0 and a line for an unknown type.
+    /// Bits per symbol Qm; 0 and a printed line for an unknown type.
     static unsigned int get_modulation_order(lib_nr_modulation_type_t type);
     /// The points by symbol value, the first bit of a symbol highest; 2^Qm entries, none without a constellation.
     /// Built at each call.

@@ -56,12 +56,12 @@ public:
     /// Spacing of the carrier. Leaving a spacing other than 60 kHz brings the normal prefix back.
     void set_numerology(lib_nr_numerology_type_t numerology);
     void set_channel_bandwidth(lib_nr_channel_bw_type_t bandwidth);
-    /// The extended prefix goes with 60 kHz alone; elsewhere it is refused with a line and false.
+    /// The extended prefix goes with 60 kHz alone; elsewhere it is refused with a printed line and false.
     bool set_cyclic_prefix_type(lib_nr_cyclic_prefix_type_t cp_type);
-    /// Takes the least whole oversampling ratio that reaches the rate, in hertz. A line and false for a rate of 0 or
-    /// below and for NaN.
+    /// Takes the least whole oversampling ratio that reaches the rate, in hertz. A printed line and false for a rate of
+    /// 0 or below and for NaN.
     bool set_target_sample_rate(double sample_rate_hz);
-    /// A line and false for 0.
+    /// A printed line and false for 0.
     bool set_oversamping_ratio(unsigned int ratio);
     void set_prach_ofdm_info(const prach_ofdm_info_param_t& info) { m_info = info; }
 
@@ -76,7 +76,7 @@ public:
     prach_resource_time_param_t nr_ul_phy_prach_time_map() const;
 
     /// Samples of one frame into `main`, which keeps its length; head and tail stay empty. What passes the frame's end
-    /// comes back at its beginning. False for an empty grid; a line where prefixes and rows differ in number.
+    /// comes back at its beginning. False for an empty grid; a printed line where prefixes and rows differ in number.
     bool deal_frame_ofdm_modulation(const grid_t& grid, signal_t& main, signal_t& head, signal_t& tail) const;
     /// Adds the same, turned round by `shift` samples within `frame_length`, to the first `available` samples of a
     /// frame.

@@ -151,8 +151,8 @@ public:
                                                   lib_nr_cyclic_prefix_type_t cp_type);
     static unsigned int get_symbol_number_in_frame(lib_nr_numerology_type_t numerology,
                                                    lib_nr_cyclic_prefix_type_t cp_type);
-    /// Largest transmission bandwidth in resource blocks (TS 38.104 clause 5.3.2); 0 and a line where the pair has
-    /// none.
+    /// Largest transmission bandwidth in resource blocks (TS 38.104 clause 5.3.2); 0 and a printed line where the pair
+    /// has none.
     static unsigned int get_max_transmit_rb_num(lib_nr_numerology_type_t numerology,
                                                 lib_nr_channel_bw_type_t bandwidth);
     /// 12 times `get_max_transmit_rb_num`, with the same line.
@@ -179,11 +179,11 @@ public:
     /// format is the second for the last occasion of a slot, else the first.
     static void get_variables_from_configTable(prach_config_table_type_t table, unsigned int index,
                                                configuration_table_t& row, unsigned int occasion);
-    /// A long format by its name; a line, and the record stays, for any other.
+    /// A long format by its name; a printed line, and the record stays, for any other.
     static void get_variables_from_table63311(const std::string& format, long_preamble_formats_t& record);
-    /// A short format by its name; a line, and the record stays, for any other.
+    /// A short format by its name; a printed line, and the record stays, for any other.
     static void get_variables_from_table63312(const std::string& format, short_preamble_formats_t& record);
-    /// The format of a name; A1 and a line for a name that is none.
+    /// The format of a name; A1 and a printed line for a name that is none.
     static prach_format_t prach_string_map_index(const std::string& format);
     /// The root u of a logical index, TS 38.211 Tables 6.3.3.1-3 to 6.3.3.1-4B; a length that is none of the first
     /// three counts as 571. The index must lie below the length - 1.
@@ -228,7 +228,7 @@ public:
     /// hertz.
     static void get_gridsize(unsigned int rb, unsigned int scs, prach_scs_type_t scs_ra, prach_format_t format,
                              unsigned int& columns, unsigned int& rows);
-    /// mu of a preamble's spacing, 0 for the spacings of the long formats; a line and 0 for any other.
+    /// mu of a preamble's spacing, 0 for the spacings of the long formats; a printed line and 0 for any other.
     static unsigned int get_u_from_prach_scs(prach_scs_type_t scs);
     /// Rows that a preamble fills. Prints the row's duration.
     static unsigned int get_num_ofdm_symbols(prach_format_t format, prach_config_table_type_t table,

@@ -14,8 +14,8 @@ namespace vek::nr_mod_lib
 /// Rows of a binary matrix, 32 columns a word, the first column highest.
 using lib_nr_packed_matrix_t = std::vector<std::vector<std::uint32_t>>;
 
-/// Packs a matrix of one byte per element and puts it into `store` under its order. Prints a line and returns false,
-/// nothing stored, where it isn't square or its order isn't a power of 2 of at least 32.
+/// Packs a matrix of one byte per element and puts it into `store` under its order. Prints a printed line and returns
+/// false, nothing stored, where it isn't square or its order isn't a power of 2 of at least 32.
 NR_MOD_LIB_EXPORT bool deal_matrix_transform(const std::vector<std::vector<unsigned char>>& matrix,
                                              std::map<unsigned int, lib_nr_packed_matrix_t>& store);
 
@@ -36,9 +36,10 @@ public:
     /// Rate matching output length E in bits, at first 864.
     void set_rate_matching_output_length(unsigned int output_length);
 
-    /// `out` becomes the code word of N bits, N from 32 to 2^n_max. Prints a line and returns false, `out` empty, where
-    /// E is below the input with its parity check bits, or the input to be interleaved is longer than 164 bits. Both
-    /// may be the same vector. An N below the input's length (no channel asks for it) carries the input's first bits.
+    /// `out` becomes the code word of N bits, N from 32 to 2^n_max. Prints a printed line and returns false, `out`
+    /// empty, where E is below the input with its parity check bits, or the input to be interleaved is longer than 164
+    /// bits. Both may be the same vector. An N below the input's length (no channel asks for it) carries the input's
+    /// first bits.
     bool deal_polar_coding(const std::vector<unsigned char>& in, std::vector<unsigned char>& out);
 
     /// TS 38.212 Table 5.3.1.2-1: bit indices in ascending reliability, 1024 entries.

@@ -54,12 +54,13 @@ struct prach_restricted_parameters_t
 class NR_MOD_LIB_EXPORT lib_nr_prach_preamble_t
 {
 public:
-    /// Walks the roots from the sequence index on, at most once round the table; a line where no root has room left.
+    /// Walks the roots from the sequence index on, at most once round the table; a printed line where no root has room
+    /// left.
     static prach_preamble_t get_preamble(const prach_preamble_setting_t& setting);
 
     /// d_u: with q the inverse of u modulo L_RA, q itself or L_RA - q, whichever is the smaller. 0 < u < L_RA.
     static unsigned int get_restrictedset_cyclic_shift(prach_lra_type_t lra, unsigned int u);
-    /// A line and all -1 for N_CS -1; all -1 for N_CS 0 and where d_u lies in no range.
+    /// A printed line and all -1 for N_CS -1; all -1 for N_CS 0 and where d_u lies in no range.
     static prach_restricted_parameters_t get_restricted_cyclic_shift_parameters(prach_lra_type_t lra,
                                                                                 prach_restricted_set_type_t set,
                                                                                 int ncs, unsigned int d_u);

@@ -17,8 +17,8 @@ class NR_MOD_LIB_EXPORT lib_nr_small_block_channel_coding_t
 public:
     /// Modulation order 1, 2, 4, 6 or 8 (1 at first); any other value prints a line, changes nothing and gives false.
     bool set_modulation_order(unsigned int order);
-    /// `out` becomes the code word. False, with a line and `out` empty, for 0 or more than 11 bits. Both may be the
-    /// same vector.
+    /// `out` becomes the code word. False, with a printed line and `out` empty, for 0 or more than 11 bits. Both may be
+    /// the same vector.
     bool deal_small_block_channel_coding(const std::vector<unsigned char>& in, std::vector<unsigned char>& out);
 
 private:

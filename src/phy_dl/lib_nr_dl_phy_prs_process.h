@@ -24,7 +24,8 @@ public:
                              const lib_nr_waveform_configure_manager_t& waveform);
     /// Writes one slot of the frame. Reads the marks of SS/PBCH blocks, so it comes behind the view. Always true.
     bool prs_encode_process(unsigned int slot);
-    /// Marks or writes a slot of the frame; slots past the frame do nothing. False and a line for a mode that is none.
+    /// Marks or writes a slot of the frame; slots past the frame do nothing. False and a printed line for a mode that
+    /// is none.
     bool dl_phy_prs_remap(unsigned int slot, lib_nr_remap_mode_t mode);
 
 private:

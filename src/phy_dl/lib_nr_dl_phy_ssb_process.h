@@ -37,13 +37,13 @@ public:
     void set_waveform_config(unsigned int carrier, unsigned int system_frame, unsigned int half_frame,
                              unsigned int numerology_index, const lib_nr_waveform_configure_manager_t& waveform);
 
-    /// Writes the block of an index below Lmax into the payload map. False, nothing written and a line, only where the
-    /// polar coder fails.
+    /// Writes the block of an index below Lmax into the payload map. False, nothing written and a printed line, only
+    /// where the polar coder fails.
     bool ssb_encode_process(unsigned int block_index);
 
     /// For the view, marks the block's cells, and in the symbols of PSS and full PBCH all of the resource blocks that
     /// hold them; false where a cell was taken or lay outside. The other mode writes the block that is in work, and
-    /// there is none between blocks. False and a line for an unknown mode.
+    /// there is none between blocks. False and a printed line for an unknown mode.
     bool _dl_phy_ssb_remap(unsigned int block_index, lib_nr_remap_mode_t mode);
 
     // The fields of the snapshot one by one. They store what they are given.

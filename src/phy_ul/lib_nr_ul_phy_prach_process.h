@@ -24,7 +24,7 @@ public:
     bool set_waveform_config(unsigned int carrier, unsigned int numerology, unsigned int burst,
                              const lib_nr_waveform_configure_manager_t& waveform);
     /// Corrects what does not go together, writes the preamble into the PRACH grid, and leaves there what the modulator
-    /// has to know. False and a line where no root sequence has the preamble.
+    /// has to know. False and a printed line where no root sequence has the preamble.
     bool prach_process();
     /// Notes the burst's band for the view, mode `LIB_NR_REMAPP_MODE_UI_VIEW_MAP`, and what the modulator has to know.
     /// Always true.
