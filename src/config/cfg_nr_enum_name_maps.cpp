@@ -249,6 +249,15 @@ const enum_names_t<lib_nr_pn_seq_t> g_lib_nr_pn_seq_t_name_map = name_map<lib_nr
     {LIB_NR_USER_CFG, "LIB_NR_USER_CFG"},
 });
 
+const enum_names_t<mcs_table_t> g_mcs_table_t_name_map = name_map<mcs_table_t>({
+    {TABLE_5_1_3_1_1, "TABLE_5_1_3_1_1"},
+    {TABLE_5_1_3_1_2, "TABLE_5_1_3_1_2"},
+    {TABLE_5_1_3_1_3, "TABLE_5_1_3_1_3"},
+    {TABLE_5_1_3_1_4, "TABLE_5_1_3_1_4"},
+    {TABLE_6_1_4_1_1, "TABLE_6_1_4_1_1"},
+    {TABLE_6_1_4_1_2, "TABLE_6_1_4_1_2"},
+});
+
 const enum_names_t<prach_config_table_type_t> g_prach_config_table_type_t_name_map =
     name_map<prach_config_table_type_t>({
         {FR1_FDD_SUL, "FR1_FDD_SUL"},

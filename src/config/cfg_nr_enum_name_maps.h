@@ -13,6 +13,7 @@
 #include "phy_common/lib_nr_csirs_type.h"
 #include "phy_common/lib_nr_duplex_type.h"
 #include "phy_common/lib_nr_ldpc_coding.h"
+#include "phy_common/lib_nr_mcs_table_type.h"
 #include "phy_common/lib_nr_modulator.h"
 #include "phy_common/lib_nr_phy_common.h"
 #include "phy_common/lib_nr_pn_seq.h"
@@ -56,6 +57,7 @@ extern NR_MOD_LIB_EXPORT const enum_names_t<lib_nr_lmax_t> g_lib_nr_lmax_t_name_
 extern NR_MOD_LIB_EXPORT const enum_names_t<lib_nr_duplex_type_t> g_lib_nr_duplex_type_t_name_map;
 extern NR_MOD_LIB_EXPORT const enum_names_t<lib_nr_ldpc_base_graph_type_t> g_lib_nr_ldpc_base_graph_type_t_name_map;
 extern NR_MOD_LIB_EXPORT const enum_names_t<lib_nr_pn_seq_t> g_lib_nr_pn_seq_t_name_map;
+extern NR_MOD_LIB_EXPORT const enum_names_t<mcs_table_t> g_mcs_table_t_name_map;
 extern NR_MOD_LIB_EXPORT const enum_names_t<prach_config_table_type_t> g_prach_config_table_type_t_name_map;
 extern NR_MOD_LIB_EXPORT const enum_names_t<prach_scs_type_t> g_prach_scs_type_t_name_map;
 extern NR_MOD_LIB_EXPORT const enum_names_t<prach_lra_type_t> g_prach_lra_type_t_name_map;
@@ -112,6 +114,7 @@ inline const auto& enum_name_map(lib_nr_lmax_t) { return g_lib_nr_lmax_t_name_ma
 inline const auto& enum_name_map(lib_nr_duplex_type_t) { return g_lib_nr_duplex_type_t_name_map; }
 inline const auto& enum_name_map(lib_nr_ldpc_base_graph_type_t) { return g_lib_nr_ldpc_base_graph_type_t_name_map; }
 inline const auto& enum_name_map(lib_nr_pn_seq_t) { return g_lib_nr_pn_seq_t_name_map; }
+inline const auto& enum_name_map(mcs_table_t) { return g_mcs_table_t_name_map; }
 inline const auto& enum_name_map(prach_config_table_type_t) { return g_prach_config_table_type_t_name_map; }
 inline const auto& enum_name_map(prach_scs_type_t) { return g_prach_scs_type_t_name_map; }
 inline const auto& enum_name_map(prach_lra_type_t) { return g_prach_lra_type_t_name_map; }
