@@ -65,6 +65,94 @@ const enum_names_t<lib_nr_channel_resource_mapping_type_t> g_lib_nr_channel_reso
         {LIB_NR_RESOURCE_MAPPING_CONFLICT, "LIB_NR_RESOURCE_MAPPING_CONFLICT"},
     });
 
+const enum_names_t<lib_nr_sch_ra_type_t> g_lib_nr_sch_ra_type_t_name_map = name_map<lib_nr_sch_ra_type_t>({
+    {LIB_NR_SCH_RA_TYPE0, "LIB_NR_SCH_RA_TYPE0"},
+    {LIB_NR_SCH_RA_TYPE1, "LIB_NR_SCH_RA_TYPE1"},
+    {LIB_NR_SCH_RA_TYPE2, "LIB_NR_SCH_RA_TYPE2"},
+});
+
+const enum_names_t<lib_nr_sch_interleave_t> g_lib_nr_sch_interleave_t_name_map = name_map<lib_nr_sch_interleave_t>({
+    {LIB_NR_SCH_INTERLEAVE, "LIB_NR_SCH_INTERLEAVE"},
+    {LIB_NR_SCH_NO_INTERLEAVE, "LIB_NR_SCH_NO_INTERLEAVE"},
+});
+
+const enum_names_t<lib_nr_sch_dmrs_configuration_type_t> g_lib_nr_sch_dmrs_configuration_type_t_name_map =
+    name_map<lib_nr_sch_dmrs_configuration_type_t>({
+        {LIB_NR_DMRS_CFG_TYPE1, "LIB_NR_DMRS_CFG_TYPE1"},
+        {LIB_NR_DMRS_CFG_TYPE2, "LIB_NR_DMRS_CFG_TYPE2"},
+    });
+
+const enum_names_t<lib_nr_sch_dmrs_mapping_type_t> g_lib_nr_sch_dmrs_mapping_type_t_name_map =
+    name_map<lib_nr_sch_dmrs_mapping_type_t>({
+        {LIB_NR_DMRS_MAPPING_TYPEA, "LIB_NR_DMRS_MAPPING_TYPEA"},
+        {LIB_NR_DMRS_MAPPING_TYPEB, "LIB_NR_DMRS_MAPPING_TYPEB"},
+    });
+
+const enum_names_t<lib_nr_sch_dmrs_type_a_position_t> g_lib_nr_sch_dmrs_type_a_position_t_name_map =
+    name_map<lib_nr_sch_dmrs_type_a_position_t>({
+        {LIB_NR_SCH_DMRS_TYPEA_POSITION_2, "LIB_NR_SCH_DMRS_TYPEA_POSITION_2"},
+        {LIB_NR_SCH_DMRS_TYPEA_POSITION_3, "LIB_NR_SCH_DMRS_TYPEA_POSITION_3"},
+        {LIB_NR_SCH_DMRS_TYPEA_POSITION_MIB, "LIB_NR_SCH_DMRS_TYPEA_POSITION_MIB"},
+    });
+
+const enum_names_t<lib_nr_sch_dmrs_additional_position_t> g_lib_nr_sch_dmrs_additional_position_t_name_map =
+    name_map<lib_nr_sch_dmrs_additional_position_t>({
+        {LIB_NR_SCH_DMRS_ADDITIONAL_POSITION_0, "LIB_NR_SCH_DMRS_ADDITIONAL_POSITION_0"},
+        {LIB_NR_SCH_DMRS_ADDITIONAL_POSITION_1, "LIB_NR_SCH_DMRS_ADDITIONAL_POSITION_1"},
+        {LIB_NR_SCH_DMRS_ADDITIONAL_POSITION_2, "LIB_NR_SCH_DMRS_ADDITIONAL_POSITION_2"},
+        {LIB_NR_SCH_DMRS_ADDITIONAL_POSITION_3, "LIB_NR_SCH_DMRS_ADDITIONAL_POSITION_3"},
+    });
+
+const enum_names_t<lib_nr_sch_dmrs_length_t> g_lib_nr_sch_dmrs_length_t_name_map = name_map<lib_nr_sch_dmrs_length_t>({
+    {LIB_NR_SCH_DMRS_LENGTH_SINGLE_SYMBOL, "LIB_NR_SCH_DMRS_LENGTH_SINGLE_SYMBOL"},
+    {LIB_NR_SCH_DMRS_LENGTH_DOUBLE_SYMBOL, "LIB_NR_SCH_DMRS_LENGTH_DOUBLE_SYMBOL"},
+});
+
+const enum_names_t<lib_nr_sch_dmrs_mapping_ref_t> g_lib_nr_sch_dmrs_mapping_ref_t_name_map =
+    name_map<lib_nr_sch_dmrs_mapping_ref_t>({
+        {LIB_NR_DMRS_MAPPING_REF_CRB, "LIB_NR_DMRS_MAPPING_REF_CRB"},
+        {LIB_NR_DMRS_MAPPING_REF_PRB, "LIB_NR_DMRS_MAPPING_REF_PRB"},
+    });
+
+const enum_names_t<lib_nr_sch_vrb_bundle_size_t> g_lib_nr_sch_vrb_bundle_size_t_name_map =
+    name_map<lib_nr_sch_vrb_bundle_size_t>({
+        {LIB_NR_SCH_VRB_BUNDLE_SIZE_2, "LIB_NR_SCH_VRB_BUNDLE_SIZE_2"},
+        {LIB_NR_SCH_VRB_BUNDLE_SIZE_4, "LIB_NR_SCH_VRB_BUNDLE_SIZE_4"},
+    });
+
+const enum_names_t<lib_nr_sch_x_overhead_t> g_lib_nr_sch_x_overhead_t_name_map = name_map<lib_nr_sch_x_overhead_t>({
+    {LIB_NR_SCH_X_OVERHEAD_0, "LIB_NR_SCH_X_OVERHEAD_0"},
+    {LIB_NR_SCH_X_OVERHEAD_6, "LIB_NR_SCH_X_OVERHEAD_6"},
+    {LIB_NR_SCH_X_OVERHEAD_12, "LIB_NR_SCH_X_OVERHEAD_12"},
+    {LIB_NR_SCH_X_OVERHEAD_18, "LIB_NR_SCH_X_OVERHEAD_18"},
+});
+
+const enum_names_t<lib_nr_sch_tb_scaling_t> g_lib_nr_sch_tb_scaling_t_name_map = name_map<lib_nr_sch_tb_scaling_t>({
+    {LIB_NR_SCH_TB_SCALING_1, "LIB_NR_SCH_TB_SCALING_1"},
+    {LIB_NR_SCH_TB_SCALING_0_5, "LIB_NR_SCH_TB_SCALING_0_5"},
+    {LIB_NR_SCH_TB_SCALING_0_25, "LIB_NR_SCH_TB_SCALING_0_25"},
+});
+
+const enum_names_t<lib_nr_sch_ptrs_frequency_density_size_t> g_lib_nr_sch_ptrs_frequency_density_size_t_name_map =
+    name_map<lib_nr_sch_ptrs_frequency_density_size_t>({
+        {LIB_NR_SCH_PTRS_FREQUENCY_DENSITYE_2, "LIB_NR_SCH_PTRS_FREQUENCY_DENSITYE_2"},
+        {LIB_NR_SCH_PTRS_FREQUENCY_DENSITYE_4, "LIB_NR_SCH_PTRS_FREQUENCY_DENSITYE_4"},
+    });
+
+const enum_names_t<lib_nr_sch_ptrs_time_density_t> g_lib_nr_sch_ptrs_time_density_t_name_map =
+    name_map<lib_nr_sch_ptrs_time_density_t>({
+        {LIB_NR_SCH_PTRS_TIME_DENSITYE_1, "LIB_NR_SCH_PTRS_TIME_DENSITYE_1"},
+        {LIB_NR_SCH_PTRS_TIME_DENSITYE_2, "LIB_NR_SCH_PTRS_TIME_DENSITYE_2"},
+        {LIB_NR_SCH_PTRS_TIME_DENSITYE_4, "LIB_NR_SCH_PTRS_TIME_DENSITYE_4"},
+    });
+
+const enum_names_t<lib_nr_sch_rbg_size_t> g_lib_nr_sch_rbg_size_t_name_map = name_map<lib_nr_sch_rbg_size_t>({
+    {LIB_NR_SCH_RBG_SIZE_2, "LIB_NR_SCH_RBG_SIZE_2"},
+    {LIB_NR_SCH_RBG_SIZE_4, "LIB_NR_SCH_RBG_SIZE_4"},
+    {LIB_NR_SCH_RBG_SIZE_8, "LIB_NR_SCH_RBG_SIZE_8"},
+    {LIB_NR_SCH_RBG_SIZE_16, "LIB_NR_SCH_RBG_SIZE_16"},
+});
+
 const enum_names_t<lib_carrier_type_t> g_lib_carrier_type_t_name_map = name_map<lib_carrier_type_t>({
     {LIB_NR_DOWNLINK, "LIB_NR_DOWNLINK"},
     {LIB_NR_UPLINK, "LIB_NR_UPLINK"},

@@ -7,7 +7,6 @@
 #include "manager/lib_nr_dl_dci_configure_manager.h"
 #include "manager/lib_nr_dl_prs_configure_manager.h"
 #include "manager/lib_nr_dl_ssb_configure_manager.h"
-#include "manager/lib_nr_sch_configure_manager.h"
 #include "manager/lib_nr_ul_srs_configure_manager.h"
 #include "phy/lib_nr_resource_manager.h"
 #include "phy_common/lib_nr_csirs_type.h"
@@ -18,6 +17,7 @@
 #include "phy_common/lib_nr_phy_common.h"
 #include "phy_common/lib_nr_pn_seq.h"
 #include "phy_common/lib_nr_prach_type.h"
+#include "phy_common/lib_nr_sch_type.h"
 
 #include <map>
 #include <string>
@@ -39,6 +39,24 @@ extern NR_MOD_LIB_EXPORT const enum_names_t<lib_nr_dl_dci_interleaver_size_t>
 extern NR_MOD_LIB_EXPORT const enum_names_t<lib_nr_remap_mode_t> g_lib_nr_remap_mode_t_name_map;
 extern NR_MOD_LIB_EXPORT const enum_names_t<lib_nr_channel_resource_mapping_type_t>
     g_lib_nr_channel_resource_mapping_type_t_name_map;
+extern NR_MOD_LIB_EXPORT const enum_names_t<lib_nr_sch_ra_type_t> g_lib_nr_sch_ra_type_t_name_map;
+extern NR_MOD_LIB_EXPORT const enum_names_t<lib_nr_sch_interleave_t> g_lib_nr_sch_interleave_t_name_map;
+extern NR_MOD_LIB_EXPORT const enum_names_t<lib_nr_sch_dmrs_configuration_type_t>
+    g_lib_nr_sch_dmrs_configuration_type_t_name_map;
+extern NR_MOD_LIB_EXPORT const enum_names_t<lib_nr_sch_dmrs_mapping_type_t> g_lib_nr_sch_dmrs_mapping_type_t_name_map;
+extern NR_MOD_LIB_EXPORT const enum_names_t<lib_nr_sch_dmrs_type_a_position_t>
+    g_lib_nr_sch_dmrs_type_a_position_t_name_map;
+extern NR_MOD_LIB_EXPORT const enum_names_t<lib_nr_sch_dmrs_additional_position_t>
+    g_lib_nr_sch_dmrs_additional_position_t_name_map;
+extern NR_MOD_LIB_EXPORT const enum_names_t<lib_nr_sch_dmrs_length_t> g_lib_nr_sch_dmrs_length_t_name_map;
+extern NR_MOD_LIB_EXPORT const enum_names_t<lib_nr_sch_dmrs_mapping_ref_t> g_lib_nr_sch_dmrs_mapping_ref_t_name_map;
+extern NR_MOD_LIB_EXPORT const enum_names_t<lib_nr_sch_vrb_bundle_size_t> g_lib_nr_sch_vrb_bundle_size_t_name_map;
+extern NR_MOD_LIB_EXPORT const enum_names_t<lib_nr_sch_x_overhead_t> g_lib_nr_sch_x_overhead_t_name_map;
+extern NR_MOD_LIB_EXPORT const enum_names_t<lib_nr_sch_tb_scaling_t> g_lib_nr_sch_tb_scaling_t_name_map;
+extern NR_MOD_LIB_EXPORT const enum_names_t<lib_nr_sch_ptrs_frequency_density_size_t>
+    g_lib_nr_sch_ptrs_frequency_density_size_t_name_map;
+extern NR_MOD_LIB_EXPORT const enum_names_t<lib_nr_sch_ptrs_time_density_t> g_lib_nr_sch_ptrs_time_density_t_name_map;
+extern NR_MOD_LIB_EXPORT const enum_names_t<lib_nr_sch_rbg_size_t> g_lib_nr_sch_rbg_size_t_name_map;
 extern NR_MOD_LIB_EXPORT const enum_names_t<lib_carrier_type_t> g_lib_carrier_type_t_name_map;
 extern NR_MOD_LIB_EXPORT const enum_names_t<lib_ssb_periodicity_t> g_lib_ssb_periodicity_t_name_map;
 extern NR_MOD_LIB_EXPORT const enum_names_t<lib_nr_antenna_port_t> g_lib_nr_antenna_port_t_name_map;
@@ -94,6 +112,32 @@ inline const auto& enum_name_map(lib_nr_channel_resource_mapping_type_t)
 {
     return g_lib_nr_channel_resource_mapping_type_t_name_map;
 }
+inline const auto& enum_name_map(lib_nr_sch_ra_type_t) { return g_lib_nr_sch_ra_type_t_name_map; }
+inline const auto& enum_name_map(lib_nr_sch_interleave_t) { return g_lib_nr_sch_interleave_t_name_map; }
+inline const auto& enum_name_map(lib_nr_sch_dmrs_configuration_type_t)
+{
+    return g_lib_nr_sch_dmrs_configuration_type_t_name_map;
+}
+inline const auto& enum_name_map(lib_nr_sch_dmrs_mapping_type_t) { return g_lib_nr_sch_dmrs_mapping_type_t_name_map; }
+inline const auto& enum_name_map(lib_nr_sch_dmrs_type_a_position_t)
+{
+    return g_lib_nr_sch_dmrs_type_a_position_t_name_map;
+}
+inline const auto& enum_name_map(lib_nr_sch_dmrs_additional_position_t)
+{
+    return g_lib_nr_sch_dmrs_additional_position_t_name_map;
+}
+inline const auto& enum_name_map(lib_nr_sch_dmrs_length_t) { return g_lib_nr_sch_dmrs_length_t_name_map; }
+inline const auto& enum_name_map(lib_nr_sch_dmrs_mapping_ref_t) { return g_lib_nr_sch_dmrs_mapping_ref_t_name_map; }
+inline const auto& enum_name_map(lib_nr_sch_vrb_bundle_size_t) { return g_lib_nr_sch_vrb_bundle_size_t_name_map; }
+inline const auto& enum_name_map(lib_nr_sch_x_overhead_t) { return g_lib_nr_sch_x_overhead_t_name_map; }
+inline const auto& enum_name_map(lib_nr_sch_tb_scaling_t) { return g_lib_nr_sch_tb_scaling_t_name_map; }
+inline const auto& enum_name_map(lib_nr_sch_ptrs_frequency_density_size_t)
+{
+    return g_lib_nr_sch_ptrs_frequency_density_size_t_name_map;
+}
+inline const auto& enum_name_map(lib_nr_sch_ptrs_time_density_t) { return g_lib_nr_sch_ptrs_time_density_t_name_map; }
+inline const auto& enum_name_map(lib_nr_sch_rbg_size_t) { return g_lib_nr_sch_rbg_size_t_name_map; }
 inline const auto& enum_name_map(lib_carrier_type_t) { return g_lib_carrier_type_t_name_map; }
 inline const auto& enum_name_map(lib_ssb_periodicity_t) { return g_lib_ssb_periodicity_t_name_map; }
 inline const auto& enum_name_map(lib_nr_antenna_port_t) { return g_lib_nr_antenna_port_t_name_map; }

@@ -2,22 +2,12 @@
 
 #include "common/nr_mod_lib_export.h"
 #include "phy_common/lib_nr_phy_common.h"
+#include "phy_common/lib_nr_sch_type.h"
 
-#include <cstdint>
 #include <vector>
 
 namespace vek::nr_mod_lib
 {
-
-/// Antenna port of a shared channel: 0 for none, n + 1 for port n.
-enum lib_nr_antenna_port_t : std::uint32_t
-{
-    LIB_NR_ANTENNA_PORT_NONE = 0,
-    LIB_NR_ANTENNA_PORT_0 = 1,
-    LIB_NR_ANTENNA_PORT_1 = 2,
-    LIB_NR_ANTENNA_PORT_2 = 3,
-    LIB_NR_ANTENNA_PORT_3 = 4,
-};
 
 /// What the downlink and the uplink shared channel have in common: when and for whom a channel sends, and its
 /// RBs inside its BWP. A channel cannot be enabled yet, and has one port.
