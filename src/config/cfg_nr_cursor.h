@@ -45,6 +45,14 @@ protected:
         return true;
     }
 
+    /// The place of the target in the carrier's list of this type, as the carrier's operations take it.
+    template <class entry_t>
+    unsigned int _place_in_list_of() const
+    {
+        const unsigned int number = _carrier().get_entry_number<entry_t>();
+        return m_index < number ? m_index : number - 1;
+    }
+
     lib_nr_waveform_configure_manager_t& m_waveform;
     unsigned int m_carrier_index = 0;
     unsigned int m_index = 0;
@@ -70,11 +78,7 @@ protected:
     entry_t& _target() { return _carrier().template get_entry<entry_t>(m_index); }
     const entry_t& _target() const { return _carrier().template get_entry<entry_t>(m_index); }
     /// The place of the target in its list, as the carrier's operations take it.
-    unsigned int _index() const
-    {
-        const unsigned int number = _carrier().template get_entry_number<entry_t>();
-        return m_index < number ? m_index : number - 1;
-    }
+    unsigned int _index() const { return _place_in_list_of<entry_t>(); }
 };
 
 /// The cursor of a façade of which every carrier has one.

@@ -25,4 +25,26 @@ cfg_nr_dl_coreset_t* cfg_nr_dl_bwp_t::get_coreset(unsigned int index)
     return &m_coreset;
 }
 
+bool cfg_nr_dl_bwp_t::set_bwp_rb_size(unsigned int rb_size) { return _carrier().set_dl_bwp_rb_size(_index(), rb_size); }
+
+bool cfg_nr_dl_bwp_t::set_bwp_rb_start(unsigned int rb_start)
+{
+    return _carrier().set_dl_bwp_rb_start(_index(), rb_start);
+}
+
+bool cfg_nr_dl_bwp_t::set_scs(lib_nr_numerology_type_t scs)
+{
+    const bool changed = _carrier().set_dl_bwp_numerology(_index(), scs);
+    m_waveform.refit_cfr_filter_mask();
+    return changed;
+}
+
+bool cfg_nr_dl_bwp_t::set_cp_type(lib_nr_cyclic_prefix_type_t cp_type)
+{
+    bool changed = false;
+    for (unsigned int i = 0; i < _carrier().get_dl_bwp_number(); ++i)
+        changed = _carrier().set_dl_bwp_cp_type(i, cp_type) || changed;
+    return changed;
+}
+
 } // namespace vek::nr_mod_lib

@@ -20,4 +20,15 @@ bool cfg_nr_dl_coreset_t::set_current_coreset_index(unsigned int carrier, unsign
     return true;
 }
 
+bool cfg_nr_dl_coreset_t::set_duration(unsigned int duration)
+{
+    return _carrier().set_dl_coreset_duration(_place_in_list_of<lib_nr_dl_bwp_configure_manager_t>(), m_coreset_index,
+                                              duration);
+}
+
+std::vector<int> cfg_nr_dl_coreset_t::get_available_coreset_bitmap() const
+{
+    return std::vector<int>(_bwp().get_bwp_rb_size() / 6, 1);
+}
+
 } // namespace vek::nr_mod_lib

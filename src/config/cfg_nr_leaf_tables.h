@@ -12,6 +12,7 @@ namespace vek::nr_mod_lib
 extern const cfg_nr_table_of_t<cfg_nr_carrier_t> g_cfg_nr_carrier_table;
 extern const cfg_nr_table_of_t<cfg_nr_phy_numerology_t> g_cfg_nr_phy_numerology_table;
 extern const cfg_nr_table_of_t<cfg_nr_dl_bwp_t> g_cfg_nr_dl_bwp_table;
+extern const cfg_nr_table_of_t<cfg_nr_dl_coreset_t> g_cfg_nr_dl_coreset_table;
 extern const cfg_nr_table_of_t<cfg_nr_dl_csirs_t> g_cfg_nr_dl_csirs_table;
 extern const cfg_nr_table_of_t<cfg_nr_dl_dci_t> g_cfg_nr_dl_dci_table;
 extern const cfg_nr_table_of_t<cfg_nr_dl_sch_t> g_cfg_nr_dl_sch_table;

@@ -97,6 +97,32 @@ bool is_known_of_prs(const difference_t& difference, const lib_nr_carrier_config
     return value != values.end() && value->second == difference.second;
 }
 
+/// What a recall cannot bring back of downlink BWPs: where the carrier sends none they do not follow its numerologies,
+/// until they are set anew; and a prefix is set for all of them, the last time by the last.
+bool is_known_of_dl_bwp(const difference_t& difference, lib_nr_carrier_configure_manager_t carrier)
+{
+    const std::size_t place = difference.path.find("dl_bwp[");
+    if (place == std::string::npos)
+        return false;
+    const auto index = static_cast<unsigned int>(std::stoul(difference.path.substr(place + 7)));
+    for (unsigned int i = 0; i < carrier.get_dl_bwp_number(); ++i) {
+        carrier.set_dl_bwp_numerology(i, carrier.get_dl_bwp(i).get_numerology());
+        carrier.set_dl_bwp_cp_type(i, carrier.get_dl_bwp(carrier.get_dl_bwp_number() - 1).get_cp_type());
+    }
+    const lib_nr_dl_bwp_configure_manager_t& again = carrier.get_dl_bwp(index);
+    const std::map<std::string, std::string> values = {
+        {"bwp_rb_size", std::to_string(again.get_bwp_rb_size())},
+        {"bwp_rb_start", std::to_string(again.get_bwp_rb_start())},
+        {"scs", g_lib_nr_numerology_type_t_name_map.at(again.get_numerology())},
+        {"cp_type", g_lib_nr_cyclic_prefix_type_t_name_map.at(again.get_cp_type())}};
+    const std::string setting = difference.path.substr(difference.path.rfind('.') + 1);
+    const auto value = values.find(setting);
+    const std::size_t groups = again.get_bwp_rb_size() / 6;
+    return value != values.end()
+               ? value->second == difference.second
+               : setting == "fd_resources" && difference.first.size() != groups && difference.second.size() == groups;
+}
+
 /// What a recall cannot bring back, and why.
 bool is_known(const difference_t& difference, cfg_nr_waveform_t& waveform)
 {
@@ -116,7 +142,8 @@ bool is_known(const difference_t& difference, cfg_nr_waveform_t& waveform)
     if (difference.path.rfind(carrier, 0) != 0)
         return false;
     const auto index = static_cast<unsigned int>(std::stoul(difference.path.substr(carrier.size())));
-    if (is_known_of_prs(difference, waveform.get_waveform_manager().get_carrier(index)))
+    const lib_nr_carrier_configure_manager_t& manager = waveform.get_waveform_manager().get_carrier(index);
+    if (is_known_of_prs(difference, manager) || is_known_of_dl_bwp(difference, manager))
         return true;
     cfg_nr_dl_ssb_t& ssb = *waveform.get_carrier(index)->get_dl_ssb();
     // At 60 kHz the block has no case: it keeps the one it had, with the number of its candidates, and takes none. Its
