@@ -346,6 +346,24 @@ const enum_names_t<mcs_table_t> g_mcs_table_t_name_map = name_map<mcs_table_t>({
     {TABLE_6_1_4_1_2, "TABLE_6_1_4_1_2"},
 });
 
+const enum_names_t<lib_nr_tdd_slot_t> g_lib_nr_tdd_slot_t_name_map = name_map<lib_nr_tdd_slot_t>({
+    {LIB_NR_TDD_DOWNLINK_SLOT, "LIB_NR_TDD_DOWNLINK_SLOT"},
+    {LIB_NR_TDD_UPLINK_SLOT, "LIB_NR_TDD_UPLINK_SLOT"},
+    {LIB_NR_TDD_SPECIAL_SLOT, "LIB_NR_TDD_SPECIAL_SLOT"},
+});
+
+const enum_names_t<lib_nr_tdd_transmission_periodicity_t> g_lib_nr_tdd_transmission_periodicity_t_name_map =
+    name_map<lib_nr_tdd_transmission_periodicity_t>({
+        {LIB_NR_TDD_TRANSMISSION_PERIODICITY_500_US, "LIB_NR_TDD_TRANSMISSION_PERIODICITY_500_US"},
+        {LIB_NR_TDD_TRANSMISSION_PERIODICITY_625_US, "LIB_NR_TDD_TRANSMISSION_PERIODICITY_625_US"},
+        {LIB_NR_TDD_TRANSMISSION_PERIODICITY_1000_US, "LIB_NR_TDD_TRANSMISSION_PERIODICITY_1000_US"},
+        {LIB_NR_TDD_TRANSMISSION_PERIODICITY_1250_US, "LIB_NR_TDD_TRANSMISSION_PERIODICITY_1250_US"},
+        {LIB_NR_TDD_TRANSMISSION_PERIODICITY_2000_US, "LIB_NR_TDD_TRANSMISSION_PERIODICITY_2000_US"},
+        {LIB_NR_TDD_TRANSMISSION_PERIODICITY_2500_US, "LIB_NR_TDD_TRANSMISSION_PERIODICITY_2500_US"},
+        {LIB_NR_TDD_TRANSMISSION_PERIODICITY_5000_US, "LIB_NR_TDD_TRANSMISSION_PERIODICITY_5000_US"},
+        {LIB_NR_TDD_TRANSMISSION_PERIODICITY_10000_US, "LIB_NR_TDD_TRANSMISSION_PERIODICITY_10000_US"},
+    });
+
 const enum_names_t<prach_config_table_type_t> g_prach_config_table_type_t_name_map =
     name_map<prach_config_table_type_t>({
         {FR1_FDD_SUL, "FR1_FDD_SUL"},

@@ -18,6 +18,7 @@
 #include "phy_common/lib_nr_pn_seq.h"
 #include "phy_common/lib_nr_prach_type.h"
 #include "phy_common/lib_nr_sch_type.h"
+#include "phy_common/lib_nr_tdd_slot_allocation.h"
 
 #include <map>
 #include <string>
@@ -76,6 +77,9 @@ extern NR_MOD_LIB_EXPORT const enum_names_t<lib_nr_duplex_type_t> g_lib_nr_duple
 extern NR_MOD_LIB_EXPORT const enum_names_t<lib_nr_ldpc_base_graph_type_t> g_lib_nr_ldpc_base_graph_type_t_name_map;
 extern NR_MOD_LIB_EXPORT const enum_names_t<lib_nr_pn_seq_t> g_lib_nr_pn_seq_t_name_map;
 extern NR_MOD_LIB_EXPORT const enum_names_t<mcs_table_t> g_mcs_table_t_name_map;
+extern NR_MOD_LIB_EXPORT const enum_names_t<lib_nr_tdd_slot_t> g_lib_nr_tdd_slot_t_name_map;
+extern NR_MOD_LIB_EXPORT const enum_names_t<lib_nr_tdd_transmission_periodicity_t>
+    g_lib_nr_tdd_transmission_periodicity_t_name_map;
 extern NR_MOD_LIB_EXPORT const enum_names_t<prach_config_table_type_t> g_prach_config_table_type_t_name_map;
 extern NR_MOD_LIB_EXPORT const enum_names_t<prach_scs_type_t> g_prach_scs_type_t_name_map;
 extern NR_MOD_LIB_EXPORT const enum_names_t<prach_lra_type_t> g_prach_lra_type_t_name_map;
@@ -159,6 +163,11 @@ inline const auto& enum_name_map(lib_nr_duplex_type_t) { return g_lib_nr_duplex_
 inline const auto& enum_name_map(lib_nr_ldpc_base_graph_type_t) { return g_lib_nr_ldpc_base_graph_type_t_name_map; }
 inline const auto& enum_name_map(lib_nr_pn_seq_t) { return g_lib_nr_pn_seq_t_name_map; }
 inline const auto& enum_name_map(mcs_table_t) { return g_mcs_table_t_name_map; }
+inline const auto& enum_name_map(lib_nr_tdd_slot_t) { return g_lib_nr_tdd_slot_t_name_map; }
+inline const auto& enum_name_map(lib_nr_tdd_transmission_periodicity_t)
+{
+    return g_lib_nr_tdd_transmission_periodicity_t_name_map;
+}
 inline const auto& enum_name_map(prach_config_table_type_t) { return g_prach_config_table_type_t_name_map; }
 inline const auto& enum_name_map(prach_scs_type_t) { return g_prach_scs_type_t_name_map; }
 inline const auto& enum_name_map(prach_lra_type_t) { return g_prach_lra_type_t_name_map; }
