@@ -509,4 +509,38 @@ const enum_names_t<density_prb_allocation_t> g_density_prb_allocation_t_name_map
     {ODD_PRBS, "ODD_PRBS"},
 });
 
+const enum_names_t<lib_nr_sch_ptrs_group_t> g_lib_nr_sch_ptrs_group_t_name_map = name_map<lib_nr_sch_ptrs_group_t>({
+    {LIB_NR_PTRS_GROUP_2, "LIB_NR_PTRS_GROUP_2"},
+    {LIB_NR_PTRS_GROUP_4, "LIB_NR_PTRS_GROUP_4"},
+    {LIB_NR_PTRS_GROUP_8, "LIB_NR_PTRS_GROUP_8"},
+});
+
+const enum_names_t<lib_nr_sch_ptrs_group_sample_t> g_lib_nr_sch_ptrs_group_sample_t_name_map =
+    name_map<lib_nr_sch_ptrs_group_sample_t>({
+        {LIB_NR_PTRS_GROUP_SAMPLE_2, "LIB_NR_PTRS_GROUP_SAMPLE_2"},
+        {LIB_NR_PTRS_GROUP_SAMPLE_4, "LIB_NR_PTRS_GROUP_SAMPLE_4"},
+    });
+
+const enum_names_t<lib_nr_antenna_port_number_t> g_lib_nr_antenna_port_number_t_name_map =
+    name_map<lib_nr_antenna_port_number_t>({
+        {LIB_NR_ANTENNA_PORT_NUMBER_1, "LIB_NR_ANTENNA_PORT_NUMBER_1"},
+        {LIB_NR_ANTENNA_PORT_NUMBER_2, "LIB_NR_ANTENNA_PORT_NUMBER_2"},
+        {LIB_NR_ANTENNA_PORT_NUMBER_3, "LIB_NR_ANTENNA_PORT_NUMBER_3"},
+        {LIB_NR_ANTENNA_PORT_NUMBER_4, "LIB_NR_ANTENNA_PORT_NUMBER_4"},
+    });
+
+const enum_names_t<lib_nr_sch_hopping_mode_t> g_lib_nr_sch_hopping_mode_t_name_map =
+    name_map<lib_nr_sch_hopping_mode_t>({
+        {LIB_NR_SCH_HOPPING_MODE_DISABLE, "LIB_NR_SCH_HOPPING_MODE_DISABLE"},
+        {LIB_NR_SCH_HOPPING_MODE_INTRA, "LIB_NR_SCH_HOPPING_MODE_INTRA"},
+        {LIB_NR_SCH_HOPPING_MODE_INTER, "LIB_NR_SCH_HOPPING_MODE_INTER"},
+    });
+
+const enum_names_t<lib_nr_sch_dmrs_hopping_t> g_lib_nr_sch_dmrs_hopping_t_name_map =
+    name_map<lib_nr_sch_dmrs_hopping_t>({
+        {LIB_NR_SCH_DMRS_HOPPING_DISABLE, "LIB_NR_SCH_DMRS_HOPPING_DISABLE"},
+        {LIB_NR_SCH_DMRS_HOPPING_GROUP, "LIB_NR_SCH_DMRS_HOPPING_GROUP"},
+        {LIB_NR_SCH_DMRS_HOPPING_SEQUENCE, "LIB_NR_SCH_DMRS_HOPPING_SEQUENCE"},
+    });
+
 } // namespace vek::nr_mod_lib

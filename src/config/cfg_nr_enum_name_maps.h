@@ -100,6 +100,11 @@ extern NR_MOD_LIB_EXPORT const enum_names_t<lib_nr_dl_dci_search_space_type_t>
 extern NR_MOD_LIB_EXPORT const enum_names_t<lib_nr_dl_dci_candidates_number_t>
     g_lib_nr_dl_dci_candidates_number_t_name_map;
 extern NR_MOD_LIB_EXPORT const enum_names_t<density_prb_allocation_t> g_density_prb_allocation_t_name_map;
+extern NR_MOD_LIB_EXPORT const enum_names_t<lib_nr_sch_ptrs_group_t> g_lib_nr_sch_ptrs_group_t_name_map;
+extern NR_MOD_LIB_EXPORT const enum_names_t<lib_nr_sch_ptrs_group_sample_t> g_lib_nr_sch_ptrs_group_sample_t_name_map;
+extern NR_MOD_LIB_EXPORT const enum_names_t<lib_nr_antenna_port_number_t> g_lib_nr_antenna_port_number_t_name_map;
+extern NR_MOD_LIB_EXPORT const enum_names_t<lib_nr_sch_hopping_mode_t> g_lib_nr_sch_hopping_mode_t_name_map;
+extern NR_MOD_LIB_EXPORT const enum_names_t<lib_nr_sch_dmrs_hopping_t> g_lib_nr_sch_dmrs_hopping_t_name_map;
 
 /// The table of an enumeration, for code that is generic in it: the argument's value plays no part.
 inline const auto& enum_name_map(lib_nr_dl_dci_cce2reg_mapping_type_t)
@@ -194,5 +199,10 @@ inline const auto& enum_name_map(lib_nr_dl_dci_candidates_number_t)
     return g_lib_nr_dl_dci_candidates_number_t_name_map;
 }
 inline const auto& enum_name_map(density_prb_allocation_t) { return g_density_prb_allocation_t_name_map; }
+inline const auto& enum_name_map(lib_nr_sch_ptrs_group_t) { return g_lib_nr_sch_ptrs_group_t_name_map; }
+inline const auto& enum_name_map(lib_nr_sch_ptrs_group_sample_t) { return g_lib_nr_sch_ptrs_group_sample_t_name_map; }
+inline const auto& enum_name_map(lib_nr_antenna_port_number_t) { return g_lib_nr_antenna_port_number_t_name_map; }
+inline const auto& enum_name_map(lib_nr_sch_hopping_mode_t) { return g_lib_nr_sch_hopping_mode_t_name_map; }
+inline const auto& enum_name_map(lib_nr_sch_dmrs_hopping_t) { return g_lib_nr_sch_dmrs_hopping_t_name_map; }
 
 } // namespace vek::nr_mod_lib

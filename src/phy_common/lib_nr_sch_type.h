@@ -126,4 +126,44 @@ enum lib_nr_antenna_port_t : std::uint32_t
     LIB_NR_ANTENNA_PORT_3 = 4,
 };
 
+/// Frequency hopping, TS 38.214 clause 6.3.
+enum lib_nr_sch_hopping_mode_t : std::uint32_t
+{
+    LIB_NR_SCH_HOPPING_MODE_DISABLE = 0,
+    LIB_NR_SCH_HOPPING_MODE_INTRA = 1, ///< within the slot
+    LIB_NR_SCH_HOPPING_MODE_INTER = 2, ///< from slot to slot
+};
+
+/// Hopping of the low-PAPR DMRS sequences, TS 38.211 clause 6.4.1.1.1.2.
+enum lib_nr_sch_dmrs_hopping_t : std::uint32_t
+{
+    LIB_NR_SCH_DMRS_HOPPING_DISABLE = 0,
+    LIB_NR_SCH_DMRS_HOPPING_GROUP = 1,
+    LIB_NR_SCH_DMRS_HOPPING_SEQUENCE = 2,
+};
+
+/// Samples of a PTRS group in a transform-precoded symbol.
+enum lib_nr_sch_ptrs_group_sample_t : std::uint32_t
+{
+    LIB_NR_PTRS_GROUP_SAMPLE_2 = 0,
+    LIB_NR_PTRS_GROUP_SAMPLE_4 = 1,
+};
+
+/// PTRS groups of a transform-precoded symbol.
+enum lib_nr_sch_ptrs_group_t : std::uint32_t
+{
+    LIB_NR_PTRS_GROUP_2 = 0,
+    LIB_NR_PTRS_GROUP_4 = 1,
+    LIB_NR_PTRS_GROUP_8 = 2,
+};
+
+/// Antenna ports that a PUSCH is precoded for; the value is their number.
+enum lib_nr_antenna_port_number_t : std::uint32_t
+{
+    LIB_NR_ANTENNA_PORT_NUMBER_1 = 1,
+    LIB_NR_ANTENNA_PORT_NUMBER_2 = 2,
+    LIB_NR_ANTENNA_PORT_NUMBER_3 = 3,
+    LIB_NR_ANTENNA_PORT_NUMBER_4 = 4,
+};
+
 } // namespace vek::nr_mod_lib
