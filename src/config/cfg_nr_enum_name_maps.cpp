@@ -504,6 +504,58 @@ const enum_names_t<lib_nr_dl_dci_candidates_number_t> g_lib_nr_dl_dci_candidates
         {LIB_NR_DCI_CANDIDATE_8, "LIB_NR_DCI_CANDIDATE_8"},
     });
 
+const enum_names_t<lib_nr_ul_uci_content_t> g_lib_nr_ul_uci_content_t_name_map = name_map<lib_nr_ul_uci_content_t>({
+    {LIB_NR_UL_UCI_SR_AND_HARQ_ACK, "LIB_NR_UL_UCI_SR_AND_HARQ_ACK"},
+    {LIB_NR_UL_UCI_HARQ_ACK_ONLY, "LIB_NR_UL_UCI_HARQ_ACK_ONLY"},
+    {LIB_NR_UL_UCI_SR_ONLY, "LIB_NR_UL_UCI_SR_ONLY"},
+});
+
+const enum_names_t<lib_nr_ul_sr_configuration_t> g_lib_nr_ul_sr_configuration_t_name_map =
+    name_map<lib_nr_ul_sr_configuration_t>({
+        {LIB_NR_UL_SR_NEGATIVE, "LIB_NR_UL_SR_NEGATIVE"},
+        {LIB_NR_UL_SR_POSITIVE, "LIB_NR_UL_SR_POSITIVE"},
+    });
+
+const enum_names_t<lib_nr_ul_group_hopping_t> g_lib_nr_ul_group_hopping_t_name_map =
+    name_map<lib_nr_ul_group_hopping_t>({
+        {LIB_NR_UL_GROUP_HOPPING_NEITHER, "LIB_NR_UL_GROUP_HOPPING_NEITHER"},
+        {LIB_NR_UL_GROUP_HOPPING_ENABLED, "LIB_NR_UL_GROUP_HOPPING_ENABLED"},
+        {LIB_NR_UL_GROUP_HOPPING_DISABLED, "LIB_NR_UL_GROUP_HOPPING_DISABLED"},
+    });
+
+const enum_names_t<lib_nr_ul_pucch_format_t> g_lib_nr_ul_pucch_format_t_name_map = name_map<lib_nr_ul_pucch_format_t>({
+    {LIB_NR_UL_PUCCH_FORMAT_0, "LIB_NR_UL_PUCCH_FORMAT_0"},
+    {LIB_NR_UL_PUCCH_FORMAT_1, "LIB_NR_UL_PUCCH_FORMAT_1"},
+    {LIB_NR_UL_PUCCH_FORMAT_2, "LIB_NR_UL_PUCCH_FORMAT_2"},
+    {LIB_NR_UL_PUCCH_FORMAT_3, "LIB_NR_UL_PUCCH_FORMAT_3"},
+    {LIB_NR_UL_PUCCH_FORMAT_4, "LIB_NR_UL_PUCCH_FORMAT_4"},
+});
+
+const enum_names_t<lib_nr_ul_pucch_interlace_rb_num_t> g_lib_nr_ul_pucch_interlace_rb_num_t_name_map =
+    name_map<lib_nr_ul_pucch_interlace_rb_num_t>({
+        {LIB_NR_UL_PUCCH_INTERLACE_RB_NUM_NOT_CONFIGURED, "LIB_NR_UL_PUCCH_INTERLACE_RB_NUM_NOT_CONFIGURED"},
+        {LIB_NR_UL_PUCCH_INTERLACE_RB_NUM_10, "LIB_NR_UL_PUCCH_INTERLACE_RB_NUM_10"},
+        {LIB_NR_UL_PUCCH_INTERLACE_RB_NUM_11, "LIB_NR_UL_PUCCH_INTERLACE_RB_NUM_11"},
+    });
+
+const enum_names_t<lib_nr_ul_pucch_occ_length_t> g_lib_nr_ul_pucch_occ_length_t_name_map =
+    name_map<lib_nr_ul_pucch_occ_length_t>({
+        {LIB_NR_UL_PUCCH_OCC_LENGTH_1, "LIB_NR_UL_PUCCH_OCC_LENGTH_1"},
+        {LIB_NR_UL_PUCCH_OCC_LENGTH_2, "LIB_NR_UL_PUCCH_OCC_LENGTH_2"},
+        {LIB_NR_UL_PUCCH_OCC_LENGTH_4, "LIB_NR_UL_PUCCH_OCC_LENGTH_4"},
+    });
+
+const enum_names_t<lib_nr_ul_pucch_max_code_rate_x100_t> g_lib_nr_ul_pucch_max_code_rate_x100_t_name_map =
+    name_map<lib_nr_ul_pucch_max_code_rate_x100_t>({
+        {LIB_NR_UL_PUCCH_MAX_CODE_RATE_8, "LIB_NR_UL_PUCCH_MAX_CODE_RATE_8"},
+        {LIB_NR_UL_PUCCH_MAX_CODE_RATE_15, "LIB_NR_UL_PUCCH_MAX_CODE_RATE_15"},
+        {LIB_NR_UL_PUCCH_MAX_CODE_RATE_25, "LIB_NR_UL_PUCCH_MAX_CODE_RATE_25"},
+        {LIB_NR_UL_PUCCH_MAX_CODE_RATE_35, "LIB_NR_UL_PUCCH_MAX_CODE_RATE_35"},
+        {LIB_NR_UL_PUCCH_MAX_CODE_RATE_45, "LIB_NR_UL_PUCCH_MAX_CODE_RATE_45"},
+        {LIB_NR_UL_PUCCH_MAX_CODE_RATE_60, "LIB_NR_UL_PUCCH_MAX_CODE_RATE_60"},
+        {LIB_NR_UL_PUCCH_MAX_CODE_RATE_80, "LIB_NR_UL_PUCCH_MAX_CODE_RATE_80"},
+    });
+
 const enum_names_t<density_prb_allocation_t> g_density_prb_allocation_t_name_map = name_map<density_prb_allocation_t>({
     {EVEN_PRBS, "EVEN_PRBS"},
     {ODD_PRBS, "ODD_PRBS"},

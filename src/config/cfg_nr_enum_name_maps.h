@@ -19,6 +19,7 @@
 #include "phy_common/lib_nr_prach_type.h"
 #include "phy_common/lib_nr_sch_type.h"
 #include "phy_common/lib_nr_tdd_slot_allocation.h"
+#include "phy_common/lib_nr_ul_pucch_type.h"
 
 #include <map>
 #include <string>
@@ -99,6 +100,15 @@ extern NR_MOD_LIB_EXPORT const enum_names_t<lib_nr_dl_dci_search_space_type_t>
     g_lib_nr_dl_dci_search_space_type_t_name_map;
 extern NR_MOD_LIB_EXPORT const enum_names_t<lib_nr_dl_dci_candidates_number_t>
     g_lib_nr_dl_dci_candidates_number_t_name_map;
+extern NR_MOD_LIB_EXPORT const enum_names_t<lib_nr_ul_uci_content_t> g_lib_nr_ul_uci_content_t_name_map;
+extern NR_MOD_LIB_EXPORT const enum_names_t<lib_nr_ul_sr_configuration_t> g_lib_nr_ul_sr_configuration_t_name_map;
+extern NR_MOD_LIB_EXPORT const enum_names_t<lib_nr_ul_group_hopping_t> g_lib_nr_ul_group_hopping_t_name_map;
+extern NR_MOD_LIB_EXPORT const enum_names_t<lib_nr_ul_pucch_format_t> g_lib_nr_ul_pucch_format_t_name_map;
+extern NR_MOD_LIB_EXPORT const enum_names_t<lib_nr_ul_pucch_interlace_rb_num_t>
+    g_lib_nr_ul_pucch_interlace_rb_num_t_name_map;
+extern NR_MOD_LIB_EXPORT const enum_names_t<lib_nr_ul_pucch_occ_length_t> g_lib_nr_ul_pucch_occ_length_t_name_map;
+extern NR_MOD_LIB_EXPORT const enum_names_t<lib_nr_ul_pucch_max_code_rate_x100_t>
+    g_lib_nr_ul_pucch_max_code_rate_x100_t_name_map;
 extern NR_MOD_LIB_EXPORT const enum_names_t<density_prb_allocation_t> g_density_prb_allocation_t_name_map;
 extern NR_MOD_LIB_EXPORT const enum_names_t<lib_nr_sch_ptrs_group_t> g_lib_nr_sch_ptrs_group_t_name_map;
 extern NR_MOD_LIB_EXPORT const enum_names_t<lib_nr_sch_ptrs_group_sample_t> g_lib_nr_sch_ptrs_group_sample_t_name_map;
@@ -197,6 +207,19 @@ inline const auto& enum_name_map(lib_nr_dl_dci_search_space_type_t)
 inline const auto& enum_name_map(lib_nr_dl_dci_candidates_number_t)
 {
     return g_lib_nr_dl_dci_candidates_number_t_name_map;
+}
+inline const auto& enum_name_map(lib_nr_ul_uci_content_t) { return g_lib_nr_ul_uci_content_t_name_map; }
+inline const auto& enum_name_map(lib_nr_ul_sr_configuration_t) { return g_lib_nr_ul_sr_configuration_t_name_map; }
+inline const auto& enum_name_map(lib_nr_ul_group_hopping_t) { return g_lib_nr_ul_group_hopping_t_name_map; }
+inline const auto& enum_name_map(lib_nr_ul_pucch_format_t) { return g_lib_nr_ul_pucch_format_t_name_map; }
+inline const auto& enum_name_map(lib_nr_ul_pucch_interlace_rb_num_t)
+{
+    return g_lib_nr_ul_pucch_interlace_rb_num_t_name_map;
+}
+inline const auto& enum_name_map(lib_nr_ul_pucch_occ_length_t) { return g_lib_nr_ul_pucch_occ_length_t_name_map; }
+inline const auto& enum_name_map(lib_nr_ul_pucch_max_code_rate_x100_t)
+{
+    return g_lib_nr_ul_pucch_max_code_rate_x100_t_name_map;
 }
 inline const auto& enum_name_map(density_prb_allocation_t) { return g_density_prb_allocation_t_name_map; }
 inline const auto& enum_name_map(lib_nr_sch_ptrs_group_t) { return g_lib_nr_sch_ptrs_group_t_name_map; }
