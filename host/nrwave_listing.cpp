@@ -26,6 +26,19 @@ std::string setting(const std::string& path, const cfg_nr_leaf_t& leaf, void* fa
     return path_of(path, leaf, index) + '=' + leaf.read(facade, index);
 }
 
+std::string step_of(const cfg_nr_verb_t& verb, const std::string& facade)
+{
+    return std::string(verb.name) + ' ' + (verb.object ? below(facade, verb.object) : facade);
+}
+
+/// What was edited but not confirmed is not written down.
+void drop_edits(const cfg_nr_facade_table_t& table, void* facade)
+{
+    for (const cfg_nr_verb_t& verb : table.verbs)
+        if (verb.drops_edits)
+            verb.run(facade, 0);
+}
+
 /// Number of values of a façade's indexed settings, which its verb `add` makes more; 0 where it has none.
 unsigned int indexed_values(const cfg_nr_facade_table_t& table, void* facade)
 {
@@ -44,14 +57,15 @@ public:
     void facade(const std::string& path, void* facade, void* fresh, const cfg_nr_facade_table_t& table)
     {
         const std::size_t before = steps.size();
+        drop_edits(table, facade);
         for (unsigned int i = indexed_values(table, fresh); i < indexed_values(table, facade); ++i)
-            steps.push_back("add " + path);
+            steps.push_back(step_of(*find_row(table.verbs, "add"), path));
         for (const cfg_nr_leaf_t* leaf : table.leaves_in_recall_order())
             for (unsigned int i = 0; i < leaf->count(facade); ++i)
                 steps.push_back(setting(path, *leaf, facade, i));
         for (const cfg_nr_verb_t& verb : table.verbs)
             if (verb.ends_steps && steps.size() > before)
-                steps.push_back(std::string(verb.name) + ' ' + path);
+                steps.push_back(step_of(verb, path));
         for (const cfg_nr_branch_t& branch : table.branches) {
             const std::string child = below(path, branch.name);
             if (branch.is_list())
@@ -90,14 +104,6 @@ public:
                 steps.push_back("add " + path);
     }
 };
-
-/// The part of a path above its last name, and that name.
-std::pair<std::string, std::string> split_last(const std::string& path)
-{
-    const std::size_t dot = path.rfind('.');
-    return dot == std::string::npos ? std::pair{std::string{}, path}
-                                    : std::pair{path.substr(0, dot), path.substr(dot + 1)};
-}
 
 /// A setting, with all its values where it has several and the path names none.
 std::vector<std::string> values_at(const std::string& facade, const target_t& target)
@@ -157,7 +163,7 @@ void mend_number_of_values(const target_t& wanted, const target_t& present, cons
     const cfg_nr_verb_t* add = find_row(wanted.table->verbs, "add");
     while (add && indexed_values(*wanted.table, present.facade) < indexed_values(*wanted.table, wanted.facade) &&
            add->run(present.facade, 0))
-        steps.push_back("add " + path);
+        steps.push_back(step_of(*add, path));
 }
 
 void mend(cfg_nr_waveform_t& original, cfg_nr_waveform_t& copy, const std::string& path,
@@ -166,6 +172,7 @@ void mend(cfg_nr_waveform_t& original, cfg_nr_waveform_t& copy, const std::strin
     const target_t wanted = resolve(original, path);
     const target_t present = resolve(copy, path);
     const std::size_t before = steps.size();
+    drop_edits(*wanted.table, wanted.facade);
     mend_number_of_values(wanted, present, path, steps);
     for (const cfg_nr_leaf_t* leaf : wanted.table->leaves_in_recall_order())
         for (unsigned int i = 0; i < std::min(leaf->count(wanted.facade), leaf->count(present.facade)); ++i) {
@@ -178,7 +185,7 @@ void mend(cfg_nr_waveform_t& original, cfg_nr_waveform_t& copy, const std::strin
         }
     for (const cfg_nr_verb_t& verb : wanted.table->verbs)
         if (verb.ends_steps && steps.size() > before && verb.run(present.facade, 0))
-            steps.push_back(std::string(verb.name) + ' ' + path);
+            steps.push_back(step_of(verb, path));
     for (const cfg_nr_branch_t& branch : wanted.table->branches) {
         const std::string child = below(path, branch.name);
         if (branch.is_list())
@@ -272,7 +279,7 @@ public:
     }
     void verb(const std::string& path, const cfg_nr_verb_t& verb) override
     {
-        m_out << verb.name << ' ' << path << (verb.takes_index ? "[i]" : "") << "  step; " << verb.help << '\n';
+        m_out << step_of(verb, path) << (verb.takes_index ? "[i]" : "") << "  step; " << verb.help << '\n';
     }
 
 private:
@@ -310,7 +317,8 @@ public:
     }
     void verb(const std::string&, const cfg_nr_verb_t& verb) override
     {
-        row(verb.name, verb.takes_index ? "step, with an index" : "step", "", verb.help);
+        row(verb.object ? step_of(verb, {}) : verb.name, verb.takes_index ? "step, with an index" : "step", "",
+            verb.help);
     }
 
 private:

@@ -95,11 +95,29 @@ void enter(target_t& target, const cfg_nr_branch_t& branch, const segment_t& seg
 /// Whether the path ended at a façade, not at a value or a list as a whole.
 bool is_facade(const target_t& target) { return !target.leaf && !target.figure && !(target.list && !target.index); }
 
-bool has_verb(const cfg_nr_facade_table_t& table, const std::string& verb)
+const cfg_nr_verb_t* find_verb(const cfg_nr_facade_table_t& table, const std::string& verb, const std::string& object)
 {
-    return find_row(table.verbs, verb) ||
+    for (const cfg_nr_verb_t& row : table.verbs)
+        if (verb == row.name && object == (row.object ? row.object : ""))
+            return &row;
+    return nullptr;
+}
+
+bool is_known_verb(const cfg_nr_facade_table_t& table, const std::string& verb, const std::string& object)
+{
+    return find_verb(table, verb, object) ||
            std::any_of(table.branches.begin(), table.branches.end(),
-                       [&](const cfg_nr_branch_t& branch) { return has_verb(*branch.facade, verb); });
+                       [&](const cfg_nr_branch_t& branch) { return is_known_verb(*branch.facade, verb, object); });
+}
+
+/// The verb of the façade at a path.
+verb_target_t verb_at(cfg_nr_waveform_t& waveform, const std::string& verb, const std::string& facade,
+                      const std::string& object)
+{
+    if (!is_known_verb(g_cfg_nr_waveform_table, verb, object))
+        return {};
+    const target_t target = resolve(waveform, facade, reading_t::list_first);
+    return {target.facade, is_facade(target) ? find_verb(*target.table, verb, object) : nullptr, 0};
 }
 
 } // namespace
@@ -127,21 +145,26 @@ target_t resolve(cfg_nr_waveform_t& waveform, const std::string& path, reading_t
 
 verb_target_t resolve_verb(cfg_nr_waveform_t& waveform, const std::string& verb, const std::string& path)
 {
-    if (!has_verb(g_cfg_nr_waveform_table, verb))
-        return {};
-    // What a verb takes an index of is no list of façades, so the façade is the path without it.
+    if (const verb_target_t whole = verb_at(waveform, verb, path, {}); whole.verb)
+        return whole;
     const std::size_t bracket = path.rfind('[');
-    if (bracket != std::string::npos && path.back() == ']') {
-        const target_t target = resolve(waveform, path.substr(0, bracket), reading_t::list_first);
-        const cfg_nr_verb_t* row = is_facade(target) ? find_row(target.table->verbs, verb) : nullptr;
-        if (row && row->takes_index)
-            return {target.facade, row, index_in(path.substr(bracket + 1), path)};
-    }
-    const target_t target = resolve(waveform, path, reading_t::list_first);
-    const cfg_nr_verb_t* row = is_facade(target) ? find_row(target.table->verbs, verb) : nullptr;
-    if (row && row->takes_index)
-        throw failure_t(verb + " takes an index behind " + path);
-    return {target.facade, row, 0};
+    const bool has_index = bracket != std::string::npos && path.back() == ']';
+    const auto [facade, object] = split_last(has_index ? path.substr(0, bracket) : path);
+    verb_target_t target = verb_at(waveform, verb, facade, object);
+    if (!target.verb)
+        return {};
+    if (target.verb->takes_index != has_index)
+        throw failure_t(verb + (has_index ? " takes no index in " : " takes an index behind ") + path);
+    if (has_index)
+        target.index = index_in(path.substr(bracket + 1), path);
+    return target;
+}
+
+std::pair<std::string, std::string> split_last(const std::string& path)
+{
+    const std::size_t dot = path.rfind('.');
+    return dot == std::string::npos ? std::pair{std::string{}, path}
+                                    : std::pair{path.substr(0, dot), path.substr(dot + 1)};
 }
 
 std::string below(const std::string& path, const std::string& name) { return path.empty() ? name : path + '.' + name; }

@@ -5,6 +5,7 @@
 
 #include <optional>
 #include <string>
+#include <utility>
 
 namespace nrwave
 {
@@ -38,7 +39,7 @@ enum class reading_t
 target_t resolve(vek::nr_mod_lib::cfg_nr_waveform_t& waveform, const std::string& path,
                  reading_t reading = reading_t::setting_first);
 
-/// A verb of the façade at a path, with the index behind the path where the verb takes one.
+/// A verb of the façade at a path, or of what it acts on there, with the index behind the path where it takes one.
 struct verb_target_t
 {
     void* facade = nullptr;
@@ -46,10 +47,12 @@ struct verb_target_t
     unsigned int index = 0;
 };
 
-/// No verb where the path ends at no façade or that has none of the name.
+/// No verb where there is none of the name for what the path names.
 verb_target_t resolve_verb(vek::nr_mod_lib::cfg_nr_waveform_t& waveform, const std::string& verb,
                            const std::string& path);
 
+/// The part of a path above its last name, and that name.
+std::pair<std::string, std::string> split_last(const std::string& path);
 /// Joins a path and a name below it.
 std::string below(const std::string& path, const std::string& name);
 /// The path of an entry of a list.

@@ -106,7 +106,6 @@ constinit const cfg_nr_table_of_t<cfg_nr_dl_dci_t> g_cfg_nr_dl_dci_table{"cfg_nr
 constinit const cfg_nr_table_of_t<cfg_nr_dl_sch_t> g_cfg_nr_dl_sch_table{"cfg_nr_dl_sch"};
 constinit const cfg_nr_table_of_t<cfg_nr_dl_tm_t> g_cfg_nr_dl_tm_table{"cfg_nr_dl_tm"};
 constinit const cfg_nr_table_of_t<cfg_nr_dl_frc_t> g_cfg_nr_dl_frc_table{"cfg_nr_dl_frc"};
-constinit const cfg_nr_table_of_t<cfg_nr_ul_bwp_t> g_cfg_nr_ul_bwp_table{"cfg_nr_ul_bwp"};
 constinit const cfg_nr_table_of_t<cfg_nr_ul_pucch_t> g_cfg_nr_ul_pucch_table{"cfg_nr_ul_pucch"};
 constinit const cfg_nr_table_of_t<cfg_nr_ul_sch_t> g_cfg_nr_ul_sch_table{"cfg_nr_ul_sch"};
 constinit const cfg_nr_table_of_t<cfg_nr_ul_srs_t> g_cfg_nr_ul_srs_table{"cfg_nr_ul_srs"};

@@ -98,8 +98,12 @@ struct cfg_nr_verb_t
     const char* help = nullptr;
     /// Whether it acts on one of the values of the indexed settings.
     bool takes_index = false;
+    /// What it acts on, a name behind the façade's path; null where it is the façade as a whole.
+    const char* object = nullptr;
     /// Whether the steps that bring a façade to its settings end with it, as the confirmation of an edit does.
     bool ends_steps = false;
+    /// Whether it drops edits that are not confirmed: those are no settings to save.
+    bool drops_edits = false;
     /// False where the library refuses. The index is read only where the verb takes one.
     bool (*run)(void* facade, unsigned int index) = nullptr;
 };

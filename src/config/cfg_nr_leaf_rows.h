@@ -269,6 +269,21 @@ struct cfg_nr_row_of_t : row_t
         };
         return row;
     }
+    /// A verb that acts on something below the façade: its path goes on with this name, and with the index if it takes
+    /// one.
+    constexpr cfg_nr_row_of_t of(const char* acted_on) const
+    {
+        cfg_nr_row_of_t row = *this;
+        row.row_t::object = acted_on;
+        return row;
+    }
+    /// A verb that drops edits that are not confirmed.
+    constexpr cfg_nr_row_of_t drops_edits() const
+    {
+        cfg_nr_row_of_t row = *this;
+        row.row_t::drops_edits = true;
+        return row;
+    }
     /// A verb with which the steps that bring a façade to its settings end.
     constexpr cfg_nr_row_of_t ends_steps() const
     {
@@ -355,13 +370,15 @@ struct rows_of_t
     {
         namespace detail = cfg_nr_leaf_detail;
         constexpr bool takes_index = detail::arguments_of<operation> == 1;
-        return {{name, help, takes_index, false, [](void* facade, [[maybe_unused]] unsigned int index) {
-                     if constexpr (takes_index)
-                         return detail::succeeds<facade_t, operation>(
-                             facade, static_cast<detail::argument_of<operation>>(index));
-                     else
-                         return detail::succeeds<facade_t, operation>(facade);
-                 }}};
+        cfg_nr_row_of_t<facade_t, cfg_nr_verb_t> row{{name, help, takes_index}};
+        row.run = [](void* facade, [[maybe_unused]] unsigned int index) {
+            if constexpr (takes_index)
+                return detail::succeeds<facade_t, operation>(facade,
+                                                             static_cast<detail::argument_of<operation>>(index));
+            else
+                return detail::succeeds<facade_t, operation>(facade);
+        };
+        return row;
     }
 
     /// A façade of which there is exactly one. Where the accessor does not place its cursor, `place` of the child does,

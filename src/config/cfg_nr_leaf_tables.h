@@ -21,6 +21,7 @@ extern const cfg_nr_table_of_t<cfg_nr_dl_ssb_t> g_cfg_nr_dl_ssb_table;
 extern const cfg_nr_table_of_t<cfg_nr_dl_tm_t> g_cfg_nr_dl_tm_table;
 extern const cfg_nr_table_of_t<cfg_nr_dl_frc_t> g_cfg_nr_dl_frc_table;
 extern const cfg_nr_table_of_t<cfg_nr_ul_bwp_t> g_cfg_nr_ul_bwp_table;
+extern const cfg_nr_table_of_t<cfg_nr_ul_guard_band_t> g_cfg_nr_ul_guard_band_table;
 extern const cfg_nr_table_of_t<cfg_nr_ul_pucch_t> g_cfg_nr_ul_pucch_table;
 extern const cfg_nr_table_of_t<cfg_nr_ul_sch_t> g_cfg_nr_ul_sch_table;
 extern const cfg_nr_table_of_t<cfg_nr_ul_srs_t> g_cfg_nr_ul_srs_table;

@@ -22,9 +22,13 @@ constexpr auto k_figures =
               row::figure<&numerology_t::get_k0>(
                   "k0", "distance between the centres of the used band and of the carrier, in subcarriers"));
 
+constexpr auto k_branches = row::rows(row::single<&numerology_t::get_ul_guard_band>(
+                                          "ul_guard_band", g_cfg_nr_ul_guard_band_table, "guard bands inside the cell")
+                                          .outside_tree());
+
 } // namespace
 
 constinit const cfg_nr_table_of_t<numerology_t> g_cfg_nr_phy_numerology_table =
-    row::table("cfg_nr_phy_numerology", k_leaves, k_figures);
+    row::table("cfg_nr_phy_numerology", k_leaves, k_figures, k_branches);
 
 } // namespace vek::nr_mod_lib

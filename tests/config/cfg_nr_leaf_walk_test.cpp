@@ -8,6 +8,8 @@
 
 #include <algorithm>
 #include <gtest/gtest.h>
+#include <tuple>
+#include <utility>
 
 // Whatever is set, in whatever order: the configuration stays valid, a settings file brings it back, and it generates.
 
@@ -123,6 +125,28 @@ bool is_known_of_dl_bwp(const difference_t& difference, lib_nr_carrier_configure
                : setting == "fd_resources" && difference.first.size() != groups && difference.second.size() == groups;
 }
 
+/// What a recall cannot bring back of an uplink BWP: what its numerology no longer has room for, since only uplink and
+/// PRACH carriers let it follow, and a normal prefix at 60 kHz ahead of an extended one, which is set for all BWPs.
+bool is_known_of_ul_bwp(const difference_t& difference, lib_nr_carrier_configure_manager_t carrier)
+{
+    const std::size_t place = difference.path.find("ul_bwp[");
+    if (place == std::string::npos)
+        return false;
+    const auto index = static_cast<unsigned int>(std::stoul(difference.path.substr(place + 7)));
+    bool extended_later = false;
+    for (unsigned int i = index + 1; i < carrier.get_ul_bwp_number(); ++i)
+        extended_later |= carrier.get_ul_bwp(i).get_cp_type() == LIB_NR_EXTEND_CP;
+    if (ends_with(difference.path, ".cp_type") && extended_later)
+        return difference.first == "LIB_NR_NORMAL_CP";
+    const auto state = [&] {
+        const auto& bwp = std::as_const(carrier).get_ul_bwp(index);
+        return std::tuple(bwp.get_numerology(), bwp.get_rb_offset(), bwp.get_rb_number());
+    };
+    const auto before = state();
+    carrier.set_ul_bwp_numerology(index, std::get<0>(before));
+    return carrier.get_carrier_type() == LIB_NR_DOWNLINK && state() != before;
+}
+
 /// What a recall cannot bring back, and why.
 bool is_known(const difference_t& difference, cfg_nr_waveform_t& waveform)
 {
@@ -143,7 +167,8 @@ bool is_known(const difference_t& difference, cfg_nr_waveform_t& waveform)
         return false;
     const auto index = static_cast<unsigned int>(std::stoul(difference.path.substr(carrier.size())));
     const lib_nr_carrier_configure_manager_t& manager = waveform.get_waveform_manager().get_carrier(index);
-    if (is_known_of_prs(difference, manager) || is_known_of_dl_bwp(difference, manager))
+    if (is_known_of_prs(difference, manager) || is_known_of_dl_bwp(difference, manager) ||
+        is_known_of_ul_bwp(difference, manager))
         return true;
     cfg_nr_dl_ssb_t& ssb = *waveform.get_carrier(index)->get_dl_ssb();
     // At 60 kHz the block has no case: it keeps the one it had, with the number of its candidates, and takes none. Its
