@@ -14,15 +14,33 @@ void print_skipped_slot(const char* step, int slot)
     std::cout << step << "islot does not satisfy condition!islot = " << slot << " \n" << std::endl;
 }
 
+/// The PUCCH process walks the list itself: brings the entry that it failed or threw at into the step at hand.
+class failed_entry_note_t
+{
+public:
+    failed_entry_note_t(const lib_nr_ul_phy_pucch_process_t& process, lib_nr_channel_step_t& step)
+        : m_process(process), m_step(step)
+    {}
+    ~failed_entry_note_t() { m_step.entry = m_process.get_failed_entry(); }
+    failed_entry_note_t(const failed_entry_note_t&) = delete;
+    failed_entry_note_t& operator=(const failed_entry_note_t&) = delete;
+
+private:
+    const lib_nr_ul_phy_pucch_process_t& m_process;
+    lib_nr_channel_step_t& m_step;
+};
+
 } // namespace
 
 bool lib_nr_phy_t::_nr_ul_pucch_link_process(unsigned int, unsigned int carrier, unsigned int numerology)
 {
+    const failed_entry_note_t note(m_pucch_process, *m_step);
     return m_pucch_process.deal_ul_pucch_link_process(m_waveform, carrier, numerology);
 }
 
 bool lib_nr_phy_t::_nr_ul_pucch_re_map(unsigned int, unsigned int carrier, unsigned int numerology)
 {
+    const failed_entry_note_t note(m_pucch_process, *m_step);
     return m_pucch_process.deal_ul_pucch_resource_mapping(m_waveform, carrier, numerology);
 }
 

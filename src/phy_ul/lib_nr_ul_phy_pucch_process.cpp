@@ -1,18 +1,85 @@
 #include "phy_ul/lib_nr_ul_phy_pucch_process.h"
 
+#include "manager/lib_nr_waveform_configure_manager.h"
+#include "phy/lib_nr_resource_manager.h"
+
+#include <iostream>
+#include <stdexcept>
+
 namespace vek::nr_mod_lib
 {
 
-bool lib_nr_ul_phy_pucch_process_t::deal_ul_pucch_resource_mapping(
-    const lib_nr_waveform_configure_manager_t& /*waveform*/, unsigned int /*carrier*/, unsigned int /*numerology*/)
+namespace
 {
+
+lib_nr_channel_resource_manager_t& grid() { return lib_nr_channel_resource_manager_t::get_inst(); }
+
+} // namespace
+
+bool lib_nr_ul_phy_pucch_process_t::deal_ul_pucch_resource_mapping(const lib_nr_waveform_configure_manager_t& waveform,
+                                                                   unsigned int carrier, unsigned int numerology)
+{
+    m_is_resource_mapping_passed = false;
+    m_failed_entry.reset();
+    const lib_nr_carrier_configure_manager_t& configuration = waveform.get_carrier(carrier);
+    if (configuration.get_carrier_type() != LIB_NR_UPLINK)
+        return true;
+    m_is_resource_mapping_passed = true;
+    for (unsigned int i = 0; i < configuration.get_ul_pucch_number(); ++i)
+        m_is_resource_mapping_passed &=
+            _run(configuration, numerology, i, [&] { return _deal_physical_resource_mapping_for_ui(grid()); });
+    return m_is_resource_mapping_passed;
+}
+
+bool lib_nr_ul_phy_pucch_process_t::deal_ul_pucch_link_process(const lib_nr_waveform_configure_manager_t& waveform,
+                                                               unsigned int carrier, unsigned int numerology)
+{
+    const lib_nr_carrier_configure_manager_t& configuration = waveform.get_carrier(carrier);
+    if (configuration.get_carrier_type() != LIB_NR_UPLINK)
+        return true;
+    if (!m_is_resource_mapping_passed) {
+        std::cerr << " error : The current resource conflicts. Data processing can be performed only after the "
+                     "resource mapping passes "
+                  << std::endl;
+        return false;
+    }
+    m_failed_entry.reset();
+    for (unsigned int i = 0; i < configuration.get_ul_pucch_number(); ++i)
+        if (!_run(configuration, numerology, i, [&] { return _deal_pucch_process(configuration, i); })) {
+            std::cerr << " error : ul_phy_pucch_process fail " << std::endl;
+            return false;
+        }
     return true;
 }
 
-bool lib_nr_ul_phy_pucch_process_t::deal_ul_pucch_link_process(const lib_nr_waveform_configure_manager_t& /*waveform*/,
-                                                               unsigned int /*carrier*/, unsigned int /*numerology*/)
+/// Calls for an entry that is sent in the pass. The first one whose call returns false or throws is kept.
+template <class call_t>
+bool lib_nr_ul_phy_pucch_process_t::_run(const lib_nr_carrier_configure_manager_t& carrier, unsigned int numerology,
+                                         unsigned int pucch_index, call_t call)
 {
+    const std::optional<unsigned int> failed_before = m_failed_entry;
+    m_failed_entry = failed_before.value_or(pucch_index);
+    _set_pucch(carrier, pucch_index);
+    const bool succeeded = !_is_sent_in_pass(numerology) || call();
+    if (succeeded)
+        m_failed_entry = failed_before;
+    return succeeded;
+}
+
+bool lib_nr_ul_phy_pucch_process_t::_is_sent_in_pass(unsigned int numerology) const
+{
+    const lib_nr_ul_bwp_configure_manager_t& bwp = _bwp();
+    if (!m_pucch->get_enable() || bwp.get_numerology() != m_carrier->get_numerology_manager(numerology).get_numerolgy())
+        return false;
+    if (!grid().is_pass_of(bwp.get_numerology(), bwp.get_cp_type()))
+        throw std::out_of_range("the cyclic prefix of the PUCCH's BWP is not that of downlink BWP 0");
     return true;
+}
+
+bool lib_nr_ul_phy_pucch_process_t::_deal_pucch_process(const lib_nr_carrier_configure_manager_t& /*carrier*/,
+                                                        unsigned int /*pucch_index*/)
+{
+    return false;
 }
 
 } // namespace vek::nr_mod_lib

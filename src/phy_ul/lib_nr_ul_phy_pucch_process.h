@@ -1,22 +1,41 @@
 #pragma once
 
 #include "common/nr_mod_lib_export.h"
+#include "phy_ul/lib_nr_ul_phy_pucch_base.h"
+
+#include <optional>
 
 namespace vek::nr_mod_lib
 {
 
 class lib_nr_waveform_configure_manager_t;
 
-/// Walks a carrier's PUCCHs, TS 38.211 clause 6.3.2. It marks and writes nothing yet.
-class NR_MOD_LIB_EXPORT lib_nr_ul_phy_pucch_process_t
+/// Walks a carrier's PUCCHs: marks them in the resource map, then, if all of them fitted there, writes them into the
+/// payload map. A PUCCH is sent in each frame, in the pass of its BWP's spacing; there, std::out_of_range where the BWP
+/// has not as many symbols in a slot as the grid, whose prefix is that of downlink BWP 0.
+class NR_MOD_LIB_EXPORT lib_nr_ul_phy_pucch_process_t : public lib_nr_ul_phy_pucch_base_t
 {
 public:
-    /// Marks the cells of the carrier's PUCCHs in the resource map.
+    /// Marks the cells of all PUCCHs, also behind one that failed. True for a carrier that is no uplink.
     bool deal_ul_pucch_resource_mapping(const lib_nr_waveform_configure_manager_t& waveform, unsigned int carrier,
                                         unsigned int numerology);
-    /// Writes the symbols of the carrier's PUCCHs into the payload map.
+    /// Writes the symbols of all PUCCHs, in the order of the list. False and a printed line where the marking before it
+    /// failed. True for a carrier that is no uplink.
     bool deal_ul_pucch_link_process(const lib_nr_waveform_configure_manager_t& waveform, unsigned int carrier,
                                     unsigned int numerology);
+
+    /// Place in the list of the first PUCCH that the last call failed or threw at.
+    const std::optional<unsigned int>& get_failed_entry() const { return m_failed_entry; }
+
+private:
+    template <class call_t>
+    bool _run(const lib_nr_carrier_configure_manager_t& carrier, unsigned int numerology, unsigned int pucch_index,
+              call_t call);
+    bool _is_sent_in_pass(unsigned int numerology) const;
+    bool _deal_pucch_process(const lib_nr_carrier_configure_manager_t& carrier, unsigned int pucch_index);
+
+    bool m_is_resource_mapping_passed = false;
+    std::optional<unsigned int> m_failed_entry;
 };
 
 } // namespace vek::nr_mod_lib

@@ -1,0 +1,130 @@
+#pragma once
+
+#include "common/lib_test_peer.h"
+#include "common/nr_mod_lib_export.h"
+#include "phy_common/lib_nr_uci_layout.h"
+
+#include <array>
+#include <complex>
+#include <cstdint>
+#include <vector>
+
+namespace vek::nr_mod_lib
+{
+
+class lib_nr_carrier_configure_manager_t;
+class lib_nr_channel_resource_manager_t;
+class lib_nr_ul_bwp_configure_manager_t;
+class lib_nr_ul_pucch_configure_manager_t;
+
+/// What the PUCCH formats share, TS 38.211 clause 6.3.2: sequence groups and cyclic shifts, the size of the resource
+/// and whether the UCI fits, interlaces, and the places of the symbols in the frame. Everything reads the PUCCH that
+/// the two pointers show; the configuration must outlive the call.
+class NR_MOD_LIB_EXPORT lib_nr_ul_phy_pucch_base_t
+{
+public:
+    /// Values of a symbol: RB by RB, of an interlaced PUCCH in the order of its position list.
+    using symbol_row_t = std::vector<std::complex<double>>;
+    /// Symbols of a slot, the PUCCH's first one first.
+    using slot_rows_t = std::vector<symbol_row_t>;
+    /// The allocated slots, in the order of their list.
+    using slots_t = std::vector<slot_rows_t>;
+    /// The payload map: a row per symbol of the frame, a value per subcarrier.
+    using payload_grid_t = std::vector<std::vector<std::complex<double>>>;
+
+    /// What the sequences of one slot are made from.
+    struct lib_nr_pucch_low_papr_seq_param_t
+    {
+        std::array<unsigned int, 2> u{}; ///< sequence group of each hop
+        std::array<unsigned int, 2> v{}; ///< sequence number of each hop
+        std::array<double, 14> alpha{};  ///< cyclic shift in radians, by symbol of the slot
+        unsigned int delta = 0;
+    };
+
+    virtual ~lib_nr_ul_phy_pucch_base_t() = default;
+
+    /// Sequence groups, numbers and cyclic shifts of a slot of the frame, clause 6.3.2.2.
+    lib_nr_pucch_low_papr_seq_param_t get_basic_sequence_param(unsigned int slot, unsigned int m_cs, unsigned int m0,
+                                                               unsigned int m_int) const;
+    /// E in bits, as the check of the payload counts it: pi/2-BPSK halves it for format 2 too.
+    unsigned int get_total_length_after_rate_matching() const;
+
+protected:
+    friend struct vek::test_peer_t<lib_nr_ul_phy_pucch_base_t>;
+
+    /// Sizes in bits of the UCI parts, of which `second` is CSI part 2.
+    struct uci_size_t
+    {
+        std::uint64_t first = 0;
+        std::uint64_t second = 0;
+    };
+    /// Rows of a slot that lie in the same RBs.
+    struct hop_t
+    {
+        unsigned int first_row = 0;
+        unsigned int row_count = 0;
+        unsigned int first_rb = 0; ///< of the carrier
+    };
+
+    void _set_pucch(const lib_nr_carrier_configure_manager_t& carrier, unsigned int pucch_index);
+    const lib_nr_ul_bwp_configure_manager_t& _bwp() const;
+    unsigned int _get_slot_symbols() const;
+    /// An identifier of the PUCCH, the carrier's cell index for -1.
+    unsigned int _id_or_cell_index(int id) const;
+    double _get_dmrs_amplitude() const;
+    /// Whether a row belongs to the second hop of its slot.
+    bool _is_second_hop(unsigned int row, unsigned int row_count) const;
+
+    std::array<unsigned int, 2> _get_group_hopping_value(unsigned int n_id, unsigned int slot) const;
+    std::array<unsigned int, 2> _get_v_value(unsigned int n_id, unsigned int slot) const;
+    /// As many values as the slot has symbols.
+    std::vector<unsigned int> _get_ncs_value(unsigned int n_id, unsigned int slot) const;
+
+    /// The RBs of the carrier, the last one included, in which interlaces lie: the RB set, or the BWP where the
+    /// numerology has no guard bands. False and a printed line for an RB set outside the BWP; std::out_of_range for one
+    /// that is gone.
+    bool _get_interlace_range(unsigned int& first, unsigned int& last) const;
+    /// The RBs of the carrier that an interlaced PUCCH takes, none for another. False and a printed line where there
+    /// are too few, or both interlaces are the same.
+    bool _get_interlace_position(std::vector<unsigned short>& out) const;
+    /// RBs of the resource; where an interlace fails, a printed line and those of a PUCCH without one.
+    unsigned int _get_rb_num() const;
+    /// DMRS symbols in a slot of format 3 or 4.
+    unsigned int _get_dmrs_symbol_num() const;
+    /// The factor by which an orthogonal cover code spreads format 2 or 3: 1 unless a single interlace is used.
+    unsigned int _get_interlace_occ() const;
+
+    /// Sizes of HARQ-ACK, SR and CSI part 1 together, and of CSI part 2; a field that is switched off has none.
+    uci_size_t _get_uci_size() const;
+    /// Shares of E of the UCI parts. All is the first's where there is one part only.
+    void _get_uci_info(unsigned int& e_total, unsigned int& e_uci1, unsigned int& e_uci2) const;
+    /// Whether `e` coded bits can carry `a` bits. Prints the sizes of a polar code, and why not.
+    bool _is_valid_uci(unsigned int a, unsigned int e) const;
+    /// Whether the resource can carry the payload; always for formats 0 and 1 and without channel coding. A part of
+    /// more than 2026 bits, the most that two code blocks hold, never fits.
+    bool _check_payload_setting() const;
+
+    /// Adds the slots, times the power, into the payload map. std::out_of_range for a cell outside it.
+    bool _deal_physical_resource_mapping(const slots_t& slots, payload_grid_t& grid) const;
+    /// Marks the cells of all slots in the resource map. False and printed lines where the payload does not fit, and
+    /// for cells that are taken or outside.
+    bool _deal_physical_resource_mapping_for_ui(lib_nr_channel_resource_manager_t& grid) const;
+
+    const lib_nr_carrier_configure_manager_t* m_carrier = nullptr;
+    const lib_nr_ul_pucch_configure_manager_t* m_pucch = nullptr;
+
+private:
+    bool _append_interlace(unsigned int interlace, unsigned int rb_number_setting, unsigned int first,
+                           unsigned int last, std::vector<unsigned short>& out) const;
+    std::vector<hop_t> _get_hops(bool is_slot_moved) const;
+    void _add_slot(const slot_rows_t& rows, bool is_slot_moved, std::size_t first_symbol, payload_grid_t& grid) const;
+    void _add_interlaced_slot(const slot_rows_t& rows, const std::vector<unsigned short>& positions,
+                              std::size_t first_symbol, payload_grid_t& grid) const;
+    void _add_values(const std::complex<double>* values, std::size_t count, unsigned int first_rb,
+                     std::vector<std::complex<double>>& grid_row) const;
+    bool _mark(const std::vector<unsigned int>& slots, bool is_slot_moved, const char* conflict_line,
+               lib_nr_channel_resource_manager_t& grid) const;
+    bool _mark_interlaced(const std::vector<unsigned int>& slots, lib_nr_channel_resource_manager_t& grid) const;
+};
+
+} // namespace vek::nr_mod_lib
