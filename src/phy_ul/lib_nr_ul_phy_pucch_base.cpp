@@ -5,6 +5,7 @@
 #include "phy/lib_nr_resource_manager.h"
 #include "phy_common/lib_nr_interlace.h"
 #include "phy_common/lib_nr_sequence_generator.h"
+#include "phy_common/tables/lib_nr_pucch_dmrs_position_table.h"
 
 #include <iostream>
 #include <numbers>
@@ -195,18 +196,23 @@ unsigned int lib_nr_ul_phy_pucch_base_t::_get_rb_num() const
     return m_pucch->get_rb_num();
 }
 
-unsigned int lib_nr_ul_phy_pucch_base_t::_get_dmrs_symbol_num() const
+const std::vector<unsigned int>& lib_nr_ul_phy_pucch_base_t::_get_dmrs_symbol_postion() const
 {
-    const unsigned int symbols = m_pucch->get_symbol_num();
-    if (symbols == 4 && !m_pucch->get_intra_slot_frequency_hopping())
-        return 1;
-    return m_pucch->get_additional_dmrs() && symbols > 9 ? 4 : 2;
+    return get_pucch_dmrs_positions(m_pucch->get_intra_slot_frequency_hopping(), m_pucch->get_additional_dmrs(),
+                                    m_pucch->get_symbol_num());
 }
 
-unsigned int lib_nr_ul_phy_pucch_base_t::_get_interlace_occ() const
+unsigned int lib_nr_ul_phy_pucch_base_t::_get_dmrs_symbol_num() const
 {
-    return m_pucch->get_use_interlace_pucch() && m_pucch->get_interlace1() == -1 ? unsigned{m_pucch->get_occ_length()}
-                                                                                 : 1;
+    return static_cast<unsigned int>(_get_dmrs_symbol_postion().size());
+}
+
+unsigned int lib_nr_ul_phy_pucch_base_t::_get_occ() const
+{
+    const bool is_single_interlace = m_pucch->get_use_interlace_pucch() && m_pucch->get_interlace1() == -1;
+    return is_single_interlace || m_pucch->get_pucch_format() == LIB_NR_UL_PUCCH_FORMAT_4
+               ? unsigned{m_pucch->get_occ_length()}
+               : 1;
 }
 
 unsigned int lib_nr_ul_phy_pucch_base_t::get_total_length_after_rate_matching() const
@@ -215,10 +221,12 @@ unsigned int lib_nr_ul_phy_pucch_base_t::get_total_length_after_rate_matching() 
     const bool has_dmrs_symbols = format == LIB_NR_UL_PUCCH_FORMAT_3 || format == LIB_NR_UL_PUCCH_FORMAT_4;
     const unsigned int symbols = m_pucch->get_symbol_num() - (has_dmrs_symbols ? _get_dmrs_symbol_num() : 0);
     const unsigned int values = format == LIB_NR_UL_PUCCH_FORMAT_2 ? 8 : 12; // per RB and symbol
-    const unsigned int order = m_pucch->get_pi_2_bpsk() ? 1 : 2;
-    const unsigned int occ =
-        format == LIB_NR_UL_PUCCH_FORMAT_4 ? unsigned{m_pucch->get_occ_length()} : _get_interlace_occ();
-    return values * symbols * order * _get_rb_num() / occ;
+    return values * symbols * _get_checked_modulation_order() * _get_rb_num() / _get_occ();
+}
+
+unsigned int lib_nr_ul_phy_pucch_base_t::_get_checked_modulation_order() const
+{
+    return m_pucch->get_pi_2_bpsk() ? 1 : 2;
 }
 
 lib_nr_ul_phy_pucch_base_t::uci_size_t lib_nr_ul_phy_pucch_base_t::_get_uci_size() const
@@ -227,12 +235,16 @@ lib_nr_ul_phy_pucch_base_t::uci_size_t lib_nr_ul_phy_pucch_base_t::_get_uci_size
             size_of(m_pucch->get_csi2())};
 }
 
+lib_nr_uci_split_t lib_nr_ul_phy_pucch_base_t::_split(unsigned int e_total, unsigned int qm) const
+{
+    const uci_size_t size = m_pucch->get_uci_content() ? _get_uci_size() : uci_size_t{};
+    return split_uci(size.first, size.second, e_total, qm, m_pucch->get_max_code_rate());
+}
+
 void lib_nr_ul_phy_pucch_base_t::_get_uci_info(unsigned int& e_total, unsigned int& e_uci1, unsigned int& e_uci2) const
 {
     e_total = get_total_length_after_rate_matching();
-    const uci_size_t size = m_pucch->get_uci_content() ? _get_uci_size() : uci_size_t{};
-    const lib_nr_uci_split_t split =
-        split_uci(size.first, size.second, e_total, m_pucch->get_pi_2_bpsk() ? 1 : 2, m_pucch->get_max_code_rate());
+    const lib_nr_uci_split_t split = _split(e_total, _get_checked_modulation_order());
     e_uci1 = split.e_uci1;
     e_uci2 = split.e_uci2;
 }

@@ -89,14 +89,17 @@ protected:
     bool _get_interlace_position(std::vector<unsigned short>& out) const;
     /// RBs of the resource; where an interlace fails, a printed line and those of a PUCCH without one.
     unsigned int _get_rb_num() const;
-    /// DMRS symbols in a slot of format 3 or 4.
+    /// DMRS symbols of format 3 or 4, counted from the first of the PUCCH.
+    const std::vector<unsigned int>& _get_dmrs_symbol_postion() const;
     unsigned int _get_dmrs_symbol_num() const;
-    /// The factor by which an orthogonal cover code spreads format 2 or 3: 1 unless a single interlace is used.
-    unsigned int _get_interlace_occ() const;
+    /// How much an orthogonal cover code spreads a symbol of formats 2 to 4: always format 4, others on one interlace.
+    unsigned int _get_occ() const;
 
     /// Sizes of HARQ-ACK, SR and CSI part 1 together, and of CSI part 2; a field that is switched off has none.
     uci_size_t _get_uci_size() const;
     /// Shares of E of the UCI parts. All is the first's where there is one part only.
+    lib_nr_uci_split_t _split(unsigned int e_total, unsigned int qm) const;
+    /// The same as the check of the payload counts them.
     void _get_uci_info(unsigned int& e_total, unsigned int& e_uci1, unsigned int& e_uci2) const;
     /// Whether `e` coded bits can carry `a` bits. Prints the sizes of a polar code, and why not.
     bool _is_valid_uci(unsigned int a, unsigned int e) const;
@@ -114,6 +117,7 @@ protected:
     const lib_nr_ul_pucch_configure_manager_t* m_pucch = nullptr;
 
 private:
+    unsigned int _get_checked_modulation_order() const;
     bool _append_interlace(unsigned int interlace, unsigned int rb_number_setting, unsigned int first,
                            unsigned int last, std::vector<unsigned short>& out) const;
     std::vector<hop_t> _get_hops(bool is_slot_moved) const;

@@ -76,10 +76,20 @@ bool lib_nr_ul_phy_pucch_process_t::_is_sent_in_pass(unsigned int numerology) co
     return true;
 }
 
-bool lib_nr_ul_phy_pucch_process_t::_deal_pucch_process(const lib_nr_carrier_configure_manager_t& /*carrier*/,
-                                                        unsigned int /*pucch_index*/)
+bool lib_nr_ul_phy_pucch_process_t::_deal_pucch_process(const lib_nr_carrier_configure_manager_t& carrier,
+                                                        unsigned int pucch_index)
 {
-    return false;
+    payload_grid_t& payload = grid().get_payload_mapping();
+    switch (m_pucch->get_pucch_format()) {
+    case LIB_NR_UL_PUCCH_FORMAT_2:
+        return m_format2_process.deal_pucch_process(carrier, pucch_index, payload);
+    case LIB_NR_UL_PUCCH_FORMAT_3:
+        return m_format3_process.deal_pucch_process(carrier, pucch_index, payload);
+    case LIB_NR_UL_PUCCH_FORMAT_4:
+        return m_format4_process.deal_pucch_process(carrier, pucch_index, payload);
+    default:
+        return false;
+    }
 }
 
 } // namespace vek::nr_mod_lib

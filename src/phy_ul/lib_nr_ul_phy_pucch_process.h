@@ -2,6 +2,9 @@
 
 #include "common/nr_mod_lib_export.h"
 #include "phy_ul/lib_nr_ul_phy_pucch_base.h"
+#include "phy_ul/lib_nr_ul_phy_pucch_format2_process.h"
+#include "phy_ul/lib_nr_ul_phy_pucch_format3_process.h"
+#include "phy_ul/lib_nr_ul_phy_pucch_format4_process.h"
 
 #include <optional>
 
@@ -35,6 +38,9 @@ private:
     bool _deal_pucch_process(const lib_nr_carrier_configure_manager_t& carrier, unsigned int pucch_index);
 
     bool m_is_resource_mapping_passed = false;
+    lib_nr_ul_phy_pucch_format2_process_t m_format2_process;
+    lib_nr_ul_phy_pucch_format3_process_t m_format3_process;
+    lib_nr_ul_phy_pucch_format4_process_t m_format4_process;
     std::optional<unsigned int> m_failed_entry;
 };
 
