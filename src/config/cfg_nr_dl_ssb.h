@@ -81,8 +81,8 @@ public:
     bool set_data_source(lib_nr_pn_seq_t data_source) { return _target().set_data_source(data_source); }
     lib_nr_pn_seq_t get_data_source() const { return _target().get_data_source(); }
 
-    /// dmrs-TypeA-Position of the MIB, 2 or 3.
-    bool set_dmrs_typea_position(unsigned int position) { return _target().set_dmrs_typea_position(position); }
+    /// dmrs-TypeA-Position of the MIB, 2 or 3; shared channels that take their first DMRS symbol from the MIB follow.
+    bool set_dmrs_typea_position(unsigned int position) { return _carrier().set_dl_ssb_dmrs_typea_position(position); }
     unsigned int get_dmrs_typea_position() const { return _target().get_dmrs_typeA_position(); }
 
     /// pdcch-ConfigSIB1 of the MIB, at most 255.

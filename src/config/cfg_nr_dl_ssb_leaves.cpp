@@ -45,7 +45,7 @@ constexpr auto k_leaves = row::leaves(
     row::leaf<&ssb_t::get_ssb_subcarrier_offset, &ssb_t::set_ssb_subcarrier_offset>(
         "ssb_subcarrier_offset", "ssb-SubcarrierOffset of the MIB, 0 to 31"),
     row::leaf<&ssb_t::get_dmrs_typea_position, &ssb_t::set_dmrs_typea_position>(
-        "dmrs_typea_position", "dmrs-TypeA-Position of the MIB, 2 or 3"),
+        "dmrs_typea_position", "dmrs-TypeA-Position of the MIB, 2 or 3; shared channels at MIB follow"),
     row::leaf<&ssb_t::get_pdcch_config_sib1, &ssb_t::set_pdcch_config_sib1>("pdcch_config_sib1",
                                                                             "pdcch-ConfigSIB1 of the MIB, 0 to 255"),
     row::leaf<&ssb_t::get_cell_barred, &ssb_t::set_cell_barred>(

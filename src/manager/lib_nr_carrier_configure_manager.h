@@ -238,7 +238,8 @@ public:
     }
 
     /// The initial BWP, entry 0, is neither copied nor removed, and entry 1 always exists. A removal numbers the BWPs
-    /// anew; channels keep their number, and one past the end becomes 0. A copy keeps the id of its source.
+    /// anew; channels keep their number and follow what stands there now, and one past the end becomes 0. A copy keeps
+    /// the id of its source.
     void add_dl_bwp();
     bool copy_dl_bwp(unsigned int index);
     bool remove_dl_bwp(unsigned int index);
@@ -304,6 +305,8 @@ public:
     bool set_dl_sch_bwp_id(unsigned int index, unsigned int bwp_id);
     bool set_dl_csirs_bwp_id(unsigned int index, unsigned int bwp_id);
     bool set_dl_ssb_numerology(lib_nr_numerology_type_t numerology);
+    /// First DMRS symbol that the MIB tells, 2 or 3; the PDSCHs and PUSCHs that take theirs from the MIB follow.
+    bool set_dl_ssb_dmrs_typea_position(unsigned int position);
     bool set_dl_prs_numerology(unsigned int index, lib_nr_numerology_type_t numerology);
     bool set_ul_pucch_bwp_id(unsigned int index, unsigned int bwp_id);
     bool set_ul_sch_bwp_id(unsigned int index, unsigned int bwp_id);
@@ -355,6 +358,7 @@ private:
     /// The numerology in which a bandwidth part lies; a printed line where it is not enabled.
     const lib_nr_phy_numerology_configure_manager_t& _dl_bwp_limits(const lib_nr_dl_bwp_configure_manager_t& bwp,
                                                                     std::string_view operation) const;
+    void _update_all_dl_channels(unsigned int bwp_id);
     void _follow_ul_bwp(lib_nr_ul_pucch_configure_manager_t& pucch, const lib_nr_ul_bwp_configure_manager_t& bwp) const;
     void _follow_ul_bwp(lib_nr_ul_sch_configure_manager_t& sch, const lib_nr_ul_bwp_configure_manager_t& bwp) const;
     void _follow_ul_bwp(lib_nr_ul_srs_configure_manager_t& srs, const lib_nr_ul_bwp_configure_manager_t& bwp) const;

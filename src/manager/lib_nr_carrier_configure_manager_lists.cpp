@@ -65,7 +65,27 @@ void update_dl_channels(std::vector<channel_t>& channels, unsigned int bwp_id,
             channel.update_by_dl_bwp(bwp);
 }
 
+/// Brings the channels that take the first DMRS symbol from the MIB in line with it.
+template <class channel_t, class bwp_t>
+void follow_mib_position(std::vector<channel_t>& channels, const std::vector<bwp_t>& bwps, unsigned int position)
+{
+    for (channel_t& channel : channels)
+        if (channel.get_dmrs_type_a_position() == LIB_NR_SCH_DMRS_TYPEA_POSITION_MIB)
+            channel.set_dmrs_type_a_position(LIB_NR_SCH_DMRS_TYPEA_POSITION_MIB, position,
+                                             entry_or_last(bwps, channel.get_bwp_id()).get_cp_type());
+}
+
 } // namespace
+
+// Following a downlink BWP
+
+void lib_nr_carrier_configure_manager_t::_update_all_dl_channels(unsigned int bwp_id)
+{
+    const lib_nr_dl_bwp_configure_manager_t& bwp = m_dl_bwps[bwp_id];
+    update_dl_channels(m_dl_dcis, bwp_id, bwp);
+    update_dl_channels(m_dl_schs, bwp_id, bwp);
+    update_dl_channels(m_dl_csirss, bwp_id, bwp);
+}
 
 // Following an uplink BWP
 
@@ -133,6 +153,9 @@ bool lib_nr_carrier_configure_manager_t::remove_dl_bwp(unsigned int index)
         return false;
     number_anew(m_dl_bwps);
     _update_downlink_bwp_reference();
+    // What moved down is another BWP to the channels that keep its number.
+    for (; index < m_dl_bwps.size(); ++index)
+        _update_all_dl_channels(index);
     return true;
 }
 
@@ -227,9 +250,7 @@ bool lib_nr_carrier_configure_manager_t::set_dl_bwp_numerology(unsigned int inde
     const lib_nr_numerology_type_t numerology_before = bwp.get_numerology();
     bwp.set_numerology(_enabled_numerology(numerology));
     bwp.update_coresets();
-    update_dl_channels(m_dl_dcis, index, bwp);
-    update_dl_channels(m_dl_schs, index, bwp);
-    update_dl_channels(m_dl_csirss, index, bwp);
+    _update_all_dl_channels(index);
     return bwp.get_numerology() != numerology_before;
 }
 
@@ -365,6 +386,14 @@ bool lib_nr_carrier_configure_manager_t::set_dl_ssb_numerology(lib_nr_numerology
     const lib_nr_numerology_type_t numerology_before = m_dl_ssb.get_numerology();
     m_dl_ssb.update_by_numerology(_enabled_numerology(numerology));
     return m_dl_ssb.get_numerology() != numerology_before;
+}
+
+bool lib_nr_carrier_configure_manager_t::set_dl_ssb_dmrs_typea_position(unsigned int position)
+{
+    const bool changed = m_dl_ssb.set_dmrs_typea_position(position);
+    follow_mib_position(m_dl_schs, m_dl_bwps, m_dl_ssb.get_dmrs_typeA_position());
+    follow_mib_position(m_ul_schs, m_ul_bwps, m_dl_ssb.get_dmrs_typeA_position());
+    return changed;
 }
 
 bool lib_nr_carrier_configure_manager_t::set_dl_prs_numerology(unsigned int index, lib_nr_numerology_type_t numerology)

@@ -126,10 +126,9 @@ bool lib_nr_dl_csirs_configure_manager_t::set_one_frame_period(bool one_frame_pe
 {
     const bool changed = assign(m_one_frame_period, one_frame_period);
     m_frame_count = frames;
-    const int smallest_slot = *std::min_element(m_slot_allocation.begin(), m_slot_allocation.end());
-    const bool in_first_frame =
-        static_cast<unsigned int>(smallest_slot) < lib_nr_phy_common_t::get_slot_in_frame(numerology);
-    set_slot_allocation(in_first_frame ? std::string(m_slot_allocation_text) : "0", numerology);
+    set_slot_allocation(slot_text_of_new_span(m_slot_allocation, m_slot_allocation_text,
+                                              lib_nr_phy_common_t::get_slot_in_frame(numerology)),
+                        numerology);
     return changed;
 }
 

@@ -4,6 +4,7 @@
 
 #include <algorithm>
 #include <cstddef>
+#include <limits>
 #include <string>
 #include <type_traits>
 #include <vector>
@@ -40,15 +41,31 @@ bool assign_index_text(std::vector<index_t>& list, std::string& stored_text, con
     return assign(list, read) || changed;
 }
 
-/// Reads bits, such as "100", from a text, which is stored without separators; a text without bits leaves both as they
-/// are. True where the bits changed.
-inline bool assign_bit_text(std::vector<unsigned char>& bits, std::string& stored_text, const std::string& text)
+/// The text of a slot selection whose span of frames has changed: its own while one of its slots lies in the first
+/// frame, otherwise slot 0.
+template <class index_t>
+std::string slot_text_of_new_span(const std::vector<index_t>& slots, const std::string& text,
+                                  unsigned int slots_in_frame)
+{
+    const auto smallest = static_cast<unsigned int>(*std::min_element(slots.begin(), slots.end()));
+    return smallest < slots_in_frame ? text : "0";
+}
+
+constexpr std::size_t k_bits_as_given = std::numeric_limits<std::size_t>::max();
+
+/// Reads bits, such as "100", from a text, cut or padded with zeros to `count` of them; the text is stored without
+/// separators. A text without bits leaves both as they are. True where the bits changed.
+template <class bit_t>
+bool assign_bit_text(std::vector<bit_t>& bits, std::string& stored_text, const std::string& text,
+                     std::size_t count = k_bits_as_given)
 {
     std::vector<unsigned char> read;
     if (!common_lib::lib_common_list_parse_t::string_to_bit_list(text, read))
         return false;
+    if (count != k_bits_as_given)
+        read.resize(count);
     stored_text = common_lib::lib_common_list_parse_t::bit_list_to_string(read);
-    return assign(bits, read);
+    return assign(bits, std::vector<bit_t>(read.begin(), read.end()));
 }
 
 /// The entry at the index, or the last one for an index past the end. The list must not be empty.
