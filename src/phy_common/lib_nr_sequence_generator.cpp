@@ -144,4 +144,19 @@ void lib_nr_sequence_generator_t::add_pseudo_random_words(unsigned int c_init, s
     });
 }
 
+void lib_nr_sequence_generator_t::add_pseudo_random_bits(unsigned int c_init, std::size_t length,
+                                                         const unsigned char* in, unsigned char* out)
+{
+    std::array<unsigned char, 64 * k_window> sequence;
+    run_windows(c_init, (length + 63) / 64, [&](const std::uint64_t* words, std::size_t count) {
+        const std::size_t bits = std::min(64 * count, length);
+        common_lib::unpack_bits(words, bits, sequence.data());
+        for (std::size_t i = 0; i < bits; ++i)
+            out[i] = static_cast<unsigned char>((in[i] ^ sequence[i]) & 1u);
+        in += bits;
+        out += bits;
+        length -= bits;
+    });
+}
+
 } // namespace vek::nr_mod_lib

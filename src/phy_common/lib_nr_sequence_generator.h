@@ -21,6 +21,9 @@ public:
     static void generate_pseudo_random_words(unsigned int c_init, std::size_t word_count, std::uint64_t* out);
     /// Adds them modulo 2 to bits in words, which scrambles and descrambles.
     static void add_pseudo_random_words(unsigned int c_init, std::size_t word_count, std::uint64_t* bits);
+    /// The same with one bit per byte, of which the lowest counts; both may be the same memory.
+    static void add_pseudo_random_bits(unsigned int c_init, std::size_t length, const unsigned char* in,
+                                       unsigned char* out);
 };
 
 } // namespace vek::nr_mod_lib

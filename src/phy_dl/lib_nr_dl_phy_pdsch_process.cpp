@@ -1,14 +1,227 @@
 #include "phy_dl/lib_nr_dl_phy_pdsch_process.h"
 
+#include "manager/lib_nr_waveform_configure_manager.h"
+
+#include <algorithm>
+#include <cstddef>
+
 namespace vek::nr_mod_lib
 {
 
+namespace
+{
+
+lib_nr_channel_resource_manager_t& grid() { return lib_nr_channel_resource_manager_t::get_inst(); }
+
+bool contains(const std::vector<unsigned int>& list, unsigned int value)
+{
+    return std::find(list.begin(), list.end(), value) != list.end();
+}
+
+/// Whether all cells of a run without gaps lie in the grid and belong to PDSCH.
+bool is_owned(const lib_nr_resource_run_t& run)
+{
+    if (grid().clip(run).run.count != run.count)
+        return false;
+    const std::uint8_t* const owners = grid().get_owner_row(run.symbol) + run.first_subcarrier;
+    std::uint8_t difference = 0;
+    for (std::size_t i = 0; i < run.count; ++i)
+        difference |= static_cast<std::uint8_t>(owners[i] ^ LIB_NR_RESOURCE_MAPPING_PDSCH);
+    return difference == 0;
+}
+
+/// Appends the parts of runs whose cells lie in the grid and belong to PDSCH.
+void append_owned(const std::vector<lib_nr_resource_run_t>& runs, std::vector<lib_nr_resource_run_t>& owned)
+{
+    for (const lib_nr_resource_run_t& whole : runs) {
+        lib_nr_resource_run_t run = grid().clip(whole).run;
+        if (run.count == 0)
+            continue;
+        const std::uint8_t* const owners = grid().get_owner_row(run.symbol);
+        const auto step = static_cast<std::int32_t>(run.step);
+        const std::int32_t end = run.first_subcarrier + static_cast<std::int32_t>(run.count) * step;
+        run.count = 0;
+        for (std::int32_t k = run.first_subcarrier; k < end; k += step) {
+            if (owners[k] == LIB_NR_RESOURCE_MAPPING_PDSCH) {
+                ++run.count;
+                continue;
+            }
+            if (run.count != 0)
+                owned.push_back(run);
+            run.first_subcarrier = k + step;
+            run.count = 0;
+        }
+        if (run.count != 0)
+            owned.push_back(run);
+    }
+}
+
+} // namespace
+
+lib_nr_dl_phy_pdsch_process_t::lib_nr_dl_phy_pdsch_process_t()
+{
+    set_power_boosting(-3.0);
+    set_rnti(2);
+    set_first_symbol(2);
+    set_symbol_num(12);
+    set_rbg_size(LIB_NR_SCH_RBG_SIZE_4);
+    set_rbg_bitmap({0, 0, 1, 1, 1, 1, 1, 1, 1, 1, 1, 1, 0});
+    set_rb_num(36);
+    set_data_source(LIB_NR_USER_CFG);
+    set_data_source_custom({0});
+    set_dmrs_configuration_type(LIB_NR_DMRS_CFG_TYPE2);
+    set_dmrs_length(LIB_NR_SCH_DMRS_LENGTH_DOUBLE_SYMBOL);
+    set_dmrs_additional_position(LIB_NR_SCH_DMRS_ADDITIONAL_POSITION_1);
+    set_enable_ptrs(true);
+    set_ptrs_power(-3.0);
+    set_bwp_rb_start(4);
+    set_bwp_rb_num(269);
+    update_read_only_parament();
+}
+
 bool lib_nr_dl_phy_pdsch_process_t::set_waveform_config(unsigned int carrier, unsigned int numerology,
                                                         unsigned int channel,
-                                                        const lib_nr_waveform_configure_manager_t& /*waveform*/)
+                                                        const lib_nr_waveform_configure_manager_t& waveform)
 {
-    m_channel_index = channel;
-    return _bind(carrier, numerology);
+    const lib_nr_dl_sch_configure_manager_t& manager = waveform.get_carrier(carrier).get_dl_sch(channel);
+    set_vrb2prb_interleaver(manager.get_vrb2prb_interleaver());
+    set_vrb_bundle_size(manager.get_vrb_bundle_size());
+    set_tb_scaling(manager.get_tb_scaling());
+    return set_waveform_config_sch(carrier, numerology, manager, waveform);
+}
+
+void lib_nr_dl_phy_pdsch_process_t::_phy_sch_rb_index()
+{
+    m_rb_list.clear();
+    if (m_ra_type == LIB_NR_SCH_RA_TYPE0) {
+        _phy_sch_rb_index_type_0();
+        return;
+    }
+    std::vector<unsigned int> prb_of_vrb;
+    if (m_vrb2prb_interleaver == LIB_NR_SCH_INTERLEAVE)
+        _dl_phy_pdsch_interleaver(prb_of_vrb);
+    for (unsigned int vrb = m_rb_offset; vrb < m_rb_offset + m_rb_num; ++vrb)
+        m_rb_list.push_back(m_bwp_rb_start + (vrb < prb_of_vrb.size() ? prb_of_vrb[vrb] : vrb));
+}
+
+/// TS 38.211 clause 7.3.1.6, both numbers counted from the BWP's first RB. Bundles end at multiples of their size in
+/// the grid.
+void lib_nr_dl_phy_pdsch_process_t::_dl_phy_pdsch_interleaver(std::vector<unsigned int>& prb_of_vrb) const
+{
+    const unsigned int size = m_vrb_bundle_size;
+    const unsigned int ahead = m_bwp_rb_start % size;
+    const unsigned int bundles = (m_bwp_rb_num + ahead + size - 1) / size;
+    prb_of_vrb.clear();
+    const auto append_bundle = [&](unsigned int bundle) {
+        for (unsigned int rb = bundle * size; rb < (bundle + 1) * size; ++rb)
+            if (rb >= ahead && rb - ahead < m_bwp_rb_num)
+                prb_of_vrb.push_back(rb - ahead);
+    };
+    for (unsigned int column = 0; column < bundles / 2; ++column) {
+        append_bundle(column);
+        append_bundle(bundles / 2 + column);
+    }
+    if (bundles % 2 == 1)
+        append_bundle(bundles - 1);
+}
+
+/// The channel's cells in a slot, those of other channels among them: view and waveform both follow this list.
+void lib_nr_dl_phy_pdsch_process_t::_list_runs(unsigned int slot, const rb_list_t& rb_list)
+{
+    m_runs.clear();
+    for (unsigned int symbol = m_first_symbol; symbol < m_first_symbol + m_symbol_num; ++symbol)
+        _append_rb_runs(rb_list, slot * m_symbol_per_slot + symbol, 0, m_runs);
+}
+
+void lib_nr_dl_phy_pdsch_process_t::_phy_sch_view_re_map(unsigned int slot, const rb_list_t& rb_list)
+{
+    _list_runs(slot, rb_list);
+    grid().mark_runs(m_runs, LIB_NR_RESOURCE_MAPPING_PDSCH);
+}
+
+/// What the cells of the channel carry, without those that another channel holds.
+void lib_nr_dl_phy_pdsch_process_t::_list_cells(unsigned int port, unsigned int slot, const rb_list_t& rb_list)
+{
+    std::vector<unsigned int> ptrs_subcarriers;
+    std::vector<unsigned int> ptrs_symbols;
+    _phy_sch_ptrs_re_index_generation(port, ptrs_subcarriers);
+    _get_ptrs_symbol_position(m_dmrs_symbols, ptrs_symbols);
+    _list_runs(slot, rb_list);
+    m_cells.clear();
+    for (const lib_nr_resource_run_t& run : m_runs) {
+        const unsigned int symbol = run.symbol - slot * m_symbol_per_slot;
+        const bool is_whole = is_owned(run);
+        lib_nr_sch_cells_t& cells = is_whole ? m_cells : m_claimed_cells;
+        m_claimed_cells.clear();
+        if (contains(m_dmrs_symbols, symbol))
+            _split_dmrs_symbol(run, _cdm_group_of(port), cells);
+        else if (contains(ptrs_symbols, symbol))
+            _split_ptrs_symbol(run, ptrs_subcarriers, cells);
+        else
+            cells.data.push_back(run);
+        if (!is_whole) {
+            append_owned(m_claimed_cells.data, m_cells.data);
+            append_owned(m_claimed_cells.dmrs, m_cells.dmrs);
+            append_owned(m_claimed_cells.silent, m_cells.silent);
+            append_owned(m_claimed_cells.ptrs, m_cells.ptrs);
+        }
+    }
+}
+
+void lib_nr_dl_phy_pdsch_process_t::_phy_sch_caculate_g(unsigned int port, unsigned int slot)
+{
+    _list_cells(port, slot, m_rb_list);
+    m_g = 0;
+    for (const lib_nr_resource_run_t& run : m_cells.data)
+        m_g += run.count * m_q_m;
+}
+
+void lib_nr_dl_phy_pdsch_process_t::_phy_sch_encode_re_map(unsigned int port, unsigned int slot,
+                                                           const rb_list_t& rb_list)
+{
+    _list_cells(port, slot, rb_list);
+    _write_data(_amplitude_of(0.0));
+    const auto sequences = m_dmrs_sequences.find(_cdm_group_of(port));
+    if (sequences == m_dmrs_sequences.end() || sequences->second.empty())
+        return;
+    _write_dmrs(port, slot, sequences->second, _amplitude_of(m_dmrs_power));
+    const double ptrs_amplitude = _amplitude_of(m_ptrs_power);
+    for (const lib_nr_resource_run_t& cell : m_cells.ptrs)
+        grid().write_run(cell, &sequences->second[_dmrs_index_of(static_cast<unsigned int>(cell.first_subcarrier))],
+                         ptrs_amplitude);
+}
+
+/// The code word's symbols one after the other, zeros where they end early.
+void lib_nr_dl_phy_pdsch_process_t::_write_data(double amplitude)
+{
+    symbols_t& symbols = m_codeword_symbols[0];
+    std::size_t cell_number = 0;
+    for (const lib_nr_resource_run_t& run : m_cells.data)
+        cell_number += run.count;
+    symbols.resize(std::max(symbols.size(), cell_number));
+    const std::complex<double>* next = symbols.data();
+    for (const lib_nr_resource_run_t& run : m_cells.data) {
+        grid().write_run(run, next, amplitude);
+        next += run.count;
+    }
+}
+
+void lib_nr_dl_phy_pdsch_process_t::_write_dmrs(unsigned int port, unsigned int slot, const symbols_t& sequences,
+                                                double amplitude)
+{
+    const std::size_t length = sequences.size() / m_dmrs_symbols.size();
+    for (std::size_t position = 0; position < m_dmrs_symbols.size(); ++position) {
+        const unsigned int symbol = slot * m_symbol_per_slot + m_dmrs_symbols[position];
+        m_dmrs_values.clear();
+        _append_covered_dmrs(port, position, sequences.data() + position * length, length, m_dmrs_values);
+        for (const lib_nr_resource_run_t& run : m_cells.dmrs)
+            if (run.symbol == symbol)
+                grid().write_run(run, &m_dmrs_values[_dmrs_index_of(static_cast<unsigned int>(run.first_subcarrier))],
+                                 amplitude);
+    }
+    m_dmrs_values.assign(length * 3, {});
+    for (const lib_nr_resource_run_t& run : m_cells.silent)
+        grid().write_run(run, m_dmrs_values.data());
 }
 
 } // namespace vek::nr_mod_lib

