@@ -595,4 +595,71 @@ const enum_names_t<lib_nr_sch_dmrs_hopping_t> g_lib_nr_sch_dmrs_hopping_t_name_m
         {LIB_NR_SCH_DMRS_HOPPING_SEQUENCE, "LIB_NR_SCH_DMRS_HOPPING_SEQUENCE"},
     });
 
+const enum_names_t<srs_port_number_t> g_srs_port_number_t_name_map = name_map<srs_port_number_t>({
+    {LIB_NR_PORT_NUMBER_1, "LIB_NR_PORT_NUMBER_1"},
+    {LIB_NR_PORT_NUMBER_2, "LIB_NR_PORT_NUMBER_2"},
+    {LIB_NR_PORT_NUMBER_4, "LIB_NR_PORT_NUMBER_4"},
+});
+
+const enum_names_t<srs_N_symb_srs_value_t> g_srs_N_symb_srs_value_t_name_map = name_map<srs_N_symb_srs_value_t>({
+    {LIB_NR_N_SYMB_SRS_VALUE_1, "LIB_NR_N_SYMB_SRS_VALUE_1"},
+    {LIB_NR_N_SYMB_SRS_VALUE_2, "LIB_NR_N_SYMB_SRS_VALUE_2"},
+    {LIB_NR_N_SYMB_SRS_VALUE_4, "LIB_NR_N_SYMB_SRS_VALUE_4"},
+    {LIB_NR_N_SYMB_SRS_VALUE_8, "LIB_NR_N_SYMB_SRS_VALUE_8"},
+    {LIB_NR_N_SYMB_SRS_VALUE_12, "LIB_NR_N_SYMB_SRS_VALUE_12"},
+    {LIB_NR_N_SYMB_SRS_VALUE_14, "LIB_NR_N_SYMB_SRS_VALUE_14"},
+});
+
+const enum_names_t<srs_repetition_factor_value_t> g_srs_repetition_factor_value_t_name_map =
+    name_map<srs_repetition_factor_value_t>({
+        {LIB_NR_REPETITION_FACTOR_1, "LIB_NR_REPETITION_FACTOR_1"},
+        {LIB_NR_REPETITION_FACTOR_2, "LIB_NR_REPETITION_FACTOR_2"},
+        {LIB_NR_REPETITION_FACTOR_3, "LIB_NR_REPETITION_FACTOR_3"},
+        {LIB_NR_REPETITION_FACTOR_4, "LIB_NR_REPETITION_FACTOR_4"},
+        {LIB_NR_REPETITION_FACTOR_5, "LIB_NR_REPETITION_FACTOR_5"},
+        {LIB_NR_REPETITION_FACTOR_6, "LIB_NR_REPETITION_FACTOR_6"},
+        {LIB_NR_REPETITION_FACTOR_7, "LIB_NR_REPETITION_FACTOR_7"},
+        {LIB_NR_REPETITION_FACTOR_8, "LIB_NR_REPETITION_FACTOR_8"},
+        {LIB_NR_REPETITION_FACTOR_10, "LIB_NR_REPETITION_FACTOR_10"},
+        {LIB_NR_REPETITION_FACTOR_12, "LIB_NR_REPETITION_FACTOR_12"},
+        {LIB_NR_REPETITION_FACTOR_14, "LIB_NR_REPETITION_FACTOR_14"},
+    });
+
+const enum_names_t<srs_K_TC_value_t> g_srs_K_TC_value_t_name_map = name_map<srs_K_TC_value_t>({
+    {LIB_NR_K_TC_VALUE_2, "LIB_NR_K_TC_VALUE_2"},
+    {LIB_NR_K_TC_VALUE_4, "LIB_NR_K_TC_VALUE_4"},
+    {LIB_NR_K_TC_VALUE_8, "LIB_NR_K_TC_VALUE_8"},
+});
+
+const enum_names_t<srs_cs_max_t> g_srs_cs_max_t_name_map = name_map<srs_cs_max_t>({
+    {LIB_NR_SRS_CS_MAX6, "LIB_NR_SRS_CS_MAX6"},
+    {LIB_NR_SRS_CS_MAX8, "LIB_NR_SRS_CS_MAX8"},
+    {LIB_NR_SRS_CS_MAX12, "LIB_NR_SRS_CS_MAX12"},
+});
+
+const enum_names_t<T_SRS_PF_TYPE> g_T_SRS_PF_TYPE_name_map = name_map<T_SRS_PF_TYPE>({
+    {SRS_SRS_PF_1, "SRS_SRS_PF_1"},
+    {SRS_SRS_PF_2, "SRS_SRS_PF_2"},
+    {SRS_SRS_PF_4, "SRS_SRS_PF_4"},
+});
+
+const enum_names_t<T_SRS_GROUP_OR_SEQUEN_TYPE> g_T_SRS_GROUP_OR_SEQUEN_TYPE_name_map =
+    name_map<T_SRS_GROUP_OR_SEQUEN_TYPE>({
+        {SRS_NEITHER_TYPE, "SRS_NEITHER_TYPE"},
+        {SRS_GROUP_HOP_TYPE, "SRS_GROUP_HOP_TYPE"},
+        {SRS_SEQUEN_HOP_TYPE, "SRS_SEQUEN_HOP_TYPE"},
+    });
+
+const enum_names_t<T_SRS_RESOUR_TYPE> g_T_SRS_RESOUR_TYPE_name_map = name_map<T_SRS_RESOUR_TYPE>({
+    {SRS_PERIOD_TYPE, "SRS_PERIOD_TYPE"},
+    {SRS_SEMI_PERSIS_TYPE, "SRS_SEMI_PERSIS_TYPE"},
+    {SRS_APERIOD_TYPE, "SRS_APERIOD_TYPE"},
+});
+
+const enum_names_t<T_SRS_POSRESOURCE_EN_TYPE> g_T_SRS_POSRESOURCE_EN_TYPE_name_map =
+    name_map<T_SRS_POSRESOURCE_EN_TYPE>({
+        {SRS_POSRESOURCE_OFF, "SRS_POSRESOURCE_OFF"},
+        {SRS_POSRESOURCE_ON, "SRS_POSRESOURCE_ON"},
+    });
+
 } // namespace vek::nr_mod_lib

@@ -115,6 +115,15 @@ extern NR_MOD_LIB_EXPORT const enum_names_t<lib_nr_sch_ptrs_group_sample_t> g_li
 extern NR_MOD_LIB_EXPORT const enum_names_t<lib_nr_antenna_port_number_t> g_lib_nr_antenna_port_number_t_name_map;
 extern NR_MOD_LIB_EXPORT const enum_names_t<lib_nr_sch_hopping_mode_t> g_lib_nr_sch_hopping_mode_t_name_map;
 extern NR_MOD_LIB_EXPORT const enum_names_t<lib_nr_sch_dmrs_hopping_t> g_lib_nr_sch_dmrs_hopping_t_name_map;
+extern NR_MOD_LIB_EXPORT const enum_names_t<srs_port_number_t> g_srs_port_number_t_name_map;
+extern NR_MOD_LIB_EXPORT const enum_names_t<srs_N_symb_srs_value_t> g_srs_N_symb_srs_value_t_name_map;
+extern NR_MOD_LIB_EXPORT const enum_names_t<srs_repetition_factor_value_t> g_srs_repetition_factor_value_t_name_map;
+extern NR_MOD_LIB_EXPORT const enum_names_t<srs_K_TC_value_t> g_srs_K_TC_value_t_name_map;
+extern NR_MOD_LIB_EXPORT const enum_names_t<srs_cs_max_t> g_srs_cs_max_t_name_map;
+extern NR_MOD_LIB_EXPORT const enum_names_t<T_SRS_PF_TYPE> g_T_SRS_PF_TYPE_name_map;
+extern NR_MOD_LIB_EXPORT const enum_names_t<T_SRS_GROUP_OR_SEQUEN_TYPE> g_T_SRS_GROUP_OR_SEQUEN_TYPE_name_map;
+extern NR_MOD_LIB_EXPORT const enum_names_t<T_SRS_RESOUR_TYPE> g_T_SRS_RESOUR_TYPE_name_map;
+extern NR_MOD_LIB_EXPORT const enum_names_t<T_SRS_POSRESOURCE_EN_TYPE> g_T_SRS_POSRESOURCE_EN_TYPE_name_map;
 
 /// The table of an enumeration, for code that is generic in it: the argument's value plays no part.
 inline const auto& enum_name_map(lib_nr_dl_dci_cce2reg_mapping_type_t)
@@ -227,5 +236,14 @@ inline const auto& enum_name_map(lib_nr_sch_ptrs_group_sample_t) { return g_lib_
 inline const auto& enum_name_map(lib_nr_antenna_port_number_t) { return g_lib_nr_antenna_port_number_t_name_map; }
 inline const auto& enum_name_map(lib_nr_sch_hopping_mode_t) { return g_lib_nr_sch_hopping_mode_t_name_map; }
 inline const auto& enum_name_map(lib_nr_sch_dmrs_hopping_t) { return g_lib_nr_sch_dmrs_hopping_t_name_map; }
+inline const auto& enum_name_map(srs_port_number_t) { return g_srs_port_number_t_name_map; }
+inline const auto& enum_name_map(srs_N_symb_srs_value_t) { return g_srs_N_symb_srs_value_t_name_map; }
+inline const auto& enum_name_map(srs_repetition_factor_value_t) { return g_srs_repetition_factor_value_t_name_map; }
+inline const auto& enum_name_map(srs_K_TC_value_t) { return g_srs_K_TC_value_t_name_map; }
+inline const auto& enum_name_map(srs_cs_max_t) { return g_srs_cs_max_t_name_map; }
+inline const auto& enum_name_map(T_SRS_PF_TYPE) { return g_T_SRS_PF_TYPE_name_map; }
+inline const auto& enum_name_map(T_SRS_GROUP_OR_SEQUEN_TYPE) { return g_T_SRS_GROUP_OR_SEQUEN_TYPE_name_map; }
+inline const auto& enum_name_map(T_SRS_RESOUR_TYPE) { return g_T_SRS_RESOUR_TYPE_name_map; }
+inline const auto& enum_name_map(T_SRS_POSRESOURCE_EN_TYPE) { return g_T_SRS_POSRESOURCE_EN_TYPE_name_map; }
 
 } // namespace vek::nr_mod_lib

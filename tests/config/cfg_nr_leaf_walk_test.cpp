@@ -78,10 +78,16 @@ bool is_known_of_prs(const difference_t& difference, const lib_nr_carrier_config
     if (place == std::string::npos)
         return false;
     const std::string setting = difference.path.substr(difference.path.rfind('.') + 1);
-    if (setting == "enable")
-        return difference.first == "true" &&
-               !lib_nr_dl_prs_configure_manager_t(carrier.get_first_enable_numerology_manager()).set_enable(true);
-    auto again = carrier.get_dl_prs(static_cast<unsigned int>(std::stoul(difference.path.substr(place + 7))));
+    const auto index = static_cast<unsigned int>(std::stoul(difference.path.substr(place + 7)));
+    if (setting == "enable") {
+        lib_nr_carrier_configure_manager_t fresh; // its one PRS is narrow after a narrow bandwidth, others are not yet
+        fresh.set_bandwidth(carrier.get_bandwidth());
+        fresh.set_numerology_mode(carrier.get_numerology_mode());
+        fresh.set_numerology(carrier.get_numerology());
+        lib_nr_dl_prs_configure_manager_t added(carrier.get_first_enable_numerology_manager());
+        return difference.first == "true" && !(index == 0 ? fresh.get_dl_prs(0) : added).set_enable(true);
+    }
+    auto again = carrier.get_dl_prs(index);
     again.set_rb_number(again.get_rb_number());
     again.set_rb_offset(again.get_rb_offset());
     again.set_periodicity(again.get_periodicity());
