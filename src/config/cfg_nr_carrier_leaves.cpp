@@ -105,7 +105,6 @@ constinit const cfg_nr_table_of_t<cfg_nr_dl_csirs_t> g_cfg_nr_dl_csirs_table{"cf
 constinit const cfg_nr_table_of_t<cfg_nr_dl_sch_t> g_cfg_nr_dl_sch_table{"cfg_nr_dl_sch"};
 constinit const cfg_nr_table_of_t<cfg_nr_dl_tm_t> g_cfg_nr_dl_tm_table{"cfg_nr_dl_tm"};
 constinit const cfg_nr_table_of_t<cfg_nr_dl_frc_t> g_cfg_nr_dl_frc_table{"cfg_nr_dl_frc"};
-constinit const cfg_nr_table_of_t<cfg_nr_ul_pucch_t> g_cfg_nr_ul_pucch_table{"cfg_nr_ul_pucch"};
 constinit const cfg_nr_table_of_t<cfg_nr_ul_sch_t> g_cfg_nr_ul_sch_table{"cfg_nr_ul_sch"};
 constinit const cfg_nr_table_of_t<cfg_nr_ul_frc_t> g_cfg_nr_ul_frc_table{"cfg_nr_ul_frc"};
 constinit const cfg_nr_table_of_t<cfg_nr_ul_rmc_t> g_cfg_nr_ul_rmc_table{"cfg_nr_ul_rmc"};

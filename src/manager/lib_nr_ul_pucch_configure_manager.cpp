@@ -175,8 +175,12 @@ bool lib_nr_ul_pucch_configure_manager_t::set_pucch_format(lib_nr_ul_pucch_forma
 bool lib_nr_ul_pucch_configure_manager_t::set_allocated_slots(const std::string& text,
                                                               lib_nr_numerology_type_t bwp_numerology)
 {
-    std::string read_text;
-    if (!assign_index_text(m_allocated_slots, read_text, text, lib_nr_phy_common_t::get_slot_in_frame(bwp_numerology)))
+    using common_lib::lib_common_list_parse_t;
+    const auto last = static_cast<int>(lib_nr_phy_common_t::get_slot_in_frame(bwp_numerology)) - 1;
+    std::vector<unsigned int> slots;
+    std::string stored_text;
+    if (!lib_common_list_parse_t::string_to_index_list_in_range(text, slots, stored_text, 0, last) ||
+        !assign(m_allocated_slots, slots))
         return false;
     _updata_uci_bit_per_slot();
     return true;

@@ -187,6 +187,53 @@ bool is_known_of_dci(const difference_t& difference, const lib_nr_carrier_config
     return value != values.end() && value->second == difference.second;
 }
 
+/// What a recall cannot bring back of a PUCCH: values that its own setters would not take any more, since what limits
+/// them came later; what format or spacing has no use for; an OCC index, which a file has ahead of its length; what
+/// hangs on guard bands; and a power that is all but 0.
+bool is_known_of_pucch(const difference_t& difference, lib_nr_carrier_configure_manager_t carrier)
+{
+    const std::size_t place = difference.path.find("ul_pucch[");
+    if (place == std::string::npos)
+        return false;
+    if (ends_with(difference.path, "power"))
+        return std::abs(std::stod(difference.first)) <= 1e-12 && difference.second == "0";
+    auto& again = carrier.get_ul_pucch(static_cast<unsigned int>(std::stoul(difference.path.substr(place + 9))));
+    const lib_nr_ul_bwp_configure_manager_t& bwp = carrier.get_ul_bwp(again.get_bwp_id());
+    carrier.set_ul_bwp_numerology(again.get_bwp_id(), bwp.get_numerology());
+    const auto slots = again.get_allocated_slots();
+    const unsigned int frame = lib_nr_phy_common_t::get_slot_in_frame(bwp.get_numerology());
+    if (std::all_of(slots.begin(), slots.end(), [frame](unsigned int slot) { return slot >= frame; }))
+        again.set_allocated_slots("0", bwp.get_numerology());
+    again.set_symbol_num(again.get_symbol_num(), bwp.get_cp_type());
+    again.set_rb_offset(again.get_rb_offset(), bwp.get_rb_number());
+    again.set_rb_num(again.get_rb_num(), bwp.get_rb_number());
+    again.set_inter_slot_frequency_hopping(again.get_inter_slot_frequency_hopping());
+    again.set_number_of_slots_for_pucch_repetition(again.get_number_of_slots_for_pucch_repetition());
+    again.set_occ_index(again.get_occ_index());
+    again.set_uci_format(again.get_uci_format());
+    const lib_nr_ul_pucch_format_t format = again.get_pucch_format();
+    unsigned int occ_index = again.get_occ_index();
+    if (format != LIB_NR_UL_PUCCH_FORMAT_1)
+        occ_index = std::min(occ_index, format == LIB_NR_UL_PUCCH_FORMAT_4 ? 1u : 0u);
+    const bool has_uci_format = format <= LIB_NR_UL_PUCCH_FORMAT_1;
+    std::map<std::string, std::string> values = {
+        {"allocated_slots", again.get_allocated_slots_feedback()},
+        {"symbol_num", std::to_string(again.get_symbol_num())},
+        {"rb_offset", std::to_string(again.get_rb_offset())},
+        {"rb_num", std::to_string(again.get_rb_num())},
+        {"second_hop_prb", std::to_string(again.get_second_hop_prb())},
+        {"inter_slot_frequency_hopping", again.get_inter_slot_frequency_hopping() ? "true" : "false"},
+        {"number_of_slots_for_pucch_repetition", std::to_string(again.get_number_of_slots_for_pucch_repetition())},
+        {"occ_index", std::to_string(occ_index)},
+        {"uci_format", g_lib_nr_ul_uci_content_t_name_map.at(has_uci_format ? again.get_uci_format()
+                                                                            : LIB_NR_UL_UCI_SR_AND_HARQ_ACK)},
+        {"rb_set_index", "0"}};
+    if (bwp.get_numerology() > LIB_NR_SCS_30K)
+        values.insert({{"interlace0", "0"}, {"interlace1", "-1"}});
+    const auto value = values.find(difference.path.substr(difference.path.rfind('.') + 1));
+    return value != values.end() && value->second == difference.second;
+}
+
 /// What a recall cannot bring back, and why.
 bool is_known(const difference_t& difference, cfg_nr_waveform_t& waveform, cfg_nr_waveform_t& came_back)
 {
@@ -208,7 +255,7 @@ bool is_known(const difference_t& difference, cfg_nr_waveform_t& waveform, cfg_n
     const auto index = static_cast<unsigned int>(std::stoul(difference.path.substr(carrier.size())));
     const lib_nr_carrier_configure_manager_t& manager = waveform.get_waveform_manager().get_carrier(index);
     if (is_known_of_prs(difference, manager) || is_known_of_dl_bwp(difference, manager) ||
-        is_known_of_ul_bwp(difference, manager) ||
+        is_known_of_ul_bwp(difference, manager) || is_known_of_pucch(difference, manager) ||
         is_known_of_dci(difference, manager, came_back.get_waveform_manager().get_carrier(index)))
         return true;
     cfg_nr_dl_ssb_t& ssb = *waveform.get_carrier(index)->get_dl_ssb();
