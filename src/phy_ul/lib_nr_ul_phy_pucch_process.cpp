@@ -46,7 +46,7 @@ bool lib_nr_ul_phy_pucch_process_t::deal_ul_pucch_link_process(const lib_nr_wave
     m_failed_entry.reset();
     for (unsigned int i = 0; i < configuration.get_ul_pucch_number(); ++i)
         if (!_run(configuration, numerology, i, [&] { return _deal_pucch_process(configuration, i); })) {
-            std::cerr << " error : ul_phy_pucch_process fail " << std::endl;
+            std::cout << " error : ul_phy_pucch_process fail " << std::endl;
             return false;
         }
     return true;
