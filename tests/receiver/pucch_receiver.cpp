@@ -1,0 +1,284 @@
+#include "receiver/pucch_receiver.h"
+
+#include "phy_common/coder_test_support.h"
+#include "phy_common/lib_nr_low_papr_sequence1.h"
+#include "phy_common/lib_nr_low_papr_sequence2.h"
+#include "phy_common/lib_nr_small_block_channel_coding.h"
+#include "receiver/gold_sequence.h"
+#include "receiver/polar_decoder.h"
+
+#include <algorithm>
+#include <cmath>
+#include <numbers>
+
+namespace nr_test
+{
+
+namespace
+{
+
+using namespace vek::nr_mod_lib;
+using std::numbers::pi;
+
+constexpr unsigned char k_repeats = 254; // a coded bit that is sent as the one before it
+
+/// DMRS of formats 3 and 4, TS 38.211 Table 6.4.1.3.3.2-1.
+std::vector<unsigned int> dmrs_symbols(unsigned int symbols, bool hopping, bool additional)
+{
+    static const std::vector<std::vector<unsigned int>> few = {{0, 3}, {1, 4}, {1, 4}, {1, 5}, {1, 6},
+                                                               {2, 7}, {2, 7}, {2, 8}, {2, 9}, {3, 10}};
+    static const std::vector<std::vector<unsigned int>> many = {
+        {1, 3, 6, 8}, {1, 3, 6, 9}, {1, 4, 7, 10}, {1, 4, 7, 11}, {1, 5, 8, 12}};
+    if (symbols == 4)
+        return hopping ? std::vector<unsigned int>{0, 2} : std::vector<unsigned int>{1};
+    return additional && symbols >= 10 ? many[symbols - 10] : few[symbols - 5];
+}
+
+struct slot_receiver_t
+{
+    const rows_t& frame;
+    const lib_nr_carrier_configure_manager_t& carrier;
+    const lib_nr_ul_pucch_configure_manager_t& pucch;
+    unsigned int slot;
+    const lib_nr_ul_bwp_configure_manager_t& bwp = carrier.get_ul_bwp(pucch.get_bwp_id());
+    unsigned int format = pucch.get_pucch_format();
+    unsigned int L = bwp.get_cp_type() == LIB_NR_EXTEND_CP ? 12 : 14;
+    bool is_spread = format == 4 || (pucch.get_use_interlace_pucch() && pucch.get_interlace1() < 0);
+    unsigned int S = is_spread ? static_cast<unsigned int>(pucch.get_occ_length()) : 1;
+    unsigned int Qm = format != 2 && pucch.get_pi_2_bpsk() ? 1 : 2;
+    double dmrs_amplitude = std::pow(10.0, pucch.get_dmrs_power() / 20.0);
+    std::vector<double> soft{};
+    received_uci_t uci{};
+
+    unsigned int id(int value) const { return value < 0 ? carrier.get_cell_index() : static_cast<unsigned int>(value); }
+    unsigned int symbol_in_frame(unsigned int l) const { return slot * L + pucch.get_first_symbol() + l; }
+    bool is_second_hop(unsigned int l, std::size_t count) const
+    {
+        return pucch.get_intra_slot_frequency_hopping() && l >= count / 2;
+    }
+    void note(double error) { uci.error = std::max(uci.error, error); }
+
+    /// RBs of the carrier's grid.
+    std::vector<unsigned int> rbs(unsigned int l) const
+    {
+        std::vector<unsigned int> result;
+        const auto add = [&](unsigned int first, unsigned int step, unsigned int last, unsigned int most) {
+            for (unsigned int rb = first; rb <= last && most-- > 0; rb += step)
+                result.push_back(rb);
+        };
+        if (!pucch.get_use_interlace_pucch()) {
+            add(bwp.get_rb_offset() +
+                    (is_second_hop(l, pucch.get_symbol_num()) ? pucch.get_second_hop_prb() : pucch.get_rb_offset()),
+                1, 273, pucch.get_rb_num());
+            return result;
+        }
+        const auto sets = carrier.get_numerology_manager(bwp.get_numerology()).get_ul_guard_band().get_rb_set_info();
+        const auto [first, last] = sets.at(static_cast<std::uint16_t>(pucch.get_rb_set_index()));
+        const unsigned int step = bwp.get_numerology() == LIB_NR_SCS_15K ? 10 : 5;
+        const auto most = [](unsigned int setting) { return setting == 1 ? 10u : 11u; };
+        add(first + pucch.get_interlace0(), step, last, most(pucch.get_pucch_interlace0()));
+        if (pucch.get_interlace1() >= 0)
+            add(first + static_cast<unsigned int>(pucch.get_interlace1()), step, last,
+                most(pucch.get_pucch_interlace1()));
+        return result;
+    }
+
+    signal_t cells(unsigned int l) const
+    {
+        signal_t row;
+        for (const unsigned int rb : rbs(l))
+            for (unsigned int k = 12 * rb; k < 12 * rb + 12; ++k)
+                row.push_back(frame.at(symbol_in_frame(l)).at(k) / std::pow(10.0, pucch.get_power() / 20.0));
+        return row;
+    }
+
+    unsigned int dmrs_c_init(unsigned int l) const
+    {
+        const unsigned long long n = id(pucch.get_scrambling_id0());
+        return static_cast<unsigned int>((131072ull * (symbol_in_frame(l) + 1) * (2 * n + 1) + 2 * n) % (1ull << 31));
+    }
+
+    /// Takes an orthogonal sequence out of values that lie `distance` apart, the first at `first`.
+    template <class sequence_t>
+    std::complex<double> despread(const signal_t& values, std::size_t first, std::size_t distance, sequence_t w)
+    {
+        std::complex<double> point = 0.0;
+        for (unsigned int m = 0; m < S; ++m)
+            point += std::conj(w(m)) * values[first + m * distance] / static_cast<double>(S);
+        for (unsigned int m = 0; m < S; ++m)
+            note(std::abs(values[first + m * distance] - w(m) * point));
+        return point;
+    }
+
+    void receive_format_2(unsigned int l)
+    {
+        const signal_t row = cells(l);
+        const std::vector<unsigned int> blocks = rbs(l);
+        for (std::size_t r = 0; r < blocks.size(); ++r) {
+            const unsigned int counted = blocks[r] - (pucch.get_use_interlace_pucch() ? 0 : bwp.get_rb_offset());
+            const auto c = gold_sequence(dmrs_c_init(l), 8 / S * counted, 8 / S);
+            const unsigned int n = (blocks[r] + pucch.get_occ_index()) % S;
+            const auto w = [n](unsigned int m) { return std::complex<double>((n & m) % 3 == 0 ? 1.0 : -1.0); };
+            signal_t data;
+            for (std::size_t k = 0; k < 12; ++k)
+                if (k % 3 != 1)
+                    data.push_back(row[12 * r + k]);
+            for (unsigned int k = 0; k < 4; ++k) {
+                const std::complex<double> d(1 - 2 * c[k / S * 2], 1 - 2 * c[k / S * 2 + 1]);
+                note(std::abs(row[12 * r + 3 * k + 1] / dmrs_amplitude - w(k % S) * d * std::sqrt(0.5)));
+            }
+            for (std::size_t first = 0; first < 8; first += S)
+                demap(despread(data, first, 1, w));
+        }
+    }
+
+    /// c(first) and so on as a number, the first bit lowest.
+    static unsigned int number(std::uint32_t c_init, unsigned int first, unsigned int count)
+    {
+        unsigned int value = 0;
+        const auto c = gold_sequence(c_init, first, count);
+        for (unsigned int m = 0; m < count; ++m)
+            value += c[m] * (1u << m);
+        return value;
+    }
+
+    signal_t low_papr_dmrs(unsigned int l, bool is_second, unsigned int length) const
+    {
+        const unsigned int n_id = id(pucch.get_hopping_id());
+        const unsigned int hop = 2 * slot + (is_second ? 1 : 0);
+        const unsigned int hopping = pucch.get_pucch_group_hopping();
+        const unsigned int u = (n_id + (hopping == 1 ? number(n_id / 30, 8 * hop, 8) : 0)) % 30;
+        const unsigned int v = hopping == 2 ? number(32 * (n_id / 30) + n_id % 30, hop, 1) : 0;
+        signal_t row;
+        if (pucch.get_pi_2_bpsk() && pucch.get_dmrs_uplink_transform_precoding_pucch()) {
+            lib_nr_low_papr_sequence2::generate_low_papr_sequence_2({u, 0, dmrs_c_init(l), length}, row);
+            return row;
+        }
+        constexpr unsigned int m0[4] = {0, 6, 3, 9};
+        const unsigned int shift = number(id(pucch.get_hopping_id()), 8 * symbol_in_frame(l), 8) +
+                                   (is_spread || pucch.get_use_interlace_pucch() ? m0[pucch.get_occ_index()] : 0);
+        lib_nr_low_papr_sequence1::generate_basic_sequence({u, v, 0.0, 0, length}, row);
+        for (unsigned int n = 0; n < length; ++n)
+            row[n] *= std::polar(1.0, pi / 6.0 * (shift * n % 12));
+        return row;
+    }
+
+    void receive_format_3_or_4(unsigned int l)
+    {
+        const auto dmrs =
+            dmrs_symbols(pucch.get_symbol_num(), pucch.get_intra_slot_frequency_hopping(), pucch.get_additional_dmrs());
+        signal_t row = cells(l);
+        const auto M = static_cast<unsigned int>(row.size());
+        const auto k = static_cast<std::size_t>(std::find(dmrs.begin(), dmrs.end(), l) - dmrs.begin());
+        if (k < dmrs.size()) {
+            const signal_t expected = low_papr_dmrs(l, is_second_hop(static_cast<unsigned int>(k), dmrs.size()), M);
+            for (unsigned int n = 0; n < M; ++n)
+                note(std::abs(row[n] / dmrs_amplitude - expected[n]));
+            return;
+        }
+        fft(row, 1);
+        const unsigned int n = pucch.get_occ_index();
+        for (unsigned int i = 0; i < M / S; ++i)
+            demap(despread(row, i, M / S, [&](unsigned int m) { return std::polar(1.0, -2.0 * pi * (n * m) / S); }) /
+                  std::sqrt(M));
+    }
+
+    /// Soft bits of a data point, 1 in magnitude where the point is ideal.
+    void demap(std::complex<double> point)
+    {
+        if (Qm == 1)
+            point *= std::polar(1.0, -pi / 4.0 * (soft.size() % 2 == 0 ? 1.0 : 3.0));
+        else
+            point *= std::sqrt(2.0);
+        soft.push_back(point.real());
+        note(std::abs(std::abs(point.real()) - 1.0));
+        if (Qm == 2)
+            soft.push_back(point.imag());
+        note(std::abs(std::abs(point.imag()) - (Qm - 1.0)));
+    }
+
+    /// A part's bits out of the hard decisions from `first` on.
+    void decode(std::size_t A, const bits_t& hard, const bits_t& scrambling, std::size_t first, std::size_t E)
+    {
+        if (A == 0 || E == 0)
+            return;
+        const unsigned int C = A >= 1013 || (A >= 360 && E >= 1088) ? 2 : 1;
+        const unsigned int crc = A < 12 ? 0 : A < 20 ? 6 : 11;
+        polar_block_t block{static_cast<unsigned int>((A + C - 1) / C) + crc, static_cast<unsigned int>(E / C), 10,
+                            false, true};
+        block.n_pc = crc == 6 ? 3 : 0;
+        block.n_pc_wm = crc == 6 && block.E + 3 > block.K + 192 ? 1 : 0;
+        for (unsigned int r = 0; r < C; ++r, first += block.E) {
+            bits_t bits = crc == 0 ? decode_small_block(A, hard, scrambling, first, E) : bits_t{};
+            if (crc != 0) {
+                std::vector<double> received(block.E);
+                for (std::size_t i = 0; i < received.size(); ++i)
+                    received[i] = hard[first + i] == scrambling[first + i] ? 1.0 : -1.0;
+                bits = polar_decode(block, received);
+                const bits_t remainder = long_division(bits, bits_of(crc == 6 ? 0x61 : 0xE21, crc + 1));
+                note(std::count(remainder.begin(), remainder.end(), 1) == 0 ? 0.0 : INFINITY);
+            }
+            const auto filler = static_cast<std::ptrdiff_t>(r == 0 ? C * (block.K - crc) - A : 0);
+            uci.bits.insert(uci.bits.end(), bits.begin() + filler, bits.end() - crc);
+        }
+    }
+
+    bits_t decode_small_block(std::size_t A, const bits_t& hard, const bits_t& scrambling, std::size_t first,
+                              std::size_t E)
+    {
+        lib_nr_small_block_channel_coding_t coder;
+        coder.set_modulation_order(Qm);
+        std::vector<bits_t> fits;
+        bits_t word;
+        for (unsigned long message = 0; message < 1ul << A; ++message) {
+            coder.deal_small_block_channel_coding(bits_of(message, static_cast<unsigned int>(A)), word);
+            std::size_t i = 0;
+            for (; i < E; ++i) {
+                const unsigned char bit = word[i % word.size()];
+                if (hard[first + i] != (bit == k_repeats ? hard[first + i - 1] : bit ^ scrambling[first + i]))
+                    break;
+            }
+            if (i == E)
+                fits.push_back(bits_of(message, static_cast<unsigned int>(A)));
+        }
+        note(fits.size() == 1 ? 0.0 : INFINITY);
+        return fits.empty() ? bits_t(A) : fits.front();
+    }
+
+    received_uci_t receive(std::size_t first_bits, std::size_t second_bits)
+    {
+        for (unsigned int l = 0; l < pucch.get_symbol_num(); ++l)
+            format == 2 ? receive_format_2(l) : receive_format_3_or_4(l);
+        bits_t hard;
+        std::transform(soft.begin(), soft.end(), std::back_inserter(hard), [](double value) { return value < 0.0; });
+        bits_t scrambling(hard.size(), 0);
+        if (pucch.get_scrambling_state())
+            scrambling = gold_sequence(pucch.get_n_rnti() * 32768u + id(pucch.get_scrambling_id()), 0, hard.size());
+        if (!pucch.get_channel_coding()) {
+            for (std::size_t i = 0; i < hard.size(); ++i)
+                uci.bits.push_back(hard[i] ^ scrambling[i]);
+            return uci;
+        }
+        std::size_t E1 = hard.size();
+        if (second_bits != 0) {
+            const std::size_t coded = first_bits + (first_bits < 11 ? 0 : first_bits < 20 ? 6 : 11);
+            const std::size_t rate = pucch.get_max_code_rate();
+            E1 = std::min(E1, Qm * ((100 * coded + rate * Qm - 1) / (rate * Qm)));
+        }
+        decode(first_bits, hard, scrambling, 0, E1);
+        decode(second_bits, hard, scrambling, E1, hard.size() - E1);
+        return uci;
+    }
+};
+
+} // namespace
+
+received_uci_t receive_uci(const rows_t& frame, const lib_nr_carrier_configure_manager_t& carrier,
+                           const lib_nr_ul_pucch_configure_manager_t& pucch, unsigned int slot, std::size_t first_bits,
+                           std::size_t second_bits)
+{
+    slot_receiver_t receiver{frame, carrier, pucch, slot};
+    return receiver.receive(first_bits, second_bits);
+}
+
+} // namespace nr_test
