@@ -105,6 +105,7 @@ bool lib_nr_phy_t::_nr_ul_srs_link_process(unsigned int frame, unsigned int carr
                 return false;
             }
         }
+        m_srs_process.write_trace_file();
     }
     return true;
 }

@@ -1,0 +1,237 @@
+#include "phy_ul/lib_nr_ul_phy_srs_process.h"
+
+#include "phy_common/lib_nr_low_papr_sequence1.h"
+#include "receiver/gold_sequence.h"
+#include "support/generated.h"
+#include "support/settings.h"
+#include "support/test_grid.h"
+
+#include <gtest/gtest.h>
+
+#include <cmath>
+#include <filesystem>
+#include <fstream>
+#include <numbers>
+#include <random>
+#include <string>
+#include <vector>
+
+namespace
+{
+
+using namespace vek::nr_mod_lib;
+using srs_t = lib_nr_ul_srs_configure_manager_t;
+
+/// r-bar of TS 38.211 clause 5.2.2; the library's tables below a length of 36.
+nr_test::signal_t base_sequence(unsigned int u, unsigned int v, unsigned int length)
+{
+    nr_test::signal_t base;
+    if (length < 36) {
+        lib_nr_low_papr_sequence1::generate_basic_sequence({u, v, 0.0, 1, length}, base);
+        return base;
+    }
+    unsigned int prime = length;
+    for (unsigned int factor = 2; factor < prime; ++factor)
+        if (prime % factor == 0) {
+            --prime;
+            factor = 1;
+        }
+    const double q_bar = prime * (u + 1.0) / 31.0;
+    const double q = std::floor(q_bar + 0.5) + (v == 0 ? 0.0 : std::pow(-1.0, std::floor(2.0 * q_bar)));
+    for (unsigned int n = 0; n < length; ++n) {
+        const double m = n % prime;
+        base.push_back(std::polar(1.0, -std::numbers::pi * std::fmod(q * m * (m + 1), 2.0 * prime) / prime));
+    }
+    return base;
+}
+
+/// A slot of TS 38.211 clause 6.4.1.4, [symbol of the slot][subcarrier], with what this system does its own way.
+nr_test::rows_t expected_slot(const srs_t& srs, unsigned int frame, unsigned int slot, unsigned int slots,
+                              unsigned int slot_symbols, unsigned int width)
+{
+    static const srs_bw_t table = [] {
+        srs_bw_t filled;
+        lib_nr_phy_common_t::_srs_bw_config_init(filled);
+        return filled;
+    }();
+    nr_test::rows_t rows(slot_symbols, nr_test::signal_t(width));
+    const unsigned int comb = srs.get_Ktc_number();
+    const unsigned int port = srs.get_antenna_port().front() - 1;
+    const unsigned int ports = srs.get_port_number();
+    const unsigned int n_max = comb == 2 ? 8 : comb == 4 ? 12 : 6;
+    const unsigned int shift =
+        srs.get_n_SRS_cs() + (ports == 4 && n_max == 6 ? n_max * (port / 2) / (ports / 2) : n_max * port / ports);
+    const auto m_of = [&](unsigned int b) { return table.m_srs.at(static_cast<unsigned char>(b))[srs.get_c_srs()]; };
+    const unsigned int band = 12u * m_of(srs.get_b_srs());
+    const unsigned int length = band / comb / srs.get_p_f();
+    const std::vector<std::vector<unsigned int>> combs = {{0, 1}, {0, 2, 1, 3}, {0, 4, 2, 6, 1, 5, 3, 7}};
+    for (unsigned int l = 0; l < static_cast<unsigned int>(srs.get_N_symb_srs()); ++l) {
+        const int symbol = static_cast<int>(slot_symbols + l) - 1 - srs.get_l_offset();
+        if (symbol < 0)
+            continue;
+        const unsigned int in_frame = slot_symbols * slot + static_cast<unsigned int>(symbol);
+        unsigned int u = srs.get_n_ID_SRS();
+        unsigned int v = 0;
+        if (srs.get_GroupOrSeqHop() == 1) {
+            const auto bits = nr_test::gold_sequence(srs.get_n_ID_SRS(), 8 * in_frame, 8);
+            unsigned int f_gh = 0;
+            for (unsigned int m = 8; m-- > 0;)
+                f_gh = 2 * f_gh + bits[m];
+            u += f_gh % 30;
+        }
+        else if (srs.get_GroupOrSeqHop() == 2 && band / comb >= 72)
+            v = nr_test::gold_sequence(srs.get_n_ID_SRS(), in_frame, 1)[0];
+
+        unsigned int hops = l / srs.get_srs_repetition_factor();
+        if (const unsigned int period = srs.get_srs_periodity())
+            hops += (slots * frame + slot - srs.get_t_offset()) / period *
+                    (static_cast<unsigned int>(srs.get_N_symb_srs()) / srs.get_srs_repetition_factor());
+        unsigned int first = 12u * srs.get_n_shift() + srs.get_k_f() * band / srs.get_p_f();
+        for (unsigned int b = 0; b <= srs.get_b_srs(); ++b) {
+            const auto n_of = [&](unsigned int level) -> double {
+                return level == srs.get_b_hop() ? 1 : table.n.at(static_cast<unsigned char>(level))[srs.get_c_srs()];
+            };
+            double moved = 0;
+            if (b > srs.get_b_hop()) {
+                double rounds = 1;
+                for (unsigned int level = srs.get_b_hop(); level < b; ++level)
+                    rounds *= n_of(level);
+                const double whole = rounds * n_of(b);
+                moved = std::fmod(n_of(b), 2.0) == 0 ? n_of(b) / 2 * std::floor(std::fmod(hops, whole) / rounds) +
+                                                           std::floor(std::fmod(hops, whole) / (2 * rounds))
+                                                     : std::floor(n_of(b) / 2) * std::floor(hops / rounds);
+            }
+            const unsigned int number = table.n.at(static_cast<unsigned char>(b))[srs.get_c_srs()];
+            first += 12u * m_of(b) * ((static_cast<unsigned int>(moved) + 4u * srs.get_n_RRC() / m_of(b)) % number);
+        }
+        unsigned int offset = srs.get_ktc_offset();
+        if (ports == 4 && (port == 1 || port == 3) && (n_max == 6 || srs.get_n_SRS_cs() >= n_max / 2))
+            offset += comb / 2;
+        const auto& pattern = combs[comb == 2 ? 0 : comb == 4 ? 1 : 2];
+        const unsigned int symbols = srs.get_N_symb_srs();
+        if (srs.get_pos_resource() && symbols >= comb / 2 && symbols <= (comb == 2 ? 4 : 12))
+            offset += pattern[l % pattern.size()];
+
+        const auto base = base_sequence(u % 30, v, length);
+        for (unsigned int n = 0; n < length; ++n)
+            if (const unsigned int k = first + offset % comb + n * comb; k < width)
+                rows[static_cast<unsigned int>(symbol)][k] =
+                    std::sqrt(ports) * std::pow(10.0, srs.get_power_bosting() / 20) * base[n] *
+                    std::polar(1.0, 2 * std::numbers::pi * static_cast<double>(n * shift % n_max) / n_max);
+    }
+    return rows;
+}
+
+/// Random settings of an SRS with a row and a column of the bandwidth table.
+void draw(srs_t& srs, std::mt19937& random, lib_nr_numerology_type_t numerology)
+{
+    const auto below = [&](unsigned int limit) { return static_cast<unsigned char>(random() % limit); };
+    const auto any_of = [&](const auto& list) { return list[random() % list.size()]; };
+    srs.set_port_number(any_of(srs.get_port_number_for_ui()));
+    srs.set_antenna_port({any_of(srs.get_available_port_for_ui())}, 1);
+    srs.set_pos_resource(below(2) != 0);
+    srs.set_srs_periodity(
+        any_of(std::vector{LIB_NR_SRS_0MS_PERIODICITY, LIB_NR_SRS_1MS_PERIODICITY, LIB_NR_SRS_4MS_PERIODICITY,
+                           LIB_NR_SRS_5MS_PERIODICITY, LIB_NR_SRS_10MS_PERIODICITY}),
+        numerology);
+    srs.set_t_offset(below(10), numerology);
+    srs.set_slot_allocation("1,8", numerology);
+    srs.set_N_symb_srs(any_of(srs.get_N_symb_srs_for_ui()));
+    srs.set_l_offset(below(14));
+    srs.set_srs_repetition_factor(any_of(srs.get_srs_repetition_factor_for_ui()));
+    srs.set_Ktc_number(any_of(srs.get_Ktc_number_for_ui()));
+    srs.set_ktc_offset(below(8));
+    srs.set_b_hop(below(4));
+    srs.set_n_shift(below(4) == 0 ? below(255) : 0);
+    srs.set_n_RRC(below(68));
+    srs.set_GroupOrSeqHop(below(3));
+    srs.set_n_SRS_cs(below(12));
+    srs.set_n_ID_SRS(static_cast<unsigned int>(random() % 65536));
+    srs.set_p_f(any_of(srs.get_p_f_for_ui()));
+    srs.set_k_f(below(4));
+    srs.set_power_bosting(below(2) * 1.5);
+}
+
+// Every row and column of the bandwidth table with either prefix, all else at random.
+TEST(srs, fills_and_marks_the_cells_of_the_standard_with_its_sequences)
+{
+    const nr_test::captured_output_t silence;
+    std::mt19937 random(38211);
+    lib_nr_waveform_configure_manager_t waveform;
+    auto& carrier = waveform.get_carrier(0);
+    carrier.set_carrier_type(LIB_NR_UPLINK);
+    carrier.set_bandwidth(LIB_NR_CHANNEL_FR1_50M);
+    for (const auto& [numerology, rbs, cp_type] :
+         {std::tuple(LIB_NR_SCS_15K, 270u, LIB_NR_NORMAL_CP), std::tuple(LIB_NR_SCS_60K, 65u, LIB_NR_EXTEND_CP)})
+    {
+        carrier.set_numerology(numerology);
+        carrier.set_ul_bwp_cp_type(0, cp_type);
+        nr_test::test_grid_t grid(numerology, rbs, LIB_NR_CHANNEL_FR1_50M, cp_type);
+        const unsigned int slot_symbols = lib_nr_phy_common_t::get_symbol_number_in_slot(numerology, cp_type);
+        const unsigned int slots = lib_nr_phy_common_t::get_slot_in_frame(numerology);
+        for (unsigned int setting = 0; setting < 256; ++setting) {
+            srs_t& srs = carrier.get_ul_srs(0);
+            srs.set_c_srs(static_cast<unsigned char>(setting / 4));
+            srs.set_b_srs(static_cast<unsigned char>(setting % 4));
+            draw(srs, random, numerology);
+            srs.set_enable(true, numerology);
+            const auto frame = static_cast<unsigned int>(random() % 4);
+            lib_nr_ul_phy_srs_process_t process;
+            process.set_waveform_config(0, frame, 0, 0, waveform);
+            grid.clear();
+            for (const int listed : srs.get_slot_allocation()) {
+                const auto slot = static_cast<unsigned int>(listed);
+                ASSERT_TRUE(process.srs_process(slot));
+                process.nr_ul_phy_srs_re_map(slot, LIB_NR_REMAPP_MODE_UI_VIEW_MAP);
+                const auto expected = expected_slot(srs, frame, slot, slots, slot_symbols, 12 * rbs);
+                for (unsigned int l = 0; l < slot_symbols; ++l)
+                    for (unsigned int k = 0; k < 12 * rbs; ++k) {
+                        ASSERT_LT(std::abs(grid.symbol_at(slot * slot_symbols + l, k) - expected[l][k]), 1e-9)
+                            << "setting " << setting << ", symbol " << l << ", subcarrier " << k;
+                        ASSERT_EQ(grid.grid().get_owner(slot * slot_symbols + l, k) == LIB_NR_RESOURCE_MAPPING_SRS,
+                                  expected[l][k] != 0.0);
+                    }
+            }
+        }
+    }
+}
+
+// With a period of 8 slots the list holds slots 3, 11 and 19; only every second frame of 20 slots begins a period.
+TEST(srs, is_sent_where_list_and_period_have_the_slot)
+{
+    const std::string at = "carrier[0].ul_srs[0].";
+    nr_test::waveform_of_t waveform(
+        {"frame_number=3", "carrier[0].carrier_type=LIB_NR_UPLINK", "carrier[0].baseband_filter=false",
+         "carrier[0].channel_bandwidth=LIB_NR_CHANNEL_FR1_20M", at + "srs_periodity=LIB_NR_SRS_8MS_PERIODICITY",
+         at + "t_offset=3", at + "c_srs=12", at + "b_srs=2", at + "n_RRC=3",
+         at + "N_symb_srs=LIB_NR_N_SYMB_SRS_VALUE_4", at + "srs_repetition_factor=LIB_NR_REPETITION_FACTOR_2",
+         at + "GroupOrSeqHop=1", at + "enable=true"});
+    const auto& srs = waveform.get_waveform_manager().get_carrier(0).get_ul_srs(0);
+    ASSERT_EQ(srs.get_slot_allocation(), (std::vector{3, 11, 19}));
+    std::filesystem::remove("../srs_result.csv");
+    const nr_test::generated_t generated = nr_test::generate(waveform);
+    for (unsigned int frame = 0; frame < 3; ++frame) {
+        nr_test::rows_t expected(280, nr_test::signal_t(612));
+        for (const unsigned int slot : {3u, 11u, 19u})
+            if (frame != 1) {
+                const auto rows = expected_slot(srs, frame, slot, 20, 14, 612);
+                std::copy(rows.begin(), rows.end(), expected.begin() + 14 * slot);
+            }
+        const auto received = nr_test::demodulate_frame(generated.samples, generated.setup, 612, 0.0, frame);
+        if (frame == 1)
+            for (const auto& row : received)
+                for (const auto& value : row)
+                    ASSERT_LT(std::abs(value), 1e-9);
+        else
+            EXPECT_LT(nr_test::error_vector_magnitude(received, expected), 1e-6);
+    }
+    // The trace holds the last slot sent: four symbols of 48 values each, of two hops in one group a symbol.
+    std::ifstream trace("../srs_result.csv");
+    std::vector<std::string> lines;
+    for (std::string line; std::getline(trace, line);)
+        lines.push_back(line);
+    ASSERT_EQ(lines.size(), 3u + 8u + 4u * 48u);
+    EXPECT_TRUE(lines[0] == " m_u " && lines[5] == " m_v " && lines[10] == " m_srs_ri_sequence ");
+}
+
+} // namespace
