@@ -16,7 +16,6 @@ namespace
 {
 
 constexpr double k_max_power = 40.0;
-constexpr unsigned int k_max_layers = 4;
 constexpr unsigned int k_max_l0 = 3;
 constexpr unsigned int k_min_l0 = 2;
 
@@ -24,12 +23,6 @@ double limited_power(double power) { return std::clamp(power, -k_max_power, k_ma
 
 /// The highest index by `mcs_table_t`: the tables end at different rows.
 constexpr std::array<unsigned int, 6> k_max_mcs = {28, 27, 28, 26, 27, 27};
-
-template <class value_t>
-value_t offered_or_first(const value_t& value, const std::vector<value_t>& offered)
-{
-    return std::find(offered.begin(), offered.end(), value) != offered.end() ? value : offered.front();
-}
 
 } // namespace
 

@@ -154,6 +154,8 @@ public:
     unsigned int get_ptrs_re_offset() const { return m_ptrs_re_offset; }
 
 protected:
+    static constexpr unsigned int k_max_layers = 4;
+
     /// Every setting at its default. Lists behind a text and what hangs on the BWP come with the first update by it.
     lib_nr_sch_configure_manager_t() = default;
     ~lib_nr_sch_configure_manager_t() = default;
@@ -171,6 +173,7 @@ protected:
     unsigned int m_symbol_num = 14;
     unsigned int m_bwp_id = 0;
     lib_nr_sch_ra_type_t m_ra_type = LIB_NR_SCH_RA_TYPE1;
+    lib_nr_sch_rbg_size_t m_rbg_size = LIB_NR_SCH_RBG_SIZE_16;
     unsigned int m_rb_num = 273;
     unsigned int m_antenna_count = 1; ///< of the waveform
 
@@ -188,7 +191,6 @@ private:
     bool m_one_frame_period = true;
     std::vector<unsigned int> m_slot_allocation{0};
     std::string m_slot_allocation_text = "0:19";
-    lib_nr_sch_rbg_size_t m_rbg_size = LIB_NR_SCH_RBG_SIZE_16;
     std::vector<unsigned int> m_rbg_bitmap;
     std::string m_rbg_bitmap_text = "0,0,1,0,1,1,1,1,1,1,1,1,0";
     unsigned int m_rb_offset = 0;

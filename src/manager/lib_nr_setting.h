@@ -68,6 +68,13 @@ bool assign_bit_text(std::vector<bit_t>& bits, std::string& stored_text, const s
     return assign(bits, std::vector<bit_t>(read.begin(), read.end()));
 }
 
+/// The value where it is on offer, otherwise the first one that is.
+template <class value_t>
+value_t offered_or_first(const value_t& value, const std::vector<value_t>& offered)
+{
+    return std::find(offered.begin(), offered.end(), value) != offered.end() ? value : offered.front();
+}
+
 /// The entry at the index, or the last one for an index past the end. The list must not be empty.
 template <class list_t>
 auto& entry_or_last(list_t& list, std::size_t index)

@@ -12,4 +12,10 @@ constexpr unsigned int get_interlace_number(lib_nr_numerology_type_t numerology)
     return numerology == LIB_NR_SCS_15K ? 10 : numerology == LIB_NR_SCS_30K ? 5 : 0;
 }
 
+/// The number that the settings of a PUSCH count with, which it keeps at other spacings: there it is that of 30 kHz.
+constexpr unsigned int get_pusch_interlace_number(lib_nr_numerology_type_t numerology)
+{
+    return get_interlace_number(numerology == LIB_NR_SCS_15K ? LIB_NR_SCS_15K : LIB_NR_SCS_30K);
+}
+
 } // namespace vek::nr_mod_lib

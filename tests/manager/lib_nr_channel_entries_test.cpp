@@ -13,9 +13,7 @@
 #include "manager/lib_nr_ul_prach_configure_manager.h"
 #include "manager/lib_nr_ul_pucch_configure_manager.h"
 #include "manager/lib_nr_ul_rmc_configure_manager.h"
-#include "manager/lib_nr_ul_sch_configure_manager.h"
 #include "manager/lib_nr_ul_srs_configure_manager.h"
-#include "support/ul_sch_peer.h"
 
 #include <gtest/gtest.h>
 
@@ -78,23 +76,12 @@ TEST(channel_entries, resource_blocks_follow_the_bwp)
     EXPECT_EQ(prs.get_rb_offset(), 27U) << "24 RBs below the end";
 }
 
-TEST(channel_entries, uplink_channels_follow_bwp_guard_band_and_bandwidth)
+TEST(channel_entries, random_access_follows_bwp_and_bandwidth)
 {
-    auto numerology = numerology_of(0, 273);
+    const auto numerology = numerology_of(0, 273);
     lib_nr_ul_bwp_configure_manager_t bwp(numerology, 0);
-    lib_nr_ul_sch_configure_manager_t sch(bwp, numerology, LIB_NR_CHANNEL_FR1_100M);
-    using peer_t = vek::test_peer_t<lib_nr_ul_sch_configure_manager_t>;
-    EXPECT_TRUE(peer_t::full(sch));
-    EXPECT_EQ(peer_t::rb_sets(sch).size(), 1U);
-    numerology.get_ul_guard_band().add_guard_band();
-    numerology.get_ul_guard_band().confirm_configuration();
     bwp.set_rb_offset(10, 0, 273);
     bwp.set_rb_number(40, 0, 273);
-    sch.update_by_ul_bwp(bwp, numerology, LIB_NR_CHANNEL_FR1_100M);
-    EXPECT_FALSE(peer_t::full(sch));
-    EXPECT_EQ(peer_t::rb_sets(sch), numerology.get_ul_guard_band().get_rb_set_info());
-    EXPECT_EQ(sch.get_rb_num(), 40U);
-
     lib_nr_ul_prach_configure_manager_t prach(bwp);
     EXPECT_TRUE(prach.get_enable());
     EXPECT_EQ(prach.get_rb_offset(), 10U);
