@@ -7,6 +7,7 @@
 #include "phy_common/lib_nr_sequence_generator.h"
 #include "phy_common/tables/lib_nr_pucch_dmrs_position_table.h"
 
+#include <algorithm>
 #include <iostream>
 #include <numbers>
 #include <stdexcept>
@@ -55,6 +56,13 @@ const lib_nr_ul_bwp_configure_manager_t& lib_nr_ul_phy_pucch_base_t::_bwp() cons
 unsigned int lib_nr_ul_phy_pucch_base_t::_get_slot_symbols() const
 {
     return lib_nr_phy_common_t::get_symbol_number_in_slot(_bwp().get_numerology(), _bwp().get_cp_type());
+}
+
+unsigned int lib_nr_ul_phy_pucch_base_t::_get_slot_index(unsigned int slot) const
+{
+    const std::vector<unsigned int>& slots = m_pucch->get_allocated_slots();
+    const auto found = std::find(slots.begin(), slots.end(), slot);
+    return found == slots.end() ? 0 : static_cast<unsigned int>(found - slots.begin());
 }
 
 unsigned int lib_nr_ul_phy_pucch_base_t::_id_or_cell_index(int id) const

@@ -69,6 +69,8 @@ protected:
     void _set_pucch(const lib_nr_carrier_configure_manager_t& carrier, unsigned int pucch_index);
     const lib_nr_ul_bwp_configure_manager_t& _bwp() const;
     unsigned int _get_slot_symbols() const;
+    /// Place of a slot in the list of the allocated ones; 0 for one that is not there.
+    unsigned int _get_slot_index(unsigned int slot) const;
     /// An identifier of the PUCCH, the carrier's cell index for -1.
     unsigned int _id_or_cell_index(int id) const;
     double _get_dmrs_amplitude() const;

@@ -127,9 +127,7 @@ void lib_nr_ul_phy_pucch_format2_process_t::_generate_uci_data(slot_rows_t& rows
 
 void lib_nr_ul_phy_pucch_format2_process_t::_get_uci_bits(std::vector<bits_t>& parts, unsigned int slot)
 {
-    const std::vector<unsigned int>& slots = m_pucch->get_allocated_slots();
-    const auto found = std::find(slots.begin(), slots.end(), slot);
-    const auto slot_index = found == slots.end() ? 0 : static_cast<unsigned int>(found - slots.begin());
+    const unsigned int slot_index = _get_slot_index(slot);
     parts.assign(1, {});
     if (!m_pucch->get_channel_coding() || !m_pucch->get_uci_content()) {
         lib_nr_ul_pucch_payload_t payload = m_pucch->get_payload();

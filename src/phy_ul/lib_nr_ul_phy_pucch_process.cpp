@@ -81,6 +81,10 @@ bool lib_nr_ul_phy_pucch_process_t::_deal_pucch_process(const lib_nr_carrier_con
 {
     payload_grid_t& payload = grid().get_payload_mapping();
     switch (m_pucch->get_pucch_format()) {
+    case LIB_NR_UL_PUCCH_FORMAT_0:
+        return m_format0_process.deal_pucch_process(carrier, pucch_index, payload);
+    case LIB_NR_UL_PUCCH_FORMAT_1:
+        return m_format1_process.deal_pucch_process(carrier, pucch_index, payload);
     case LIB_NR_UL_PUCCH_FORMAT_2:
         return m_format2_process.deal_pucch_process(carrier, pucch_index, payload);
     case LIB_NR_UL_PUCCH_FORMAT_3:

@@ -2,6 +2,8 @@
 
 #include "common/nr_mod_lib_export.h"
 #include "phy_ul/lib_nr_ul_phy_pucch_base.h"
+#include "phy_ul/lib_nr_ul_phy_pucch_format0_process.h"
+#include "phy_ul/lib_nr_ul_phy_pucch_format1_process.h"
 #include "phy_ul/lib_nr_ul_phy_pucch_format2_process.h"
 #include "phy_ul/lib_nr_ul_phy_pucch_format3_process.h"
 #include "phy_ul/lib_nr_ul_phy_pucch_format4_process.h"
@@ -38,6 +40,8 @@ private:
     bool _deal_pucch_process(const lib_nr_carrier_configure_manager_t& carrier, unsigned int pucch_index);
 
     bool m_is_resource_mapping_passed = false;
+    lib_nr_ul_phy_pucch_format0_process_t m_format0_process;
+    lib_nr_ul_phy_pucch_format1_process_t m_format1_process;
     lib_nr_ul_phy_pucch_format2_process_t m_format2_process;
     lib_nr_ul_phy_pucch_format3_process_t m_format3_process;
     lib_nr_ul_phy_pucch_format4_process_t m_format4_process;

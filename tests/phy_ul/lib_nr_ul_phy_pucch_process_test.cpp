@@ -9,6 +9,7 @@
 #include <gtest/gtest.h>
 
 #include <algorithm>
+#include <map>
 #include <random>
 #include <sstream>
 #include <stdexcept>
@@ -203,6 +204,87 @@ TEST(pucch, resources_of_every_kind_carry_uci)
         expect_uci_arrives(row);
 }
 
+/// Formats 0 and 1: of all that could have been sent, what was sent comes closest, and nothing else comes near.
+void expect_sequence_arrives(const std::string& steps)
+{
+    SCOPED_TRACE(steps);
+    nr_test::waveform_of_t waveform(uplink(steps));
+    const run_t run(waveform);
+    ASSERT_TRUE(run.succeeded && !run.payload.empty()) << run.output;
+    const auto& manager = waveform.get_waveform_manager();
+    const auto& pucch = manager.get_carrier(0).get_ul_pucch(0);
+    const bool told_alone = pucch.get_uci_format() == LIB_NR_UL_UCI_SR_ONLY;
+    const bool sr = told_alone || (pucch.get_uci_format() == LIB_NR_UL_UCI_SR_AND_HARQ_ACK &&
+                                   pucch.get_sr_configuration() == LIB_NR_UL_SR_POSITIVE);
+    const std::map<std::string, unsigned int> shifts = {{"0", 0}, {"1", 6}, {"00", 0}, {"01", 3}, {"11", 6}, {"10", 9}};
+    std::istringstream bits_of_slots(nr_test::value_of(waveform, "carrier[0].ul_pucch[0].uci_bits_per_slot"));
+    for (const unsigned int slot : pucch.get_allocated_slots()) {
+        std::string bits;
+        std::getline(bits_of_slots, bits, ',');
+        const auto received = nr_test::receive_sequence(run.payload, manager.get_carrier(0), pucch, slot);
+        EXPECT_LT(received.error, 1e-9);
+        EXPECT_GT(received.next_error, 0.1);
+        unsigned int shift = pucch.get_initial_cyclic_shift();
+        if (pucch.get_pucch_format() == LIB_NR_UL_PUCCH_FORMAT_0 && !told_alone)
+            shift += shifts.at(bits) + (!sr ? 0u : bits.size() == 1 ? 3u : 1u);
+        EXPECT_EQ(received.shift, shift % 12) << bits;
+        if (pucch.get_pucch_format() == LIB_NR_UL_PUCCH_FORMAT_1) {
+            EXPECT_EQ(received.occ_index, pucch.get_occ_index());
+            const std::complex<double> point(sr || bits.front() == '1' ? -1.0 : 1.0,
+                                             sr || bits.back() == '1' ? -1.0 : 1.0);
+            EXPECT_LT(std::abs(received.point - point * std::sqrt(0.5)), 1e-9) << bits;
+        }
+    }
+}
+
+const std::string all_pairs = "payload_data=LIB_NR_USER_CFG payload_user_bits=00011011 allocated_slots=1,2,5,19 ";
+
+TEST(pucch, format_0_tells_every_content_by_its_shift)
+{
+    const texts_t settings = {"symbol_num=1 hopping_id=-1",
+                              "first_symbol=3 symbol_num=2 initial_cyclic_shift=11 "
+                              "pucch_group_hopping=LIB_NR_UL_GROUP_HOPPING_ENABLED hopping_id=1023" +
+                                  hops_to + "40",
+                              "first_symbol=12 symbol_num=2 initial_cyclic_shift=5 hopping_id=77 power=-7 "
+                              "pucch_group_hopping=LIB_NR_UL_GROUP_HOPPING_DISABLED" +
+                                  hops_to + "1"};
+    for (const std::string& setting : settings)
+        for (const std::string content : {"HARQ_ACK_ONLY", "SR_AND_HARQ_ACK", "SR_ONLY"})
+            for (const std::string size :
+                 {"1", "2 sr_configuration=LIB_NR_UL_SR_POSITIVE", "2", "1 sr_configuration=LIB_NR_UL_SR_POSITIVE"})
+                expect_sequence_arrives(all_pairs + setting + " uci_format=LIB_NR_UL_UCI_" + content +
+                                        " payload_size=" + size);
+    const std::string interlaced = all_pairs + "use_interlace_pucch=true initial_cyclic_shift=3 "
+                                               "pucch_group_hopping=LIB_NR_UL_GROUP_HOPPING_ENABLED interlace0=";
+    expect_sequence_arrives(interlaced + "0 pucch_interlace0=LIB_NR_UL_PUCCH_INTERLACE_RB_NUM_11" + hops_to + "9");
+    expect_sequence_arrives(interlaced + "4 interlace1=2 first_symbol=0 symbol_num=2");
+    expect_sequence_arrives(extended + "first_symbol=10 symbol_num=2 hopping_id=500");
+}
+
+TEST(pucch, format_1_carries_its_point_over_every_number_of_symbols)
+{
+    const std::string f1 = all_pairs + "pucch_format=LIB_NR_UL_PUCCH_FORMAT_1 first_symbol=0 symbol_num=";
+    for (unsigned int symbols = 4; symbols <= 14; ++symbols)
+        for (const std::string& hopping :
+             {std::string(), hops_to + "30 pucch_group_hopping=LIB_NR_UL_GROUP_HOPPING_DISABLED",
+              std::string(" inter_slot_frequency_hopping=true second_hop_prb=50")})
+        {
+            const std::string setting =
+                f1 + std::to_string(symbols) + " first_symbol=" + std::to_string(14 - symbols) +
+                " dmrs_power=2 hopping_id=45 initial_cyclic_shift=" + std::to_string(symbols % 12) + hopping;
+            expect_sequence_arrives(setting + " occ_index=6 payload_size=1");
+            expect_sequence_arrives(setting + " occ_index=1 payload_size=2");
+        }
+    expect_sequence_arrives(f1 + "14 uci_format=LIB_NR_UL_UCI_SR_ONLY");
+    expect_sequence_arrives(f1 + "9 occ_index=2 use_interlace_pucch=true interlace0=3 interlace1=1");
+    expect_sequence_arrives("pucch_format=LIB_NR_UL_PUCCH_FORMAT_1 " + at_15_khz +
+                            "use_interlace_pucch=true first_symbol=0 symbol_num=5 occ_index=1");
+    expect_sequence_arrives(extended + "pucch_format=LIB_NR_UL_PUCCH_FORMAT_1 first_symbol=0 symbol_num=12" + hops_to +
+                            "20 occ_index=2");
+    // Two repetitions of the first two entries of the stream.
+    expect_sequence_arrives(f1 + "14 number_of_slots_for_pucch_repetition=2 payload_data=LIB_NR_USER_CFG");
+}
+
 TEST(pucch, symbols_of_pucchs_on_the_same_cells_add_up)
 {
     nr_test::waveform_of_t waveform(uplink(f2));
@@ -251,11 +333,13 @@ TEST(pucch, stale_settings_throw_and_leave_the_engine_usable)
     const std::string interlaced = at_15_khz + "use_interlace_pucch=true ";
     const std::string lost_rb_set = second_rb_set + "remove~carrier[0].numerology[0].ul_guard_band.guard_band[0] "
                                                     "confirm~carrier[0].numerology[0].ul_guard_band";
-    const texts_t rows = {lost_rb_set, extended_uplink + f2, f4, interlaced + f2, interlaced + f3};
+    const std::string lost_occ =
+        "pucch_format=LIB_NR_UL_PUCCH_FORMAT_1 first_symbol=0 symbol_num=14 occ_index=6 symbol_num=6";
+    const texts_t rows = {lost_rb_set, extended_uplink + f2, lost_occ, f4, interlaced + f2, interlaced + f3};
     for (std::size_t i = 0; i < rows.size(); ++i) {
         SCOPED_TRACE(rows[i]);
         nr_test::waveform_of_t waveform(uplink(rows[i]));
-        if (i >= 2)
+        if (i >= 3)
             waveform.get_carrier(0)->get_ul_pucch(0)->set_occ_length(static_cast<lib_nr_ul_pucch_occ_length_t>(3));
         run_t run(waveform);
         EXPECT_TRUE(run.threw && run.engine.get_baseband_signal_data().empty());

@@ -56,6 +56,13 @@ struct slot_receiver_t
     {
         return pucch.get_intra_slot_frequency_hopping() && l >= count / 2;
     }
+    /// Inter-slot hopping goes by the place in the list of slots.
+    bool is_moved() const
+    {
+        const auto& slots = pucch.get_allocated_slots();
+        return pucch.get_inter_slot_frequency_hopping() &&
+               (std::find(slots.begin(), slots.end(), slot) - slots.begin()) % 2 == 1;
+    }
     void note(double error) { uci.error = std::max(uci.error, error); }
 
     /// RBs of the carrier's grid.
@@ -67,8 +74,9 @@ struct slot_receiver_t
                 result.push_back(rb);
         };
         if (!pucch.get_use_interlace_pucch()) {
-            add(bwp.get_rb_offset() +
-                    (is_second_hop(l, pucch.get_symbol_num()) ? pucch.get_second_hop_prb() : pucch.get_rb_offset()),
+            add(bwp.get_rb_offset() + (is_second_hop(l, pucch.get_symbol_num()) || is_moved()
+                                           ? pucch.get_second_hop_prb()
+                                           : pucch.get_rb_offset()),
                 1, 273, pucch.get_rb_num());
             return result;
         }
@@ -142,7 +150,8 @@ struct slot_receiver_t
         return value;
     }
 
-    signal_t low_papr_dmrs(unsigned int l, bool is_second, unsigned int length) const
+    /// A sequence of type 1 or, for the DMRS of pi/2-BPSK, 2; `shift` is what is added to the symbol's.
+    signal_t low_papr_row(unsigned int l, bool is_second, unsigned int shift, unsigned int length) const
     {
         const unsigned int n_id = id(pucch.get_hopping_id());
         const unsigned int hop = 2 * slot + (is_second ? 1 : 0);
@@ -150,17 +159,69 @@ struct slot_receiver_t
         const unsigned int u = (n_id + (hopping == 1 ? number(n_id / 30, 8 * hop, 8) : 0)) % 30;
         const unsigned int v = hopping == 2 ? number(32 * (n_id / 30) + n_id % 30, hop, 1) : 0;
         signal_t row;
-        if (pucch.get_pi_2_bpsk() && pucch.get_dmrs_uplink_transform_precoding_pucch()) {
+        if (format > 2 && pucch.get_pi_2_bpsk() && pucch.get_dmrs_uplink_transform_precoding_pucch()) {
             lib_nr_low_papr_sequence2::generate_low_papr_sequence_2({u, 0, dmrs_c_init(l), length}, row);
             return row;
         }
-        constexpr unsigned int m0[4] = {0, 6, 3, 9};
-        const unsigned int shift = number(id(pucch.get_hopping_id()), 8 * symbol_in_frame(l), 8) +
-                                   (is_spread || pucch.get_use_interlace_pucch() ? m0[pucch.get_occ_index()] : 0);
+        shift += number(n_id, 8 * symbol_in_frame(l), 8);
         lib_nr_low_papr_sequence1::generate_basic_sequence({u, v, 0.0, 0, length}, row);
         for (unsigned int n = 0; n < length; ++n)
             row[n] *= std::polar(1.0, pi / 6.0 * (shift * n % 12));
         return row;
+    }
+
+    /// The rows of format 0, RB by RB.
+    rows_t sequence_rows(unsigned int shift) const
+    {
+        rows_t rows(pucch.get_symbol_num());
+        for (unsigned int l = 0; l < rows.size(); ++l)
+            for (unsigned int r = 0; r < rbs(l).size(); ++r) {
+                const bool is_second = is_second_hop(l, rows.size()) && !pucch.get_use_interlace_pucch();
+                const signal_t rb = low_papr_row(l, is_second, shift + 5 * r, 12);
+                rows[l].insert(rows[l].end(), rb.begin(), rb.end());
+            }
+        return rows;
+    }
+
+    /// What format 1 spreads symbol l with; 0 where a sequence is too short for the index. The DMRS is split like the
+    /// data, the shorter half first.
+    std::complex<double> spreading(unsigned int l, unsigned int index) const
+    {
+        constexpr unsigned int first_of[2][11] = {{1, 1, 1, 2, 2, 2, 2, 3, 3, 3, 3}, {1, 1, 1, 1, 2, 2, 2, 2, 3, 3, 3}};
+        constexpr unsigned int phi_of_4[4][4] = {{0, 0, 0, 0}, {0, 2, 0, 2}, {0, 0, 2, 2}, {0, 2, 2, 0}};
+        const unsigned int all = (pucch.get_symbol_num() + 1 - l % 2) / 2;
+        const unsigned int first =
+            pucch.get_intra_slot_frequency_hopping() ? first_of[l % 2][pucch.get_symbol_num() - 4] : all;
+        const unsigned int n = l / 2 < first ? first : all - first;
+        const unsigned int m = l / 2 < first ? l / 2 : l / 2 - first;
+        if (index >= n)
+            return 0.0;
+        return std::polar(1.0, 2.0 * pi / n * (n == 4 ? phi_of_4[index][m] : index * m % n));
+    }
+
+    received_sequence_t receive_sequence() const
+    {
+        received_sequence_t best;
+        for (unsigned int shift = 0; shift < 12; ++shift) {
+            const rows_t expected = sequence_rows(shift);
+            for (unsigned int content = 0; content < (format == 0 ? 1u : 7u * 4u); ++content) {
+                const unsigned int index = content / 4;
+                const auto point = std::polar(1.0, pi / 4.0 * (1 + content % 4 * 2));
+                double error = 0.0;
+                for (unsigned int l = 0; l < expected.size(); ++l) {
+                    std::complex<double> factor = 1.0;
+                    if (format == 1)
+                        factor = spreading(l, index) * (l % 2 == 0 ? dmrs_amplitude : point);
+                    const signal_t received = cells(l);
+                    for (std::size_t k = 0; k < received.size(); ++k)
+                        error = std::max(error, std::abs(received[k] - factor * expected[l][k]));
+                }
+                best.next_error = std::min(best.next_error, std::max(error, best.error));
+                if (error < best.error)
+                    best = {shift, index, point, error, best.next_error};
+            }
+        }
+        return best;
     }
 
     void receive_format_3_or_4(unsigned int l)
@@ -171,7 +232,10 @@ struct slot_receiver_t
         const auto M = static_cast<unsigned int>(row.size());
         const auto k = static_cast<std::size_t>(std::find(dmrs.begin(), dmrs.end(), l) - dmrs.begin());
         if (k < dmrs.size()) {
-            const signal_t expected = low_papr_dmrs(l, is_second_hop(static_cast<unsigned int>(k), dmrs.size()), M);
+            constexpr unsigned int m0[4] = {0, 6, 3, 9};
+            const bool is_shifted = is_spread || pucch.get_use_interlace_pucch();
+            const signal_t expected = low_papr_row(l, is_second_hop(static_cast<unsigned int>(k), dmrs.size()),
+                                                   is_shifted ? m0[pucch.get_occ_index()] : 0, M);
             for (unsigned int n = 0; n < M; ++n)
                 note(std::abs(row[n] / dmrs_amplitude - expected[n]));
             return;
@@ -279,6 +343,12 @@ received_uci_t receive_uci(const rows_t& frame, const lib_nr_carrier_configure_m
 {
     slot_receiver_t receiver{frame, carrier, pucch, slot};
     return receiver.receive(first_bits, second_bits);
+}
+
+received_sequence_t receive_sequence(const rows_t& frame, const lib_nr_carrier_configure_manager_t& carrier,
+                                     const lib_nr_ul_pucch_configure_manager_t& pucch, unsigned int slot)
+{
+    return slot_receiver_t{frame, carrier, pucch, slot}.receive_sequence();
 }
 
 } // namespace nr_test
