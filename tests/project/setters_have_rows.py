@@ -1,7 +1,8 @@
 #!/usr/bin/env python3
 """Fails where a setter of a façade has no row in the leaf tables, or a row is wired to another setting's operations.
 
-`set_x` of src/config/cfg_nr_y.h has a row named x in src/config/cfg_nr_y_leaves.*; only cursors have none.
+`set_x` of src/config/cfg_nr_y.h has a row named x in src/config/cfg_nr_y_leaves.*; only cursors have none. An override
+has the row of its base.
 """
 import pathlib
 import re
@@ -10,7 +11,7 @@ import sys
 # Getters whose spelling is their own.
 GETTERS = {"timeoffset": "get_timeoffet", "zeroCorrelation_zone": "get_ZeroCorrelationZone"}
 CURSOR = re.compile(r"set_current_\w+")
-SETTER = re.compile(r"^\s*(?:virtual\s+)?(?:bool|int|void)\s+(set_\w+)\(", re.M)
+SETTER = re.compile(r"^\s*(?:virtual\s+)?(?:bool|int|void)\s+(set_\w+)\([^()]*\)(?!\s*override)", re.M)
 ROW = re.compile(r"leaf<([^<>]*)>\(\s*\"(\w+)\"|indexed<([^<>]*)>\(\s*\"(\w+)\"", re.S)
 
 
