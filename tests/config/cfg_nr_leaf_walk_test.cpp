@@ -59,8 +59,9 @@ void expect_valid(cfg_nr_waveform_t& waveform)
         cfg_nr_dl_ssb_t& ssb = *carrier.get_dl_ssb();
         EXPECT_NE(std::find(enabled.begin(), enabled.end(), ssb.get_numerology()), enabled.end());
         EXPECT_FALSE(ssb.get_enable() && ssb.get_numerology() == LIB_NR_SCS_60K);
-        // At 60 kHz, where the block has no place, it follows kssb without a limit.
-        EXPECT_TRUE(ssb.get_ssb_subcarrier_offset() <= 31u || ssb.get_numerology() == LIB_NR_SCS_60K);
+        // At 60 kHz, where the block has no place, it follows kssb without a limit; at 480 and 960 kHz that stays.
+        EXPECT_TRUE(ssb.get_ssb_subcarrier_offset() <= 31u || ssb.get_numerology() == LIB_NR_SCS_60K ||
+                    ssb.get_numerology() >= LIB_NR_SCS_480K);
         EXPECT_LE(ssb.get_pdcch_config_sib1(), 255u);
     }
 }
@@ -234,6 +235,35 @@ bool is_known_of_pucch(const difference_t& difference, lib_nr_carrier_configure_
     return value != values.end() && value->second == difference.second;
 }
 
+/// What a recall cannot bring back of a PDSCH: what the BWP has no room for that came back, slots that no frame of its
+/// spacing has, and a first symbol that waits for the MIB of the block, which comes later.
+bool is_known_of_pdsch(const difference_t& difference, const lib_nr_carrier_configure_manager_t& was,
+                       const lib_nr_carrier_configure_manager_t& came_back, unsigned int frames)
+{
+    const std::size_t place = difference.path.find("dl_pdsch[");
+    if (place == std::string::npos)
+        return false;
+    auto again = was.get_dl_sch(static_cast<unsigned int>(std::stoul(difference.path.substr(place + 9))));
+    const auto& bwp = came_back.get_dl_bwp(again.get_bwp_id());
+    again.update_by_dl_bwp(bwp);
+    if (again.get_dmrs_type_a_position() == LIB_NR_SCH_DMRS_TYPEA_POSITION_MIB)
+        again.set_dmrs_type_a_position(LIB_NR_SCH_DMRS_TYPEA_POSITION_MIB, 2, bwp.get_cp_type());
+    lib_nr_dl_sch_configure_manager_t fresh(bwp);
+    fresh.set_one_frame_period(again.get_one_frame_period(), frames, bwp.get_numerology());
+    fresh.set_slot_allocation(again.get_slot_allocation(), bwp.get_numerology());
+    const std::map<std::string, std::string> values = {
+        {"enable", again.get_enable() ? "true" : "false"},
+        {"slot_allocation", fresh.get_slot_allocation()},
+        {"first_symbol", std::to_string(again.get_first_symbol())},
+        {"symbol_num", std::to_string(again.get_symbol_num())},
+        {"rbg_size", g_lib_nr_sch_rbg_size_t_name_map.at(again.get_rbg_size())},
+        {"rbg_bitmap", again.get_rbg_bitmap()},
+        {"rb_offset", std::to_string(again.get_rb_offset())},
+        {"rb_num", std::to_string(again.get_rb_num())}};
+    const auto value = values.find(difference.path.substr(difference.path.rfind('.') + 1));
+    return value != values.end() && value->second == difference.second;
+}
+
 /// What a recall cannot bring back, and why.
 bool is_known(const difference_t& difference, cfg_nr_waveform_t& waveform, cfg_nr_waveform_t& came_back)
 {
@@ -254,9 +284,11 @@ bool is_known(const difference_t& difference, cfg_nr_waveform_t& waveform, cfg_n
         return false;
     const auto index = static_cast<unsigned int>(std::stoul(difference.path.substr(carrier.size())));
     const lib_nr_carrier_configure_manager_t& manager = waveform.get_waveform_manager().get_carrier(index);
+    const lib_nr_carrier_configure_manager_t& again = came_back.get_waveform_manager().get_carrier(index);
     if (is_known_of_prs(difference, manager) || is_known_of_dl_bwp(difference, manager) ||
         is_known_of_ul_bwp(difference, manager) || is_known_of_pucch(difference, manager) ||
-        is_known_of_dci(difference, manager, came_back.get_waveform_manager().get_carrier(index)))
+        is_known_of_dci(difference, manager, again) ||
+        is_known_of_pdsch(difference, manager, again, waveform.get_frame_number()))
         return true;
     cfg_nr_dl_ssb_t& ssb = *waveform.get_carrier(index)->get_dl_ssb();
     // At 60 kHz the block has no case: it keeps the one it had, with the number of its candidates, and takes none. Its
@@ -281,8 +313,8 @@ bool is_known(const difference_t& difference, cfg_nr_waveform_t& waveform, cfg_n
         parse_t::split_str(difference.second, recalled, ",");
         return std::all_of(active.begin(), active.end(), [&](auto i) { return powers.at(i) == recalled.at(i); });
     }
-    // At 480 and 960 kHz the subcarrier offset of the block stays what it was at another spacing.
-    if (ends_with(difference.path, "dl_ssb[0].kssb"))
+    // At 480 and 960 kHz the subcarrier offsets of the block stay what they were at another spacing.
+    if (ends_with(difference.path, "dl_ssb[0].kssb") || ends_with(difference.path, "dl_ssb[0].ssb_subcarrier_offset"))
         return ssb.get_numerology() >= LIB_NR_SCS_480K;
     return false;
 }
