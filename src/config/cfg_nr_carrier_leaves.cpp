@@ -101,7 +101,6 @@ constinit const cfg_nr_table_of_t<carrier_t> g_cfg_nr_carrier_table =
     row::table("cfg_nr_carrier", k_leaves, k_figures, k_branches);
 
 // Façades whose settings are to come: the tree holds their blocks and counts their entries.
-constinit const cfg_nr_table_of_t<cfg_nr_dl_csirs_t> g_cfg_nr_dl_csirs_table{"cfg_nr_dl_csirs"};
 constinit const cfg_nr_table_of_t<cfg_nr_dl_tm_t> g_cfg_nr_dl_tm_table{"cfg_nr_dl_tm"};
 constinit const cfg_nr_table_of_t<cfg_nr_dl_frc_t> g_cfg_nr_dl_frc_table{"cfg_nr_dl_frc"};
 constinit const cfg_nr_table_of_t<cfg_nr_ul_sch_t> g_cfg_nr_ul_sch_table{"cfg_nr_ul_sch"};

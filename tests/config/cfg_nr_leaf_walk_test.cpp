@@ -71,24 +71,59 @@ bool ends_with(const std::string& text, const std::string& ending)
     return text.size() >= ending.size() && text.compare(text.size() - ending.size(), ending.size(), ending) == 0;
 }
 
+/// The index in a list of a carrier, as in "dl_prs[2]", where the path leads through it.
+std::optional<unsigned int> entry_of(const std::string& path, const std::string& list)
+{
+    const std::size_t place = path.find('.' + list + '[');
+    if (place == std::string::npos)
+        return std::nullopt;
+    return static_cast<unsigned int>(std::stoul(path.substr(place + list.size() + 2)));
+}
+
+/// What a recall cannot bring back of a CSI-RS: ports beyond those of row 4, with which a fresh one starts, an
+/// allocation of resource blocks that the density no longer has, slots that the spacing no longer has, and the place in
+/// a BWP that does not follow its carrier's numerologies.
+bool is_known_of_csirs(const difference_t& difference, lib_nr_carrier_configure_manager_t carrier, unsigned int frames)
+{
+    const auto entry = entry_of(difference.path, "dl_csirs");
+    if (!entry)
+        return false;
+    const lib_nr_dl_csirs_configure_manager_t& stored = carrier.get_dl_csirs(*entry);
+    carrier.set_dl_bwp_numerology(stored.get_bwp_id(), carrier.get_dl_bwp(stored.get_bwp_id()).get_numerology());
+    const lib_nr_numerology_type_t numerology = carrier.get_dl_bwp(stored.get_bwp_id()).get_numerology();
+    lib_nr_dl_csirs_configure_manager_t fresh(carrier.get_dl_bwp(1));
+    fresh.set_antenna_port(stored.get_antenna_port(), 1);
+    fresh.set_csirs_port(stored.get_csirs_feedback_port());
+    fresh.set_one_frame_period(stored.get_one_frame_period(), frames, numerology);
+    fresh.set_slot_allocation(stored.get_slot_allocation_feedback(), numerology);
+    const std::map<std::string, std::string> values = {
+        {"antenna_port", g_csirs_antenna_port_t_name_map.at(fresh.get_antenna_port().front())},
+        {"csirs_port", fresh.get_csirs_feedback_port()},
+        {"density_prb_allocation", stored.get_density() == 0.5 ? difference.first : "EVEN_PRBS"},
+        {"slot_allocation", fresh.get_slot_allocation_feedback()},
+        {"rb_offset", std::to_string(stored.get_rb_offset())},
+        {"rb_num", std::to_string(stored.get_rb_num())}};
+    const auto value = values.find(difference.path.substr(difference.path.rfind('.') + 1));
+    return value != values.end() && value->second == difference.second;
+}
+
 /// What a recall cannot bring back of a PRS: values that its own setters would not take any more, since spacing, comb
 /// or prefix came later or its numerology is narrow, and an enable that a fresh one at the carrier's spacing refuses.
 bool is_known_of_prs(const difference_t& difference, const lib_nr_carrier_configure_manager_t& carrier)
 {
-    const std::size_t place = difference.path.find("dl_prs[");
-    if (place == std::string::npos)
+    const auto entry = entry_of(difference.path, "dl_prs");
+    if (!entry)
         return false;
     const std::string setting = difference.path.substr(difference.path.rfind('.') + 1);
-    const auto index = static_cast<unsigned int>(std::stoul(difference.path.substr(place + 7)));
     if (setting == "enable") {
         lib_nr_carrier_configure_manager_t fresh; // its one PRS is narrow after a narrow bandwidth, others are not yet
         fresh.set_bandwidth(carrier.get_bandwidth());
         fresh.set_numerology_mode(carrier.get_numerology_mode());
         fresh.set_numerology(carrier.get_numerology());
         lib_nr_dl_prs_configure_manager_t added(carrier.get_first_enable_numerology_manager());
-        return difference.first == "true" && !(index == 0 ? fresh.get_dl_prs(0) : added).set_enable(true);
+        return difference.first == "true" && !(*entry == 0 ? fresh.get_dl_prs(0) : added).set_enable(true);
     }
-    auto again = carrier.get_dl_prs(index);
+    auto again = carrier.get_dl_prs(*entry);
     again.set_rb_number(again.get_rb_number());
     again.set_rb_offset(again.get_rb_offset());
     again.set_periodicity(again.get_periodicity());
@@ -110,15 +145,14 @@ bool is_known_of_prs(const difference_t& difference, const lib_nr_carrier_config
 /// until they are set anew; and a prefix is set for all of them, the last time by the last.
 bool is_known_of_dl_bwp(const difference_t& difference, lib_nr_carrier_configure_manager_t carrier)
 {
-    const std::size_t place = difference.path.find("dl_bwp[");
-    if (place == std::string::npos)
+    const auto entry = entry_of(difference.path, "dl_bwp");
+    if (!entry)
         return false;
-    const auto index = static_cast<unsigned int>(std::stoul(difference.path.substr(place + 7)));
     for (unsigned int i = 0; i < carrier.get_dl_bwp_number(); ++i) {
         carrier.set_dl_bwp_numerology(i, carrier.get_dl_bwp(i).get_numerology());
         carrier.set_dl_bwp_cp_type(i, carrier.get_dl_bwp(carrier.get_dl_bwp_number() - 1).get_cp_type());
     }
-    const lib_nr_dl_bwp_configure_manager_t& again = carrier.get_dl_bwp(index);
+    const lib_nr_dl_bwp_configure_manager_t& again = carrier.get_dl_bwp(*entry);
     const std::map<std::string, std::string> values = {
         {"bwp_rb_size", std::to_string(again.get_bwp_rb_size())},
         {"bwp_rb_start", std::to_string(again.get_bwp_rb_start())},
@@ -136,10 +170,10 @@ bool is_known_of_dl_bwp(const difference_t& difference, lib_nr_carrier_configure
 /// PRACH carriers let it follow, and a normal prefix at 60 kHz ahead of an extended one, which is set for all BWPs.
 bool is_known_of_ul_bwp(const difference_t& difference, lib_nr_carrier_configure_manager_t carrier)
 {
-    const std::size_t place = difference.path.find("ul_bwp[");
-    if (place == std::string::npos)
+    const auto entry = entry_of(difference.path, "ul_bwp");
+    if (!entry)
         return false;
-    const auto index = static_cast<unsigned int>(std::stoul(difference.path.substr(place + 7)));
+    const unsigned int index = *entry;
     bool extended_later = false;
     for (unsigned int i = index + 1; i < carrier.get_ul_bwp_number(); ++i)
         extended_later |= carrier.get_ul_bwp(i).get_cp_type() == LIB_NR_EXTEND_CP;
@@ -287,6 +321,7 @@ bool is_known(const difference_t& difference, cfg_nr_waveform_t& waveform, cfg_n
     const lib_nr_carrier_configure_manager_t& again = came_back.get_waveform_manager().get_carrier(index);
     if (is_known_of_prs(difference, manager) || is_known_of_dl_bwp(difference, manager) ||
         is_known_of_ul_bwp(difference, manager) || is_known_of_pucch(difference, manager) ||
+        is_known_of_csirs(difference, manager, waveform.get_frame_number()) ||
         is_known_of_dci(difference, manager, again) ||
         is_known_of_pdsch(difference, manager, again, waveform.get_frame_number()))
         return true;

@@ -9,7 +9,11 @@ import re
 import sys
 
 # Getters whose spelling is their own.
-GETTERS = {"timeoffset": "get_timeoffet", "zeroCorrelation_zone": "get_ZeroCorrelationZone"}
+GETTERS = {
+    "csirs_port": "get_csirs_feedback_port",
+    "timeoffset": "get_timeoffet",
+    "zeroCorrelation_zone": "get_ZeroCorrelationZone",
+}
 CURSOR = re.compile(r"set_current_\w+")
 SETTER = re.compile(r"^\s*(?:virtual\s+)?(?:bool|int|void)\s+(set_\w+)\([^()]*\)(?!\s*override)", re.M)
 ROW = re.compile(r"leaf<([^<>]*)>\(\s*\"(\w+)\"|indexed<([^<>]*)>\(\s*\"(\w+)\"", re.S)
