@@ -25,7 +25,7 @@ public:
     /// At 240 kHz, which has no uplink, it stays as it is, and a BWP that comes to it switches off.
     bool set_enable(bool enable);
     bool get_enable() const { return _get_pucch_manager().get_enable(); }
-    /// dB, of all cells, limited to -40 to 40.
+    /// dB, of all cells, limited to -40 to 40; a step of 1e-12 or less is none.
     bool set_power(double power) { return _get_pucch_manager().set_power(power); }
     double get_power() const { return _get_pucch_manager().get_power(); }
     /// Limits resource blocks, first symbol, symbols and payload size to those of the format (TS 38.213 clause 9.2.1);
@@ -117,7 +117,8 @@ public:
     bool set_second_hop_prb(unsigned int prb);
     unsigned int get_second_hop_prb() const { return _get_pucch_manager().get_second_hop_prb(); }
     /// Orthogonal sequence, below the length over which format 1 spreads (half its symbols, a quarter with intra-slot
-    /// hopping) or the OCC length of the others.
+    /// hopping) or the OCC length of the others. A recall sets it ahead of the length, so that it comes back no higher
+    /// than a fresh PUCCH of the format takes it.
     bool set_occ_index(unsigned int index) { return _get_pucch_manager().set_occ_index(index); }
     unsigned int get_occ_index() const { return _get_pucch_manager().get_occ_index(); }
     /// From 2 on for format 4, within 1 to 4; limits the index.
@@ -129,7 +130,7 @@ public:
     /// Four DMRS symbols from 10 symbols on, formats 3 and 4 (TS 38.211 Table 6.4.1.3.3.2-1).
     bool set_additional_dmrs(bool additional_dmrs) { return _get_pucch_manager().set_additional_dmrs(additional_dmrs); }
     bool get_additional_dmrs() const { return _get_pucch_manager().get_additional_dmrs(); }
-    /// dB, of the DMRS of formats 1 to 4 beside the power of all cells, limited to -40 to 40.
+    /// dB, of the DMRS of formats 1 to 4 beside the power of all cells; limits and steps as there.
     bool set_dmrs_power(double power) { return _get_pucch_manager().set_dmrs_power(power); }
     double get_dmrs_power() const { return _get_pucch_manager().get_dmrs_power(); }
     /// With pi/2-BPSK, DMRS of low-PAPR type 2 in formats 3 and 4.
