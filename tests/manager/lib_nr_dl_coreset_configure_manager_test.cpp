@@ -94,23 +94,6 @@ TEST(lib_nr_dl_coreset_configure_manager, a_bundle_of_three_needs_three_symbols)
     EXPECT_EQ(coreset.get_reg_bundle_size(), LIB_NR_DCI_REG_BUNDLE_SIZE_2);
 }
 
-TEST(lib_nr_dl_coreset_configure_manager, plain_limits)
-{
-    auto coreset = coreset_in(60);
-    EXPECT_TRUE(coreset.set_rb_offset(-7));
-    EXPECT_EQ(coreset.get_rb_offset(), -1);
-    EXPECT_TRUE(coreset.set_rb_offset(9));
-    EXPECT_EQ(coreset.get_rb_offset(), 5);
-    EXPECT_TRUE(coreset.set_shift_idx(275));
-    EXPECT_EQ(coreset.get_shift_idx(), 274U);
-    EXPECT_TRUE(coreset.set_current_coreset_id(12));
-    EXPECT_EQ(coreset.get_current_coreset_id(), 11U);
-    EXPECT_TRUE(coreset.set_current_coreset_id(0));
-    EXPECT_EQ(coreset.get_current_coreset_id(), 1U);
-    EXPECT_TRUE(coreset.set_precoder_granularity(CORESET_SIZE));
-    EXPECT_FALSE(coreset.set_precoder_granularity(CORESET_SIZE));
-}
-
 TEST(lib_nr_dl_coreset_configure_manager, unknown_sizes_count_as_two_and_say_so)
 {
     auto coreset = coreset_in(18);
