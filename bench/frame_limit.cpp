@@ -60,10 +60,20 @@ struct waveform_t
     std::vector<transform_t> channel_transforms;
 };
 
+/// A PDSCH of 273 RBs and 256QAM in every slot, over SS/PBCH blocks.
+std::vector<std::string> full_cell(const std::string& enable_coding)
+{
+    return {"carrier[0].dl_ssb.enable=true", "carrier[0].dl_pdsch[0].mcs_table=TABLE_5_1_3_1_2",
+            "carrier[0].dl_pdsch[0].mcs=27", "carrier[0].dl_pdsch[0].enable_coding=" + enable_coding,
+            "carrier[0].dl_pdsch[0].enable=true"};
+}
+
 const std::vector<waveform_t>& waveforms()
 {
     static const std::vector<waveform_t> rows = {
         {"full_grid", {}, true, {}},
+        {"full_cell_coded", full_cell("true"), false, {}},
+        {"full_cell_uncoded", full_cell("false"), false, {}},
     };
     return rows;
 }

@@ -93,13 +93,15 @@ void pdsch_slot_plain_stages(benchmark::State& state)
     bits_t payload;
     bits_t bits;
     std::vector<std::complex<double>> symbols;
+    unsigned int slot = 0;
     for (auto _ : state) {
         source.generate(is_coded ? k_block_size : k_cells * k_order, payload);
         is_coded ? encode(payload, bits) : bits.swap(payload);
         lib_nr_sequence_generator_t::add_pseudo_random_bits(1u << 15, bits.size(), bits.data(), bits.data());
         modulator.deal_nr_modulation(bits, symbols);
         for (unsigned int symbol = 0; symbol < 13; ++symbol)
-            grid().write_run({symbol, 0, 273 * 12}, &symbols[symbol * 273 * 12]);
+            grid().write_run({slot * 14 + symbol, 0, 273 * 12}, &symbols[symbol * 273 * 12]);
+        slot = (slot + 1) % k_slots;
         benchmark::DoNotOptimize(symbols.data());
     }
     state.SetItemsProcessed(state.iterations() * k_cells);

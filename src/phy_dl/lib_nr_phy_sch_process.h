@@ -167,6 +167,7 @@ protected:
 
     /// A code word from its payload to its symbols.
     void _phy_sch_codeword(unsigned int codeword);
+    /// An overhead above the resource elements that there are counts as all of them.
     void _phy_sch_tbs();
     void _phy_sch_payload_generation(unsigned int length);
     void _phy_sch_ldpc_base_graph_selection();

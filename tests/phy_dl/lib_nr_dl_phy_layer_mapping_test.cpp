@@ -39,7 +39,8 @@ TEST(layer_mapping, every_number_of_layers_takes_turns_on_its_codeword)
         ASSERT_EQ(layers.size(), row.size());
         for (std::size_t l = 0; l < row.size(); ++l) {
             const auto [codeword, turn] = row[l];
-            const auto shares = std::count_if(row.begin(), row.end(), [&](auto r) { return r.first == codeword; });
+            const auto shares =
+                std::count_if(row.begin(), row.end(), [word = codeword](auto r) { return r.first == word; });
             symbols_t expected(l == 0 ? 1 : 0, {-1, -1});
             for (long i = 0; i < (codeword == 0 ? 13 : 11) / shares; ++i)
                 expected.emplace_back(i * shares + turn, codeword);

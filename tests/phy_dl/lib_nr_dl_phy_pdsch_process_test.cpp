@@ -1,0 +1,355 @@
+#include "phy_dl/lib_nr_dl_phy_pdsch_process.h"
+
+#include "host/nrwave_path.h"
+#include "phy_common/lib_nr_pn_payload.h"
+#include "phy_common/tables/lib_nr_dmrs_position_table.h"
+#include "receiver/sch_receiver.h"
+#include "support/generated.h"
+#include "support/settings.h"
+#include "support/test_grid.h"
+
+#include <gtest/gtest.h>
+
+#include <algorithm>
+#include <cmath>
+#include <map>
+#include <random>
+#include <string>
+#include <tuple>
+#include <vector>
+
+namespace
+{
+
+using namespace vek::nr_mod_lib;
+using nr_test::bits_t;
+using nr_test::sch_channel_t;
+using nr_test::sch_slot_t;
+
+/// TS 38.214 clauses 5.1.2.2.1 and 5.1.2.2.2, TS 38.211 clause 7.3.1.6: RB by RB.
+std::vector<unsigned int> rbs_of(const lib_nr_dl_sch_configure_manager_t& sch,
+                                 const lib_nr_dl_bwp_configure_manager_t& bwp)
+{
+    const unsigned int start = bwp.get_bwp_rb_start();
+    const unsigned int end = start + bwp.get_bwp_rb_size();
+    std::vector<unsigned int> rbs;
+    if (sch.get_ra_type() == LIB_NR_SCH_RA_TYPE0) {
+        const unsigned int P = 2u << sch.get_rbg_size();
+        for (unsigned int rb = start; rb < end; ++rb)
+            if (sch.get_rbg_bitmap_v().at(rb / P - start / P) != 0)
+                rbs.push_back(rb);
+        return rbs;
+    }
+    const unsigned int L = 2u << sch.get_vrb_bundle_size();
+    const unsigned int bundles = (end - 1) / L - start / L + 1;
+    for (unsigned int vrb = start + sch.get_rb_offset(); rbs.size() < sch.get_rb_num(); ++vrb) {
+        const unsigned int j = vrb / L - start / L;
+        const unsigned int moved = j == bundles - 1 ? j : j % 2 * (bundles / 2) + j / 2;
+        rbs.push_back(sch.get_vrb2prb_interleaver() == LIB_NR_SCH_INTERLEAVE ? (start / L + moved) * L + vrb % L : vrb);
+    }
+    return rbs;
+}
+
+/// By the positions of the standard's tables.
+std::vector<unsigned int> dmrs_symbols_of(const lib_nr_dl_sch_configure_manager_t& sch)
+{
+    const bool is_double = sch.get_dmrs_length() == LIB_NR_SCH_DMRS_LENGTH_DOUBLE_SYMBOL;
+    const bool is_type_b = sch.get_mapping_type() == LIB_NR_DMRS_MAPPING_TYPEB;
+    const unsigned int start = is_type_b ? sch.get_first_symbol() : 0;
+    const auto* row = get_pdsch_dmrs_position_row(is_double, is_type_b, sch.get_dmrs_additional_position(),
+                                                  sch.get_first_symbol() + sch.get_symbol_num() - start);
+    std::vector<unsigned int> symbols;
+    for (unsigned int i = 0; row != nullptr && i <= row->number; ++i)
+        for (unsigned int second = 0; second <= (is_double ? 1u : 0u); ++second)
+            symbols.push_back(second + (i > 0 ? start + row->positions[i - 1] : is_type_b ? start : sch.get_l0()));
+    return symbols;
+}
+
+sch_channel_t channel_of(const lib_nr_carrier_configure_manager_t& carrier, unsigned int index)
+{
+    const lib_nr_dl_sch_configure_manager_t& sch = carrier.get_dl_sch(index);
+    const lib_nr_dl_bwp_configure_manager_t& bwp = carrier.get_dl_bwp(sch.get_bwp_id());
+    const unsigned int cell = carrier.get_cell_index();
+    return {sch,
+            cell,
+            bwp.get_cp_type() == LIB_NR_EXTEND_CP ? 12u : 14u,
+            rbs_of(sch, bwp),
+            dmrs_symbols_of(sch),
+            (sch.get_rnti() << 15) + nr_test::sch_identity(sch.get_nid(), cell),
+            1.0 / (1 << sch.get_tb_scaling())};
+}
+
+/// The engine's run, and the PDSCHs in it.
+class run_t
+{
+public:
+    explicit run_t(const cfg_nr_waveform_t& waveform)
+        : m_carrier(waveform.get_waveform_manager().get_carrier(0)), m_generated(nr_test::generate(waveform))
+    {}
+    sch_channel_t channel(unsigned int index) const { return channel_of(m_carrier, index); }
+    sch_slot_t receive(unsigned int index, unsigned int slot, unsigned int frame = 0)
+    {
+        return receive_sch_slot(channel(index), rows(frame), slot, [&](unsigned int symbol, unsigned int subcarrier) {
+            const auto owner = m_grid.get_owner(symbol, subcarrier);
+            return owner == LIB_NR_RESOURCE_MAPPING_SSB || owner == LIB_NR_RESOURCE_MAPPING_CSIRS;
+        });
+    }
+    /// Cells that belong to PDSCHs; those that belong to nobody are silent.
+    std::size_t count_marks()
+    {
+        std::size_t marks = 0;
+        double loudest = 0.0;
+        for (unsigned int symbol = 0; symbol < m_grid.get_mapped_symbol_number(); ++symbol)
+            for (unsigned int k = 0; k < m_grid.get_mapped_subcarrier_number(); ++k) {
+                const auto owner = m_grid.get_owner(symbol, k);
+                marks += owner == LIB_NR_RESOURCE_MAPPING_PDSCH ? 1 : 0;
+                if (owner == LIB_NR_RESOURCE_MAPPING_EMPTY)
+                    loudest = std::max(loudest, std::abs(rows(0)[symbol][k]));
+            }
+        EXPECT_LT(loudest, 1e-9);
+        return marks;
+    }
+
+private:
+    const nr_test::rows_t& rows(unsigned int frame)
+    {
+        if (m_frames[frame].empty())
+            m_frames[frame] = nr_test::demodulate_frame(m_generated.samples, m_generated.setup,
+                                                        m_grid.get_mapped_subcarrier_number(), 0.0, frame);
+        return m_frames[frame];
+    }
+
+    const lib_nr_channel_resource_manager_t& m_grid = lib_nr_channel_resource_manager_t::get_inst(); // the last frame's
+    const lib_nr_carrier_configure_manager_t& m_carrier;
+    nr_test::generated_t m_generated;
+    std::map<unsigned int, nr_test::rows_t> m_frames;
+};
+
+/// 20 MHz with some PDSCHs, one a slot.
+struct one_channel_a_slot_t : nr_test::waveform_of_t
+{
+    explicit one_channel_a_slot_t(unsigned int channels)
+        : waveform_of_t({"carrier[0].channel_bandwidth=LIB_NR_CHANNEL_FR1_20M", "carrier[0].baseband_filter=false"})
+    {
+        for (unsigned int i = 0; i < channels; ++i) {
+            if (i > 0)
+                get_carrier(0)->add_dl_sch();
+            pdsch(i).set_slot_allocation(std::to_string(i));
+            pdsch(i).set_enable(true);
+        }
+    }
+    cfg_nr_dl_sch_t& pdsch(unsigned int index) { return *get_carrier(0)->get_dl_pdsch(static_cast<int>(index)); }
+};
+
+TEST(pdsch, every_mcs_of_every_table_is_decoded)
+{
+    constexpr unsigned int k_rows[] = {29, 28, 29, 27};
+    for (unsigned int table = 0; table < 4; ++table) {
+        one_channel_a_slot_t waveform(15);
+        for (const unsigned int first : {0u, k_rows[table] - 15}) {
+            for (unsigned int i = 0; i < 15; ++i) {
+                waveform.pdsch(i).set_mcs_table(static_cast<mcs_table_t>(table));
+                waveform.pdsch(i).set_mcs(first + i);
+            }
+            run_t run(waveform);
+            lib_nr_pn_payload_t source(LIB_NR_PN9);
+            for (unsigned int i = 0; i < 15; ++i) {
+                const sch_slot_t received = run.receive(i, i);
+                EXPECT_LT(received.error, 1e-6) << table << ' ' << first + i;
+                bits_t expected;
+                source.generate(static_cast<unsigned int>(transport_block_size(run.channel(i))), expected);
+                EXPECT_EQ(nr_test::decode_sch({run.channel(i)}, {received}), expected) << table << ' ' << first + i;
+            }
+        }
+    }
+}
+
+/// Every setting at random, in two rounds, as the façade corrects it; but for those that would not be received alone.
+void draw(one_channel_a_slot_t& waveform, unsigned int index, std::mt19937& random)
+{
+    const std::map<std::string, std::pair<int, int>> ranges = {{"rnti", {0, 65535}},
+                                                               {"nid", {-1, 1023}},
+                                                               {"nid0", {-1, 65535}},
+                                                               {"nid1", {-1, 1}},
+                                                               {"dmrs_port", {0, 11}},
+                                                               {"rbg_bitmap", {1, 1}},
+                                                               {"mcs", {0, 28}},
+                                                               {"first_symbol", {0, 5}},
+                                                               {"symbol_num", {2, 14}},
+                                                               {"ptrs_re_offset", {0, 3}},
+                                                               {"nscid", {0, 1}},
+                                                               {"rb_offset", {0, 20}},
+                                                               {"rb_num", {0, 51}},
+                                                               {"power_boosting", {-3, 3}},
+                                                               {"dmrs_power", {-3, 3}},
+                                                               {"ptrs_power", {-3, 3}},
+                                                               {"cdm_groups_without_data_num", {1, 3}}};
+    const auto target = nrwave::resolve(waveform, "carrier[0].dl_pdsch[" + std::to_string(index) + "]");
+    for (unsigned int round = 0; round < 2; ++round)
+        for (const cfg_nr_leaf_t& leaf : target.table->leaves) {
+            const std::string name = leaf.name;
+            std::vector<std::string> values = leaf.enumerators();
+            if (leaf.form == cfg_nr_leaf_form_t::boolean)
+                values = {"true", "false"};
+            else if (const auto range = ranges.find(name); range != ranges.end())
+                values = {
+                    std::to_string(std::uniform_int_distribution(range->second.first, range->second.second)(random))};
+            if (name == "rbg_bitmap")
+                for (unsigned int i = 0; i < 26; ++i)
+                    values[0] += random() % 2 == 0 ? '0' : '1';
+            if (!values.empty() && name != "bwp_id" && name != "antenna_port" && name != "one_frame_period")
+                leaf.write(target.facade, values[random() % values.size()]);
+        }
+    waveform.pdsch(index).set_rv(0);
+    waveform.pdsch(index).set_enable(true);
+}
+
+// Two channels in slots of their own on 20 MHz, normal prefix and extended, in one bandwidth part or in two, over an
+// SS/PBCH block: every cell holds what it must, and the bits are those of the channel's sequence.
+TEST(pdsch, random_settings_arrive_bit_by_bit)
+{
+    std::mt19937 random(2);
+    unsigned int decoded_blocks = 0;
+    for (unsigned int i = 0; i < 200; ++i) {
+        one_channel_a_slot_t waveform(2);
+        const auto up_to = [&](unsigned int last) { return std::to_string(random() % (last + 1)); };
+        nr_test::take(waveform, {"carrier[0].ncell_id=" + up_to(1007)});
+        if (i % 3 == 1)
+            nr_test::take(waveform,
+                          {"carrier[0].numerology=LIB_NR_SCS_60K", "carrier[0].dl_bwp[0].cp_type=LIB_NR_EXTEND_CP"});
+        if (i % 3 == 2)
+            nr_test::take(waveform,
+                          {"carrier[0].dl_ssb.enable=true", "add carrier[0].dl_bwp",
+                           "carrier[0].dl_bwp[1].bwp_rb_start=7", "carrier[0].dl_bwp[1].bwp_rb_size=" + up_to(44),
+                           "carrier[0].dl_pdsch[1].bwp_id=1"});
+        for (unsigned int index = 0; index < 2; ++index)
+            draw(waveform, index, random);
+        run_t run(waveform);
+        std::size_t cells = 0;
+        for (unsigned int index = 0; index < 2; ++index) {
+            const sch_channel_t channel = run.channel(index);
+            lib_nr_pn_payload_t source(channel.settings.get_data_source(), {0});
+            for (const unsigned int slot : channel.settings.get_slot_allocation_v()) {
+                const sch_slot_t received = run.receive(index, slot);
+                cells += received.cells;
+                const bool is_coded = channel.settings.get_enable_coding();
+                const std::size_t size = is_coded ? transport_block_size(channel) : received.bits.size();
+                bits_t expected;
+                source.generate(static_cast<unsigned int>(size), expected);
+                if (std::isnan(received.error)) // no DMRS, or none beside the SS/PBCH block
+                    continue;
+                EXPECT_LT(received.error, 1e-6) << i << ' ' << slot;
+                const auto block = is_coded ? nr_test::decode_sch({channel}, {received}) : std::optional(received.bits);
+                const bool is_too_short = static_cast<double>(size) > 0.9 * static_cast<double>(received.bits.size());
+                if (block || !is_coded || !is_too_short) {
+                    EXPECT_EQ(block, expected) << i << ' ' << slot;
+                }
+                decoded_blocks += is_coded && block ? 1 : 0;
+            }
+        }
+        EXPECT_EQ(run.count_marks(), cells) << i;
+    }
+    EXPECT_GT(decoded_blocks, 150u);
+}
+
+// At a rate of 0.93 versions 1 and 2 do not suffice: all bits agree, and with version 3 they give the block.
+TEST(pdsch, redundancy_versions_complete_each_other)
+{
+    one_channel_a_slot_t waveform(4);
+    for (unsigned int rv = 0; rv < 4; ++rv) {
+        cfg_nr_dl_sch_t& sch = waveform.pdsch(rv);
+        sch.set_mcs_table(TABLE_5_1_3_1_2);
+        sch.set_mcs(27);
+        sch.set_rv(rv);
+        sch.set_data_source(LIB_NR_USER_CFG);
+        sch.set_data_source_custom("1101001110");
+    }
+    run_t run(waveform);
+    std::vector<sch_channel_t> channels;
+    std::vector<sch_slot_t> slots;
+    for (const unsigned int rv : {2u, 1u, 3u, 0u}) {
+        channels.push_back(run.channel(rv));
+        slots.push_back(run.receive(rv, rv));
+        bits_t expected = {1, 1, 0, 1, 0, 0, 1, 1, 1, 0}; // once, zeros behind
+        expected.resize(transport_block_size(channels[0]));
+        const auto block = nr_test::decode_sch(channels, slots);
+        EXPECT_EQ(block.has_value(), slots.size() > 2) << rv;
+        EXPECT_EQ(block.value_or(expected), expected) << rv;
+    }
+}
+
+// A TDD carrier: channels of one RNTI share a sequence in the order of the slots, which each frame begins anew.
+TEST(pdsch, channels_of_one_rnti_go_on_where_the_slot_before_ended)
+{
+    one_channel_a_slot_t waveform(3);
+    nr_test::take(waveform, {"frame_number=2"});
+    const char* const slots[] = {"3,0", "1,3", "1,24"};
+    for (unsigned int i = 0; i < 3; ++i) {
+        cfg_nr_dl_sch_t& sch = waveform.pdsch(i);
+        sch.set_rnti(i == 2 ? 8 : 7);
+        sch.set_one_frame_period(i != 2);
+        sch.set_slot_allocation(slots[i]);
+        sch.set_rb_num(10);
+        sch.set_rb_offset(15 * i);
+        sch.set_enable_coding(false);
+    }
+    run_t run(waveform);
+    const unsigned int sent[][3] = {// frame, channel and slot; the third channel counts both frames
+                                    {0, 0, 0}, {0, 1, 1}, {0, 2, 1}, {0, 0, 3}, {0, 1, 3},
+                                    {1, 0, 0}, {1, 1, 1}, {1, 0, 3}, {1, 1, 3}, {1, 2, 4}};
+    std::map<std::pair<unsigned int, bool>, lib_nr_pn_payload_t> sources;
+    for (const auto& [frame, index, slot] : sent) {
+        bits_t expected;
+        sources[{frame, index == 2}].generate(10 * (12 * 13 + 6) * 2, expected);
+        EXPECT_EQ(run.receive(index, slot, frame).bits, expected) << frame << ' ' << index << ' ' << slot;
+    }
+}
+
+TEST(pdsch, dmrs_positions_keep_to_the_tables_of_the_standard)
+{
+    // Double, type B, additional position, length, positions behind the first: TS 38.211 Tables 7.4.1.1.2-3 and -4.
+    const std::tuple<bool, bool, unsigned int, unsigned int, std::vector<int>> rows[] = {
+        {0, 0, 0, 14, {}},     {0, 0, 1, 9, {7}},        {0, 0, 1, 12, {9}},     {0, 0, 1, 14, {11}},
+        {0, 0, 2, 12, {6, 9}}, {0, 1, 3, 4, {}},         {0, 0, 2, 13, {7, 11}}, {0, 0, 3, 12, {5, 8, 11}},
+        {0, 1, 2, 7, {4}},     {0, 1, 1, 8, {6}},        {0, 1, 1, 13, {9}},     {0, 1, 2, 10, {4, 7}},
+        {0, 1, 2, 12, {5, 9}}, {0, 1, 3, 11, {3, 6, 9}}, {1, 0, 1, 9, {}},       {1, 0, 1, 12, {8}},
+        {1, 0, 3, 14, {}},     {1, 1, 1, 8, {5}},        {1, 1, 1, 11, {7}},     {1, 1, 1, 13, {8}}};
+    for (const auto& [is_double, is_type_b, additional, length, positions] : rows) {
+        const auto* row = get_pdsch_dmrs_position_row(is_double, is_type_b, additional, length);
+        ASSERT_NE(row, nullptr);
+        EXPECT_EQ(std::vector<int>(row->positions.begin(), row->positions.begin() + row->number), positions) << length;
+    }
+    constexpr unsigned int k_shortest[2][2] = {{3, 2}, {4, 5}};
+    for (unsigned int i = 0; i < 60; ++i)
+        EXPECT_EQ(get_pdsch_dmrs_position_row(i % 2, i / 2 % 2, 1, i / 4) != nullptr,
+                  i / 4 >= k_shortest[i % 2][i / 2 % 2] && (i / 4 < 14 || i / 2 % 2 == 0));
+}
+
+TEST(pdsch, works_without_a_configuration_and_tells_what_cannot_be)
+{
+    nr_test::test_grid_t grid(LIB_NR_SCS_30K, 273, LIB_NR_CHANNEL_FR1_100M);
+    lib_nr_dl_phy_pdsch_process_t process;
+    EXPECT_TRUE(process.phy_sch_remap(1, LIB_NR_REMAPP_MODE_UI_VIEW_MAP));
+    EXPECT_TRUE(process.sch_encode_process(1));
+    EXPECT_EQ(grid.count_marks(LIB_NR_RESOURCE_MAPPING_PDSCH), 36u * 12 * 12);
+    EXPECT_EQ(grid.output(), "");
+    process.set_mcs_table(TABLE_6_1_4_1_1);
+    process.set_data_source(static_cast<lib_nr_pn_seq_t>(6));
+    process.set_antenna_port({LIB_NR_ANTENNA_PORT_NONE});
+    process.set_dmrs_type_a_position(static_cast<lib_nr_sch_dmrs_type_a_position_t>(1), 3);
+    process.update_read_only_parament();
+    process.sch_encode_process(1);
+    process.set_rb_num(0);
+    process.phy_sch_remap(1, LIB_NR_REMAPP_MODE_UI_VIEW_MAP);
+    process.sch_encode_process(1);
+    EXPECT_FALSE(process.phy_sch_remap(1, static_cast<lib_nr_remap_mode_t>(2)));
+    EXPECT_EQ(grid.output(), "lib_nr_phy_sch_process_t::m_antenna_port : Error antenna port\n"
+                             "lib_nr_phy_sch_process_t::set_dmrs_type_a_position : Error Type A DMRS l0 position!\n"
+                             "lib_nr_phy_sch_process_t::_phy_sch_payload_generation : Error MCS table!\n"
+                             "lib_nr_phy_sch_process_t::_phy_sch_payload_generation : Error PN code!\n"
+                             "lib_nr_phy_sch_process_t::_phy_sch_payload_generation : Error PN code!\n"
+                             "error,input data is empty\n"
+                             "lib_nr_phy_sch_process_t::phy_sch_remap : Error RE map mode!\n");
+}
+
+} // namespace
