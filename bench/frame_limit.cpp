@@ -68,12 +68,39 @@ std::vector<std::string> full_cell(const std::string& enable_coding)
             "carrier[0].dl_pdsch[0].enable=true"};
 }
 
+/// An SRS of 272 resource blocks in the last four symbols of every slot, and a PUCCH of each format ahead of it.
+std::vector<std::string> uplink_control_steps()
+{
+    std::vector<std::string> steps = {"carrier[0].carrier_type=LIB_NR_UPLINK",
+                                      "carrier[0].ul_srs[0].slot_allocation=0:19",
+                                      "carrier[0].ul_srs[0].N_symb_srs=LIB_NR_N_SYMB_SRS_VALUE_4",
+                                      "carrier[0].ul_srs[0].l_offset=3",
+                                      "carrier[0].ul_srs[0].c_srs=63",
+                                      "carrier[0].ul_srs[0].enable=true"};
+    const char* const sizes[] = {"2", "2", "64", "128", "12"};
+    const char* const rbs[] = {"1", "1", "16", "16", "1"};
+    for (unsigned int format = 0; format < 5; ++format) {
+        const std::string pucch = "carrier[0].ul_pucch[" + std::to_string(format) + "].";
+        if (format > 0)
+            steps.push_back("add carrier[0].ul_pucch");
+        const bool is_short = format == 0 || format == 2;
+        for (const std::string& step :
+             {"pucch_format=LIB_NR_UL_PUCCH_FORMAT_" + std::to_string(format), std::string("allocated_slots=0:19"),
+              std::string("first_symbol=0"), std::string("symbol_num=") + (is_short ? "2" : "10"),
+              "rb_offset=" + std::to_string(20 * format), std::string("rb_num=") + rbs[format],
+              std::string("payload_size=") + sizes[format], std::string("enable=true")})
+            steps.push_back(pucch + step);
+    }
+    return steps;
+}
+
 const std::vector<waveform_t>& waveforms()
 {
     static const std::vector<waveform_t> rows = {
         {"full_grid", {}, true, {}},
         {"full_cell_coded", full_cell("true"), false, {}},
         {"full_cell_uncoded", full_cell("false"), false, {}},
+        {"uplink_control", uplink_control_steps(), false, {}},
     };
     return rows;
 }
@@ -249,7 +276,9 @@ result_t measure(const waveform_t& row, unsigned int frames)
     if (row.fills_grid)
         vek::test_peer_t<lib_nr_phy_t>::after_channel_steps(engine, fill_grid);
     const auto run = [&] {
-        if (!engine.nr_phy_process() || engine.get_baseband_signal_data().size() != k_frame_samples * frames) {
+        if (!engine.nr_phy_process() || engine.get_first_failed_step() ||
+            engine.get_baseband_signal_data().size() != k_frame_samples * frames)
+        {
             std::fprintf(stderr, "frame_limit: %s: the waveform is not whole\n", row.name);
             std::exit(1);
         }

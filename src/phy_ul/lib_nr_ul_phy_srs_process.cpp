@@ -180,7 +180,7 @@ std::pair<unsigned int, unsigned int> lib_nr_ul_phy_srs_process_t::_get_sequence
         unsigned int f_gh = 0;
         for (unsigned int m = 0; m < k_bits_per_group; ++m)
             f_gh += static_cast<unsigned int>(m_hopping_bits[k_bits_per_group * symbol_in_frame + m]) << m;
-        group += f_gh % k_groups;
+        group += f_gh;
     }
     const bool hops_in_group =
         m_GroupOrSeqHop == SRS_SEQUEN_HOP_TYPE && m_subcarriers / m_K_TC >= k_least_length_with_two_sequences;
@@ -230,9 +230,9 @@ unsigned int lib_nr_ul_phy_srs_process_t::_nr_ul_srs_cal_n_FH_offset(unsigned in
         const unsigned int number = row.n[b];
         unsigned int position = k_rbs_per_position * m_n_RRC / row.m_srs[b];
         if (b > m_b_hop) {
+            // After a round of N_b positions all repeats, so the odd case, which has no modulo, may be in it too.
             const unsigned int in_round = counter % (product * number);
-            position += number % 2 == 0 ? number / 2 * (in_round / product) + in_round / (2 * product)
-                                        : number / 2 * (counter / product);
+            position += number / 2 * (in_round / product) + (number % 2 == 0 ? in_round / (2 * product) : 0);
             product *= number;
         }
         offset += k_subcarriers_per_rb * row.m_srs[b] * (position % number);
