@@ -3,8 +3,8 @@
 include(CMakePackageConfigHelpers)
 
 # What the library's own sources alone include is not installed.
-set(internal_headers cfg_nr_leaf_rows.h cfg_nr_leaf_text.h cfg_nr_leaf_tables.h cfg_nr_sch_leaves.h lib_nr_phy_steps.h lib_target_clones.h
-    lib_large_buffer.h lib_complex_product.h)
+set(internal_headers cfg_nr_leaf_rows.h cfg_nr_leaf_text.h cfg_nr_leaf_tables.h cfg_nr_sch_leaves.h lib_nr_phy_steps.h
+    lib_target_clones.h lib_large_buffer.h lib_complex_product.h)
 list(TRANSFORM internal_headers REPLACE "\\." "\\\\.")
 list(JOIN internal_headers "|" internal_headers)
 
