@@ -103,7 +103,6 @@ constinit const cfg_nr_table_of_t<carrier_t> g_cfg_nr_carrier_table =
 // Façades whose settings are to come: the tree holds their blocks and counts their entries.
 constinit const cfg_nr_table_of_t<cfg_nr_dl_tm_t> g_cfg_nr_dl_tm_table{"cfg_nr_dl_tm"};
 constinit const cfg_nr_table_of_t<cfg_nr_dl_frc_t> g_cfg_nr_dl_frc_table{"cfg_nr_dl_frc"};
-constinit const cfg_nr_table_of_t<cfg_nr_ul_sch_t> g_cfg_nr_ul_sch_table{"cfg_nr_ul_sch"};
 constinit const cfg_nr_table_of_t<cfg_nr_ul_frc_t> g_cfg_nr_ul_frc_table{"cfg_nr_ul_frc"};
 constinit const cfg_nr_table_of_t<cfg_nr_ul_rmc_t> g_cfg_nr_ul_rmc_table{"cfg_nr_ul_rmc"};
 constinit const cfg_nr_table_of_t<cfg_nr_pucch_test_model_t> g_cfg_nr_pucch_test_model_table{"cfg_nr_pucch_test_model"};

@@ -10,8 +10,6 @@ bool cfg_nr_ul_sch_t::set_current_sch_index(unsigned int carrier, unsigned int i
     return _move_in_list_of<lib_nr_ul_sch_configure_manager_t>(carrier, index);
 }
 
-bool cfg_nr_ul_sch_t::set_enable(bool /*enable*/) { return false; }
-
 bool cfg_nr_ul_sch_t::set_bwp_id(unsigned int id)
 {
     return _carrier().set_ul_sch_bwp_id(_place_in_list_of<lib_nr_ul_sch_configure_manager_t>(), id);

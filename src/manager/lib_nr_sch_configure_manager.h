@@ -41,6 +41,12 @@ public:
     virtual std::vector<lib_nr_sch_ra_type_t> get_ra_type_list() const = 0;
     virtual std::vector<mcs_table_t> get_mcs_table_list() const = 0;
     virtual std::vector<lib_nr_sch_dmrs_additional_position_t> get_dmrs_additional_position_list();
+    virtual bool set_dmrs_length(lib_nr_sch_dmrs_length_t length, lib_nr_cyclic_prefix_type_t cp_type);
+    virtual bool set_ptrs_time_density(lib_nr_sch_ptrs_time_density_t density);
+    /// Of the MCS, 0 to 1. The uplink's own tables print a line, and `TABLE_5_1_3_1_1` stands in.
+    virtual double get_target_code_rate() const;
+    /// Of the MCS. A row of one bit a symbol, which leaves the choice to the uplink, prints a line and gives QPSK.
+    virtual lib_nr_modulation_type_t get_modulation() const;
 
     // When and for whom
 
@@ -96,10 +102,6 @@ public:
     mcs_table_t get_mcs_table() const { return m_mcs_table; }
     bool set_mcs(unsigned int mcs);
     unsigned int get_mcs() const { return m_mcs; }
-    /// Of the MCS, 0 to 1. The uplink's own tables print a line, and `TABLE_5_1_3_1_1` stands in.
-    double get_target_code_rate() const;
-    /// Of the MCS. A row of one bit a symbol, which leaves the choice to the uplink, prints a line and gives QPSK.
-    lib_nr_modulation_type_t get_modulation() const;
     bool set_x_overhead(lib_nr_sch_x_overhead_t overhead);
     lib_nr_sch_x_overhead_t get_x_overhead() const { return m_x_overhead; }
     bool set_data_source(lib_nr_pn_seq_t source);
@@ -125,7 +127,6 @@ public:
     unsigned int get_cdm_groups_without_data_num() const { return m_cdm_groups_without_data_num; }
     bool set_dmrs_configuration_type(lib_nr_sch_dmrs_configuration_type_t type);
     lib_nr_sch_dmrs_configuration_type_t get_dmrs_configuration_type() const { return m_dmrs_configuration_type; }
-    bool set_dmrs_length(lib_nr_sch_dmrs_length_t length, lib_nr_cyclic_prefix_type_t cp_type);
     lib_nr_sch_dmrs_length_t get_dmrs_length() const { return m_dmrs_length; }
     lib_nr_sch_dmrs_additional_position_t get_dmrs_additional_position() const { return m_dmrs_additional_position; }
     bool set_mapping_type(lib_nr_sch_dmrs_mapping_type_t type, lib_nr_cyclic_prefix_type_t cp_type);
@@ -148,7 +149,6 @@ public:
     double get_ptrs_power() const { return m_ptrs_power; }
     bool set_ptrs_freqency_density(lib_nr_sch_ptrs_frequency_density_size_t density);
     lib_nr_sch_ptrs_frequency_density_size_t get_ptrs_freqency_density() const { return m_ptrs_freqency_density; }
-    bool set_ptrs_time_density(lib_nr_sch_ptrs_time_density_t density);
     lib_nr_sch_ptrs_time_density_t get_ptrs_time_density() const { return m_ptrs_time_density; }
     bool set_ptrs_re_offset(unsigned int offset);
     unsigned int get_ptrs_re_offset() const { return m_ptrs_re_offset; }

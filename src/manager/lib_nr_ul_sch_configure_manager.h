@@ -46,14 +46,14 @@ public:
     std::vector<lib_nr_sch_ra_type_t> get_ra_type_list() const override;
     std::vector<mcs_table_t> get_mcs_table_list() const override;
     std::vector<lib_nr_sch_dmrs_additional_position_t> get_dmrs_additional_position_list() override;
-    bool set_dmrs_length(lib_nr_sch_dmrs_length_t length, lib_nr_cyclic_prefix_type_t cp_type);
-    bool set_ptrs_time_density(lib_nr_sch_ptrs_time_density_t density);
+    bool set_dmrs_length(lib_nr_sch_dmrs_length_t length, lib_nr_cyclic_prefix_type_t cp_type) override;
+    bool set_ptrs_time_density(lib_nr_sch_ptrs_time_density_t density) override;
     std::vector<lib_nr_sch_ptrs_time_density_t> get_ptrs_time_density_list() const;
     /// Of the MCS, halved for the QPSK of a row that leaves the modulation open. With transform precoding a table that
     /// is not for it prints a line, and `TABLE_6_1_4_1_1` stands in.
-    double get_target_code_rate() const;
+    double get_target_code_rate() const override;
     bool set_modulation(lib_nr_modulation_type_t modulation);
-    lib_nr_modulation_type_t get_modulation() const;
+    lib_nr_modulation_type_t get_modulation() const override;
     std::vector<lib_nr_modulation_type_t> get_modulation_list() const;
 
     // Waveform and scrambling

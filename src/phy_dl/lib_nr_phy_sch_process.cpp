@@ -33,15 +33,6 @@ unsigned int identity_in_use(int identity, unsigned int cell)
     return identity < 1 ? cell : static_cast<unsigned int>(identity);
 }
 
-/// Where a CDM group's subcarriers lie: two or one of every six or two.
-struct dmrs_comb_t
-{
-    unsigned int period;
-    unsigned int width;
-};
-
-dmrs_comb_t dmrs_comb_of(bool is_type_1) { return is_type_1 ? dmrs_comb_t{2, 1} : dmrs_comb_t{6, 2}; }
-
 } // namespace
 
 void lib_nr_sch_cells_t::clear()
@@ -359,7 +350,7 @@ unsigned int lib_nr_phy_sch_process_t::_dmrs_sequence_length() const
 
 unsigned int lib_nr_phy_sch_process_t::_dmrs_index_of(unsigned int subcarrier) const
 {
-    const dmrs_comb_t comb = dmrs_comb_of(_is_type_1());
+    const dmrs_comb_t comb = _dmrs_comb();
     return subcarrier / comb.period * comb.width + subcarrier % comb.width;
 }
 
@@ -473,26 +464,38 @@ void lib_nr_phy_sch_process_t::_append_rb_runs(const rb_list_t& rb_list, unsigne
     }
 }
 
+unsigned int lib_nr_phy_sch_process_t::_subcarriers_without_data() const
+{
+    const dmrs_comb_t comb = _dmrs_comb();
+    return std::min(m_cdm_groups_without_data_num * comb.width, comb.period);
+}
+
+/// A whole period is one run, and so is a part of one subcarrier, with gaps.
+void lib_nr_phy_sch_process_t::_append_comb_part(const lib_nr_resource_run_t& rbs, unsigned int first, unsigned int end,
+                                                 std::vector<lib_nr_resource_run_t>& runs) const
+{
+    const unsigned int period = _dmrs_comb().period;
+    const std::int32_t start = rbs.first_subcarrier + static_cast<std::int32_t>(first);
+    if (end - first == period)
+        runs.push_back(rbs);
+    else if (end == first + 1)
+        runs.push_back({rbs.symbol, start, rbs.count / period, period});
+    else if (first < end)
+        for (std::uint32_t i = 0; i < rbs.count; i += period)
+            runs.push_back({rbs.symbol, start + static_cast<std::int32_t>(i), end - first});
+}
+
 void lib_nr_phy_sch_process_t::_split_dmrs_symbol(const lib_nr_resource_run_t& rbs, unsigned int group,
                                                   lib_nr_sch_cells_t& cells) const
 {
-    const auto [period, width] = dmrs_comb_of(_is_type_1());
-    // Each period of subcarriers falls into parts; a part of one cell is one run with gaps.
-    const auto append = [&, period = period](unsigned int first, unsigned int end, auto& runs) {
-        const std::int32_t start = rbs.first_subcarrier + static_cast<std::int32_t>(first);
-        if (end == first + 1)
-            runs.push_back({rbs.symbol, start, rbs.count / period, period});
-        else if (first < end)
-            for (std::uint32_t i = 0; i < rbs.count; i += period)
-                runs.push_back({rbs.symbol, start + static_cast<std::int32_t>(i), end - first});
-    };
-    const unsigned int reserved = std::min(m_cdm_groups_without_data_num * width, period);
-    const unsigned int own = std::min(group * width, reserved);
-    const unsigned int own_end = std::min(own + width, reserved);
-    append(0, own, cells.silent);
-    append(own, own_end, cells.dmrs);
-    append(own_end, reserved, cells.silent);
-    append(reserved, period, cells.data);
+    const dmrs_comb_t comb = _dmrs_comb();
+    const unsigned int reserved = _subcarriers_without_data();
+    const unsigned int own = std::min(group * comb.width, reserved);
+    const unsigned int own_end = std::min(own + comb.width, reserved);
+    _append_comb_part(rbs, 0, own, cells.silent);
+    _append_comb_part(rbs, own, own_end, cells.dmrs);
+    _append_comb_part(rbs, own_end, reserved, cells.silent);
+    _append_comb_part(rbs, reserved, comb.period, cells.data);
 }
 
 void lib_nr_phy_sch_process_t::_split_ptrs_symbol(const lib_nr_resource_run_t& rbs,

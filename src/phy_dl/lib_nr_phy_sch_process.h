@@ -212,6 +212,18 @@ protected:
     /// Appends the RBs of a list in one symbol of the frame, moved by `shift` RBs, as runs of neighbours.
     static void _append_rb_runs(const rb_list_t& rb_list, unsigned int symbol, int shift,
                                 std::vector<lib_nr_resource_run_t>& runs);
+    /// How the CDM groups lie: each has `width` of every `period` subcarriers, one group after the other.
+    struct dmrs_comb_t
+    {
+        unsigned int period;
+        unsigned int width;
+    };
+    dmrs_comb_t _dmrs_comb() const { return _is_type_1() ? dmrs_comb_t{2, 1} : dmrs_comb_t{6, 2}; }
+    /// Subcarriers of a period that carry no data in a DMRS symbol.
+    unsigned int _subcarriers_without_data() const;
+    /// Appends the cells of a run of whole RBs that stand at `first` to `end` - 1 of a period.
+    void _append_comb_part(const lib_nr_resource_run_t& rbs, unsigned int first, unsigned int end,
+                           std::vector<lib_nr_resource_run_t>& runs) const;
     /// Divides a run of whole RBs in a DMRS symbol by what its cells carry, the DMRS being those of a CDM group.
     void _split_dmrs_symbol(const lib_nr_resource_run_t& rbs, unsigned int group, lib_nr_sch_cells_t& cells) const;
     /// Divides a run of whole RBs in a PTRS symbol, given the ascending subcarriers that hold PTRS.

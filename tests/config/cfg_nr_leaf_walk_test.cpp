@@ -298,6 +298,56 @@ bool is_known_of_pdsch(const difference_t& difference, const lib_nr_carrier_conf
     return value != values.end() && value->second == difference.second;
 }
 
+/// What a recall cannot bring back of a PUSCH: what its BWP has no room for that came back, and what a file holds ahead
+/// of the setting that it hangs on. Guard bands are in no file, so there is one RB set.
+bool is_known_of_pusch(const difference_t& difference, const lib_nr_carrier_configure_manager_t& was,
+                       const lib_nr_carrier_configure_manager_t& came_back, unsigned int frames)
+{
+    const std::size_t place = difference.path.find("ul_pusch[");
+    if (place == std::string::npos)
+        return false;
+    const auto index = static_cast<unsigned int>(std::stoul(difference.path.substr(place + 9)));
+    const lib_nr_ul_sch_configure_manager_t& sch = was.get_ul_sch(index);
+    const auto& bwp = came_back.get_ul_bwp(came_back.get_ul_sch(index).get_bwp_id());
+    const auto& numerology = came_back.get_numerology_manager(bwp.get_numerology());
+    lib_nr_ul_sch_configure_manager_t again = sch;
+    again.update_by_ul_bwp(bwp, numerology, came_back.get_bandwidth());
+    lib_nr_ul_sch_configure_manager_t fresh(bwp, numerology, came_back.get_bandwidth());
+    fresh.set_ra_type(sch.get_ra_type());
+    fresh.set_enable_transfer_precoding(sch.get_enable_transfer_precoding());
+    fresh.set_enable_codebook(sch.get_enable_codebook());
+    fresh.set_antenna_port_number(sch.get_antenna_port_number());
+    fresh.set_tpmi(sch.get_tpmi()); // one layer
+    fresh.set_interlace_index(sch.get_interlace_index());
+    fresh.set_unused_rb(sch.get_unused_rb());
+    fresh.set_hopping_rb_offset(sch.get_hopping_rb_offset(), bwp.get_rb_number()); // all resource blocks
+    fresh.set_ptrs_port(sch.get_ptrs_port());                                      // DMRS port 0
+    fresh.set_dmrs_port(sch.get_dmrs_port());
+    fresh.set_one_frame_period(sch.get_one_frame_period(), frames, bwp.get_numerology());
+    fresh.set_slot_allocation(sch.get_slot_allocation(), bwp.get_numerology());
+    fresh.set_rb_offset(sch.get_rb_offset(), bwp.get_rb_number());
+    fresh.set_rb_num(sch.get_rb_num(), bwp.get_rb_number());
+    const std::map<std::string, std::string> values = {
+        {"enable", again.get_enable() ? "true" : "false"},
+        {"first_symbol", std::to_string(again.get_first_symbol())},
+        {"symbol_num", std::to_string(again.get_symbol_num())},
+        {"rbg_size", g_lib_nr_sch_rbg_size_t_name_map.at(again.get_rbg_size())},
+        {"rbg_bitmap", again.get_rbg_bitmap()},
+        {"ra_type", g_lib_nr_sch_ra_type_t_name_map.at(fresh.get_ra_type())},
+        {"tpmi", std::to_string(fresh.get_tpmi())},
+        {"rb_set_start", "0"},
+        {"rb_set_number", "1"},
+        {"interlace_index", fresh.get_interlace_index()},
+        {"unused_rb", std::to_string(fresh.get_unused_rb())},
+        {"hopping_rb_offset", std::to_string(fresh.get_hopping_rb_offset())},
+        {"ptrs_port", fresh.get_ptrs_port()},
+        {"slot_allocation", fresh.get_slot_allocation()},
+        {"rb_offset", std::to_string(fresh.get_rb_offset())},
+        {"rb_num", std::to_string(fresh.get_rb_num())}};
+    const auto value = values.find(difference.path.substr(difference.path.rfind('.') + 1));
+    return value != values.end() && value->second == difference.second;
+}
+
 /// What a recall cannot bring back, and why.
 bool is_known(const difference_t& difference, cfg_nr_waveform_t& waveform, cfg_nr_waveform_t& came_back)
 {
@@ -323,7 +373,8 @@ bool is_known(const difference_t& difference, cfg_nr_waveform_t& waveform, cfg_n
         is_known_of_ul_bwp(difference, manager) || is_known_of_pucch(difference, manager) ||
         is_known_of_csirs(difference, manager, waveform.get_frame_number()) ||
         is_known_of_dci(difference, manager, again) ||
-        is_known_of_pdsch(difference, manager, again, waveform.get_frame_number()))
+        is_known_of_pdsch(difference, manager, again, waveform.get_frame_number()) ||
+        is_known_of_pusch(difference, manager, again, waveform.get_frame_number()))
         return true;
     cfg_nr_dl_ssb_t& ssb = *waveform.get_carrier(index)->get_dl_ssb();
     // At 60 kHz the block has no case: it keeps the one it had, with the number of its candidates, and takes none. Its

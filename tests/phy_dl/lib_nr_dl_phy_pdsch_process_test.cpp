@@ -1,11 +1,11 @@
 #include "phy_dl/lib_nr_dl_phy_pdsch_process.h"
 
-#include "host/nrwave_path.h"
 #include "phy_common/lib_nr_pn_payload.h"
 #include "phy_common/tables/lib_nr_dmrs_position_table.h"
 #include "receiver/sch_receiver.h"
 #include "support/generated.h"
 #include "support/settings.h"
+#include "support/shared_channel.h"
 #include "support/test_grid.h"
 
 #include <gtest/gtest.h>
@@ -164,46 +164,6 @@ TEST(pdsch, every_mcs_of_every_table_is_decoded)
     }
 }
 
-/// Every setting at random, in two rounds, as the façade corrects it; but for those that would not be received alone.
-void draw(one_channel_a_slot_t& waveform, unsigned int index, std::mt19937& random)
-{
-    const std::map<std::string, std::pair<int, int>> ranges = {{"rnti", {0, 65535}},
-                                                               {"nid", {-1, 1023}},
-                                                               {"nid0", {-1, 65535}},
-                                                               {"nid1", {-1, 1}},
-                                                               {"dmrs_port", {0, 11}},
-                                                               {"rbg_bitmap", {1, 1}},
-                                                               {"mcs", {0, 28}},
-                                                               {"first_symbol", {0, 5}},
-                                                               {"symbol_num", {2, 14}},
-                                                               {"ptrs_re_offset", {0, 3}},
-                                                               {"nscid", {0, 1}},
-                                                               {"rb_offset", {0, 20}},
-                                                               {"rb_num", {0, 51}},
-                                                               {"power_boosting", {-3, 3}},
-                                                               {"dmrs_power", {-3, 3}},
-                                                               {"ptrs_power", {-3, 3}},
-                                                               {"cdm_groups_without_data_num", {1, 3}}};
-    const auto target = nrwave::resolve(waveform, "carrier[0].dl_pdsch[" + std::to_string(index) + "]");
-    for (unsigned int round = 0; round < 2; ++round)
-        for (const cfg_nr_leaf_t& leaf : target.table->leaves) {
-            const std::string name = leaf.name;
-            std::vector<std::string> values = leaf.enumerators();
-            if (leaf.form == cfg_nr_leaf_form_t::boolean)
-                values = {"true", "false"};
-            else if (const auto range = ranges.find(name); range != ranges.end())
-                values = {
-                    std::to_string(std::uniform_int_distribution(range->second.first, range->second.second)(random))};
-            if (name == "rbg_bitmap")
-                for (unsigned int i = 0; i < 26; ++i)
-                    values[0] += random() % 2 == 0 ? '0' : '1';
-            if (!values.empty() && name != "bwp_id" && name != "antenna_port" && name != "one_frame_period")
-                leaf.write(target.facade, values[random() % values.size()]);
-        }
-    waveform.pdsch(index).set_rv(0);
-    waveform.pdsch(index).set_enable(true);
-}
-
 // Two channels in slots of their own on 20 MHz, normal prefix and extended, in one bandwidth part or in two, over an
 // SS/PBCH block: every cell holds what it must, and the bits are those of the channel's sequence.
 TEST(pdsch, random_settings_arrive_bit_by_bit)
@@ -223,7 +183,7 @@ TEST(pdsch, random_settings_arrive_bit_by_bit)
                            "carrier[0].dl_bwp[1].bwp_rb_start=7", "carrier[0].dl_bwp[1].bwp_rb_size=" + up_to(44),
                            "carrier[0].dl_pdsch[1].bwp_id=1"});
         for (unsigned int index = 0; index < 2; ++index)
-            draw(waveform, index, random);
+            nr_test::draw_shared_channel(waveform, "carrier[0].dl_pdsch[" + std::to_string(index) + "]", random);
         run_t run(waveform);
         std::size_t cells = 0;
         for (unsigned int index = 0; index < 2; ++index) {

@@ -1,11 +1,13 @@
 #include "receiver/sch_receiver.h"
 
+#include "phy_common/lib_nr_low_papr_sequence1.h"
 #include "phy_common/tables/lib_nr_tbs_for_n_info_table.h"
 #include "receiver/gold_sequence.h"
 
 #include <algorithm>
 #include <cmath>
 #include <map>
+#include <numeric>
 
 namespace nr_test
 {
@@ -22,7 +24,17 @@ bool is_type_2(const sch_channel_t& channel)
     return channel.settings.get_dmrs_configuration_type() == LIB_NR_DMRS_CFG_TYPE2;
 }
 
-unsigned int port_of(const sch_channel_t& channel) { return channel.settings.get_dmrs_port_v().front(); }
+unsigned int port_of(const sch_channel_t& channel) { return channel.settings.get_dmrs_port_v()[channel.layer]; }
+
+bool is_in(const std::vector<unsigned int>& list, unsigned int value)
+{
+    return std::find(list.begin(), list.end(), value) != list.end();
+}
+
+int shift_of(const sch_channel_t& channel, unsigned int symbol)
+{
+    return channel.shifts.empty() ? 0 : 12 * channel.shifts[symbol];
+}
 
 unsigned int order_of(const sch_channel_t& channel)
 {
@@ -35,12 +47,12 @@ double amplitude_of(const sch_channel_t& channel, double power)
 }
 
 /// The subcarriers of a symbol that the channel's RBs hold, in the order of the mapping.
-std::vector<unsigned int> subcarriers_of(const sch_channel_t& channel)
+std::vector<unsigned int> subcarriers_of(const sch_channel_t& channel, unsigned int symbol)
 {
     std::vector<unsigned int> list;
     for (const unsigned int rb : channel.rbs)
         for (unsigned int k = 0; k < 12; ++k)
-            list.push_back(12 * rb + k);
+            list.push_back(12 * rb + k + static_cast<unsigned int>(shift_of(channel, symbol)));
     return list;
 }
 
@@ -59,7 +71,8 @@ cells_t dmrs_of(const sch_channel_t& channel, unsigned int slot, unsigned int sy
     const std::uint64_t count = std::uint64_t{channel.symbols_in_slot} * slot + symbol + 1;
     const std::uint64_t term = by_group ? lambda / 2 : 0;
     const std::uint64_t c_init = (count * (2 * n_id + 1) << 17) + (term << 17) + 2 * n_id + n_scid;
-    const unsigned int rbs = *std::max_element(channel.rbs.begin(), channel.rbs.end()) + 1;
+    const auto subcarriers = subcarriers_of(channel, symbol);
+    const unsigned int rbs = *std::max_element(subcarriers.begin(), subcarriers.end()) / 12 + 1;
     const auto c = gold_sequence(static_cast<std::uint32_t>(c_init % (std::uint64_t{1} << 31)), 0, 12 * rbs);
     const bool turns_in_time = port >= (type_2 ? 6u : 4u) && l_prime == 1;
     cells_t values;
@@ -73,12 +86,11 @@ cells_t dmrs_of(const sch_channel_t& channel, unsigned int slot, unsigned int sy
     return values;
 }
 
-/// The subcarriers with PTRS, TS 38.211 clause 7.4.1.2.2. RBs are counted within the allocation.
-std::vector<unsigned int> ptrs_subcarriers_of(const sch_channel_t& channel)
+/// The subcarriers with PTRS of a port, TS 38.211 clause 7.4.1.2.2. RBs are counted within the allocation.
+std::vector<unsigned int> ptrs_subcarriers_of(const sch_channel_t& channel, unsigned int port, unsigned int symbol)
 {
     constexpr unsigned int k_comb[] = {0, 2, 6, 8};
     constexpr unsigned int k_pairs[] = {0, 1, 6, 7};
-    const unsigned int port = port_of(channel);
     const unsigned int offset = channel.settings.get_ptrs_re_offset();
     const unsigned int k_re =
         is_type_2(channel) ? port / 2 * 2 + k_pairs[(offset + port % 2) % 4] : port / 2 + k_comb[offset] + port % 2 * 2;
@@ -89,7 +101,7 @@ std::vector<unsigned int> ptrs_subcarriers_of(const sch_channel_t& channel)
     const auto n = static_cast<unsigned int>(rbs.size());
     std::vector<unsigned int> list;
     for (unsigned int rb = n % K == 0 ? rnti % K : rnti % (n % K); rb < n; rb += K)
-        list.push_back(12 * rbs[rb] + k_re);
+        list.push_back(12 * rbs[rb] + k_re + static_cast<unsigned int>(shift_of(channel, symbol)));
     return list;
 }
 
@@ -105,6 +117,11 @@ double demap_axis(double value, unsigned int bits, unsigned char* out)
 
 double demap(complex_t value, unsigned int order, bits_t& bits)
 {
+    if (order == 1) { // pi/2-BPSK
+        const complex_t turned = value * (bits.size() % 2 == 0 ? 1.0 : complex_t(0.0, -1.0));
+        bits.push_back(turned.real() < 0 ? 1 : 0);
+        return std::abs(turned - (1.0 - 2.0 * bits.back()) * std::sqrt(0.5) * complex_t(1.0, 1.0));
+    }
     const unsigned int axis = order / 2;
     const double scale = std::sqrt(2.0 * (std::pow(4.0, axis) - 1.0) / 3.0);
     bits.resize(bits.size() + order);
@@ -113,38 +130,121 @@ double demap(complex_t value, unsigned int order, bits_t& bits)
     return std::hypot(real, demap_axis(scale * value.imag(), axis, out + 1)) / scale;
 }
 
+/// TS 38.211 clause 6.4.1.1.1.2, the symbols of a hop counted from its start, but for the first of the second.
+cells_t low_papr_dmrs_of(const sch_channel_t& channel, unsigned int slot, unsigned int symbol)
+{
+    const auto& settings = *channel.precoded;
+    const bool is_double = settings.get_dmrs_length() == LIB_NR_SCH_DMRS_LENGTH_DOUBLE_SYMBOL;
+    const auto& symbols = channel.dmrs_symbols;
+    const auto place = static_cast<std::size_t>(std::find(symbols.begin(), symbols.end(), symbol) - symbols.begin());
+    unsigned int l = is_double ? symbols[place / 2 * 2] : symbol;
+    if (channel.second_hop != sch_channel_t::k_no_hop)
+        l -= symbol > channel.second_hop ? channel.second_hop : settings.get_first_symbol();
+    const std::size_t count = std::size_t{channel.symbols_in_slot} * slot + l;
+    const unsigned int id = sch_identity(settings.get_n_rs_id(), channel.cell);
+    const unsigned int per_rb = is_type_2(channel) ? 4 : 6;
+    low_papr_seq_1_param_t param;
+    param.m = static_cast<std::uint32_t>(per_rb * channel.rbs.size());
+    unsigned int group = id;
+    if (settings.get_dmrs_hopping() == LIB_NR_SCH_DMRS_HOPPING_GROUP)
+        for (unsigned int m = 0; m < 8; ++m)
+            group += gold_sequence(id / 30, 8 * count + m, 1)[0] << m;
+    if (settings.get_dmrs_hopping() == LIB_NR_SCH_DMRS_HOPPING_SEQUENCE)
+        param.v = param.m / 6 < 12 ? 0 : gold_sequence(id, count, 1)[0];
+    param.u = group % 30;
+    signal_t sequence;
+    lib_nr_low_papr_sequence1::generate_basic_sequence(param, sequence);
+    const unsigned int port = port_of(channel);
+    const bool turns_in_time = is_double && port >= (is_type_2(channel) ? 6u : 4u) && place % 2 == 1;
+    cells_t values;
+    for (unsigned int i = 0; i < sequence.size(); ++i) {
+        const unsigned int k = is_type_2(channel) ? i / 2 * 6 + i % 2 + port % 6 / 2 * 2 : 2 * i + port / 2 % 2;
+        values[12 * channel.rbs[0] + static_cast<unsigned int>(shift_of(channel, symbol)) + k] =
+            (port % 2 * (i % 2) != 0) != turns_in_time ? -sequence[i] : sequence[i];
+    }
+    return values;
+}
+
+/// The samples of a transform-precoded PTRS symbol by their position, TS 38.211 clauses 6.4.1.2.1.2 and 6.4.1.2.2.2.
+cells_t ptrs_samples_of(const sch_channel_t& channel, unsigned int slot, unsigned int first_symbol)
+{
+    const auto& settings = *channel.precoded;
+    const auto length = static_cast<unsigned int>(12 * channel.rbs.size());
+    const unsigned int groups = 2u << settings.get_n_ptrs_group();
+    const unsigned int samples = 2u << settings.get_n_ptrs_group_sample();
+    const std::uint64_t id = settings.get_n_ptrs_id();
+    const std::uint64_t count = std::uint64_t{channel.symbols_in_slot} * slot + first_symbol + 1;
+    const std::uint64_t c_init = ((count * (2 * id + 1) << 17) + 2 * id) % (std::uint64_t{1} << 31);
+    const auto c = gold_sequence(static_cast<std::uint32_t>(c_init), 0, groups * samples);
+    cells_t values;
+    for (unsigned int i = 0; i < groups * samples; ++i) {
+        const unsigned int s = i / samples;
+        const unsigned int k = i % samples;
+        const unsigned int m = samples == 2     ? (2 * s + 1) * length / (2 * groups) - 1 + k
+                               : s == 0         ? k
+                               : s + 1 < groups ? s * length / groups + length / (2 * groups) - 2 + k
+                                                : length - 4 + k;
+        const unsigned int common = settings.get_rnti() % samples & k; // w is a row of a Hadamard matrix
+        const double sign = ((common ^ common >> 1) & 1u) != c[i] ? -1.0 : 1.0;
+        values[m] = sign * std::sqrt(0.5) * complex_t(1.0, 1.0) * (m % 2 == 0 ? 1.0 : complex_t(0.0, 1.0));
+    }
+    return values;
+}
+
+/// TS 38.211 clause 7.4.1.2.2: every so many symbols from the last DMRS on.
+bool is_ptrs_symbol(const sch_channel_t& channel, unsigned int symbol)
+{
+    const auto& settings = channel.settings;
+    unsigned int reference = settings.get_first_symbol();
+    for (const unsigned int dmrs : channel.dmrs_symbols)
+        reference = dmrs <= symbol ? std::max(reference, dmrs) : reference;
+    return settings.get_enable_ptrs() && !channel.dmrs_symbols.empty() && !is_in(channel.dmrs_symbols, symbol) &&
+           (symbol - reference) % (1u << settings.get_ptrs_time_density()) == 0;
+}
+
 /// The cells of a symbol that carry no data: DMRS, zeros beside them, PTRS.
 cells_t known_cells_of(const sch_channel_t& channel, unsigned int slot, unsigned int symbol)
 {
     const auto& settings = channel.settings;
     const auto& dmrs_symbols = channel.dmrs_symbols;
     const unsigned int groups = settings.get_cdm_groups_without_data_num();
-    const auto next = std::upper_bound(dmrs_symbols.begin(), dmrs_symbols.end(), symbol);
-    const bool is_behind = next != dmrs_symbols.begin();
-    const unsigned int reference = is_behind ? *(next - 1) : settings.get_first_symbol();
+    const unsigned int port = port_of(channel);
     cells_t cells;
-    if (is_behind && reference == symbol) {
+    if (const auto dmrs = std::find(dmrs_symbols.begin(), dmrs_symbols.end(), symbol); dmrs != dmrs_symbols.end()) {
         const bool is_double = settings.get_dmrs_length() == LIB_NR_SCH_DMRS_LENGTH_DOUBLE_SYMBOL;
-        const auto place = static_cast<unsigned int>(next - dmrs_symbols.begin() - 1);
-        const auto dmrs = dmrs_of(channel, slot, symbol, is_double ? place % 2 : 0, true);
-        for (const unsigned int k : subcarriers_of(channel))
+        const auto place = static_cast<unsigned int>(dmrs - dmrs_symbols.begin());
+        const auto values = channel.precoded ? low_papr_dmrs_of(channel, slot, symbol)
+                                             : dmrs_of(channel, slot, symbol, is_double ? place % 2 : 0, true);
+        for (const unsigned int k : subcarriers_of(channel, symbol))
             if (is_type_2(channel) ? k % 6 < 2 * groups : k % 2 < groups)
-                cells[k] = dmrs.count(k) != 0 ? amplitude_of(channel, settings.get_dmrs_power()) * dmrs.at(k) : 0.0;
+                cells[k] = values.count(k) != 0 ? amplitude_of(channel, settings.get_dmrs_power()) * values.at(k) : 0.0;
     }
-    else if (settings.get_enable_ptrs() && !dmrs_symbols.empty() &&
-             (symbol - reference) % (1u << settings.get_ptrs_time_density()) == 0)
-    {
-        const auto values = dmrs_of(channel, slot, dmrs_symbols.front(), 0, false);
-        for (const unsigned int k : ptrs_subcarriers_of(channel))
-            cells[k] = amplitude_of(channel, settings.get_ptrs_power()) * values.at(k);
+    else if (is_ptrs_symbol(channel, symbol) && !channel.precoded) {
+        const auto ports = channel.ptrs_ports.empty() ? std::vector{port} : channel.ptrs_ports;
+        const unsigned int first_dmrs = symbol < channel.second_hop ? dmrs_symbols.front() : channel.second_hop;
+        for (const unsigned int other : ports)
+            for (const unsigned int k : ptrs_subcarriers_of(channel, other, symbol))
+                cells[k] = 0.0;
+        const auto values = dmrs_of(channel, slot, first_dmrs, 0, false);
+        if (is_in(ports, port))
+            for (const unsigned int k : ptrs_subcarriers_of(channel, port, symbol))
+                cells[k] = amplitude_of(channel, settings.get_ptrs_power()) * values.at(k);
     }
     return cells;
 }
 
+/// What the transform made a symbol of, TS 38.211 clause 6.3.1.4.
+void undo_transform(signal_t& symbol)
+{
+    fft(symbol, 1);
+    for (complex_t& value : symbol)
+        value /= std::sqrt(static_cast<double>(symbol.size()));
+}
+
 } // namespace
 
-sch_slot_t receive_sch_slot(const sch_channel_t& channel, const rows_t& rows, unsigned int slot,
-                            const std::function<bool(unsigned int, unsigned int)>& is_taken)
+sch_slot_t receive_sch_layer(const sch_channel_t& channel, const rows_t& rows, unsigned int slot,
+                             const std::function<bool(unsigned int, unsigned int)>& is_taken)
 {
     const unsigned int first = channel.settings.get_first_symbol();
     const unsigned int end = first + channel.settings.get_symbol_num();
@@ -162,23 +262,51 @@ sch_slot_t receive_sch_slot(const sch_channel_t& channel, const rows_t& rows, un
         }
     }
     const complex_t gain = product / power;
+    unsigned int first_ptrs = first;
+    while (first_ptrs < end && !is_ptrs_symbol(channel, first_ptrs))
+        ++first_ptrs;
+    const bool has_room = channel.rbs.size() > 2; // for the samples of a precoded symbol
     for (unsigned int symbol = first; symbol < end; ++symbol) {
         const unsigned int row = slot * channel.symbols_in_slot + symbol;
-        for (const unsigned int k : subcarriers_of(channel)) {
-            if (is_taken(row, k))
+        auto places = subcarriers_of(channel, symbol);
+        signal_t values;
+        for (const unsigned int k : places)
+            values.push_back(rows[row][k] / gain);
+        if (channel.precoded && !is_in(channel.dmrs_symbols, symbol)) {
+            undo_transform(values);
+            std::iota(places.begin(), places.end(), 0u);
+            if (is_ptrs_symbol(channel, symbol))
+                for (const auto& [place, value] : ptrs_samples_of(channel, slot, first_ptrs))
+                    if (place < values.size())
+                        known[symbol][place] =
+                            has_room ? amplitude_of(channel, channel.settings.get_ptrs_power()) * value : values[place];
+        }
+        for (std::size_t i = 0; i < places.size(); ++i) {
+            if (is_taken(row, places[i]))
                 continue;
             ++received.cells;
-            const complex_t value = rows[row][k] / gain;
-            const auto cell = known[symbol].find(k);
+            const auto cell = known[symbol].find(places[i]);
             const double error = cell != known[symbol].end()
-                                     ? std::abs(value - cell->second)
-                                     : demap(value / amplitude_of(channel, 0.0), order_of(channel), received.bits);
+                                     ? std::abs(values[i] - cell->second)
+                                     : demap(values[i] / amplitude_of(channel, 0.0), order_of(channel), received.bits);
             received.error = std::isnan(error) ? error : std::max(received.error, error);
         }
     }
-    const auto c = gold_sequence(channel.c_init, 0, received.bits.size());
+    return received;
+}
+
+void descramble(const sch_channel_t& channel, bits_t& bits)
+{
+    const auto c = gold_sequence(channel.c_init, 0, bits.size());
     for (std::size_t i = 0; i < c.size(); ++i)
-        received.bits[i] ^= c[i];
+        bits[i] ^= c[i];
+}
+
+sch_slot_t receive_sch_slot(const sch_channel_t& channel, const rows_t& rows, unsigned int slot,
+                            const std::function<bool(unsigned int, unsigned int)>& is_taken)
+{
+    sch_slot_t received = receive_sch_layer(channel, rows, slot, is_taken);
+    descramble(channel, received.bits);
     return received;
 }
 
@@ -221,7 +349,8 @@ std::size_t transport_block_size(const sch_channel_t& channel)
     const std::size_t all = std::size_t{12} * settings.get_symbol_num();
     const std::size_t left_out = 6 * settings.get_x_overhead() + dmrs * (is_type_2(channel) ? 4 : 6);
     const std::size_t per_rb = std::min<std::size_t>(156, all - std::min(all, left_out));
-    const double per_cell = order_of(channel) * rate * channel.scaling * static_cast<double>(k_n_info_unit);
+    const double per_cell =
+        settings.get_layers_num() * order_of(channel) * rate * channel.scaling * static_cast<double>(k_n_info_unit);
     return transport_block_size(per_rb * channel.rbs.size() * static_cast<std::uint64_t>(std::llround(per_cell)),
                                 rate <= 0.25);
 }
@@ -235,7 +364,9 @@ std::optional<bits_t> decode_sch(const std::vector<sch_channel_t>& channels, con
         std::vector<double> soft_bits;
         for (const unsigned char bit : slots[i].bits)
             soft_bits.push_back(bit == 0 ? 1.0 : -1.0);
-        if (!receiver.add({soft_bits.size(), order_of(channels[i]), 1, channels[i].settings.get_rv()}, soft_bits))
+        if (!receiver.add({soft_bits.size(), order_of(channels[i]), channels[i].settings.get_layers_num(),
+                           channels[i].settings.get_rv()},
+                          soft_bits))
             return std::nullopt;
     }
     return receiver.decode();

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "manager/lib_nr_sch_configure_manager.h"
+#include "manager/lib_nr_ul_sch_configure_manager.h"
 #include "receiver/ldpc_decoder.h"
 #include "receiver/ofdm_receiver.h"
 
@@ -13,8 +13,8 @@
 namespace nr_test
 {
 
-// A receiver of shared channels of one layer, after TS 38.211 clauses 7.3.1, 7.4.1.1 and 7.4.1.2, TS 38.212 clause 7.2
-// and TS 38.214 clause 5.1.3.2. PTRS carry no cover code.
+// A receiver of shared channels, after TS 38.211 clauses 7.3.1, 7.4.1.1, 7.4.1.2, 6.3.1, 6.4.1.1 and 6.4.1.2, TS 38.212
+// clause 7.2 and TS 38.214 clause 5.1.3.2. PTRS carry no cover code.
 
 /// What a receiver knows of a channel: its settings, and what they come to in its BWP and carrier.
 struct sch_channel_t
@@ -26,6 +26,15 @@ struct sch_channel_t
     std::vector<unsigned int> dmrs_symbols;
     std::uint32_t c_init; ///< of the scrambling
     double scaling = 1.0; ///< of the transport block size
+
+    // What the uplink adds.
+    std::vector<int> shifts = {};              ///< RBs that each symbol moves by
+    unsigned int second_hop = k_no_hop;        ///< first symbol of the second hop in the slot
+    std::vector<unsigned int> ptrs_ports = {}; ///< none for the channel's one port
+    unsigned int layer = 0;                    ///< which of the DMRS ports is read
+    const vek::nr_mod_lib::lib_nr_ul_sch_configure_manager_t* precoded = nullptr; ///< by the transform
+
+    static constexpr unsigned int k_no_hop = 99;
 };
 
 /// What came in a slot.
@@ -36,7 +45,12 @@ struct sch_slot_t
     std::size_t cells = 0;
 };
 
-/// Reads a slot. Cells that another channel holds are told by symbol in frame and subcarrier.
+/// Reads a layer of a slot, its bits still scrambled. Cells that another channel holds are told by symbol in frame and
+/// subcarrier.
+sch_slot_t receive_sch_layer(const sch_channel_t& channel, const rows_t& rows, unsigned int slot,
+                             const std::function<bool(unsigned int, unsigned int)>& is_taken);
+void descramble(const sch_channel_t& channel, bits_t& bits);
+/// Reads a slot of a channel of one layer.
 sch_slot_t receive_sch_slot(const sch_channel_t& channel, const rows_t& rows, unsigned int slot,
                             const std::function<bool(unsigned int, unsigned int)>& is_taken);
 
