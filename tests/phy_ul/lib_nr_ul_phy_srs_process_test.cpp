@@ -1,5 +1,6 @@
 #include "phy_ul/lib_nr_ul_phy_srs_process.h"
 
+#include "config/cfg_nr_leaf.h"
 #include "phy_common/lib_nr_low_papr_sequence1.h"
 #include "receiver/gold_sequence.h"
 #include "support/generated.h"
@@ -122,34 +123,18 @@ nr_test::rows_t expected_slot(const srs_t& srs, unsigned int frame, unsigned int
     return rows;
 }
 
-/// Random settings of an SRS with a row and a column of the bandwidth table.
-void draw(srs_t& srs, std::mt19937& random, lib_nr_numerology_type_t numerology)
+/// Random settings of an SRS, through the rows of its façade.
+void draw(cfg_nr_waveform_t& waveform, std::mt19937& random)
 {
-    const auto below = [&](unsigned int limit) { return static_cast<unsigned char>(random() % limit); };
-    const auto any_of = [&](const auto& list) { return list[random() % list.size()]; };
-    srs.set_port_number(any_of(srs.get_port_number_for_ui()));
-    srs.set_antenna_port({any_of(srs.get_available_port_for_ui())}, 1);
-    srs.set_pos_resource(below(2) != 0);
-    srs.set_srs_periodity(
-        any_of(std::vector{LIB_NR_SRS_0MS_PERIODICITY, LIB_NR_SRS_1MS_PERIODICITY, LIB_NR_SRS_4MS_PERIODICITY,
-                           LIB_NR_SRS_5MS_PERIODICITY, LIB_NR_SRS_10MS_PERIODICITY}),
-        numerology);
-    srs.set_t_offset(below(10), numerology);
-    srs.set_slot_allocation("1,8", numerology);
-    srs.set_N_symb_srs(any_of(srs.get_N_symb_srs_for_ui()));
-    srs.set_l_offset(below(14));
-    srs.set_srs_repetition_factor(any_of(srs.get_srs_repetition_factor_for_ui()));
-    srs.set_Ktc_number(any_of(srs.get_Ktc_number_for_ui()));
-    srs.set_ktc_offset(below(8));
-    srs.set_b_hop(below(4));
-    srs.set_n_shift(below(4) == 0 ? below(255) : 0);
-    srs.set_n_RRC(below(68));
-    srs.set_GroupOrSeqHop(below(3));
-    srs.set_n_SRS_cs(below(12));
-    srs.set_n_ID_SRS(static_cast<unsigned int>(random() % 65536));
-    srs.set_p_f(any_of(srs.get_p_f_for_ui()));
-    srs.set_k_f(below(4));
-    srs.set_power_bosting(below(2) * 1.5);
+    const auto& carrier = *find_row(g_cfg_nr_waveform_table.branches, "carrier");
+    const auto& table = *find_row(carrier.facade->branches, "ul_srs")->facade;
+    for (const cfg_nr_leaf_t* leaf : table.leaves_in_recall_order()) {
+        cfg_nr_ul_srs_t* const srs = waveform.get_carrier(0)->get_ul_srs(0);
+        std::vector<std::string> values = leaf->has_offer() ? leaf->on_offer(srs) : leaf->enumerators();
+        if (values.empty())
+            values = {"0", "1", "2", "3", "5", "8", std::to_string(random() % 11), std::to_string(random() % 70)};
+        leaf->write(srs, values[random() % values.size()]);
+    }
 }
 
 // Every row and column of the bandwidth table with either prefix, all else at random.
@@ -157,27 +142,26 @@ TEST(srs, fills_and_marks_the_cells_of_the_standard_with_its_sequences)
 {
     const nr_test::captured_output_t silence;
     std::mt19937 random(38211);
-    lib_nr_waveform_configure_manager_t waveform;
-    auto& carrier = waveform.get_carrier(0);
-    carrier.set_carrier_type(LIB_NR_UPLINK);
-    carrier.set_bandwidth(LIB_NR_CHANNEL_FR1_50M);
     for (const auto& [numerology, rbs, cp_type] :
          {std::tuple(LIB_NR_SCS_15K, 270u, LIB_NR_NORMAL_CP), std::tuple(LIB_NR_SCS_60K, 65u, LIB_NR_EXTEND_CP)})
     {
-        carrier.set_numerology(numerology);
-        carrier.set_ul_bwp_cp_type(0, cp_type);
+        nr_test::waveform_of_t waveform(
+            {"carrier[0].carrier_type=LIB_NR_UPLINK", "carrier[0].channel_bandwidth=LIB_NR_CHANNEL_FR1_50M"});
+        waveform.get_carrier(0)->set_numerology(numerology);
+        waveform.get_carrier(0)->set_prach_cp_type(cp_type);
         nr_test::test_grid_t grid(numerology, rbs, LIB_NR_CHANNEL_FR1_50M, cp_type);
         const unsigned int slot_symbols = lib_nr_phy_common_t::get_symbol_number_in_slot(numerology, cp_type);
         const unsigned int slots = lib_nr_phy_common_t::get_slot_in_frame(numerology);
-        for (unsigned int setting = 0; setting < 256; ++setting) {
-            srs_t& srs = carrier.get_ul_srs(0);
-            srs.set_c_srs(static_cast<unsigned char>(setting / 4));
-            srs.set_b_srs(static_cast<unsigned char>(setting % 4));
-            draw(srs, random, numerology);
-            srs.set_enable(true, numerology);
+        unsigned int sent = 0;
+        for (unsigned int setting = 0; setting < 512; ++setting) {
+            draw(waveform, random);
+            nr_test::take(waveform, {"carrier[0].ul_srs[0].c_srs=" + std::to_string(setting / 4 % 64),
+                                     "carrier[0].ul_srs[0].b_srs=" + std::to_string(setting % 4),
+                                     "carrier[0].ul_srs[0].enable=true"});
+            const srs_t& srs = waveform.get_waveform_manager().get_carrier(0).get_ul_srs(0);
             const auto frame = static_cast<unsigned int>(random() % 4);
             lib_nr_ul_phy_srs_process_t process;
-            process.set_waveform_config(0, frame, 0, 0, waveform);
+            process.set_waveform_config(0, frame, 0, 0, waveform.get_waveform_manager());
             grid.clear();
             for (const int listed : srs.get_slot_allocation()) {
                 const auto slot = static_cast<unsigned int>(listed);
@@ -191,8 +175,10 @@ TEST(srs, fills_and_marks_the_cells_of_the_standard_with_its_sequences)
                         ASSERT_EQ(grid.grid().get_owner(slot * slot_symbols + l, k) == LIB_NR_RESOURCE_MAPPING_SRS,
                                   expected[l][k] != 0.0);
                     }
+                ++sent;
             }
         }
+        EXPECT_GT(sent, 256u);
     }
 }
 
@@ -225,13 +211,10 @@ TEST(srs, is_sent_where_list_and_period_have_the_slot)
         else
             EXPECT_LT(nr_test::error_vector_magnitude(received, expected), 1e-6);
     }
-    // The trace holds the last slot sent: four symbols of 48 values each, of two hops in one group a symbol.
+    // The trace holds the last slot sent: four symbols of 48 values each.
     std::ifstream trace("../srs_result.csv");
-    std::vector<std::string> lines;
-    for (std::string line; std::getline(trace, line);)
-        lines.push_back(line);
-    ASSERT_EQ(lines.size(), 3u + 8u + 4u * 48u);
-    EXPECT_TRUE(lines[0] == " m_u " && lines[5] == " m_v " && lines[10] == " m_srs_ri_sequence ");
+    const std::string text(std::istreambuf_iterator<char>(trace), {});
+    EXPECT_EQ(std::count(text.begin(), text.end(), '\n'), 3 + 2 * 4 + 4 * 48);
 }
 
 } // namespace
