@@ -60,7 +60,7 @@ struct waveform_t
     std::vector<transform_t> channel_transforms;
 };
 
-/// A PDSCH of 273 RBs and 256QAM in every slot, over SS/PBCH blocks.
+/// A PDSCH of 273 RBs and 256QAM in every slot, behind a PDCCH and round SS/PBCH blocks and CSI-RS.
 std::vector<std::string> full_cell(const std::string& enable_coding)
 {
     return {"carrier[0].dl_ssb.enable=true", "carrier[0].dl_pdsch[0].mcs_table=TABLE_5_1_3_1_2",

@@ -164,8 +164,8 @@ TEST(pdsch, every_mcs_of_every_table_is_decoded)
     }
 }
 
-// Two channels in slots of their own on 20 MHz, normal prefix and extended, in one bandwidth part or in two, over an
-// SS/PBCH block: every cell holds what it must, and the bits are those of the channel's sequence.
+// Two channels in slots of their own on 20 MHz, round CSI-RS of every row, with extended prefix, in two bandwidth parts
+// and over an SS/PBCH block: every cell holds what it must, and the bits are those of the channel's sequence.
 TEST(pdsch, random_settings_arrive_bit_by_bit)
 {
     std::mt19937 random(2);
@@ -174,12 +174,16 @@ TEST(pdsch, random_settings_arrive_bit_by_bit)
         one_channel_a_slot_t waveform(2);
         const auto up_to = [&](unsigned int last) { return std::to_string(random() % (last + 1)); };
         nr_test::take(waveform, {"carrier[0].ncell_id=" + up_to(1007)});
+        if (i % 3 == 0)
+            nr_test::take(waveform, {"carrier[0].dl_csirs[0].table_idx=" + std::to_string(1 + i / 3 % 18),
+                                     "carrier[0].dl_csirs[0].l0=" + std::to_string(5 + i / 3 % 6),
+                                     "carrier[0].dl_csirs[0].enable=true"});
         if (i % 3 == 1)
             nr_test::take(waveform,
                           {"carrier[0].numerology=LIB_NR_SCS_60K", "carrier[0].dl_bwp[0].cp_type=LIB_NR_EXTEND_CP"});
         if (i % 3 == 2)
             nr_test::take(waveform,
-                          {"carrier[0].dl_ssb.enable=true", "add carrier[0].dl_bwp",
+                          {"carrier[0].dl_ssb.enable=true", "carrier[0].dl_pdsch[0].bwp_id=0",
                            "carrier[0].dl_bwp[1].bwp_rb_start=7", "carrier[0].dl_bwp[1].bwp_rb_size=" + up_to(44),
                            "carrier[0].dl_pdsch[1].bwp_id=1"});
         for (unsigned int index = 0; index < 2; ++index)
@@ -196,7 +200,7 @@ TEST(pdsch, random_settings_arrive_bit_by_bit)
                 const std::size_t size = is_coded ? transport_block_size(channel) : received.bits.size();
                 bits_t expected;
                 source.generate(static_cast<unsigned int>(size), expected);
-                if (std::isnan(received.error)) // no DMRS, or none beside the SS/PBCH block
+                if (std::isnan(received.error)) // no DMRS, or none beside what others hold
                     continue;
                 EXPECT_LT(received.error, 1e-6) << i << ' ' << slot;
                 const auto block = is_coded ? nr_test::decode_sch({channel}, {received}) : std::optional(received.bits);
