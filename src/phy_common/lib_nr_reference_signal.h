@@ -17,7 +17,7 @@ namespace vek::nr_mod_lib
 /// format 2 (clause 6.4.1.3.2.1) have neither `n_scid` nor `group_term`, which is floor(lambda / 2).
 NR_MOD_LIB_EXPORT unsigned int lib_nr_dmrs_initial_value(unsigned int symbol_in_frame, unsigned int n_id,
                                                          unsigned int n_scid = 0, unsigned int group_term = 0);
-/// CSI-RS, clause 7.4.1.5.2; n_ID is below 1024.
+/// CSI-RS, clause 7.4.1.5.2; n_ID is below 1024 there, any number is taken here.
 NR_MOD_LIB_EXPORT unsigned int lib_nr_csirs_initial_value(unsigned int symbol_in_frame, unsigned int n_id);
 /// PRS, clause 7.4.1.7.2; n_ID is below 4096.
 NR_MOD_LIB_EXPORT unsigned int lib_nr_prs_initial_value(unsigned int symbol_in_frame, unsigned int n_id);

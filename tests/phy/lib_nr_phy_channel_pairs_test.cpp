@@ -108,6 +108,7 @@ TEST(channel_pairs, meet_as_told)
                   {LIB_NR_RESOURCE_MAPPING_CSIRS, LIB_NR_RESOURCE_MAPPING_PDSCH}});
     expect_pairs({"carrier[0].carrier_type=LIB_NR_UPLINK", narrow, "carrier[0].baseband_filter=false"},
                  {{LIB_NR_RESOURCE_MAPPING_PUCCH, "ul_pucch", {"first_symbol=5", "enable=true"}},
+                  {LIB_NR_RESOURCE_MAPPING_PUSCH, "ul_pusch", type_b},
                   {LIB_NR_RESOURCE_MAPPING_SRS, "ul_srs", {"l_offset=8", "enable=true"}}},
                  {{LIB_NR_RESOURCE_MAPPING_PUCCH, LIB_NR_RESOURCE_MAPPING_PUCCH}});
 }
