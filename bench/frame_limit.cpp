@@ -63,8 +63,15 @@ struct waveform_t
 /// A PDSCH of 273 RBs and 256QAM in every slot, behind a PDCCH and round SS/PBCH blocks and CSI-RS.
 std::vector<std::string> full_cell(const std::string& enable_coding)
 {
-    return {"carrier[0].dl_ssb.enable=true", "carrier[0].dl_pdsch[0].mcs_table=TABLE_5_1_3_1_2",
-            "carrier[0].dl_pdsch[0].mcs=27", "carrier[0].dl_pdsch[0].enable_coding=" + enable_coding,
+    return {"carrier[0].dl_ssb.enable=true",
+            "carrier[0].dl_csirs[0].slot_allocation=0:19",
+            "carrier[0].dl_csirs[0].enable=true",
+            "carrier[0].dl_dci[0].slot_allocation=0:19",
+            "carrier[0].dl_dci[0].enable=true",
+            "carrier[0].dl_pdsch[0].first_symbol=1",
+            "carrier[0].dl_pdsch[0].mcs_table=TABLE_5_1_3_1_2",
+            "carrier[0].dl_pdsch[0].mcs=27",
+            "carrier[0].dl_pdsch[0].enable_coding=" + enable_coding,
             "carrier[0].dl_pdsch[0].enable=true"};
 }
 
