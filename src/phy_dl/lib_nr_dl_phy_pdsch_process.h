@@ -1,6 +1,5 @@
 #pragma once
 
-#include "common/lib_test_peer.h"
 #include "common/nr_mod_lib_export.h"
 #include "phy_dl/lib_nr_phy_sch_process.h"
 
@@ -26,8 +25,6 @@ public:
     void set_tb_scaling(lib_nr_sch_tb_scaling_t scaling) { m_tb_scaling = 1.0 / (1u << scaling); }
 
 private:
-    friend struct vek::test_peer_t<lib_nr_dl_phy_pdsch_process_t>;
-
     void _phy_sch_caculate_g(unsigned int port, unsigned int slot) override;
     void _phy_sch_view_re_map(unsigned int slot, const rb_list_t& rb_list) override;
     void _phy_sch_encode_re_map(unsigned int port, unsigned int slot, const rb_list_t& rb_list) override;

@@ -459,7 +459,8 @@ void lib_nr_phy_sch_process_t::_append_rb_runs(const rb_list_t& rb_list, unsigne
         const std::size_t first = i;
         while (++i < rb_list.size() && rb_list[i] == rb_list[i - 1] + 1) {
         }
-        runs.push_back({symbol, (static_cast<std::int32_t>(rb_list[first]) + shift) * 12,
+        const auto first_rb = static_cast<std::int32_t>(rb_list[first]) + shift;
+        runs.push_back({symbol, first_rb * static_cast<std::int32_t>(k_subcarriers_per_rb),
                         static_cast<std::uint32_t>(i - first) * k_subcarriers_per_rb});
     }
 }

@@ -1,6 +1,5 @@
 #pragma once
 
-#include "common/lib_test_peer.h"
 #include "common/nr_mod_lib_export.h"
 #include "phy/lib_nr_resource_manager.h"
 #include "phy_common/lib_nr_ldpc_coding.h"
@@ -294,9 +293,6 @@ protected:
     unsigned int m_pn_seed = std::numeric_limits<unsigned int>::max();
     std::vector<unsigned int> m_dmrs_symbols;
     rb_list_t m_rb_list;
-
-private:
-    friend struct vek::test_peer_t<lib_nr_phy_sch_process_t>;
 };
 
 } // namespace vek::nr_mod_lib
