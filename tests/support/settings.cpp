@@ -29,24 +29,27 @@ std::string value_of(cfg_nr_waveform_t& waveform, const std::string& path)
     return target.leaf ? target.leaf->read(target.facade) : target.figure->read(target.facade);
 }
 
-void run_rows(cfg_nr_waveform_t& waveform, const std::vector<setting_row_t>& rows)
+void run_rows(cfg_nr_waveform_t& waveform, const std::vector<setting_row_t>& rows, const std::string& facade)
 {
     for (const setting_row_t& row : rows) {
-        SCOPED_TRACE(std::string(row.path) + (row.asked ? std::string(" = ") + row.asked : std::string()));
+        std::string path = row.path;
+        if (!facade.empty() && path.find_first_of(".[= ") == std::string::npos)
+            path.insert(0, facade + '.');
+        SCOPED_TRACE(path + (row.asked ? std::string(" = ") + row.asked : std::string()));
         if (!row.stored) {
-            take(waveform, {row.path});
+            take(waveform, {path});
             continue;
         }
         const captured_output_t output;
         if (row.asked) {
-            const nrwave::target_t target = nrwave::resolve(waveform, row.path);
+            const nrwave::target_t target = nrwave::resolve(waveform, path);
             ASSERT_NE(target.leaf, nullptr);
             EXPECT_EQ(target.leaf->write(target.facade, row.asked), std::optional(row.changed));
             if (row.printed) {
                 EXPECT_EQ(output.text(), row.printed);
             }
         }
-        EXPECT_EQ(value_of(waveform, row.path), row.stored);
+        EXPECT_EQ(value_of(waveform, path), row.stored);
     }
 }
 

@@ -34,7 +34,9 @@ struct setting_row_t
     const char* printed = nullptr; ///< what it prints, to the letter, where the row looks at that
 };
 
-/// Runs rows in their order, each on what the rows before it left. A row that fails names itself.
-void run_rows(vek::nr_mod_lib::cfg_nr_waveform_t& waveform, const std::vector<setting_row_t>& rows);
+/// Runs rows in their order, each on what the rows before it left. A row that fails names itself. A path that is the
+/// bare name of a setting stands for one of the façade at `facade`.
+void run_rows(vek::nr_mod_lib::cfg_nr_waveform_t& waveform, const std::vector<setting_row_t>& rows,
+              const std::string& facade = {});
 
 } // namespace nr_test
