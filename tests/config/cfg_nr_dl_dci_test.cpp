@@ -12,42 +12,43 @@ TEST(dl_dci_facade, settings_read_back_as_they_were_corrected)
 {
     nr_test::waveform_of_t waveform({"carrier[0].dl_bwp[0].coreset_number=2"});
     nr_test::run_rows(
-        waveform, {
+        waveform,
+        {
 
-                      {"carrier[0].dl_dci[0].pwr_boosting", "-41", "-40", true},
-                      {"carrier[0].dl_dci[0].dmrs_pwr_boosting", "99", "40", true},
-                      {"carrier[0].dl_dci[0].scrambling_id", "-7", "-1", false},
-                      {"carrier[0].dl_dci[0].scrambling_id", "65536", "65535", true},
-                      {"carrier[0].dl_dci[0].rnti", "65536", "65535", true},
-                      {"carrier[0].dl_dci[0].crnti", "70000", "65535", true},
-                      {"carrier[0].dl_dci[0].allocated_candidate", "1", "0", false}, // of 1
-                      {"carrier[0].dl_dci[0].candidates_num", "LIB_NR_DCI_CANDIDATE_8", "LIB_NR_DCI_CANDIDATE_8", true},
-                      {"carrier[0].dl_dci[0].allocated_candidate", "9", "7", true},
-                      {"carrier[0].dl_dci[0].candidates_num", "LIB_NR_DCI_CANDIDATE_3", "LIB_NR_DCI_CANDIDATE_3", true},
-                      {"carrier[0].dl_dci[0].allocated_candidate", nullptr, "2"},
-                      {"carrier[0].dl_dci[0].slot_allocation", "3,20,19", "3,19", true},
-                      {"carrier[0].dl_dci[0].slot_allocation", "20", "3,19", false},
-                      {"carrier[0].dl_dci[0].data_block_size", "0", "1", true},
-                      {"carrier[0].dl_dci[0].data_block_size", "1000", "408", true}, // 4 CCEs
-                      {"carrier[0].dl_dci[0].aggregation_level", "LIB_NR_DCI_AGGREGATION_LEVEL_8",
-                       "LIB_NR_DCI_AGGREGATION_LEVEL_8", true},
-                      {"carrier[0].dl_dci[0].data_block_size", "1000", "488", true},
-                      {"carrier[0].dl_dci[0].aggregation_level", "LIB_NR_DCI_AGGREGATION_LEVEL_1",
-                       "LIB_NR_DCI_AGGREGATION_LEVEL_1", true},
-                      {"carrier[0].dl_dci[0].data_block_size", "1000", "84", true},
-                      {"carrier[0].dl_dci[0].data_source_custom", "1 0,1", "1 0,1", true},
-                      {"carrier[0].dl_dci[0].start_symbol_within_slot", "14", "13", true},
-                      {"carrier[0].dl_bwp[1].coreset[1].duration", "3", "3", true},
-                      {"carrier[0].dl_dci[0].start_symbol_within_slot", nullptr, "11"},
-                      {"carrier[0].dl_dci[0].coreset_id", "0", "1", false},
-                      {"carrier[0].dl_dci[0].coreset_id", "3", "3", true}, // though it does not count
-                      {"carrier[0].dl_dci[0].bwp_id", "9", "0", true,
-                       "lib_nr_carrier_configure_manager_t::set_dl_dci_bwp_id : Error bwp id\n"},
-                      {"carrier[0].dl_dci[0].coreset_id", nullptr, "0"},
-                      {"carrier[0].dl_dci[0].coreset_id", "2", "2", true},
-                      {"carrier[0].dl_bwp[0].coreset_number", "1", "1", true},
-                      {"carrier[0].dl_dci[0].coreset_id", nullptr, "0"},
-                  });
+            {"pwr_boosting", "-41", "-40", true},
+            {"dmrs_pwr_boosting", "99", "40", true},
+            {"scrambling_id", "-7", "-1", false},
+            {"scrambling_id", "65536", "65535", true},
+            {"rnti", "65536", "65535", true},
+            {"crnti", "70000", "65535", true},
+            {"allocated_candidate", "1", "0", false}, // of 1
+            {"candidates_num", "LIB_NR_DCI_CANDIDATE_8", "LIB_NR_DCI_CANDIDATE_8", true},
+            {"allocated_candidate", "9", "7", true},
+            {"candidates_num", "LIB_NR_DCI_CANDIDATE_3", "LIB_NR_DCI_CANDIDATE_3", true},
+            {"allocated_candidate", nullptr, "2"},
+            {"slot_allocation", "3,20,19", "3,19", true},
+            {"slot_allocation", "20", "3,19", false},
+            {"data_block_size", "0", "1", true},
+            {"data_block_size", "1000", "408", true}, // 4 CCEs
+            {"aggregation_level", "LIB_NR_DCI_AGGREGATION_LEVEL_8", "LIB_NR_DCI_AGGREGATION_LEVEL_8", true},
+            {"data_block_size", "1000", "488", true},
+            {"aggregation_level", "LIB_NR_DCI_AGGREGATION_LEVEL_1", "LIB_NR_DCI_AGGREGATION_LEVEL_1", true},
+            {"data_block_size", "1000", "84", true},
+            {"data_source_custom", "1 0,1", "1 0,1", true},
+            {"start_symbol_within_slot", "14", "13", true},
+            {"carrier[0].dl_bwp[1].coreset[1].duration", "3", "3", true},
+            {"start_symbol_within_slot", nullptr, "11"},
+            {"coreset_id", "0", "1", false},
+            {"coreset_id", "3", "3", true}, // though it does not count
+            {"coreset_id", "4", "1", true},
+            {"coreset_id", "3", "3", true},
+            {"bwp_id", "9", "0", true, "lib_nr_carrier_configure_manager_t::set_dl_dci_bwp_id : Error bwp id\n"},
+            {"coreset_id", nullptr, "0"},
+            {"coreset_id", "2", "2", true},
+            {"carrier[0].dl_bwp[0].coreset_number", "1", "1", true},
+            {"coreset_id", nullptr, "0"},
+        },
+        "carrier[0].dl_dci[0]");
 }
 
 TEST(dl_dci_facade, levels_and_search_spaces_go_by_the_groups_of_the_coreset)

@@ -131,6 +131,12 @@ TEST(carrier_manager, a_new_type_or_ntn_mode_starts_anew_but_for_the_timing_offs
         EXPECT_EQ(carrier.get_dl_ssb().get_pss_power_boosting(), 0.0);
         EXPECT_EQ(carrier.get_dl_ssb().get_radio_frequency(), 1e9);
     };
+    const auto expect_duplex = [&](lib_nr_duplex_type_t type) {
+        EXPECT_EQ(carrier.get_dl_tm().get_duplex_type(), type);
+        EXPECT_EQ(carrier.get_dl_frc().get_duplex_type(), type);
+        EXPECT_EQ(carrier.get_ul_frc().get_duplex_type(), type);
+        EXPECT_EQ(carrier.get_ul_rmc().get_duplex_type(), type);
+    };
     touch();
     EXPECT_FALSE(carrier.set_carrier_type(LIB_NR_DOWNLINK));
     EXPECT_EQ(carrier.get_ul_sch_number(), 2U);
@@ -142,13 +148,15 @@ TEST(carrier_manager, a_new_type_or_ntn_mode_starts_anew_but_for_the_timing_offs
     EXPECT_TRUE(carrier.set_nr_ntn(true));
     EXPECT_EQ(carrier.get_carrier_type(), LIB_NR_DOWNLINK);
     expect_fresh();
-    EXPECT_EQ(carrier.get_dl_tm().get_duplex_type(), LIB_NR_DUPLEX_TYPE_FDD);
-    EXPECT_EQ(carrier.get_dl_frc().get_duplex_type(), LIB_NR_DUPLEX_TYPE_FDD);
-    EXPECT_EQ(carrier.get_ul_frc().get_duplex_type(), LIB_NR_DUPLEX_TYPE_FDD);
-    EXPECT_EQ(carrier.get_ul_rmc().get_duplex_type(), LIB_NR_DUPLEX_TYPE_FDD);
+    expect_duplex(LIB_NR_DUPLEX_TYPE_FDD);
     touch();
     EXPECT_FALSE(carrier.set_nr_ntn(true));
     EXPECT_EQ(carrier.get_ul_sch_number(), 2U);
+    carrier.set_carrier_type(LIB_NR_UPLINK);
+    expect_duplex(LIB_NR_DUPLEX_TYPE_FDD);
+    EXPECT_FALSE(carrier.get_dl_tm().set_nr_ntn(true));
+    EXPECT_TRUE(carrier.set_nr_ntn(false));
+    expect_duplex(LIB_NR_DUPLEX_TYPE_TDD);
 }
 
 TEST(carrier_manager, lists_keep_their_smallest_size)

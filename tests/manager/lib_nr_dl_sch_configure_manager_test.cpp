@@ -1,6 +1,7 @@
 #include "manager/lib_nr_dl_sch_configure_manager.h"
 
 #include "manager/lib_nr_dl_bwp_configure_manager.h"
+#include "manager/lib_nr_dl_csirs_configure_manager.h"
 #include "manager/lib_nr_phy_numerology_configure_manager.h"
 #include "support/captured_output.h"
 
@@ -102,6 +103,24 @@ TEST(dl_sch_manager, groups_of_resource_blocks_lie_on_multiples_of_their_size)
     EXPECT_EQ(offered, 2 * 144 + 131);
     EXPECT_EQ(sch.get_rbg_size_list(0), std::vector{LIB_NR_SCH_RBG_SIZE_2});
     EXPECT_EQ(sch.get_rbg_size_list(276), std::vector{LIB_NR_SCH_RBG_SIZE_2});
+}
+
+TEST(dl_sch_manager, antenna_ports_never_leave_all_antennas_silent)
+{
+    using sch_ports_t = std::vector<lib_nr_antenna_port_t>;
+    constexpr auto none = LIB_NR_ANTENNA_PORT_NONE;
+    lib_nr_dl_sch_configure_manager_t sch(bwp_of(LIB_NR_SCS_30K));
+    EXPECT_FALSE(sch.set_antenna_port({LIB_NR_ANTENNA_PORT_0}, 1));
+    EXPECT_TRUE(sch.set_antenna_port({LIB_NR_ANTENNA_PORT_2, LIB_NR_ANTENNA_PORT_0, LIB_NR_ANTENNA_PORT_0}, 2));
+    EXPECT_EQ(sch.get_antenna_port(), (sch_ports_t{none, LIB_NR_ANTENNA_PORT_0}));
+    EXPECT_TRUE(sch.set_antenna_port({LIB_NR_ANTENNA_PORT_3}, 3));
+    EXPECT_EQ(sch.get_antenna_port(), (sch_ports_t{LIB_NR_ANTENNA_PORT_0, none, none}));
+
+    lib_nr_dl_csirs_configure_manager_t csirs(bwp_of(LIB_NR_SCS_30K));
+    EXPECT_TRUE(csirs.set_antenna_port({CSIRS_ANTENNA_PORT3, CSIRS_ANTENNA_PORT4}, 2));
+    EXPECT_EQ(csirs.get_antenna_port(), (std::vector<csirs_antenna_port_t>{CSIRS_ANTENNA_PORT3, CSIRS_ANTENNA_NONE}));
+    EXPECT_TRUE(csirs.set_antenna_port({CSIRS_ANTENNA_PORT3}, 0));
+    EXPECT_TRUE(csirs.get_antenna_port().empty());
 }
 
 TEST(dl_sch_manager, a_dmrs_position_that_is_none_is_told)

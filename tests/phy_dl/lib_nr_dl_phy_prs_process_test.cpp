@@ -143,28 +143,36 @@ TEST(prs, steps_round_symbols_of_ssb_and_marks_whole_resource_blocks)
 TEST(prs, settings_keep_to_their_limits)
 {
     nr_test::waveform_of_t waveform({});
-    nr_test::run_rows(
-        waveform,
-        {{"carrier[0].dl_prs[0].rb_number", "10", "10", true},
-         {"carrier[0].dl_prs[0].enable", "true", "false", false},
-         {"carrier[0].dl_prs[0].rb_number", "400", "273", true},
-         {"carrier[0].dl_prs[0].rb_offset", "400", "249", true},
-         {"carrier[0].dl_prs[0].rb_number", nullptr, "24"},
-         {"carrier[0].dl_prs[0].enable", "true", "true", true},
-         {"carrier[0].dl_prs[0].comb_size", "LIB_NR_PRS_COMB_SIZE_12", "LIB_NR_PRS_COMB_SIZE_12", true},
-         {"carrier[0].dl_prs[0].symbol_number", nullptr, "LIB_NR_PRS_SYMBOL_NUMBER_4"},
-         {"carrier[0].dl_prs[0].symbol_number", "LIB_NR_PRS_SYMBOL_NUMBER_6", "LIB_NR_PRS_SYMBOL_NUMBER_12", true},
-         {"carrier[0].dl_prs[0].symbol_offset", "9", "2", true},
-         {"carrier[0].dl_prs[0].periodicity", "11", "8", true},
-         {"carrier[0].dl_prs[0].set_slot_offset", "9", "7", true},
-         {"carrier[0].dl_prs[0].slot_offset", "1", "0", false},
-         {"carrier[0].dl_prs[0].muting_option_1", "101", "1010", true},
-         {"carrier[0].dl_prs[0].muting_option_2", "101", "1", true},
-         {"carrier[0].dl_prs[0].reptition_factor", "LIB_NR_PRS_REPTITION_FACTOR_2", "LIB_NR_PRS_REPTITION_FACTOR_2",
-          true},
-         {"carrier[0].dl_prs[0].muting_option_2", nullptr, "10"},
-         {"carrier[0].dl_prs[0].numerology", "LIB_NR_SCS_240K", "LIB_NR_SCS_240K", true},
-         {"carrier[0].dl_prs[0].enable", nullptr, "false"}});
+    nr_test::run_rows(waveform,
+                      {{"rb_number", "10", "10", true},
+                       {"enable", "true", "false", false},
+                       {"rb_number", "400", "273", true},
+                       {"rb_offset", "400", "249", true},
+                       {"rb_number", nullptr, "24"},
+                       {"enable", "true", "true", true},
+                       {"comb_size", "LIB_NR_PRS_COMB_SIZE_12", "LIB_NR_PRS_COMB_SIZE_12", true},
+                       {"symbol_number", nullptr, "LIB_NR_PRS_SYMBOL_NUMBER_4"},
+                       {"symbol_number", "LIB_NR_PRS_SYMBOL_NUMBER_6", "LIB_NR_PRS_SYMBOL_NUMBER_12", true},
+                       {"symbol_offset", "9", "2", true},
+                       {"periodicity", "11", "8", true},
+                       {"set_slot_offset", "9", "7", true},
+                       {"slot_offset", "1", "0", false},
+                       {"muting_option_1", "101", "1010", true},
+                       {"muting_option_2", "101", "1", true},
+                       {"reptition_factor", "LIB_NR_PRS_REPTITION_FACTOR_2", "LIB_NR_PRS_REPTITION_FACTOR_2", true},
+                       {"muting_option_2", nullptr, "10"},
+                       {"numerology", "LIB_NR_SCS_240K", "LIB_NR_SCS_240K", true},
+                       {"enable", nullptr, "false"}},
+                      "carrier[0].dl_prs[0]");
+    nr_test::waveform_of_t narrowed({"carrier[0].numerology[0].rb_size=100"});
+    nr_test::run_rows(narrowed,
+                      {{"rb_number", nullptr, "100"},
+                       {"carrier[0].numerology[0].rb_start=40"},
+                       {"rb_offset", nullptr, "40"},
+                       {"carrier[0].numerology[0].rb_start=0"},
+                       {"carrier[0].numerology[0].rb_size=51"},
+                       {"rb_offset", nullptr, "27"}}, // 24 RBs below the end
+                      "carrier[0].dl_prs[0]");
 }
 
 } // namespace
