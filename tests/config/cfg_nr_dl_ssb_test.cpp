@@ -23,43 +23,71 @@ TEST(ssb_facade, settings_read_back_as_they_were_corrected)
     nr_test::run_rows(
         waveform,
         {
-            {"carrier[0].dl_ssb.enable", "true", "true", true},
-            {"carrier[0].dl_ssb.enable", "true", "true", false},
-            {"carrier[0].dl_ssb.ssb_pattern", "NR_SSB_CASE_C", "NR_SSB_CASE_C", true},
-            {"carrier[0].dl_ssb.ssb_pattern", "NR_SSB_CASE_E", "NR_SSB_CASE_C", false},
-            {"carrier[0].dl_ssb.pss_power_boosting", "40.5", "40", true},
-            {"carrier[0].dl_ssb.pss_power_boosting", "-99", "-40", true},
-            {"carrier[0].dl_ssb.periodicity", "LIB_NR_SSB_20MS_PERIODICITY", "LIB_NR_SSB_20MS_PERIODICITY", true},
-            {"carrier[0].dl_ssb.half_frame_idx", "200", "1", true},
-            {"carrier[0].dl_ssb.active_idx", "1, 3", "1,3", true},
-            {"carrier[0].dl_ssb.power_boosting", "9,-3,9,41", "0.00,-3.00,0.00,40.00", true},
-            {"carrier[0].dl_ssb.lmax", "LIB_NR_LMAX_8", "LIB_NR_LMAX_4", false}, // and back to the default lists
-            {"carrier[0].dl_ssb.active_idx", "0,1,2,3", "0,1,2,3", false},
-            {"carrier[0].dl_ssb.rb_offset", "100", "100", true},
-            {"carrier[0].dl_ssb.rb_offset", "600", "506", true},
-            {"carrier[0].dl_ssb.rb_offset", "505", "505", true},
-            {"carrier[0].dl_ssb.kssb", "13", "12", true},
-            {"carrier[0].dl_ssb.ssb_subcarrier_offset", "12", "12", false},
-            {"carrier[0].dl_ssb.ssb_subcarrier_offset", "32", "31", true},
-            {"carrier[0].dl_ssb.kssb", "12", "12", false}, // the offset follows all the same
-            {"carrier[0].dl_ssb.ssb_subcarrier_offset", "12", "12", false},
-            {"carrier[0].dl_ssb.dmrs_typea_position", "0", "2", false},
-            {"carrier[0].dl_ssb.dmrs_typea_position", "7", "3", true},
-            {"carrier[0].dl_ssb.pdcch_config_sib1", "256", "255", true},
-            {"carrier[0].dl_ssb.cell_barred", "true", "true", true},
-            {"carrier[0].dl_ssb.intra_frequency_reselection", "true", "true", true},
-            {"carrier[0].dl_ssb.coding", "false", "false", true},
-            {"carrier[0].dl_ssb.data_source", "LIB_NR_PN15", "LIB_NR_PN9", false}, // the MIB is automatic
-            {"carrier[0].dl_ssb.auto_cofig_mib", "false", "false", true},
-            {"carrier[0].dl_ssb.data_source", "LIB_NR_PN15", "LIB_NR_PN15", true},
-            {"carrier[0].dl_ssb.data_source_custom", "1 0,1", "101", true},
-            {"carrier[0].dl_ssb.data_source_custom", "", "101", false},
-            {"carrier[0].dl_ssb.numerology", "LIB_NR_SCS_15K", "LIB_NR_SCS_30K",
-             false}, // not enabled; all follows the numerology anew
-            {"carrier[0].dl_ssb.rb_offset", "253", "253", false},
-            {"carrier[0].dl_ssb.ssb_pattern", "NR_SSB_CASE_B", "NR_SSB_CASE_B", false},
-            {"carrier[0].dl_ssb.enable", "false", "false", true},
-        });
+            {"enable", "true", "true", true},
+            {"enable", "true", "true", false},
+            {"ssb_pattern", "NR_SSB_CASE_C", "NR_SSB_CASE_C", true},
+            {"ssb_pattern", "NR_SSB_CASE_E", "NR_SSB_CASE_C", false},
+            {"pss_power_boosting", "40.5", "40", true},
+            {"pss_power_boosting", "-99", "-40", true},
+            {"periodicity", "LIB_NR_SSB_20MS_PERIODICITY", "LIB_NR_SSB_20MS_PERIODICITY", true},
+            {"half_frame_idx", "200", "1", true},
+            {"active_idx", "1, 3", "1,3", true},
+            {"power_boosting", "9,-3,9,41", "0.00,-3.00,0.00,40.00", true},
+            {"lmax", "LIB_NR_LMAX_8", "LIB_NR_LMAX_4", false}, // and back to the default lists
+            {"active_idx", "0,1,2,3", "0,1,2,3", false},
+            {"rb_offset", "100", "100", true},
+            {"rb_offset", "600", "506", true},
+            {"rb_offset", "505", "505", true},
+            {"kssb", "13", "12", true},
+            {"ssb_subcarrier_offset", "12", "12", false},
+            {"ssb_subcarrier_offset", "32", "31", true},
+            {"kssb", "12", "12", false}, // the offset follows all the same
+            {"ssb_subcarrier_offset", "12", "12", false},
+            {"dmrs_typea_position", "0", "2", false},
+            {"dmrs_typea_position", "7", "3", true},
+            {"pdcch_config_sib1", "256", "255", true},
+            {"cell_barred", "true", "true", true},
+            {"intra_frequency_reselection", "true", "true", true},
+            {"coding", "false", "false", true},
+            {"data_source", "LIB_NR_PN15", "LIB_NR_PN9", false}, // the MIB is automatic
+            {"auto_cofig_mib", "false", "false", true},
+            {"data_source", "LIB_NR_PN15", "LIB_NR_PN15", true},
+            {"data_source_custom", "1 0,1", "101", true},
+            {"data_source_custom", "", "101", false},
+            {"numerology", "LIB_NR_SCS_15K", "LIB_NR_SCS_30K", false}, // not enabled; all follows the numerology anew
+            {"rb_offset", "253", "253", false},
+            {"ssb_pattern", "NR_SSB_CASE_B", "NR_SSB_CASE_B", false},
+            {"enable", "false", "false", true},
+        },
+        "carrier[0].dl_ssb");
+}
+
+TEST(ssb_facade, lists_and_half_frame_keep_to_lmax_and_periodicity)
+{
+    nr_test::waveform_of_t waveform({"radio_frequency=3500000000"}); // Lmax 8
+    nr_test::run_rows(waveform,
+                      {{"active_idx", "0, 2", "0,2", true},
+                       {"power_boosting", "1,2,3,4,5,6,7,8", "1.00,0.00,3.00,0.00,0.00,0.00,0.00,0.00", true},
+                       {"power_boosting", "1,9,3", "1.00,0.00,3.00,0.00,0.00,0.00,0.00,0.00", false},
+                       {"active_idx", "1,2", "1,2", true},
+                       {"power_boosting", "0,-41.5,99", "1.00,-40.00,40.00,0.00,0.00,0.00,0.00,0.00", true},
+                       {"power_boosting", "-1.255", "1.00,0.00,0.00,0.00,0.00,0.00,0.00,0.00", true},
+                       {"power_boosting", "0,nan,nan", "1.00,0.00,0.00,0.00,0.00,0.00,0.00,0.00", false},
+                       {"active_idx", "3,1", "3,1", true},
+                       {"active_idx", "", "3,1", false},
+                       {"active_idx", "8", "3,1", false},
+                       {"active_idx", "-1", "3,1", false},
+                       {"active_idx", "rubbish", "3,1", false},
+                       {"active_idx", "3,1", "3,1", false},
+                       {"active_idx", "6:99", "6,7", true},
+                       {"half_frame_idx", "7", "1", true},
+                       {"periodicity", "LIB_NR_SSB_5MS_PERIODICITY", "LIB_NR_SSB_5MS_PERIODICITY", true},
+                       {"half_frame_idx", nullptr, "255"},
+                       {"half_frame_idx", "0", "255", false},
+                       {"periodicity", "LIB_NR_SSB_160MS_PERIODICITY", "LIB_NR_SSB_160MS_PERIODICITY", true},
+                       {"half_frame_idx", nullptr, "0"}},
+                      "carrier[0].dl_ssb");
+    EXPECT_FALSE(waveform.get_carrier(0)->get_dl_ssb()->set_periodicity(static_cast<lib_ssb_periodicity_t>(0)));
 }
 
 TEST(ssb_facade, moves_between_enabled_numerologies)

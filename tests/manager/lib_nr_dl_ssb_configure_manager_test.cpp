@@ -3,7 +3,6 @@
 #include "manager/lib_nr_phy_numerology_configure_manager.h"
 #include "support/captured_output.h"
 
-#include <cmath>
 #include <gtest/gtest.h>
 #include <limits>
 #include <string>
@@ -34,33 +33,6 @@ lib_nr_dl_ssb_configure_manager_t ssb_at(lib_nr_numerology_type_t spacing, lib_n
 }
 
 const std::string k_limit_line = "ssb-rb_offset reach limitation ,max_rb_offset  = ";
-
-TEST(ssb_manager, starts_disabled_in_the_middle_of_its_numerology)
-{
-    const auto ssb = ssb_at(LIB_NR_SCS_30K, LIB_NR_CHANNEL_FR1_100M);
-    EXPECT_FALSE(ssb.get_enable());
-    EXPECT_EQ(ssb.get_numerology(), LIB_NR_SCS_30K);
-    EXPECT_EQ(ssb.get_ssb_pattern(), NR_SSB_CASE_B);
-    EXPECT_EQ(ssb.get_lmax(), LIB_NR_LMAX_4);
-    EXPECT_EQ(ssb.get_active_idx(), (std::vector<int>{0, 1, 2, 3}));
-    EXPECT_EQ(ssb.get_active_idx_text(), "0,1,2,3");
-    EXPECT_EQ(ssb.get_power_boosting(), std::vector<double>(4, 0.0));
-    EXPECT_EQ(ssb.get_power_boosting_text(), "0.00,0.00,0.00,0.00");
-    EXPECT_EQ(ssb.get_pss_power_boosting(), 0.0);
-    EXPECT_EQ(ssb.get_periodicity(), LIB_NR_SSB_10MS_PERIODICITY);
-    EXPECT_EQ(ssb.get_half_frame_idx(), 0);
-    EXPECT_EQ(ssb.get_rb_offset(), 253u);
-    EXPECT_EQ(ssb.get_kssb(), 0u);
-    EXPECT_TRUE(ssb.get_coding());
-    EXPECT_TRUE(ssb.get_auto_cofig_mib());
-    EXPECT_EQ(ssb.get_data_source_custom_config(), std::vector<unsigned char>{0});
-    EXPECT_EQ(ssb.get_data_source(), LIB_NR_PN9);
-    EXPECT_EQ(ssb.get_ssb_subcarrier_offset(), 0u);
-    EXPECT_EQ(ssb.get_dmrs_typeA_position(), 2u);
-    EXPECT_EQ(ssb.get_pdcch_config_sib1(), 0u);
-    EXPECT_FALSE(ssb.get_cell_barred());
-    EXPECT_FALSE(ssb.get_intra_freq_reselection());
-}
 
 TEST(ssb_manager, init_restores_what_it_lists_and_keeps_the_rest)
 {
@@ -237,53 +209,6 @@ TEST(ssb_manager, offset_and_kssb_keep_the_block_inside)
         EXPECT_EQ(ssb.get_kssb(), row.stored_kssb);
         EXPECT_EQ(ssb.get_ssb_subcarrier_offset(), row.stored_kssb);
     }
-}
-
-TEST(ssb_manager, powers_go_to_the_active_indices)
-{
-    auto ssb = ssb_at(LIB_NR_SCS_30K, LIB_NR_CHANNEL_FR1_20M, 3.5e9);
-    EXPECT_TRUE(ssb.set_active_idx("0, 2"));
-    EXPECT_TRUE(ssb.set_power_boosting("1,2,3,4,5,6,7,8"));
-    EXPECT_EQ(ssb.get_power_boosting(), (std::vector<double>{1, 0, 3, 0, 0, 0, 0, 0}));
-    EXPECT_EQ(ssb.get_power_boosting_text(), "1.00,0.00,3.00,0.00,0.00,0.00,0.00,0.00");
-    EXPECT_FALSE(ssb.set_power_boosting("1,9,3"));
-    EXPECT_TRUE(ssb.set_active_idx("1,2"));
-    EXPECT_TRUE(ssb.set_power_boosting("0,-41.5,99"));
-    EXPECT_EQ(ssb.get_power_boosting_text(), "1.00,-40.00,40.00,0.00,0.00,0.00,0.00,0.00");
-    EXPECT_TRUE(ssb.set_power_boosting("-1.255")); // missing ones are 0
-    EXPECT_EQ(ssb.get_power_boosting_text(), "1.00,0.00,0.00,0.00,0.00,0.00,0.00,0.00");
-    const captured_output_t silence;
-    ssb.set_power_boosting("0,nan,nan");
-    EXPECT_EQ(ssb.get_power_boosting()[1], 0.0);
-}
-
-TEST(ssb_manager, active_indices_stay_below_lmax)
-{
-    auto ssb = ssb_at(LIB_NR_SCS_30K, LIB_NR_CHANNEL_FR1_20M);
-    EXPECT_TRUE(ssb.set_active_idx("3,1"));
-    EXPECT_EQ(ssb.get_active_idx(), (std::vector<int>{3, 1}));
-    for (const char* text : {"", "4", "-1", "rubbish", "3,1"}) {
-        const captured_output_t silence;
-        EXPECT_FALSE(ssb.set_active_idx(text)) << text;
-        EXPECT_EQ(ssb.get_active_idx_text(), "3,1") << text;
-    }
-    EXPECT_TRUE(ssb.set_active_idx("2:99"));
-    EXPECT_EQ(ssb.get_active_idx(), (std::vector<int>{2, 3}));
-}
-
-TEST(ssb_manager, periodicity_leads_the_half_frame)
-{
-    auto ssb = ssb_at(LIB_NR_SCS_30K, LIB_NR_CHANNEL_FR1_20M);
-    EXPECT_TRUE(ssb.set_half_frame_idx(7));
-    EXPECT_EQ(ssb.get_half_frame_idx(), 1);
-    EXPECT_TRUE(ssb.set_periodicity(LIB_NR_SSB_5MS_PERIODICITY));
-    EXPECT_EQ(ssb.get_half_frame_idx(), 255);
-    EXPECT_FALSE(ssb.set_half_frame_idx(0));
-    EXPECT_EQ(ssb.get_half_frame_idx(), 255);
-    EXPECT_TRUE(ssb.set_periodicity(LIB_NR_SSB_160MS_PERIODICITY));
-    EXPECT_EQ(ssb.get_half_frame_idx(), 0);
-    EXPECT_FALSE(ssb.set_periodicity(static_cast<lib_ssb_periodicity_t>(0)));
-    EXPECT_EQ(ssb.get_periodicity(), LIB_NR_SSB_160MS_PERIODICITY);
 }
 
 } // namespace
