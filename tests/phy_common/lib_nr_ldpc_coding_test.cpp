@@ -10,8 +10,6 @@
 #include <gtest/gtest.h>
 
 #include <algorithm>
-#include <array>
-#include <map>
 #include <set>
 #include <stdexcept>
 #include <string>
@@ -72,13 +70,7 @@ unsigned int failed_checks(const graph_t& graph, std::size_t set, std::size_t z,
     return static_cast<unsigned int>(std::count(checks.begin(), checks.end(), 1));
 }
 
-template <class action_t>
-std::string printed(action_t action)
-{
-    const nr_test::captured_output_t output;
-    action();
-    return output.text();
-}
+using nr_test::printed_by;
 
 TEST(lib_nr_ldpc_coding, every_word_meets_every_check_of_the_standard)
 {
@@ -108,30 +100,20 @@ TEST(lib_nr_ldpc_coding, every_word_meets_every_check_of_the_standard)
                               1);
                     ASSERT_EQ(failed_checks(graph, set, z, in, out), 0u);
                     ASSERT_EQ(peer_t::set_index(coder), set);
+                    ASSERT_EQ(peer_t::lengths(coder), std::make_pair(static_cast<unsigned int>(graph.rows * z),
+                                                                     static_cast<unsigned int>(out.size())));
+                    ASSERT_TRUE(coder.deal_ldpc_coding(in, in)); // in place
+                    ASSERT_EQ(in, out);
                 }
             }
         EXPECT_EQ(sizes, 51u);
+        std::set<std::pair<unsigned int, unsigned int>> places;
+        for (const auto& edge : graph.edges) {
+            EXPECT_TRUE(places.emplace(edge.row, edge.column).second);
+            for (std::size_t set = 0; set < 8; ++set)
+                EXPECT_LT(edge.shift[set], *std::ranges::max_element(lib_nr_ldpc_lifting_size_table()[set]));
+        }
     }
-}
-
-TEST(lib_nr_ldpc_coding, zeros_give_zeros_and_one_vector_may_be_input_and_output)
-{
-    lib_nr_ldpc_coding_t coder;
-    EXPECT_EQ(peer_t::lengths(coder), std::make_pair(92u, 132u));
-    bits_t out;
-    bits_t in(22 * 13);
-    std::fill(in.end() - 40, in.end(), static_cast<unsigned char>(255));
-    ASSERT_TRUE(coder.deal_ldpc_coding(in, out));
-    EXPECT_EQ(std::count(out.begin(), out.end(), 255), 40);
-    EXPECT_EQ(std::count(out.begin(), out.end(), 0), 66 * 13 - 40);
-
-    coder.set_base_graph_type(LIB_NR_LDPC_BASE_GRAPH_2);
-    EXPECT_EQ(peer_t::lengths(coder), std::make_pair(42u * 13, 50u * 13));
-    std::mt19937 random(6);
-    bits_t both = nr_test::random_bits(random, 10 * 72);
-    ASSERT_TRUE(coder.deal_ldpc_coding(both, out));
-    ASSERT_TRUE(coder.deal_ldpc_coding(both, both));
-    EXPECT_EQ(both, out);
 }
 
 TEST(lib_nr_ldpc_coding, wrong_input_prints_its_lines_and_changes_nothing)
@@ -150,7 +132,7 @@ TEST(lib_nr_ldpc_coding, wrong_input_prints_its_lines_and_changes_nothing)
     lib_nr_ldpc_coding_t coder;
     const auto refused = [&coder](std::size_t length) {
         bits_t out = {1, 2, 3};
-        const std::string text = printed([&] { EXPECT_FALSE(coder.deal_ldpc_coding(bits_t(length), out)); });
+        const std::string text = printed_by([&] { EXPECT_FALSE(coder.deal_ldpc_coding(bits_t(length), out)); });
         EXPECT_EQ(out, (bits_t{1, 2, 3}));
         return text;
     };
@@ -160,12 +142,12 @@ TEST(lib_nr_ldpc_coding, wrong_input_prints_its_lines_and_changes_nothing)
         EXPECT_EQ(refused(length), size_line + last) << length;
     EXPECT_EQ(peer_t::lengths(coder), std::make_pair(92u, 132u));
 
-    EXPECT_EQ(printed([&] { coder.set_base_graph_type(k_unknown_graph); }), parity_line + output_line);
+    EXPECT_EQ(printed_by([&] { coder.set_base_graph_type(k_unknown_graph); }), parity_line + output_line);
     EXPECT_EQ(peer_t::lengths(coder), std::make_pair(0u, 0u));
     EXPECT_EQ(refused(44), input_line + length_line + last);
-    EXPECT_EQ(
-        printed([] { EXPECT_EQ(&peer_t::matrix(k_unknown_graph, 3), &peer_t::matrix(LIB_NR_LDPC_BASE_GRAPH_1, 0)); }),
-        "lib_nr_ldpc_coding.cpp::get_base_matrix Report : Unknown Base Graph Type!\n");
+    EXPECT_EQ(printed_by(
+                  [] { EXPECT_EQ(&peer_t::matrix(k_unknown_graph, 3), &peer_t::matrix(LIB_NR_LDPC_BASE_GRAPH_1, 0)); }),
+              "lib_nr_ldpc_coding.cpp::get_base_matrix Report : Unknown Base Graph Type!\n");
     EXPECT_THROW(peer_t::matrix(LIB_NR_LDPC_BASE_GRAPH_2, 8), std::out_of_range);
 }
 
@@ -186,7 +168,7 @@ TEST(lib_nr_ldpc_coding, lengths_and_lifting_sizes)
         ASSERT_EQ(lib_nr_ldpc_coding_t::check_lifting_size_value(value), sizes.count(value) != 0);
     }
     EXPECT_FALSE(lib_nr_ldpc_coding_t::check_lifting_size_value(768));
-    EXPECT_EQ(printed([] { EXPECT_EQ(lib_nr_ldpc_coding_t::get_min_lifting_size_value(385), 0u); }),
+    EXPECT_EQ(printed_by([] { EXPECT_EQ(lib_nr_ldpc_coding_t::get_min_lifting_size_value(385), 0u); }),
               "lib_nr_ldpc_coding_t::get_min_ldpc_lifting_size Report : Input Parameter is out of range!\n");
 }
 
@@ -212,19 +194,20 @@ TEST(lib_nr_ldpc_coding, steps_of_the_calculation_serve_any_matrix_and_refuse_wh
                             expected[r * z + k] ^= in[from];
                     }
             bits_t out = in;
-            EXPECT_EQ(printed([&] { deal_ldpc_base_matrix_multiply(matrix, out, z, out); }),
+            EXPECT_EQ(printed_by([&] { deal_ldpc_base_matrix_multiply(matrix, out, z, out); }),
                       length == 3 * z ? "" : misfit);
             EXPECT_EQ(out, expected) << "Z = " << z << ", " << length << " bits";
         }
     }
     bits_t out;
-    EXPECT_EQ(printed([&] { deal_ldpc_base_matrix_multiply({}, {1}, 2, out); }),
+    EXPECT_EQ(printed_by([&] { deal_ldpc_base_matrix_multiply({}, {1}, 2, out); }),
               prefix + "deal_matrix_multiply : Empty Matrix!\n");
     EXPECT_TRUE(out.empty());
 
     const auto refused = [](lib_nr_ldpc_base_graph_type_t graph, unsigned int set, std::size_t length) {
         bits_t core = {1};
-        const std::string text = printed([&] { deal_ldpc_core_matrix_solution(graph, set, 2, bits_t(length), core); });
+        const std::string text =
+            printed_by([&] { deal_ldpc_core_matrix_solution(graph, set, 2, bits_t(length), core); });
         EXPECT_TRUE(core.empty());
         return text;
     };
@@ -236,57 +219,6 @@ TEST(lib_nr_ldpc_coding, steps_of_the_calculation_serve_any_matrix_and_refuse_wh
     }
     EXPECT_EQ(refused(LIB_NR_LDPC_BASE_GRAPH_2, 8, 8), core_prefix + " Report : Unknown Lifting Size Set!\n");
     EXPECT_EQ(refused(k_unknown_graph, 0, 8), core_prefix + " Report : Unknown Base Graph Type!\n");
-}
-
-// The core's columns of the standard's matrix times the solution give back the sums.
-TEST(lib_nr_ldpc_coding, core_solution_solves_the_core_of_every_set)
-{
-    std::mt19937 random(8);
-    for (const graph_t& graph : graphs())
-        for (unsigned int set = 0; set < 8; ++set)
-            for (const unsigned int z : lib_nr_ldpc_lifting_size_table()[set]) {
-                const bits_t sums = nr_test::random_bits(random, std::size_t{4} * z);
-                bits_t core;
-                deal_ldpc_core_matrix_solution(graph.type, set, z, sums, core);
-                ASSERT_EQ(core.size(), sums.size());
-                bits_t back(sums.size());
-                for (const auto& edge : graph.edges)
-                    if (edge.row < 4 && edge.column >= graph.information_columns)
-                        for (std::size_t k = 0; k < z; ++k)
-                            back[edge.row * z + k] ^=
-                                core.at((edge.column - graph.information_columns) * z + (k + edge.shift[set]) % z);
-                EXPECT_EQ(back, sums) << "graph " << graph.type + 1 << ", Z = " << z;
-            }
-}
-
-// What the encoder builds on: the identity behind the core, the double diagonal in it, V below the set's largest Z.
-TEST(lib_nr_ldpc_coding, base_graphs_have_the_structure_that_the_encoder_solves)
-{
-    for (const graph_t& graph : graphs()) {
-        std::map<unsigned int, std::vector<const lib_nr_ldpc_base_graph_row_t*>> columns;
-        std::set<std::pair<unsigned int, unsigned int>> places;
-        for (const auto& edge : graph.edges) {
-            columns[edge.column].push_back(&edge);
-            EXPECT_TRUE(places.emplace(edge.row, edge.column).second);
-            for (std::size_t set = 0; set < 8; ++set)
-                EXPECT_LT(edge.shift[set], *std::max_element(lib_nr_ldpc_lifting_size_table()[set].begin(),
-                                                             lib_nr_ldpc_lifting_size_table()[set].end()));
-        }
-        EXPECT_EQ(columns.size(), graph.information_columns + graph.rows);
-        for (unsigned int row = 4; row < graph.rows; ++row) {
-            const auto& column = columns[graph.information_columns + row];
-            ASSERT_EQ(column.size(), 1u);
-            EXPECT_EQ(column[0]->row, row);
-            EXPECT_EQ(column[0]->shift, (std::array<std::uint16_t, 8>{}));
-        }
-        for (unsigned int i = 1; i < 4; ++i) {
-            const auto& column = columns[graph.information_columns + i];
-            ASSERT_GE(column.size(), 2u);
-            EXPECT_EQ(column[0]->row, i - 1);
-            EXPECT_EQ(column[1]->row, i);
-            EXPECT_EQ(column[0]->shift, column[1]->shift);
-        }
-    }
 }
 
 } // namespace
