@@ -126,23 +126,11 @@ TEST(lib_crest_factor_reduce, reaches_its_target_inside_the_mask)
             const auto [level, peak] = crest_factors(reduced);
             EXPECT_NEAR(level, target, 0.05) << band.used << " subcarriers";
             EXPECT_LT(peak, target + 0.02) << band.used << " subcarriers";
-            EXPECT_LT(evm(reduced, original), target < 8.0 ? 0.045 : 0.025) << target << " dB";
+            EXPECT_LT(evm(reduced, original), target < 8.0 ? 0.045 : 0.02) << target << " dB";
             const auto [inside, outside] = spectrum_peaks(difference(reduced, original), rate, passband / 2.0);
             EXPECT_LT(outside, 1e-11 * inside) << band.used << " subcarriers, blocks of " << band.block_size;
         }
     }
-}
-
-TEST(lib_crest_factor_reduce, default_setting_cuts_a_full_band_signal_to_8_db)
-{
-    const samples_t original = random_ofdm(4096, 3276, 280, 2);
-    EXPECT_NEAR(crest_factors(original).first, 9.6, 0.1);
-    EXPECT_GT(crest_factors(original).second, 11.0);
-    lib_crest_factor_reduce_setting_t setting;
-    setting.init(122.88e6, 122.88e6);
-    const samples_t reduced = reduce(original, 122.88e6, setting);
-    EXPECT_NEAR(crest_factors(reduced).first, 8.0, 0.05);
-    EXPECT_LT(evm(reduced, original), 0.02);
 }
 
 TEST(lib_crest_factor_reduce, correction_has_the_levels_of_the_mask)
@@ -295,6 +283,8 @@ TEST(lib_crest_factor_reduce_setting, keeps_numbers_finite_and_the_mask_sorted)
     lib_crest_factor_reduce_setting_t setting;
     const lib_crest_factor_reduce_setting_t fresh;
     EXPECT_FALSE(setting.is_enable());
+    EXPECT_EQ(setting.get_target_peak_to_average_power_ratio(), 8.0);
+    EXPECT_EQ(setting.get_signal_block_size(), 12288u);
     EXPECT_FALSE(setting.set_target_peak_to_average_power_ratio(nan));
     EXPECT_TRUE(setting.set_target_peak_to_average_power_ratio(infinity));
     EXPECT_EQ(setting.get_target_peak_to_average_power_ratio(), 30.0);
