@@ -110,29 +110,25 @@ TEST_F(channel_cursors, a_bwp_brings_its_first_coreset)
 }
 
 template <class facade_t>
-void expect_carrier_cursor(lib_nr_waveform_configure_manager_t& waveform, nr_test::captured_output_t& output,
-                           const std::string& line)
+void expect_carrier_cursor(lib_nr_waveform_configure_manager_t& waveform, const std::string& name)
 {
-    output.clear();
     facade_t facade(waveform);
+    const nr_test::captured_output_t output;
     EXPECT_TRUE(facade.set_current_carrier_index(1));
     EXPECT_EQ(output.text(), "");
     EXPECT_FALSE(facade.set_current_carrier_index(2));
-    EXPECT_EQ(output.text(), line);
+    EXPECT_EQ(output.text(),
+              name.empty() ? "" : name + "::set_current_carrier_index Report : Carrier index out of range!\n");
     EXPECT_FALSE(facade.get_enable());
 }
 
 TEST_F(channel_cursors, presets)
 {
-    expect_carrier_cursor<cfg_nr_dl_tm_t>(
-        m_waveform, m_output, "cfg_nr_dl_tm_t::set_current_carrier_index Report : Carrier index out of range!\n");
-    expect_carrier_cursor<cfg_nr_dl_frc_t>(
-        m_waveform, m_output, "cfg_nr_dl_frc_t::set_current_carrier_index Report : Carrier index out of range!\n");
-    expect_carrier_cursor<cfg_nr_ul_frc_t>(
-        m_waveform, m_output, "cfg_nr_ul_frc_t::set_current_carrier_index Report : Carrier index out of range!\n");
-    expect_carrier_cursor<cfg_nr_ul_rmc_t>(
-        m_waveform, m_output, "cfg_nr_ul_rmc_t::set_current_carrier_index Report : Carrier index out of range!\n");
-    expect_carrier_cursor<cfg_nr_pucch_test_model_t>(m_waveform, m_output, "");
+    expect_carrier_cursor<cfg_nr_dl_tm_t>(m_waveform, "cfg_nr_dl_tm_t");
+    expect_carrier_cursor<cfg_nr_dl_frc_t>(m_waveform, "cfg_nr_dl_frc_t");
+    expect_carrier_cursor<cfg_nr_ul_frc_t>(m_waveform, "cfg_nr_ul_frc_t");
+    expect_carrier_cursor<cfg_nr_ul_rmc_t>(m_waveform, "cfg_nr_ul_rmc_t");
+    expect_carrier_cursor<cfg_nr_pucch_test_model_t>(m_waveform, "");
 }
 
 } // namespace
