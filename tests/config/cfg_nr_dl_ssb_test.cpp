@@ -119,23 +119,6 @@ TEST(ssb_facade, moves_between_enabled_numerologies)
     EXPECT_EQ(ssb.get_numerology(), LIB_NR_SCS_15K);
 }
 
-TEST(ssb_facade, lmax_follows_the_carriers_own_frequency)
-{
-    const captured_output_t silence;
-    cfg_nr_waveform_t waveform;
-    waveform.set_radio_frequency(2999000000);
-    cfg_nr_carrier_t& carrier = *waveform.get_carrier(0);
-    EXPECT_EQ(carrier.get_dl_ssb()->get_lmax(), LIB_NR_LMAX_4);
-    carrier.set_frequency_offset(1000001);
-    EXPECT_EQ(carrier.get_dl_ssb()->get_lmax(), LIB_NR_LMAX_8);
-    carrier.set_frequency_offset(1000000);
-    EXPECT_EQ(carrier.get_dl_ssb()->get_lmax(), LIB_NR_LMAX_4);
-    waveform.set_radio_frequency(3500000000);
-    EXPECT_EQ(carrier.get_dl_ssb()->get_lmax(), LIB_NR_LMAX_8);
-    EXPECT_FALSE(carrier.get_dl_ssb()->set_lmax(LIB_NR_LMAX_4));
-    EXPECT_EQ(carrier.get_dl_ssb()->get_lmax(), LIB_NR_LMAX_8);
-}
-
 TEST(ssb_facade, stands_on_carriers_that_exist)
 {
     lib_nr_waveform_configure_manager_t waveform;
