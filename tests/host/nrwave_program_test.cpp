@@ -135,13 +135,15 @@ TEST_F(nrwave_program, fails_with_one_line_and_leaves_nothing_behind)
     fs::create_symlink("loop", m_folder / "loop");
     const std::set<std::string> before = files();
 
-    const std::array<std::pair<const char*, const char*>, 38> rows = {{
+    const std::array<std::pair<const char*, const char*>, 40> rows = {{
         {"generate --set nothing=1 -o x", "unknown path nothing"},
         {"generate --set carrier[0].nothing=1 -o x", "unknown path carrier[0].nothing"},
         {"generate --set carrier[1].enable=1 -o x", "index past the end"},
         {"generate --set carrier.enable=1 -o x", "needs an index"},
         {"generate --set carrier[0].dl_ssb[0].enable=1 -o x", "index"},
         {"generate --set carrier[-1].enable=1 -o x", "bad index"},
+        {"generate --set carrier[0].dl_bwp[1].coreset[0].duration=1 -o x", "coreset"},
+        {"generate --set 'copy carrier[0].numerology[0]' -o x", "cannot copy"},
         {"generate --set waveform_length=1 -o x", "follows from other settings"},
         {"generate --set carrier[0].carrier_type=LIB_NR_SIDEWAYS -o x", "enumerators"},
         {"generate --set carrier[0].init_phase=1.5 -o x", "whole number"},
