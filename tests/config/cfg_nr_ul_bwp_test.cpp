@@ -32,6 +32,7 @@ TEST(ul_bwp_facade, limits_follow_the_numerology_of_its_own_spacing)
                                  {"carrier[0].ul_bwp[1].rb_number", "3", "6", false},
                                  {"carrier[0].ul_bwp[0].rb_offset", "1000", "267", true},
                                  {"carrier[0].ul_bwp[2].cp_type", "LIB_NR_EXTEND_CP", "LIB_NR_EXTEND_CP", true},
+                                 {"carrier[0].ul_bwp[2].cp_type", "LIB_NR_EXTEND_CP", "LIB_NR_EXTEND_CP", false},
                                  {"carrier[0].ul_bwp[1].cp_type", nullptr, "LIB_NR_EXTEND_CP"},
                                  {"carrier[0].ul_bwp[0].cp_type", nullptr, "LIB_NR_NORMAL_CP"},
                                  {"carrier[0].ul_bwp[1].numerology", "LIB_NR_SCS_15K", "LIB_NR_SCS_30K", true},

@@ -1,6 +1,6 @@
 #include "manager/lib_nr_dl_bwp_configure_manager.h"
 
-#include "manager/lib_nr_phy_numerology_configure_manager.h"
+#include "support/numerology.h"
 
 #include <gtest/gtest.h>
 
@@ -8,16 +8,7 @@ namespace
 {
 
 using namespace vek::nr_mod_lib;
-
-lib_nr_phy_numerology_configure_manager_t numerology_of(lib_nr_numerology_type_t spacing, unsigned int rb_start,
-                                                        unsigned int rb_size)
-{
-    lib_nr_phy_numerology_configure_manager_t numerology;
-    numerology.set_numerology(spacing, LIB_NR_CHANNEL_FR1_100M);
-    numerology.set_rb_start(rb_start);
-    numerology.set_rb_size(rb_size);
-    return numerology;
-}
+using nr_test::numerology_of;
 
 TEST(lib_nr_dl_bwp_configure_manager, start_wins_against_size)
 {

@@ -1,8 +1,8 @@
 #include "manager/lib_nr_dl_coreset_configure_manager.h"
 
 #include "manager/lib_nr_dl_bwp_configure_manager.h"
-#include "manager/lib_nr_phy_numerology_configure_manager.h"
 #include "support/captured_output.h"
+#include "support/numerology.h"
 
 #include <gtest/gtest.h>
 
@@ -17,9 +17,7 @@ using namespace vek::nr_mod_lib;
 
 lib_nr_dl_coreset_configure_manager_t coreset_in(unsigned int bwp_rb_size)
 {
-    lib_nr_phy_numerology_configure_manager_t numerology;
-    numerology.set_numerology(LIB_NR_SCS_30K, LIB_NR_CHANNEL_FR1_100M);
-    numerology.set_rb_size(bwp_rb_size);
+    const auto numerology = nr_test::numerology_of(LIB_NR_SCS_30K, 0, bwp_rb_size);
     return lib_nr_dl_coreset_configure_manager_t(lib_nr_dl_bwp_configure_manager_t(numerology, 1, false), 1);
 }
 

@@ -2,8 +2,8 @@
 
 #include "manager/lib_nr_dl_bwp_configure_manager.h"
 #include "manager/lib_nr_dl_csirs_configure_manager.h"
-#include "manager/lib_nr_phy_numerology_configure_manager.h"
 #include "support/captured_output.h"
+#include "support/numerology.h"
 
 #include <gtest/gtest.h>
 
@@ -17,9 +17,7 @@ using namespace vek::nr_mod_lib;
 
 lib_nr_dl_bwp_configure_manager_t bwp_of(lib_nr_numerology_type_t numerology)
 {
-    lib_nr_phy_numerology_configure_manager_t entry;
-    entry.set_numerology(numerology, LIB_NR_CHANNEL_FR1_100M);
-    return {entry, 1, false};
+    return {nr_test::numerology_of(numerology), 1, false};
 }
 
 /// TS 38.214 Table 5.1.2.1-1, and as much room as the DMRS of two symbols needs.

@@ -1,6 +1,6 @@
 #include "manager/lib_nr_ul_bwp_configure_manager.h"
 
-#include "manager/lib_nr_phy_numerology_configure_manager.h"
+#include "support/numerology.h"
 
 #include <gtest/gtest.h>
 
@@ -8,16 +8,7 @@ namespace
 {
 
 using namespace vek::nr_mod_lib;
-
-lib_nr_phy_numerology_configure_manager_t numerology_of(lib_nr_numerology_type_t spacing, unsigned int rb_start,
-                                                        unsigned int rb_size)
-{
-    lib_nr_phy_numerology_configure_manager_t numerology;
-    numerology.set_numerology(spacing, LIB_NR_CHANNEL_FR1_100M);
-    numerology.set_rb_start(rb_start);
-    numerology.set_rb_size(rb_size);
-    return numerology;
-}
+using nr_test::numerology_of;
 
 TEST(lib_nr_ul_bwp_configure_manager, takes_name_and_range_from_id_and_numerology)
 {
@@ -65,18 +56,6 @@ TEST(lib_nr_ul_bwp_configure_manager, offset_and_number_stay_in_the_range)
     EXPECT_TRUE(bwp.set_numerology(numerology_of(LIB_NR_SCS_30K, 0, 24)));
     EXPECT_EQ(bwp.get_rb_offset(), 18U);
     EXPECT_EQ(bwp.get_rb_number(), 6U);
-}
-
-TEST(lib_nr_ul_bwp_configure_manager, the_extended_prefix_lives_and_dies_with_60_khz)
-{
-    lib_nr_ul_bwp_configure_manager_t bwp(numerology_of(LIB_NR_SCS_30K, 0, 273), 0);
-    EXPECT_FALSE(bwp.set_cp_type(LIB_NR_EXTEND_CP));
-    EXPECT_EQ(bwp.get_cp_type(), LIB_NR_NORMAL_CP);
-    bwp.set_numerology(numerology_of(LIB_NR_SCS_60K, 0, 135));
-    EXPECT_TRUE(bwp.set_cp_type(LIB_NR_EXTEND_CP));
-    EXPECT_FALSE(bwp.set_cp_type(LIB_NR_EXTEND_CP));
-    bwp.set_numerology(numerology_of(LIB_NR_SCS_30K, 0, 135));
-    EXPECT_EQ(bwp.get_cp_type(), LIB_NR_NORMAL_CP);
 }
 
 } // namespace

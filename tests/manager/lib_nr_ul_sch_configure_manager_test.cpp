@@ -1,7 +1,7 @@
 #include "manager/lib_nr_ul_sch_configure_manager.h"
 
-#include "manager/lib_nr_phy_numerology_configure_manager.h"
 #include "manager/lib_nr_ul_bwp_configure_manager.h"
+#include "support/numerology.h"
 
 #include <gtest/gtest.h>
 
@@ -17,7 +17,9 @@ using ports_t = std::vector<lib_nr_antenna_port_number_t>;
 struct channel_t
 {
     explicit channel_t(lib_nr_numerology_type_t spacing = LIB_NR_SCS_30K, unsigned int size = 273)
-        : numerology(numerology_of(spacing, size)), bwp(numerology, 0), sch(bwp, numerology, LIB_NR_CHANNEL_FR1_100M)
+        : numerology(nr_test::numerology_of(spacing, 0, size)),
+          bwp(numerology, 0),
+          sch(bwp, numerology, LIB_NR_CHANNEL_FR1_100M)
     {}
     void follow() { sch.update_by_ul_bwp(bwp, numerology, LIB_NR_CHANNEL_FR1_100M); }
     void set_bwp(unsigned int start, unsigned int size)
@@ -25,13 +27,6 @@ struct channel_t
         bwp.set_rb_offset(start, 0, 273);
         bwp.set_rb_number(size, 0, 273);
         follow();
-    }
-    static lib_nr_phy_numerology_configure_manager_t numerology_of(lib_nr_numerology_type_t spacing, unsigned int size)
-    {
-        lib_nr_phy_numerology_configure_manager_t numerology;
-        numerology.set_numerology(spacing, LIB_NR_CHANNEL_FR1_100M);
-        numerology.set_rb_size(size);
-        return numerology;
     }
 
     lib_nr_phy_numerology_configure_manager_t numerology;
