@@ -143,13 +143,8 @@ TEST(coder_messages, every_refusal_has_its_line_and_result)
 {
     for (std::size_t i = 0; i < every_message().size(); ++i) {
         const message_row_t& row = every_message()[i];
-        std::string printed;
         bool as_expected = false;
-        {
-            const nr_test::captured_output_t output;
-            as_expected = row.run();
-            printed = output.text();
-        }
+        const std::string printed = nr_test::printed_by([&] { as_expected = row.run(); });
         EXPECT_EQ(printed, row.text + "\n") << "row " << i;
         EXPECT_TRUE(as_expected) << "row " << i << ": " << row.text;
     }
