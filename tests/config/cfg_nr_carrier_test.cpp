@@ -68,6 +68,11 @@ TEST(carrier_facade, one_facade_per_kind_follows_adding_and_removing)
         const auto expect_at = [&](unsigned int index) {
             EXPECT_EQ(cursor_of(facade), cursor_t(0, index)) << list.name;
         };
+        const bool has_initial_entry = smallest == 2; // that of the downlink BWPs
+        EXPECT_EQ(has_initial_entry, std::string(list.name) == "dl_bwp");
+        for (unsigned int i = 0; i <= smallest; ++i)
+            EXPECT_FALSE((carrier.*list.remove)(i)) << list.name;
+        EXPECT_FALSE((carrier.*list.copy)(smallest)) << list.name;
 
         (carrier.*list.add)();
         EXPECT_EQ(number(), smallest + 1) << list.name;
@@ -79,7 +84,11 @@ TEST(carrier_facade, one_facade_per_kind_follows_adding_and_removing)
         (carrier.*list.get)(-1);
         expect_at(1);
         EXPECT_TRUE((carrier.*list.copy)(smallest)) << list.name;
+        EXPECT_EQ(number(), smallest + 1 + (list.follows ? 1 : 2)) << list.name; // a PUCCH is copied twice
+        EXPECT_EQ((carrier.*list.copy)(0), !has_initial_entry) << list.name;
         expect_at(1);
+        EXPECT_EQ((carrier.*list.remove)(0), !has_initial_entry) << list.name;
+        (carrier.*list.get)(1);
         EXPECT_FALSE((carrier.*list.remove)(99)) << list.name;
         expect_at(list.follows ? 0 : 1);
         (carrier.*list.get)(1);

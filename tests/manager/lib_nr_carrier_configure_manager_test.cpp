@@ -43,7 +43,6 @@ struct list_t
     bool (carrier_t::*copy)(unsigned int);
     bool (carrier_t::*remove)(unsigned int);
     bool has_initial_entry = false;
-    unsigned int copies = 1;
 };
 const list_t k_lists[] = {
     {"dl_bwp", &carrier_t::get_dl_bwp_number, &carrier_t::add_dl_bwp, &carrier_t::copy_dl_bwp,
@@ -59,7 +58,7 @@ const list_t k_lists[] = {
     {"ul_bwp", &carrier_t::get_ul_bwp_number, &carrier_t::add_ul_bwp, &carrier_t::copy_ul_bwp,
      &carrier_t::remove_ul_bwp},
     {"ul_pucch", &carrier_t::get_ul_pucch_number, &carrier_t::add_ul_pucch, &carrier_t::copy_ul_pucch,
-     &carrier_t::remove_ul_pucch, false, 2},
+     &carrier_t::remove_ul_pucch},
     {"ul_sch", &carrier_t::get_ul_sch_number, &carrier_t::add_ul_sch, &carrier_t::copy_ul_sch,
      &carrier_t::remove_ul_sch},
     {"ul_srs", &carrier_t::get_ul_srs_number, &carrier_t::add_ul_srs, &carrier_t::copy_ul_srs,
@@ -159,36 +158,12 @@ TEST(carrier_manager, a_new_type_or_ntn_mode_starts_anew_but_for_the_timing_offs
     expect_duplex(LIB_NR_DUPLEX_TYPE_TDD);
 }
 
-TEST(carrier_manager, lists_keep_their_smallest_size)
+TEST(carrier_manager, entries_are_named_and_numbered)
 {
-    for (const list_t& list : k_lists) {
-        carrier_t carrier;
-        const auto number = [&] { return (carrier.*list.number)(); };
-        const unsigned int smallest = number();
-        for (unsigned int i = 0; i <= smallest; ++i)
-            EXPECT_FALSE((carrier.*list.remove)(i)) << list.name;
-        EXPECT_FALSE((carrier.*list.copy)(smallest)) << list.name;
-        EXPECT_EQ(number(), smallest) << list.name;
-        EXPECT_EQ((carrier.*list.copy)(0), !list.has_initial_entry) << list.name;
-        EXPECT_TRUE((carrier.*list.copy)(smallest - 1)) << list.name;
-        (carrier.*list.add)();
-        const unsigned int grown = smallest + (list.has_initial_entry ? 1 : 2) * list.copies + 1;
-        EXPECT_EQ(number(), grown) << list.name;
-        EXPECT_FALSE((carrier.*list.remove)(grown)) << list.name;
-        EXPECT_EQ((carrier.*list.remove)(0), !list.has_initial_entry) << list.name;
-        while ((carrier.*list.remove)(number() - 1))
-            continue;
-        EXPECT_EQ(number(), smallest) << list.name;
-    }
     carrier_t carrier;
     EXPECT_EQ(&carrier.get_dl_bwp(99), &carrier.get_dl_bwp(1));
     EXPECT_EQ(&carrier.get_ul_prach(99), &carrier.get_ul_prach(0));
     EXPECT_EQ(&carrier.get_numerology_manager(99U), &carrier.get_numerology_manager(0U));
-}
-
-TEST(carrier_manager, entries_are_named_and_numbered)
-{
-    carrier_t carrier;
     carrier.copy_ul_pucch(0);
     EXPECT_EQ(carrier.get_ul_pucch_number(), 3U);
     EXPECT_EQ(carrier.get_ul_pucch(1).get_name(), "UCI1");
