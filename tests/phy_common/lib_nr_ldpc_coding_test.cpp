@@ -221,4 +221,25 @@ TEST(lib_nr_ldpc_coding, steps_of_the_calculation_serve_any_matrix_and_refuse_wh
     EXPECT_EQ(refused(k_unknown_graph, 0, 8), core_prefix + " Report : Unknown Base Graph Type!\n");
 }
 
+// The core's columns of the standard's matrix times the solution give back the sums.
+TEST(lib_nr_ldpc_coding, core_solution_solves_the_core_of_every_set)
+{
+    std::mt19937 random(8);
+    for (const graph_t& graph : graphs())
+        for (unsigned int set = 0; set < 8; ++set)
+            for (const unsigned int z : lib_nr_ldpc_lifting_size_table()[set]) {
+                const bits_t sums = nr_test::random_bits(random, std::size_t{4} * z);
+                bits_t core;
+                deal_ldpc_core_matrix_solution(graph.type, set, z, sums, core);
+                ASSERT_EQ(core.size(), sums.size());
+                bits_t back(sums.size());
+                for (const auto& edge : graph.edges)
+                    if (edge.row < 4 && edge.column >= graph.information_columns)
+                        for (std::size_t k = 0; k < z; ++k)
+                            back[edge.row * z + k] ^=
+                                core.at((edge.column - graph.information_columns) * z + (k + edge.shift[set]) % z);
+                EXPECT_EQ(back, sums) << "graph " << graph.type + 1 << ", Z = " << z;
+            }
+}
+
 } // namespace
