@@ -101,13 +101,31 @@ std::vector<std::string> uplink_control_steps()
     return steps;
 }
 
+/// A PUSCH of 256QAM in every slot.
+std::vector<std::string> pusch_steps(const std::vector<std::string>& settings)
+{
+    std::vector<std::string> steps = {"carrier[0].carrier_type=LIB_NR_UPLINK"};
+    for (const std::string& setting : settings)
+        steps.push_back("carrier[0].ul_pusch[0]." + setting);
+    for (const char* setting : {"mcs_table=TABLE_5_1_3_1_2", "mcs=27", "enable=true"})
+        steps.push_back(std::string("carrier[0].ul_pusch[0].") + setting);
+    return steps;
+}
+
 const std::vector<waveform_t>& waveforms()
 {
+    constexpr std::size_t k_precoded_length = 270 * 12;
+    constexpr std::size_t k_precoded_symbols = 20 * 13; // all but one DMRS symbol a slot
     static const std::vector<waveform_t> rows = {
         {"full_grid", {}, true, {}},
         {"full_cell_coded", full_cell("true"), false, {}},
         {"full_cell_uncoded", full_cell("false"), false, {}},
         {"uplink_control", uplink_control_steps(), false, {}},
+        {"pusch_coded", pusch_steps({}), false, {}},
+        {"pusch_transform_precoded",
+         pusch_steps({"enable_transfer_precoding=true"}),
+         false,
+         {{k_precoded_length, k_precoded_symbols, false}}},
     };
     return rows;
 }

@@ -666,7 +666,7 @@ void lib_nr_ul_phy_pusch_process_t::_gather_ptrs(unsigned int port, unsigned int
         const unsigned int symbol = cell.symbol - slot * m_symbol_per_slot;
         const auto subcarrier = static_cast<std::uint32_t>(cell.first_subcarrier);
         const std::uint32_t unmoved = subcarrier - _hop_shift_in_subcarriers(symbol, slot);
-        const bool is_own = cell.first_subcarrier >= 0 && std::binary_search(own.begin(), own.end(), unmoved);
+        const bool is_own = std::binary_search(own.begin(), own.end(), unmoved);
         const sequence_t& sequence = symbol < _hop_boundary() ? first_hop : second_hop;
         stream.push_back(is_own ? amplitude * sequence.at(_dmrs_index_of(subcarrier)) : 0.0);
     }

@@ -13,6 +13,7 @@
 
 #include <algorithm>
 #include <cmath>
+#include <memory>
 #include <random>
 #include <string>
 #include <tuple>
@@ -253,6 +254,57 @@ TEST(pusch, every_size_of_a_transform_precoded_allocation_is_decoded)
     EXPECT_EQ(sizes.size(), 53u);
 }
 
+// One and two symbols of DMRS, without hopping and with it in the slot, mapping type A with both positions and type B.
+TEST(pusch, every_length_is_decoded_with_every_additional_position)
+{
+    constexpr unsigned int k_slots = 20;
+    const steps_t steps = {"carrier[0].channel_bandwidth=LIB_NR_CHANNEL_FR1_5M"};
+    auto waveform = std::make_unique<one_channel_a_slot_t>(k_slots, steps);
+    unsigned int used = 0;
+    unsigned int decoded = 0;
+    unsigned int without_dmrs = 0;
+    const auto receive = [&] {
+        run_t run(*waveform);
+        for (unsigned int i = 0; i < used; ++i) {
+            without_dmrs += run.channel(i).dmrs_symbols.empty() ? 1 : 0;
+            if (run.channel(i).dmrs_symbols.empty())
+                continue;
+            lib_nr_pn_payload_t source(LIB_NR_PN9);
+            expect_transport_block(run, i, i, source);
+            ++decoded;
+        }
+        waveform = std::make_unique<one_channel_a_slot_t>(k_slots, steps);
+        used = 0;
+    };
+    for (unsigned int i = 0; i < 14 * 4 * 3 * 2 * 2; ++i) {
+        const unsigned int length = 1 + i % 14;
+        const auto additional = static_cast<lib_nr_sch_dmrs_additional_position_t>(i / 14 % 4);
+        const unsigned int mapping = i / 14 / 4 % 3; // type A with l0 2, with l0 3, type B
+        const auto symbols = static_cast<lib_nr_sch_dmrs_length_t>(i / 14 / 4 / 3 % 2);
+        const bool hops = i / 14 / 4 / 3 / 2 == 1;
+        cfg_nr_ul_sch_t& sch = *waveform->get_carrier(0)->get_ul_pusch(static_cast<int>(used));
+        sch.set_hopping_mode(hops ? LIB_NR_SCH_HOPPING_MODE_INTRA : LIB_NR_SCH_HOPPING_MODE_DISABLE);
+        sch.set_dmrs_length(symbols);
+        sch.set_mapping_type(mapping == 2 ? LIB_NR_DMRS_MAPPING_TYPEB : LIB_NR_DMRS_MAPPING_TYPEA);
+        sch.set_dmrs_type_a_position(mapping == 1 ? LIB_NR_SCH_DMRS_TYPEA_POSITION_3
+                                                  : LIB_NR_SCH_DMRS_TYPEA_POSITION_2);
+        sch.set_dmrs_additional_position(additional);
+        sch.set_first_symbol(std::min(14 - length, length / 3));
+        sch.set_symbol_num(length);
+        if (sch.get_symbol_num() != length || sch.get_dmrs_length() != symbols ||
+            sch.get_dmrs_additional_position() != additional)
+            continue;
+        sch.set_rb_num(4);
+        sch.set_hopping_rb_offset(6);
+        sch.set_enable_ptrs(true);
+        if (++used == k_slots)
+            receive();
+    }
+    receive();
+    EXPECT_EQ(without_dmrs, 4u + 4u) << "length 4 of type A and 1 of type B";
+    EXPECT_GT(decoded, 200u);
+}
+
 // Two channels of one layer in slots of their own on 20 MHz, normal prefix and extended, in one BWP or two, on RB sets:
 // every cell holds what it must, and the bits are those of the channel's sequence.
 TEST(pusch, random_settings_arrive_bit_by_bit)
@@ -282,8 +334,9 @@ TEST(pusch, random_settings_arrive_bit_by_bit)
             cfg_nr_ul_sch_t& sch = *waveform.get_carrier(0)->get_ul_pusch(static_cast<int>(index));
             if (sch.get_enable_transfer_precoding() && sch.get_enable_ptrs())
                 sch.set_power_boosting(0.0); // as it must be for PTRS to be exact
-            if (sch.get_ra_type() != LIB_NR_SCH_RA_TYPE1)
-                sch.set_hopping_rb_offset(0); // the hop could leave the grid
+            // Room to hop; another type of allocation could leave the grid.
+            const bool hops = sch.get_ra_type() == LIB_NR_SCH_RA_TYPE1;
+            waveform.set(index, {"rb_num=" + up_to(30), "hopping_rb_offset=" + (hops ? up_to(50) : "0")});
         }
         run_t run(waveform);
         EXPECT_EQ(run.output().find("mapping error"), std::string::npos);
@@ -316,6 +369,228 @@ TEST(pusch, random_settings_arrive_bit_by_bit)
             return;
     }
     EXPECT_GT(decoded_blocks, 200u);
+}
+
+/// A layer's stream as it stands in the grid, for each of the antenna ports in turn.
+std::vector<std::vector<std::complex<double>>> streams_of(lib_nr_ul_phy_pusch_process_t& process,
+                                                          nr_test::test_grid_t& grid, unsigned int ports)
+{
+    std::vector<std::vector<std::complex<double>>> streams(ports);
+    for (unsigned int port = 0; port < ports; ++port) {
+        grid.clear();
+        process.set_antenna_port({static_cast<lib_nr_antenna_port_t>(LIB_NR_ANTENNA_PORT_0 + port)});
+        process.set_pn_seed(0xFFFFFFFFu);
+        process.sch_encode_process(3);
+        for (unsigned int symbol = 3 * 14; symbol < 4 * 14; ++symbol)
+            for (const auto& value : grid.symbols_at(symbol, 0, 24 * 12))
+                streams[port].push_back(value);
+    }
+    return streams;
+}
+
+// Data, DMRS and PTRS alike.
+TEST(pusch, every_matrix_of_every_codebook_joins_the_streams_of_the_layers)
+{
+    using table_t = const lib_nr_precoding_table_t& (*)();
+    const std::tuple<std::vector<unsigned int>, unsigned int, bool, table_t> codebooks[] = {
+        {{1}, 2, false, precoding_matrix_6_3_1_5_1},       {{1}, 2, true, precoding_matrix_6_3_1_5_1},
+        {{2}, 4, true, precoding_matrix_6_3_1_5_2},        {{0}, 4, false, precoding_matrix_6_3_1_5_3},
+        {{0, 3}, 2, false, precoding_matrix_6_3_1_5_4},    {{0, 1}, 4, false, precoding_matrix_6_3_1_5_5},
+        {{0, 2, 3}, 4, false, precoding_matrix_6_3_1_5_6}, {{3, 1, 2, 0}, 4, false, precoding_matrix_6_3_1_5_7}};
+    nr_test::test_grid_t grid(LIB_NR_SCS_30K, 24, LIB_NR_CHANNEL_FR1_10M);
+    for (const auto& [ports, antennas, precoded, table] : codebooks) {
+        lib_nr_ul_phy_pusch_process_t process;
+        process.set_dmrs_port(ports);
+        process.set_ptrs_port({ports[0]});
+        process.set_rb_offset(5);
+        process.set_rb_num(9);
+        process.set_enable_transfer_precoding(precoded);
+        process.update_read_only_parament();
+        process.set_enable_codebook(false);
+        const auto layers = streams_of(process, grid, static_cast<unsigned int>(ports.size()));
+        process.set_enable_codebook(true);
+        process.set_antenna_port_number(static_cast<lib_nr_antenna_port_number_t>(antennas));
+        for (unsigned int tpmi = 0; tpmi < table().size(); ++tpmi) {
+            process.set_tpmi(tpmi);
+            const auto streams = streams_of(process, grid, antennas);
+            double error = 0.0;
+            for (unsigned int antenna = 0; antenna < antennas; ++antenna)
+                for (std::size_t i = 0; i < streams[antenna].size(); ++i) {
+                    std::complex<double> expected;
+                    for (std::size_t layer = 0; layer < layers.size(); ++layer)
+                        expected += table()[tpmi][layer * antennas + antenna] * layers[layer][i];
+                    error = std::max(error, std::abs(streams[antenna][i] - expected));
+                }
+            EXPECT_LT(error, 1e-12) << ports.size() << " layers, TPMI " << tpmi;
+        }
+    }
+}
+
+TEST(pusch, layers_carry_one_code_word)
+{
+    for (const char* const ports : {"0,1", "2,1,0", "3,0:2"}) {
+        one_channel_a_slot_t waveform(1);
+        waveform.set(0, {std::string("dmrs_port=") + ports, "enable_ptrs=true", "ptrs_port=0,1", "mcs=20",
+                         "hopping_mode=LIB_NR_SCH_HOPPING_MODE_INTRA", "rb_num=20", "hopping_rb_offset=17"});
+        const unsigned int layers = waveform.get_carrier(0)->get_ul_pusch(0)->get_layers_num();
+        std::vector<bits_t> bits(layers);
+        for (unsigned int layer = 0; layer < layers; ++layer) {
+            waveform.set(0, {"antenna_port=LIB_NR_ANTENNA_PORT_" + std::to_string(layer)});
+            run_t run(waveform);
+            sch_channel_t channel = run.channel(0);
+            channel.layer = layer;
+            const sch_slot_t received =
+                receive_sch_layer(channel, run.rows(), 0, [](unsigned int, unsigned int) { return false; });
+            EXPECT_LT(received.error, 1e-6) << ports << ", layer " << layer;
+            bits[layer] = received.bits;
+        }
+        run_t run(waveform);
+        constexpr std::size_t k_order = 6;
+        sch_slot_t code_word;
+        for (std::size_t i = 0; i < bits[0].size(); i += k_order)
+            for (const bits_t& layer : bits)
+                code_word.bits.insert(code_word.bits.end(), &layer[i], &layer[i] + k_order);
+        descramble(run.channel(0), code_word.bits);
+        bits_t expected;
+        lib_nr_pn_payload_t(LIB_NR_PN9)
+            .generate(static_cast<unsigned int>(transport_block_size(run.channel(0))), expected);
+        EXPECT_EQ(nr_test::decode_sch({run.channel(0)}, {code_word}), expected) << ports;
+    }
+}
+
+// Two channels of one RNTI beside each other in two frames, in slots that repeat and slots that count on.
+TEST(pusch, bits_go_on_across_slots_and_begin_anew_with_each_channel_and_frame)
+{
+    one_channel_a_slot_t waveform(2, {"frame_number=2"});
+    for (unsigned int i = 0; i < 2; ++i)
+        waveform.set(i, {"enable_coding=false", "rb_num=10", "rb_offset=" + std::to_string(15 * i), "rv=3",
+                         i == 0 ? "slot_allocation=7,2" : "one_frame_period=false"});
+    waveform.set(1, {"slot_allocation=2,23"});
+    run_t run(waveform);
+    lib_nr_pn_payload_t sources[3];
+    const unsigned int sent[][4] = {{0, 0, 7, 0}, {0, 0, 2, 0}, {1, 0, 7, 1}, {0, 1, 2, 2}};
+    for (const auto& [frame, index, slot, source] : sent) {
+        bits_t expected;
+        sources[source].generate(10 * (12 * 13 + 6) * 2, expected);
+        EXPECT_EQ(run.receive(index, slot, frame).bits, expected) << frame << ' ' << index << ' ' << slot;
+    }
+}
+
+TEST(pusch, redundancy_versions_complete_each_other)
+{
+    one_channel_a_slot_t waveform(4);
+    for (unsigned int rv = 0; rv < 4; ++rv)
+        waveform.set(rv, {"mcs_table=TABLE_5_1_3_1_2", "mcs=27", "rv=" + std::to_string(rv), "enable_lbrm=true"});
+    run_t run(waveform);
+    bits_t expected;
+    lib_nr_pn_payload_t(LIB_NR_PN9).generate(static_cast<unsigned int>(transport_block_size(run.channel(0))), expected);
+    std::vector<sch_channel_t> channels;
+    std::vector<sch_slot_t> slots;
+    for (const unsigned int rv : {2u, 1u, 3u, 0u}) {
+        channels.push_back(run.channel(rv));
+        slots.push_back(run.receive(rv, rv));
+        EXPECT_EQ(nr_test::decode_sch(channels, slots).value_or(expected), expected) << rv;
+    }
+}
+
+// The filter is on, and what PUCCH and SRS hold is another's.
+TEST(pusch, keeps_its_quality_through_the_filter_and_conflicts_with_what_it_overlaps)
+{
+    one_channel_a_slot_t waveform(
+        1, {"carrier[0].channel_bandwidth=LIB_NR_CHANNEL_FR1_100M", "carrier[0].ul_bwp[0].rb_number=273"});
+    waveform.set(0, {"mcs_table=TABLE_5_1_3_1_2", "mcs=27", "slot_allocation=0:19", "rb_num=273"});
+    run_t plain(waveform);
+    const rows_t expected = plain.rows();
+    nr_test::take(waveform, {"carrier[0].baseband_filter=true"});
+    EXPECT_LT(nr_test::error_vector_magnitude(run_t(waveform).rows(), expected), 0.0015);
+
+    for (const steps_t& other : {steps_t{"copy carrier[0].ul_pusch[0]"},
+                                 {"carrier[0].ul_pucch[0].enable=true"},
+                                 {"carrier[0].ul_srs[0].enable=true"}})
+    {
+        one_channel_a_slot_t busy(1);
+        nr_test::take(busy, other);
+        const nr_test::captured_output_t output;
+        lib_nr_phy_t engine;
+        engine.waveform_config(busy.get_waveform_manager());
+        EXPECT_FALSE(engine.nr_phy_process());
+        EXPECT_NE(output.text().find("Resource Mapping Conflict!"), std::string::npos) << other[0];
+    }
+}
+
+// Any settings: the engine runs, and nothing is written beside the marks.
+TEST(pusch, whatever_is_set_stays_on_its_marks)
+{
+    std::mt19937 random(4);
+    for (unsigned int i = 0; i < 400; ++i) {
+        one_channel_a_slot_t waveform(1, {"carrier[0].channel_bandwidth=LIB_NR_CHANNEL_FR1_5M"});
+        nr_test::draw_shared_channel(waveform, pusch(0), random);
+        const char* const ports[] = {"0", "1,0", "4,2,1", "0:3", "8:11", "3,5"};
+        waveform.set(0, {std::string("enable_codebook=") + (i % 3 == 0 ? "false" : "true"),
+                         std::string("dmrs_port=") + ports[random() % 6], "ptrs_port=0:5",
+                         "tpmi=" + std::to_string(random() % 28), "hopping_rb_offset=" + std::to_string(random() % 12),
+                         "antenna_port_number=LIB_NR_ANTENNA_PORT_NUMBER_" + std::to_string(1 + random() % 4),
+                         "antenna_port=LIB_NR_ANTENNA_PORT_" + std::to_string(random() % 4)});
+        run_t run(waveform);
+        run.count_marks();
+    }
+}
+
+TEST(pusch, dmrs_positions_keep_to_the_tables_of_the_standard)
+{
+    // Double, type B, additional position, length, positions behind the first: TS 38.211 Tables 6.4.1.1.3-3 and -4.
+    const std::tuple<bool, bool, unsigned int, unsigned int, std::vector<int>> rows[] = {
+        {0, 0, 0, 14, {}},        {0, 0, 1, 9, {7}},      {0, 0, 1, 12, {9}},        {0, 0, 1, 14, {11}},
+        {0, 0, 2, 12, {6, 9}},    {0, 0, 2, 13, {7, 11}}, {0, 0, 3, 12, {5, 8, 11}}, {0, 0, 3, 11, {6, 9}},
+        {0, 1, 3, 4, {}},         {0, 1, 2, 7, {4}},      {0, 1, 1, 9, {6}},         {0, 1, 1, 11, {8}},
+        {0, 1, 1, 14, {10}},      {0, 1, 3, 9, {3, 6}},   {0, 1, 2, 10, {4, 8}},     {0, 1, 2, 14, {5, 10}},
+        {0, 1, 3, 10, {3, 6, 9}}, {1, 0, 1, 9, {}},       {1, 0, 1, 12, {8}},        {1, 0, 3, 14, {}},
+        {1, 0, 1, 13, {10}},      {1, 1, 1, 9, {5}},      {1, 1, 1, 11, {7}},        {1, 1, 1, 12, {9}}};
+    for (const auto& [is_double, is_type_b, additional, length, positions] : rows) {
+        const auto* row = get_pusch_dmrs_position_row(is_double, is_type_b, additional, length);
+        ASSERT_NE(row, nullptr);
+        EXPECT_EQ(std::vector<int>(row->positions.begin(), row->positions.begin() + row->number), positions) << length;
+    }
+    constexpr unsigned int k_shortest[2][2] = {{5, 2}, {4, 5}};
+    for (unsigned int i = 0; i < 60; ++i)
+        EXPECT_EQ(get_pusch_dmrs_position_row(i % 2, i / 2 % 2, 1, i / 4) != nullptr,
+                  i / 4 >= k_shortest[i % 2][i / 2 % 2]);
+}
+
+TEST(pusch, works_without_a_configuration_and_tells_what_cannot_be)
+{
+    nr_test::test_grid_t grid(LIB_NR_SCS_30K, 273, LIB_NR_CHANNEL_FR1_100M);
+    lib_nr_ul_phy_pusch_process_t process;
+    EXPECT_TRUE(process.phy_sch_remap(1, LIB_NR_REMAPP_MODE_UI_VIEW_MAP));
+    EXPECT_TRUE(process.sch_encode_process(1));
+    EXPECT_EQ(grid.count_marks(LIB_NR_RESOURCE_MAPPING_PUSCH), 100u * 12 * 13);
+    EXPECT_EQ(grid.output(), "");
+    process.set_mcs_table(TABLE_5_1_3_1_4);
+    process.update_read_only_parament();
+    process.set_mcs_table(TABLE_6_1_4_1_2);
+    process.set_modulation(LIB_NR_MODULATION_16QAM);
+    process.update_read_only_parament();
+    EXPECT_EQ(process.get_modulation(), LIB_NR_MODULATION_QPSK);
+    process.set_antenna_port_number(static_cast<lib_nr_antenna_port_number_t>(5));
+    process.set_n_ptrs_group(static_cast<lib_nr_sch_ptrs_group_t>(3));
+    process.set_n_ptrs_group_sample(static_cast<lib_nr_sch_ptrs_group_sample_t>(2));
+    process.set_hopping_mode(static_cast<lib_nr_sch_hopping_mode_t>(3));
+    process.phy_sch_remap(3, LIB_NR_REMAPP_MODE_UI_VIEW_MAP);
+    process.set_hopping_mode(LIB_NR_SCH_HOPPING_MODE_INTRA);
+    process.set_ra_type(LIB_NR_SCH_RA_TYPE0);
+    process.set_rbg_bitmap(std::vector<unsigned int>(20, 1));
+    process.set_hopping_rb_offset(100);
+    process.sch_encode_process(5);            // the second hop leaves the grid
+    process.sch_encode_process(20);           // the slot leaves the frame
+    process.set_ra_type(LIB_NR_SCH_RA_TYPE2); // without RB sets
+    process.sch_encode_process(6);
+    EXPECT_EQ(grid.output(), "lib_nr_phy_sch_process_t::_phy_sch_payload_generation : Error MCS table!\n"
+                             "lib_nr_phy_sch_process_t::update_read_only_parament : Error modulation!\n"
+                             "lib_nr_ul_phy_pusch_process_t::set_antenna_port_number : Error antenna port number\n"
+                             "lib_nr_ul_phy_pusch_process_t::set_n_ptrs_group : Error PT-RS N^{PT-RS}_{group}\n"
+                             "lib_nr_ul_phy_pusch_process_t::set_n_ptrs_group_sample : Error PT-RS N^{group}_{sample}\n"
+                             "lib_nr_ul_phy_pusch_process_t::_phy_sch_view_re_map : Error hopping mode!\n"
+                             " mapping error\n mapping error\n");
 }
 
 } // namespace

@@ -36,7 +36,7 @@ void draw_shared_channel(vek::nr_mod_lib::cfg_nr_waveform_t& waveform, const std
                                                                {"rb_set_number", {1, 2}},
                                                                {"unused_rb", {0, 5}},
                                                                {"hopping_rb_offset", {0, 60}},
-                                                               {"n_rs_id", {-1, 65535}},
+                                                               {"n_rs_id", {-1, 40}},
                                                                {"n_ptrs_id", {0, 65535}}};
     const std::set<std::string> kept = {"bwp_id", "antenna_port", "one_frame_period", "enable_codebook"};
     const auto target = nrwave::resolve(waveform, path);
