@@ -196,7 +196,7 @@ TEST(pdcch, comes_back_from_its_candidate)
     while (pn9.size() < 500)
         pn9.push_back(pn9[pn9.size() - 9] ^ pn9[pn9.size() - 5]);
     std::mt19937 random(1);
-    const auto& grid = lib_nr_channel_resource_manager_t::get_inst();
+    auto& grid = lib_nr_channel_resource_manager_t::get_inst();
     for (unsigned int i = 0; i < 120 && !HasFailure(); ++i) {
         pdcch_case_t c(1u << i / 24, 1 + i % 3, i % 2 == 0, i % 4 < 2, random);
         const bool is_user = i % 9 > 6;
@@ -222,6 +222,10 @@ TEST(pdcch, comes_back_from_its_candidate)
                 expected.resize(bits.size());
             }
             EXPECT_EQ(bits, expected) << "slot " << slot;
+            const auto [first_d, first_rb] = *regs_of(c, slot, c.n_rnti()).begin();
+            const auto& row = grid.get_payload_mapping()[c.first_symbol(slot) + first_d];
+            EXPECT_NEAR(20 * std::log10(std::abs(row[12 * (c["bwp_rb_start"] + first_rb)])), c.value("pwr_boosting"),
+                        1e-9);
             for (const auto& [d, rb] : regs_of(c, slot, c["rnti"]))
                 for (unsigned int k = 0; k < 12; ++k)
                     wanted.emplace(c.first_symbol(slot) + d, 12 * (c["bwp_rb_start"] + rb) + k);
