@@ -50,8 +50,7 @@ public:
     /// earliest lies behind the first frame they become slot 0.
     bool set_one_frame_period(bool one_frame_period)
     {
-        return _target().set_one_frame_period(one_frame_period, m_waveform.get_frame_number(),
-                                              _bwp().get_numerology());
+        return _target().set_one_frame_period(one_frame_period, m_waveform.get_frame_number(), _bwp().get_numerology());
     }
     bool get_one_frame_period() const { return _target().get_one_frame_period(); }
     /// Slots, such as "0:4,7", of a frame or of the waveform; a text without any of them changes nothing.
