@@ -67,7 +67,7 @@ lib_nr_ul_phy_pucch_base_t::symbol_row_t lib_nr_ul_phy_pucch_format1_process_t::
         throw std::out_of_range("PUCCH format 1 has no orthogonal sequence of this length and index");
     symbol_row_t sequence;
     for (unsigned int m = 0; m < n; ++m) {
-        const unsigned int phi = n == 4 ? std::popcount(index & m) % 2 * 2u : index * m % n;
+        const unsigned int phi = n == 4 ? static_cast<unsigned int>(std::popcount(index & m)) % 2 * 2 : index * m % n;
         sequence.push_back(std::polar(1.0, 2.0 * std::numbers::pi * phi / n));
     }
     return sequence;
