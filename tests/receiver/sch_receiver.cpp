@@ -148,7 +148,7 @@ cells_t low_papr_dmrs_of(const sch_channel_t& channel, unsigned int slot, unsign
     unsigned int group = id;
     if (settings.get_dmrs_hopping() == LIB_NR_SCH_DMRS_HOPPING_GROUP)
         for (unsigned int m = 0; m < 8; ++m)
-            group += gold_sequence(id / 30, 8 * count + m, 1)[0] << m;
+            group += (1u << m) * gold_sequence(id / 30, 8 * count + m, 1)[0];
     if (settings.get_dmrs_hopping() == LIB_NR_SCH_DMRS_HOPPING_SEQUENCE)
         param.v = param.m / 6 < 12 ? 0 : gold_sequence(id, count, 1)[0];
     param.u = group % 30;
