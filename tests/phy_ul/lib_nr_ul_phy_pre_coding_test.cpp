@@ -92,9 +92,9 @@ TEST(pusch_precoding, one_layer_on_four_antennas_follows_the_order_of_the_turns)
             else {
                 const complex_t second = k_turns[(tpmi - 12) / 4];
                 const complex_t third = k_turns[(tpmi - 12) % 4];
-                // With transform precoding real products change their sign, but for TPMI 20.
+                // With transform precoding real products change their sign.
                 const complex_t product = second * third;
-                const bool is_turned = transfer_precoding && product.imag() == 0.0 && tpmi != 20;
+                const bool is_turned = transfer_precoding && product.imag() == 0.0;
                 expected = {0.5, 0.5 * second, 0.5 * third, 0.5 * (is_turned ? -product : product)};
             }
             const matrix_t matrix = matrix_of(1, 4, tpmi, transfer_precoding);

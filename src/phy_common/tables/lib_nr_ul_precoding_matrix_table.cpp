@@ -64,7 +64,7 @@ const lib_nr_precoding_table_t& precoding_matrix_6_3_1_5_2()
     static const lib_nr_precoding_table_t k_table =
         table({{k_1_2, {"+000", "0+00", "00+0", "000+", "+0+0", "+0-0", "+0j0", "+0J0", "0+0+", "0+0-",
                         "0+0J", "0+0j", "+++-", "++jj", "++-+", "++JJ", "+j+j", "+jj+", "+j-J", "+jJ-",
-                        "+-+-", "+-jJ", "+---", "+-Jj", "+J+J", "+Jj-", "+J-j", "+JJ+"}}});
+                        "+-++", "+-jJ", "+---", "+-Jj", "+J+J", "+Jj-", "+J-j", "+JJ+"}}});
     return k_table;
 }
 

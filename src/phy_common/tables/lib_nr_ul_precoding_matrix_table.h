@@ -12,8 +12,8 @@ namespace vek::nr_mod_lib
 using lib_nr_precoding_table_t = std::vector<std::vector<std::complex<double>>>;
 
 // TS 38.211 Tables 6.3.1.5-1 to 6.3.1.5-7. Other than the standard, TPMI 10 and 11 of one layer on four antennas have
-// changed places, TPMI 20 with transform precoding turns the last antenna over, and TPMI 1 and 2 of two layers on two
-// antennas, 14 to 21 of two layers and 3 to 6 of three layers on four have amplitudes of their own.
+// changed places, and TPMI 1 and 2 of two layers on two antennas, 14 to 21 of two layers and 3 to 6 of three layers on
+// four have amplitudes of their own.
 
 /// One layer, two antennas.
 NR_MOD_LIB_EXPORT const lib_nr_precoding_table_t& precoding_matrix_6_3_1_5_1();
