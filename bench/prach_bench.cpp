@@ -3,6 +3,7 @@
 #include "common/lib_fft_plan.h"
 #include "config/cfg_nr_waveform.h"
 #include "phy/lib_nr_prach_resource_manager.h"
+#include "phy_common/lib_nr_phy_common.h"
 #include "phy_common/lib_nr_prach_preamble.h"
 #include "phy_ul/lib_nr_ul_phy_prach_process.h"
 #include "support/captured_output.h"

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "config/cfg_nr_leaf.h"
+#include "config/leaves/cfg_nr_leaf.h"
 
 #include <string>
 

@@ -1,6 +1,7 @@
 #include "config/cfg_nr_carrier.h"
 
 #include "common/lib_bounded_cast.h"
+#include "phy_common/lib_nr_phy_common.h"
 
 #include <iostream>
 

@@ -1,5 +1,7 @@
 #include "config/cfg_nr_dl_dci.h"
 
+#include "phy_common/lib_nr_phy_common.h"
+
 namespace vek::nr_mod_lib
 {
 

@@ -1,5 +1,7 @@
 #include "config/cfg_nr_phy_numerology.h"
 
+#include "phy_common/lib_nr_phy_common.h"
+
 #include <iostream>
 
 namespace vek::nr_mod_lib

@@ -2,6 +2,7 @@
 
 #include "common/nr_mod_lib_export.h"
 #include "config/cfg_nr_cursor.h"
+#include "phy_common/lib_nr_phy_common.h"
 
 #include <vector>
 

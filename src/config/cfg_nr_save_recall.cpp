@@ -1,6 +1,6 @@
 #include "common/lib_xml_common.h"
-#include "config/cfg_nr_leaf.h"
 #include "config/cfg_nr_waveform.h"
+#include "config/leaves/cfg_nr_leaf.h"
 
 // The settings tree: an image of the façade tree, written and read by walking the leaf tables.
 

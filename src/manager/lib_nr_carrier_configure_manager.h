@@ -19,7 +19,7 @@
 #include "manager/lib_nr_ul_rmc_configure_manager.h"
 #include "manager/lib_nr_ul_sch_configure_manager.h"
 #include "manager/lib_nr_ul_srs_configure_manager.h"
-#include "phy_common/lib_nr_phy_common.h"
+#include "phy_common/lib_nr_numerology_type.h"
 
 #include <algorithm>
 #include <cstddef>

@@ -4,6 +4,7 @@
 #include "manager/lib_nr_antenna_port_list.h"
 #include "manager/lib_nr_dl_bwp_configure_manager.h"
 #include "manager/lib_nr_setting.h"
+#include "phy_common/lib_nr_phy_common.h"
 #include "phy_common/tables/lib_nr_csirs_location_table.h"
 
 #include <algorithm>

@@ -1,5 +1,7 @@
 #include "manager/lib_nr_occupied_width.h"
 
+#include "phy_common/lib_nr_phy_common.h"
+
 #include <bit>
 #include <cmath>
 

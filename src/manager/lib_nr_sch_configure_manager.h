@@ -3,7 +3,7 @@
 #include "common/nr_mod_lib_export.h"
 #include "phy_common/lib_nr_mcs_table_type.h"
 #include "phy_common/lib_nr_modulator.h"
-#include "phy_common/lib_nr_phy_common.h"
+#include "phy_common/lib_nr_numerology_type.h"
 #include "phy_common/lib_nr_pn_seq.h"
 #include "phy_common/lib_nr_sch_type.h"
 

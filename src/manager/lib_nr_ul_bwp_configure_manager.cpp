@@ -2,6 +2,7 @@
 
 #include "manager/lib_nr_phy_numerology_configure_manager.h"
 #include "manager/lib_nr_setting.h"
+#include "phy_common/lib_nr_phy_common.h"
 
 #include <algorithm>
 #include <cstdint>

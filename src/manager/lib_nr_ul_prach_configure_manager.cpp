@@ -3,6 +3,7 @@
 #include "manager/lib_nr_phy_numerology_configure_manager.h"
 #include "manager/lib_nr_setting.h"
 #include "manager/lib_nr_ul_bwp_configure_manager.h"
+#include "phy_common/lib_nr_phy_common.h"
 #include "phy_common/lib_nr_prach_preamble.h"
 
 #include <algorithm>

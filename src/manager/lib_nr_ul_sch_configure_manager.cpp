@@ -5,6 +5,7 @@
 #include "manager/lib_nr_setting.h"
 #include "manager/lib_nr_ul_bwp_configure_manager.h"
 #include "phy_common/lib_nr_interlace.h"
+#include "phy_common/lib_nr_phy_common.h"
 #include "phy_common/tables/lib_nr_mcs_table.h"
 
 #include <algorithm>

@@ -3,6 +3,7 @@
 #include "manager/lib_nr_antenna_port_list.h"
 #include "manager/lib_nr_setting.h"
 #include "manager/lib_nr_ul_bwp_configure_manager.h"
+#include "phy_common/lib_nr_phy_common.h"
 #include "phy_common/tables/lib_nr_srs_bandwidth_table.h"
 
 #include <algorithm>

@@ -1,7 +1,7 @@
 #pragma once
 
 #include "common/nr_mod_lib_export.h"
-#include "phy_common/lib_nr_phy_common.h"
+#include "phy_common/lib_nr_numerology_type.h"
 
 #include <cstdint>
 #include <string>

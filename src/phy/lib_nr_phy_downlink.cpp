@@ -1,5 +1,6 @@
 #include "phy/lib_nr_phy.h"
 #include "phy/lib_nr_phy_steps.h"
+#include "phy_common/lib_nr_phy_common.h"
 
 #include <algorithm>
 #include <array>

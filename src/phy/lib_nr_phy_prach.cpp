@@ -1,6 +1,7 @@
 #include "phy/lib_nr_phy.h"
 #include "phy/lib_nr_phy_steps.h"
 #include "phy/lib_nr_prach_resource_manager.h"
+#include "phy_common/lib_nr_phy_common.h"
 
 #include <algorithm>
 

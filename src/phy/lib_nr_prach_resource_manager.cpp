@@ -1,6 +1,7 @@
 #include "phy/lib_nr_prach_resource_manager.h"
 
 #include "common/lib_bounded_cast.h"
+#include "phy_common/lib_nr_phy_common.h"
 
 #include <cmath>
 #include <cstdint>

@@ -2,7 +2,7 @@
 
 #include "common/nr_mod_lib_export.h"
 #include "phy_common/lib_nr_new_prach_ofdm_modulator.h"
-#include "phy_common/lib_nr_phy_common.h"
+#include "phy_common/lib_nr_numerology_type.h"
 #include "phy_common/lib_nr_prach_type.h"
 
 #include <complex>

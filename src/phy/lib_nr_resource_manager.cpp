@@ -1,5 +1,7 @@
 #include "phy/lib_nr_resource_manager.h"
 
+#include "phy_common/lib_nr_phy_common.h"
+
 #include <algorithm>
 #include <array>
 #include <iostream>

@@ -4,6 +4,7 @@
 #include "common/lib_filter.h"
 #include "common/lib_signal_power.h"
 #include "phy_common/lib_nr_ofdm_modulator.h"
+#include "phy_common/lib_nr_phy_common.h"
 #include "phy_common/tables/lib_nr_minimum_guard_band_table.h"
 
 #include <algorithm>

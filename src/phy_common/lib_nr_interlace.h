@@ -1,6 +1,6 @@
 #pragma once
 
-#include "phy_common/lib_nr_phy_common.h"
+#include "phy_common/lib_nr_numerology_type.h"
 
 namespace vek::nr_mod_lib
 {

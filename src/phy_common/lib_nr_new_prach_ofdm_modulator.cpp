@@ -4,6 +4,7 @@
 #include "common/lib_common_math.h"
 #include "common/lib_common_signal_process.h"
 #include "common/lib_fft_plan.h"
+#include "phy_common/lib_nr_phy_common.h"
 
 #include <algorithm>
 #include <cmath>

@@ -4,6 +4,7 @@
 #include "common/lib_complex_product.h"
 #include "common/lib_large_buffer.h"
 #include "common/lib_ofdm_cyclic_special_case.h"
+#include "phy_common/lib_nr_phy_common.h"
 
 #include <algorithm>
 #include <cmath>

@@ -6,7 +6,7 @@
 #include "common/lib_test_peer.h"
 #include "common/nr_mod_lib_export.h"
 #include "phy_common/lib_nr_baseband_filter.h"
-#include "phy_common/lib_nr_phy_common.h"
+#include "phy_common/lib_nr_numerology_type.h"
 
 #include <complex>
 #include <cstddef>

@@ -1,5 +1,7 @@
 #include "phy_common/lib_nr_tdd_slot_allocation.h"
 
+#include "phy_common/lib_nr_phy_common.h"
+
 #include <algorithm>
 
 namespace vek::nr_mod_lib

@@ -4,6 +4,7 @@
 #include "manager/lib_nr_waveform_configure_manager.h"
 #include "phy_common/lib_nr_crc_calculator.h"
 #include "phy_common/lib_nr_modulator.h"
+#include "phy_common/lib_nr_phy_common.h"
 #include "phy_common/lib_nr_pn_payload.h"
 #include "phy_common/lib_nr_polar_coding.h"
 #include "phy_common/lib_nr_polar_rate_match.h"

@@ -2,6 +2,7 @@
 
 #include "common/lib_common_math.h"
 #include "manager/lib_nr_waveform_configure_manager.h"
+#include "phy_common/lib_nr_phy_common.h"
 #include "phy_common/lib_nr_reference_signal.h"
 #include "phy_common/tables/lib_nr_prs_offset_table.h"
 

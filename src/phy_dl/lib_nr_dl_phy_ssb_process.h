@@ -4,7 +4,7 @@
 #include "common/nr_mod_lib_export.h"
 #include "manager/lib_nr_dl_ssb_configure_manager.h"
 #include "phy/lib_nr_resource_manager.h"
-#include "phy_common/lib_nr_phy_common.h"
+#include "phy_common/lib_nr_numerology_type.h"
 #include "phy_common/lib_nr_pn_seq.h"
 #include "phy_common/lib_nr_polar_coding.h"
 

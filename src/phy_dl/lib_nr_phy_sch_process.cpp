@@ -5,6 +5,7 @@
 #include "phy_common/lib_nr_crc_calculator.h"
 #include "phy_common/lib_nr_ldpc_code_block_segmentation.h"
 #include "phy_common/lib_nr_ldpc_rate_match.h"
+#include "phy_common/lib_nr_phy_common.h"
 #include "phy_common/lib_nr_pn_payload.h"
 #include "phy_common/lib_nr_reference_signal.h"
 #include "phy_common/lib_nr_sequence_generator.h"

@@ -3,6 +3,7 @@
 #include "common/lib_bounded_cast.h"
 #include "common/lib_fft_plan.h"
 #include "manager/lib_nr_waveform_configure_manager.h"
+#include "phy_common/lib_nr_phy_common.h"
 
 #include <algorithm>
 #include <cmath>

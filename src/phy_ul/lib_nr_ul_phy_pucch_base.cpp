@@ -4,6 +4,7 @@
 #include "manager/lib_nr_carrier_configure_manager.h"
 #include "phy/lib_nr_resource_manager.h"
 #include "phy_common/lib_nr_interlace.h"
+#include "phy_common/lib_nr_phy_common.h"
 #include "phy_common/lib_nr_sequence_generator.h"
 #include "phy_common/tables/lib_nr_pucch_dmrs_position_table.h"
 

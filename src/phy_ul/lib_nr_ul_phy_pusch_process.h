@@ -3,7 +3,7 @@
 #include "common/lib_test_peer.h"
 #include "common/nr_mod_lib_export.h"
 #include "manager/lib_nr_ul_guard_band_configure_manager.h"
-#include "phy_common/lib_nr_phy_common.h"
+#include "phy_common/lib_nr_numerology_type.h"
 #include "phy_dl/lib_nr_phy_sch_process.h"
 
 #include <cstdint>

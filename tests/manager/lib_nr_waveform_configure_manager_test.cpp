@@ -1,5 +1,6 @@
 #include "manager/lib_nr_waveform_configure_manager.h"
 
+#include "phy_common/lib_nr_phy_common.h"
 #include "support/captured_output.h"
 
 #include <gtest/gtest.h>

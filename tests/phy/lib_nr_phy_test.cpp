@@ -3,6 +3,7 @@
 #include "common/lib_fft_plan.h"
 #include "config/cfg_nr_waveform.h"
 #include "phy/lib_nr_resource_manager.h"
+#include "phy_common/lib_nr_phy_common.h"
 #include "receiver/ofdm_receiver.h"
 #include "support/captured_output.h"
 #include "support/engine_peer.h"

@@ -1,3 +1,4 @@
+#include "phy_common/lib_nr_phy_common.h"
 #include "phy_ul/lib_nr_ul_phy_prach_process.h"
 
 #include "phy/lib_nr_prach_resource_manager.h"

@@ -1,6 +1,7 @@
+#include "phy_common/lib_nr_phy_common.h"
 #include "phy_ul/lib_nr_ul_phy_srs_process.h"
 
-#include "config/cfg_nr_leaf.h"
+#include "config/leaves/cfg_nr_leaf.h"
 #include "phy_common/lib_nr_low_papr_sequence1.h"
 #include "receiver/gold_sequence.h"
 #include "support/generated.h"

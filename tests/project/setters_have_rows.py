@@ -1,8 +1,8 @@
 #!/usr/bin/env python3
 """Fails where a setter of a façade has no row in the leaf tables, or a row is wired to another setting's operations.
 
-`set_x` of src/config/cfg_nr_y.h has a row named x in src/config/cfg_nr_y_leaves.*; only cursors have none. An override
-has the row of its base.
+`set_x` of src/config/cfg_nr_y.h has a row named x in src/config/leaves/cfg_nr_y_leaves.*; only cursors have none. An
+override has the row of its base.
 """
 import pathlib
 import re
@@ -28,7 +28,7 @@ def main():
         if "class NR_MOD_LIB_EXPORT cfg_nr_" not in text:
             continue
         rows = {}
-        for leaves in config.glob(f"{header.stem}_leaves.*"):
+        for leaves in (config / "leaves").glob(f"{header.stem}_leaves.*"):
             for arguments, name, indexed, indexed_name in ROW.findall(leaves.read_text(encoding="utf-8")):
                 name = name or indexed_name
                 operations = [part.strip().split("::")[-1] for part in (arguments or indexed).split(",")]

@@ -1,7 +1,7 @@
 #pragma once
 
-#include "config/cfg_nr_leaf.h"
 #include "config/cfg_nr_waveform.h"
+#include "config/leaves/cfg_nr_leaf.h"
 
 #include <random>
 #include <string>

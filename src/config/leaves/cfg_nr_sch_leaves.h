@@ -1,6 +1,6 @@
 #pragma once
 
-#include "config/cfg_nr_leaf_rows.h"
+#include "config/leaves/cfg_nr_leaf_rows.h"
 
 #include <array>
 

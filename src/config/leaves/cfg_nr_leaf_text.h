@@ -3,7 +3,7 @@
 #include "common/lib_ofdm_windowing_method.h"
 #include "common/lib_xml_common.h"
 #include "config/cfg_nr_enum_name_maps.h"
-#include "config/cfg_nr_leaf.h"
+#include "config/leaves/cfg_nr_leaf.h"
 
 #include <algorithm>
 #include <cstdint>

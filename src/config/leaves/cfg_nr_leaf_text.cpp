@@ -1,4 +1,4 @@
-#include "config/cfg_nr_leaf_text.h"
+#include "config/leaves/cfg_nr_leaf_text.h"
 
 #include "common/lib_number_text.h"
 #include "common/lib_text.h"

@@ -1,7 +1,7 @@
 #pragma once
 
 #include "config/cfg_nr_carrier.h"
-#include "config/cfg_nr_leaf_rows.h"
+#include "config/leaves/cfg_nr_leaf_rows.h"
 
 namespace vek::nr_mod_lib
 {

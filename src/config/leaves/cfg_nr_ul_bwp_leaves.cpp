@@ -1,6 +1,6 @@
-#include "config/cfg_nr_leaf_rows.h"
-#include "config/cfg_nr_leaf_tables.h"
 #include "config/cfg_nr_ul_bwp.h"
+#include "config/leaves/cfg_nr_leaf_rows.h"
+#include "config/leaves/cfg_nr_leaf_tables.h"
 
 namespace vek::nr_mod_lib
 {

@@ -1,7 +1,7 @@
 #pragma once
 
-#include "config/cfg_nr_leaf.h"
-#include "config/cfg_nr_leaf_text.h"
+#include "config/leaves/cfg_nr_leaf.h"
+#include "config/leaves/cfg_nr_leaf_text.h"
 
 #include <initializer_list>
 #include <stdexcept>

@@ -1,4 +1,4 @@
-#include "config/cfg_nr_leaf_tables.h"
+#include "config/leaves/cfg_nr_leaf_tables.h"
 
 namespace vek::nr_mod_lib
 {

@@ -2,6 +2,7 @@
 #include "config/cfg_nr_enum_name_maps.h"
 #include "config/cfg_nr_waveform.h"
 #include "phy/lib_nr_phy.h"
+#include "phy_common/lib_nr_phy_common.h"
 #include "support/captured_output.h"
 #include "support/leaf_walk.h"
 #include "support/settings_text.h"

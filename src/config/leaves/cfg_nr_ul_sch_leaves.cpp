@@ -1,5 +1,5 @@
-#include "config/cfg_nr_leaf_tables.h"
-#include "config/cfg_nr_sch_leaves.h"
+#include "config/leaves/cfg_nr_leaf_tables.h"
+#include "config/leaves/cfg_nr_sch_leaves.h"
 
 namespace vek::nr_mod_lib
 {

@@ -1,4 +1,4 @@
-#include "config/cfg_nr_leaf.h"
+#include "config/leaves/cfg_nr_leaf.h"
 
 namespace vek::nr_mod_lib
 {

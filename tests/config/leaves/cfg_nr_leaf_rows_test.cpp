@@ -1,4 +1,4 @@
-#include "config/cfg_nr_leaf_rows.h"
+#include "config/leaves/cfg_nr_leaf_rows.h"
 
 #include <gtest/gtest.h>
 
