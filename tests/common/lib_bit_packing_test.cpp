@@ -9,7 +9,7 @@ namespace
 {
 
 // Every vector unit of this machine and the plain version, any bytes, whole words and rests.
-TEST(bit_packing, every_vector_unit_packs_and_unpacks_alike)
+TEST(lib_bit_packing, every_vector_unit_packs_and_unpacks_alike)
 {
     std::mt19937 random(1);
     for (const auto& packer : vek::common_lib::detail::get_bit_packers())

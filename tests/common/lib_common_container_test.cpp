@@ -15,7 +15,7 @@ namespace
 using namespace vek::common_lib;
 using list_t = std::vector<int>;
 
-TEST(common_container, shifts_add_join_and_split_within_their_limits)
+TEST(lib_common_container, shifts_add_join_and_split_within_their_limits)
 {
     struct row_t
     {
@@ -62,7 +62,7 @@ TEST(common_container, shifts_add_join_and_split_within_their_limits)
     EXPECT_EQ(bits.front(), 0);
 }
 
-TEST(common_math, powers_of_two_and_full_scale)
+TEST(lib_common_container, powers_of_two_and_full_scale)
 {
     for (const auto& [value, power] : std::vector<std::pair<unsigned int, unsigned int>>{
              {0, 4}, {1, 4}, {4, 4}, {5, 8}, {4096, 4096}, {4097, 8192}, {3276, 4096}})

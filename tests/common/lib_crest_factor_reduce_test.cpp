@@ -276,7 +276,7 @@ TEST(lib_crest_factor_reduce, no_setting_does_harm)
     reduce(broken, 7.68e6, lib_crest_factor_reduce_setting_t());
 }
 
-TEST(lib_crest_factor_reduce_setting, keeps_numbers_finite_and_the_mask_sorted)
+TEST(lib_crest_factor_reduce, keeps_numbers_finite_and_the_mask_sorted)
 {
     const double nan = std::numeric_limits<double>::quiet_NaN();
     const double infinity = std::numeric_limits<double>::infinity();

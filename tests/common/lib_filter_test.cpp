@@ -32,7 +32,7 @@ double response(const signal_t& taps, double frequency)
     return sum;
 }
 
-TEST(fir_design, passes_up_to_the_cut_off_and_stops_behind_the_transition)
+TEST(lib_filter, passes_up_to_the_cut_off_and_stops_behind_the_transition)
 {
     for (const double cutoff : {0.006, 0.01, 0.2, 0.5, 0.8125, 0.97}) {
         const signal_t taps = design(cutoff);
@@ -61,7 +61,7 @@ TEST(fir_design, passes_up_to_the_cut_off_and_stops_behind_the_transition)
     EXPECT_EQ(design(std::nan("")), delay);
 }
 
-TEST(filter, equals_the_convolution_that_defines_it)
+TEST(lib_filter, equals_the_convolution_that_defines_it)
 {
     std::mt19937 random(5);
     std::normal_distribution<double> gauss;

@@ -50,7 +50,7 @@ double largest_difference(const signal_t& a, const signal_t& b)
     return largest;
 }
 
-TEST(fft_plan, equals_the_sum_that_defines_it_in_place_and_out_of_place)
+TEST(lib_fourier_transform, equals_the_sum_that_defines_it_in_place_and_out_of_place)
 {
     for (const std::size_t length : {1U, 2U, 3U, 4U, 5U, 7U, 12U, 30U, 97U, 128U, 540U, 1009U, 1536U, 4096U}) {
         const signal_t in = noise(length);
@@ -74,7 +74,7 @@ TEST(fft_plan, equals_the_sum_that_defines_it_in_place_and_out_of_place)
     }
 }
 
-TEST(fourier_transform, goes_there_and_back_at_any_length_and_pads_or_cuts)
+TEST(lib_fourier_transform, goes_there_and_back_at_any_length_and_pads_or_cuts)
 {
     for (const std::size_t length : {6u, 17u, 1000u, 61440u, 100003u}) {
         const signal_t in = noise(length);
@@ -94,7 +94,7 @@ TEST(fourier_transform, goes_there_and_back_at_any_length_and_pads_or_cuts)
     EXPECT_EQ(odd, (signal_t{3.0, 4.0, 0.0, 1.0, 2.0}));
 }
 
-TEST(fourier_transform, a_tone_stands_in_its_bin_with_its_amplitude)
+TEST(lib_fourier_transform, a_tone_stands_in_its_bin_with_its_amplitude)
 {
     for (const int bin : {0, 3, -5, 31}) {
         signal_t tone(64);
@@ -147,7 +147,7 @@ int transform_with_memory_left(std::size_t length, rlim_t bytes)
     return WIFEXITED(status) ? WEXITSTATUS(status) : -1;
 }
 
-TEST(fft_plan, tells_where_memory_is_short_and_does_not_end_the_process)
+TEST(lib_fourier_transform, tells_where_memory_is_short_and_does_not_end_the_process)
 {
 #ifdef __SANITIZE_ADDRESS__
     GTEST_SKIP() << "the sanitizer's own memory knows no limit";

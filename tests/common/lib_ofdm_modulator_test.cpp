@@ -58,7 +58,7 @@ std::vector<complex_t> frame_by_definition(const rows_t& rows, const setting_t& 
     return frame;
 }
 
-TEST(ofdm_modulator, equals_the_sum_of_its_subcarriers_with_prefix_and_window)
+TEST(lib_ofdm_modulator, equals_the_sum_of_its_subcarriers_with_prefix_and_window)
 {
     std::mt19937 random(9);
     std::normal_distribution<double> gauss;
@@ -107,7 +107,7 @@ TEST(ofdm_modulator, equals_the_sum_of_its_subcarriers_with_prefix_and_window)
         }
 }
 
-TEST(ofdm_modulator, refuses_rows_that_do_not_fit)
+TEST(lib_ofdm_modulator, refuses_rows_that_do_not_fit)
 {
     lib_ofdm_modulator_t modulator;
     modulator.set_fft_length(16);

@@ -56,7 +56,7 @@ void for_each_list(step_t step)
                                                  &c::add_ul_pucch, &c::remove_ul_pucch, &c::copy_ul_pucch, false});
 }
 
-TEST(carrier_facade, one_facade_per_kind_follows_adding_and_removing)
+TEST(cfg_nr_carrier, one_facade_per_kind_follows_adding_and_removing)
 {
     for_each_list([](const auto& list) {
         lib_nr_waveform_configure_manager_t waveform;
@@ -98,7 +98,7 @@ TEST(carrier_facade, one_facade_per_kind_follows_adding_and_removing)
     });
 }
 
-TEST(carrier_facade, a_new_carrier_moves_all_facades_but_that_of_the_srs)
+TEST(cfg_nr_carrier, a_new_carrier_moves_all_facades_but_that_of_the_srs)
 {
     lib_nr_waveform_configure_manager_t waveform;
     waveform.get_carrier(0).add_ul_srs();
@@ -137,7 +137,7 @@ TEST(carrier_facade, a_new_carrier_moves_all_facades_but_that_of_the_srs)
         [&](const auto& list) { EXPECT_EQ(cursor_of((carrier.*list.get)(99)), cursor_t(0, 0)) << list.name; });
 }
 
-TEST(carrier_facade, offers_what_the_setters_accept)
+TEST(cfg_nr_carrier, offers_what_the_setters_accept)
 {
     const captured_output_t silence;
     lib_nr_waveform_configure_manager_t waveform;
@@ -153,7 +153,7 @@ TEST(carrier_facade, offers_what_the_setters_accept)
     EXPECT_EQ(carrier.get_channel_bandwidth(), LIB_NR_CHANNEL_FR1_30M);
 }
 
-TEST(carrier_facade, settings_are_limited_and_tell_changes)
+TEST(cfg_nr_carrier, settings_are_limited_and_tell_changes)
 {
     cfg_nr_waveform_t waveform;
     nr_test::run_rows(waveform, {{"carrier[0].frequency_offset", "500000000", "400000000", true},
@@ -175,7 +175,7 @@ TEST(carrier_facade, settings_are_limited_and_tell_changes)
                                  {"carrier[0].baseband_filter", "false", "false", true}});
 }
 
-TEST(carrier_facade, settings_reach_the_manager)
+TEST(cfg_nr_carrier, settings_reach_the_manager)
 {
     lib_nr_waveform_configure_manager_t waveform;
     cfg_nr_carrier_t carrier(waveform);
@@ -200,7 +200,7 @@ TEST(carrier_facade, settings_reach_the_manager)
 }
 
 // What moves the sample rate fits mask and block size of the crest factor reduction to it.
-TEST(carrier_facade, a_moved_sample_rate_fits_the_mask)
+TEST(cfg_nr_carrier, a_moved_sample_rate_fits_the_mask)
 {
     const std::vector<std::pair<double, double>> mask = {{-6e7, -1}, {-1e6, -2}, {1e6, -3}, {6e7, -4}};
     const captured_output_t silence;

@@ -29,10 +29,10 @@ namespace
 using namespace vek::nr_mod_lib;
 
 /// Two carriers; the second has two numerologies, and one entry more in each list than a fresh one.
-class channel_cursors : public testing::Test
+class cfg_nr_channel_cursors : public testing::Test
 {
 protected:
-    channel_cursors()
+    cfg_nr_channel_cursors()
     {
         m_waveform.add_carrier();
         lib_nr_carrier_configure_manager_t& carrier = m_waveform.get_carrier(1);
@@ -75,7 +75,7 @@ protected:
     nr_test::captured_output_t m_output;
 };
 
-TEST_F(channel_cursors, lists)
+TEST_F(cfg_nr_channel_cursors, lists)
 {
     _expect_cursor<lib_nr_dl_bwp_configure_manager_t>(&cfg_nr_dl_bwp_t::set_current_dl_bwp_index);
     _expect_cursor<lib_nr_dl_dci_configure_manager_t>(&cfg_nr_dl_dci_t::set_current_dci_index);
@@ -90,7 +90,7 @@ TEST_F(channel_cursors, lists)
     _expect_cursor<lib_nr_phy_numerology_configure_manager_t>(&cfg_nr_ul_guard_band_t::set_current_guard_band_index);
 }
 
-TEST_F(channel_cursors, a_bwp_brings_its_first_coreset)
+TEST_F(cfg_nr_channel_cursors, a_bwp_brings_its_first_coreset)
 {
     cfg_nr_dl_bwp_t bwp(m_waveform);
     m_waveform.get_carrier(1).set_coreset_number(2, 2);
@@ -122,7 +122,7 @@ void expect_carrier_cursor(lib_nr_waveform_configure_manager_t& waveform, const 
     EXPECT_FALSE(facade.get_enable());
 }
 
-TEST_F(channel_cursors, presets)
+TEST_F(cfg_nr_channel_cursors, presets)
 {
     expect_carrier_cursor<cfg_nr_dl_tm_t>(m_waveform, "cfg_nr_dl_tm_t");
     expect_carrier_cursor<cfg_nr_dl_frc_t>(m_waveform, "cfg_nr_dl_frc_t");

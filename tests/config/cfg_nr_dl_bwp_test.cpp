@@ -8,7 +8,7 @@
 namespace
 {
 
-TEST(dl_bwp_facade, settings_read_back_as_they_were_corrected)
+TEST(cfg_nr_dl_bwp, settings_read_back_as_they_were_corrected)
 {
     nr_test::waveform_of_t waveform({"add carrier[0].dl_bwp", "carrier[0].channel_bandwidth=LIB_NR_CHANNEL_FR1_50M",
                                      "carrier[0].numerology_mode=LIB_NR_NUMBEROLOGY_MODE_MULTIPLE",

@@ -9,7 +9,7 @@ namespace
 
 using namespace vek::nr_mod_lib;
 
-TEST(csirs_facade, settings_read_back_as_they_were_corrected)
+TEST(cfg_nr_dl_csirs, settings_read_back_as_they_were_corrected)
 {
     nr_test::waveform_of_t waveform({"frame_number=2", "add carrier[0].dl_csirs"}); // 100 MHz, 30 kHz
     nr_test::run_rows(

@@ -8,7 +8,7 @@ namespace
 
 using namespace vek::nr_mod_lib;
 
-TEST(dl_dci_facade, settings_read_back_as_they_were_corrected)
+TEST(cfg_nr_dl_dci, settings_read_back_as_they_were_corrected)
 {
     nr_test::waveform_of_t waveform({"carrier[0].dl_bwp[0].coreset_number=2"});
     nr_test::run_rows(
@@ -51,7 +51,7 @@ TEST(dl_dci_facade, settings_read_back_as_they_were_corrected)
         "carrier[0].dl_dci[0]");
 }
 
-TEST(dl_dci_facade, levels_and_search_spaces_go_by_the_groups_of_the_coreset)
+TEST(cfg_nr_dl_dci, levels_and_search_spaces_go_by_the_groups_of_the_coreset)
 {
     nr_test::waveform_of_t waveform({"carrier[0].dl_dci[0].bwp_id=0"});
     cfg_nr_dl_dci_t& dci = *waveform.get_carrier(0)->get_dl_dci(0);

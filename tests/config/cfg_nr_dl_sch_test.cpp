@@ -8,7 +8,7 @@
 namespace
 {
 
-TEST(dl_sch_facade, settings_stay_within_their_limits)
+TEST(cfg_nr_dl_sch, settings_stay_within_their_limits)
 {
     nr_test::waveform_of_t waveform({});
     nr_test::run_rows(waveform,
@@ -48,7 +48,7 @@ TEST(dl_sch_facade, settings_stay_within_their_limits)
                       "carrier[0].dl_pdsch[0]");
 }
 
-TEST(dl_sch_facade, ports_bring_groups_power_and_ptrs_along)
+TEST(cfg_nr_dl_sch, ports_bring_groups_power_and_ptrs_along)
 {
     nr_test::waveform_of_t waveform({"carrier[0].dl_pdsch[0].enable_ptrs=true"});
     nr_test::run_rows(
@@ -79,7 +79,7 @@ TEST(dl_sch_facade, ports_bring_groups_power_and_ptrs_along)
         "carrier[0].dl_pdsch[0]");
 }
 
-TEST(dl_sch_facade, the_first_dmrs_symbol_follows_the_mib)
+TEST(cfg_nr_dl_sch, the_first_dmrs_symbol_follows_the_mib)
 {
     nr_test::waveform_of_t waveform(
         {"carrier[0].dl_pdsch[0].dmrs_additional_position=LIB_NR_SCH_DMRS_ADDITIONAL_POSITION_3",
@@ -98,7 +98,7 @@ TEST(dl_sch_facade, the_first_dmrs_symbol_follows_the_mib)
                       "carrier[0].dl_pdsch[0]");
 }
 
-TEST(dl_sch_facade, a_channel_follows_its_bandwidth_part)
+TEST(cfg_nr_dl_sch, a_channel_follows_its_bandwidth_part)
 {
     nr_test::waveform_of_t waveform({"add carrier[0].dl_bwp", "add carrier[0].dl_bwp",
                                      "carrier[0].dl_bwp[1].bwp_rb_size=100", "carrier[0].dl_bwp[2].bwp_rb_size=200",
@@ -134,7 +134,7 @@ TEST(dl_sch_facade, a_channel_follows_its_bandwidth_part)
         "carrier[0].dl_pdsch[0]");
 }
 
-TEST(dl_sch_facade, a_channel_follows_spacing_and_prefix)
+TEST(cfg_nr_dl_sch, a_channel_follows_spacing_and_prefix)
 {
     nr_test::waveform_of_t waveform({"carrier[0].numerology=LIB_NR_SCS_60K"});
     nr_test::run_rows(waveform,
@@ -158,7 +158,7 @@ TEST(dl_sch_facade, a_channel_follows_spacing_and_prefix)
                       "carrier[0].dl_pdsch[0]");
 }
 
-TEST(dl_sch_facade, slots_follow_the_frames)
+TEST(cfg_nr_dl_sch, slots_follow_the_frames)
 {
     nr_test::waveform_of_t waveform({"frame_number=3"});
     nr_test::run_rows(waveform,

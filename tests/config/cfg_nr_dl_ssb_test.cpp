@@ -17,7 +17,7 @@ namespace
 using namespace vek::nr_mod_lib;
 using nr_test::captured_output_t;
 
-TEST(ssb_facade, settings_read_back_as_they_were_corrected)
+TEST(cfg_nr_dl_ssb, settings_read_back_as_they_were_corrected)
 {
     cfg_nr_waveform_t waveform; // 100 MHz, 30 kHz, 1 GHz
     nr_test::run_rows(
@@ -62,7 +62,7 @@ TEST(ssb_facade, settings_read_back_as_they_were_corrected)
         "carrier[0].dl_ssb");
 }
 
-TEST(ssb_facade, lists_and_half_frame_keep_to_lmax_and_periodicity)
+TEST(cfg_nr_dl_ssb, lists_and_half_frame_keep_to_lmax_and_periodicity)
 {
     nr_test::waveform_of_t waveform({"radio_frequency=3500000000"}); // Lmax 8
     nr_test::run_rows(waveform,
@@ -90,7 +90,7 @@ TEST(ssb_facade, lists_and_half_frame_keep_to_lmax_and_periodicity)
     EXPECT_FALSE(waveform.get_carrier(0)->get_dl_ssb()->set_periodicity(static_cast<lib_ssb_periodicity_t>(0)));
 }
 
-TEST(ssb_facade, moves_between_enabled_numerologies)
+TEST(cfg_nr_dl_ssb, moves_between_enabled_numerologies)
 {
     const captured_output_t silence;
     cfg_nr_waveform_t waveform;
@@ -119,7 +119,7 @@ TEST(ssb_facade, moves_between_enabled_numerologies)
     EXPECT_EQ(ssb.get_numerology(), LIB_NR_SCS_15K);
 }
 
-TEST(ssb_facade, stands_on_carriers_that_exist)
+TEST(cfg_nr_dl_ssb, stands_on_carriers_that_exist)
 {
     lib_nr_waveform_configure_manager_t waveform;
     waveform.add_carrier();

@@ -14,7 +14,7 @@ using nr_test::captured_output_t;
 using nr_test::cursor_of;
 using nr_test::cursor_t;
 
-TEST(phy_numerology_facade, moves_inside_the_lists_only)
+TEST(cfg_nr_phy_numerology, moves_inside_the_lists_only)
 {
     lib_nr_waveform_configure_manager_t waveform;
     waveform.add_carrier();
@@ -41,7 +41,7 @@ TEST(phy_numerology_facade, moves_inside_the_lists_only)
     EXPECT_EQ(numerology.get_ul_guard_band(), guard_band);
 }
 
-TEST(phy_numerology_facade, serves_the_last_entry_when_the_list_has_shrunk_below_the_cursor)
+TEST(cfg_nr_phy_numerology, serves_the_last_entry_when_the_list_has_shrunk_below_the_cursor)
 {
     const captured_output_t silence;
     lib_nr_waveform_configure_manager_t waveform;

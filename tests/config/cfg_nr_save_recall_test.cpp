@@ -20,7 +20,7 @@ std::string with(std::string text, const std::string& from, const std::string& t
     return text.replace(place, from.size(), to);
 }
 
-TEST(settings_tree, a_fresh_waveform_has_the_blocks_in_their_order_with_their_values)
+TEST(cfg_nr_save_recall, a_fresh_waveform_has_the_blocks_in_their_order_with_their_values)
 {
     cfg_nr_waveform_t waveform;
     const std::string text = saved(waveform);
@@ -54,7 +54,7 @@ TEST(settings_tree, a_fresh_waveform_has_the_blocks_in_their_order_with_their_va
     EXPECT_NE(text.find("<auto_cofig_mib>true</auto_cofig_mib>"), std::string::npos);
 }
 
-TEST(settings_tree, brings_back_carriers_types_and_numerologies)
+TEST(cfg_nr_save_recall, brings_back_carriers_types_and_numerologies)
 {
     nr_test::captured_output_t silence;
     cfg_nr_waveform_t waveform;
@@ -89,7 +89,7 @@ TEST(settings_tree, brings_back_carriers_types_and_numerologies)
     EXPECT_TRUE(nr_test::differences(recalled, single).empty());
 }
 
-TEST(settings_tree, stands_with_its_own_cursors_wherever_the_host_left_them)
+TEST(cfg_nr_save_recall, stands_with_its_own_cursors_wherever_the_host_left_them)
 {
     nr_test::captured_output_t silence;
     cfg_nr_waveform_t waveform;
@@ -103,7 +103,7 @@ TEST(settings_tree, stands_with_its_own_cursors_wherever_the_host_left_them)
     EXPECT_EQ(saved(waveform), text);
 }
 
-TEST(settings_tree, takes_what_is_missing_or_unknown_as_the_first_value)
+TEST(cfg_nr_save_recall, takes_what_is_missing_or_unknown_as_the_first_value)
 {
     nr_test::captured_output_t output;
     cfg_nr_waveform_t waveform;
@@ -143,7 +143,7 @@ TEST(settings_tree, takes_what_is_missing_or_unknown_as_the_first_value)
     EXPECT_TRUE(waveform.get_carrier(0)->get_enable());
 }
 
-TEST(settings_tree, does_not_follow_the_hosts_locale)
+TEST(cfg_nr_save_recall, does_not_follow_the_hosts_locale)
 {
     nr_test::captured_output_t silence;
     cfg_nr_waveform_t waveform;

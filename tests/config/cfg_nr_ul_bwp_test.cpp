@@ -14,7 +14,7 @@ using nr_test::take;
 using nr_test::value_of;
 using nr_test::waveform_of_t;
 
-TEST(ul_bwp_facade, limits_follow_the_numerology_of_its_own_spacing)
+TEST(cfg_nr_ul_bwp, limits_follow_the_numerology_of_its_own_spacing)
 {
     cfg_nr_waveform_t waveform;
     nr_test::run_rows(waveform, {{"carrier[0].carrier_type=LIB_NR_UPLINK"},
@@ -39,7 +39,7 @@ TEST(ul_bwp_facade, limits_follow_the_numerology_of_its_own_spacing)
                                  {"carrier[0].ul_bwp[1].cp_type", nullptr, "LIB_NR_NORMAL_CP"}});
 }
 
-TEST(ul_guard_band_facade, a_file_brings_back_what_was_confirmed)
+TEST(cfg_nr_ul_bwp, a_file_brings_back_what_was_confirmed)
 {
     const std::string bands = "carrier[0].numerology[0].ul_guard_band";
     const std::string add = "add " + bands + ".guard_band";

@@ -34,7 +34,7 @@ void run_pucch_rows(cfg_nr_waveform_t& waveform, const std::string& rows)
     }
 }
 
-TEST(ul_pucch_facade, a_format_limits_symbols_resource_blocks_and_payload)
+TEST(cfg_nr_ul_pucch, a_format_limits_symbols_resource_blocks_and_payload)
 {
     waveform_of_t waveform({"carrier[0].carrier_type=LIB_NR_UPLINK", "carrier[0].ul_bwp[0].rb_number=20"});
     run_pucch_rows(
@@ -56,7 +56,7 @@ TEST(ul_pucch_facade, a_format_limits_symbols_resource_blocks_and_payload)
         "payload_size > 2;");
 }
 
-TEST(ul_pucch_facade, hoppings_interlaces_and_orthogonal_sequences_limit_each_other)
+TEST(cfg_nr_ul_pucch, hoppings_interlaces_and_orthogonal_sequences_limit_each_other)
 {
     waveform_of_t waveform({"carrier[0].carrier_type=LIB_NR_UPLINK"});
     run_pucch_rows(
@@ -87,7 +87,7 @@ TEST(ul_pucch_facade, hoppings_interlaces_and_orthogonal_sequences_limit_each_ot
     EXPECT_EQ(pucch.get_max_code_rate(), 8u);
 }
 
-TEST(ul_pucch_facade, what_is_told_and_who_tells_it_stay_in_range)
+TEST(cfg_nr_ul_pucch, what_is_told_and_who_tells_it_stay_in_range)
 {
     waveform_of_t waveform({"carrier[0].carrier_type=LIB_NR_UPLINK"});
     run_pucch_rows(
@@ -106,7 +106,7 @@ TEST(ul_pucch_facade, what_is_told_and_who_tells_it_stay_in_range)
         "csi2_payload_size 4294967295 > 4294967295 *;");
 }
 
-TEST(ul_pucch_facade, a_pucch_follows_its_bwp)
+TEST(cfg_nr_ul_pucch, a_pucch_follows_its_bwp)
 {
     waveform_of_t waveform({"carrier[0].carrier_type=LIB_NR_UPLINK",
                             "carrier[0].numerology_mode=LIB_NR_NUMBEROLOGY_MODE_MULTIPLE",
@@ -142,7 +142,7 @@ TEST(ul_pucch_facade, a_pucch_follows_its_bwp)
     EXPECT_FALSE(pucch.get_enable());
 }
 
-TEST(ul_pucch_facade, the_bits_of_the_slots_are_one_stream_that_repetition_stretches)
+TEST(cfg_nr_ul_pucch, the_bits_of_the_slots_are_one_stream_that_repetition_stretches)
 {
     waveform_of_t waveform({"carrier[0].carrier_type=LIB_NR_UPLINK", "carrier[0].ul_pucch[0].allocated_slots=0:7"});
     // x^9 + x^4 + 1 from all ones: nine ones, five zeros, four ones

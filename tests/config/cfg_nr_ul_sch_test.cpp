@@ -7,7 +7,7 @@ namespace
 {
 
 // What PDSCH and PUSCH have in common is held at the PDSCH.
-TEST(ul_sch_facade, settings_keep_to_their_limits)
+TEST(cfg_nr_ul_sch, settings_keep_to_their_limits)
 {
     nr_test::waveform_of_t waveform({"carrier[0].carrier_type=LIB_NR_UPLINK"});
     nr_test::run_rows(

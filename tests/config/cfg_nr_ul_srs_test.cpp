@@ -10,7 +10,7 @@ namespace
 
 using namespace vek::nr_mod_lib;
 
-TEST(ul_srs_facade, settings_keep_to_their_limits_and_to_each_other)
+TEST(cfg_nr_ul_srs, settings_keep_to_their_limits_and_to_each_other)
 {
     const std::string at = "carrier[0].ul_srs[0].";
     // What is asked, what is stored, and the neighbour that follows.

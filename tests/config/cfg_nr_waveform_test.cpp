@@ -11,7 +11,7 @@ namespace
 using namespace vek::nr_mod_lib;
 using nr_test::captured_output_t;
 
-TEST(waveform_facade, settings_are_limited_and_start_anew)
+TEST(cfg_nr_waveform, settings_are_limited_and_start_anew)
 {
     cfg_nr_waveform_t waveform;
     EXPECT_EQ(waveform.get_protocol_type(), 12U);
@@ -41,7 +41,7 @@ TEST(waveform_facade, settings_are_limited_and_start_anew)
     EXPECT_EQ(waveform.get_crest_factor_reduction_setting(), cfg_nr_waveform_t().get_crest_factor_reduction_setting());
 }
 
-TEST(waveform_facade, one_cursor_walks_the_carriers)
+TEST(cfg_nr_waveform, one_cursor_walks_the_carriers)
 {
     cfg_nr_waveform_t waveform;
     cfg_nr_carrier_t* const carrier = waveform.get_carrier(0);

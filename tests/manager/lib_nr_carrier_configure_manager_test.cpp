@@ -78,7 +78,7 @@ carrier_t multiple_numerologies(lib_nr_channel_bw_type_t bandwidth, lib_carrier_
     return carrier;
 }
 
-TEST(carrier_manager, is_fresh_as_told)
+TEST(lib_nr_carrier_configure_manager, is_fresh_as_told)
 {
     const captured_output_t output;
     const carrier_t carrier;
@@ -100,7 +100,7 @@ TEST(carrier_manager, is_fresh_as_told)
     EXPECT_EQ(output.text(), trace + trace);
 }
 
-TEST(carrier_manager, nan_changes_nothing)
+TEST(lib_nr_carrier_configure_manager, nan_changes_nothing)
 {
     carrier_t carrier;
     EXPECT_FALSE(carrier.set_frequency_offset_hz(1e9, k_nan));
@@ -111,7 +111,7 @@ TEST(carrier_manager, nan_changes_nothing)
     EXPECT_EQ(carrier.get_windowing_beta(), 0.01);
 }
 
-TEST(carrier_manager, a_new_type_or_ntn_mode_starts_anew_but_for_the_timing_offset)
+TEST(lib_nr_carrier_configure_manager, a_new_type_or_ntn_mode_starts_anew_but_for_the_timing_offset)
 {
     carrier_t carrier;
     const auto touch = [&] {
@@ -159,7 +159,7 @@ TEST(carrier_manager, a_new_type_or_ntn_mode_starts_anew_but_for_the_timing_offs
     expect_duplex(LIB_NR_DUPLEX_TYPE_TDD);
 }
 
-TEST(carrier_manager, entries_are_named_and_numbered)
+TEST(lib_nr_carrier_configure_manager, entries_are_named_and_numbered)
 {
     carrier_t carrier;
     EXPECT_EQ(&carrier.get_dl_bwp(99), &carrier.get_dl_bwp(1));
@@ -190,7 +190,7 @@ TEST(carrier_manager, entries_are_named_and_numbered)
         EXPECT_EQ(carrier.get_dl_bwp(i).get_bwp_id(), i);
 }
 
-TEST(carrier_manager, channels_of_a_lost_bwp_go_to_the_first)
+TEST(lib_nr_carrier_configure_manager, channels_of_a_lost_bwp_go_to_the_first)
 {
     carrier_t carrier;
     carrier.add_dl_bwp();
@@ -229,7 +229,7 @@ TEST(carrier_manager, channels_of_a_lost_bwp_go_to_the_first)
     EXPECT_EQ(carrier.get_dl_dci(0).get_coreset_id(), 1U);
 }
 
-TEST(carrier_manager, a_bwp_that_is_not_there_becomes_the_first_with_a_line)
+TEST(lib_nr_carrier_configure_manager, a_bwp_that_is_not_there_becomes_the_first_with_a_line)
 {
     using set_t = std::function<void(carrier_t&, unsigned int, unsigned int)>;
     const std::pair<const char*, set_t> rows[] = {
@@ -259,7 +259,7 @@ TEST(carrier_manager, a_bwp_that_is_not_there_becomes_the_first_with_a_line)
     EXPECT_THROW(carrier.set_ul_bwp_numerology(1, LIB_NR_SCS_30K), std::out_of_range);
 }
 
-TEST(carrier_manager, bandwidth_parts_follow_the_width_of_their_numerology)
+TEST(lib_nr_carrier_configure_manager, bandwidth_parts_follow_the_width_of_their_numerology)
 {
     carrier_t carrier;
     carrier.set_dl_csirs_bwp_id(0, 0);
@@ -306,7 +306,7 @@ TEST(carrier_manager, bandwidth_parts_follow_the_width_of_their_numerology)
     EXPECT_EQ(carrier.get_dl_bwp(1).get_bwp_rb_size(), 6U);
 }
 
-TEST(carrier_manager, bandwidth_parts_leave_a_disabled_spacing)
+TEST(lib_nr_carrier_configure_manager, bandwidth_parts_leave_a_disabled_spacing)
 {
     carrier_t carrier = multiple_numerologies(LIB_NR_CHANNEL_FR1_50M);
     EXPECT_EQ(carrier.get_enable_numerology_list(), std::vector{LIB_NR_SCS_15K});
@@ -355,7 +355,7 @@ TEST(carrier_manager, bandwidth_parts_leave_a_disabled_spacing)
     EXPECT_EQ(carrier.get_dl_sch(0).get_rb_num(), 65U);
 }
 
-TEST(carrier_manager, only_the_bwps_of_the_direction_follow_a_spacing)
+TEST(lib_nr_carrier_configure_manager, only_the_bwps_of_the_direction_follow_a_spacing)
 {
     carrier_t carrier;
     carrier.set_numerology(LIB_NR_SCS_60K);
@@ -383,7 +383,7 @@ TEST(carrier_manager, only_the_bwps_of_the_direction_follow_a_spacing)
     EXPECT_EQ(output.text(), k_class + "get_numerology_manager : get numerology error\n");
 }
 
-TEST(carrier_manager, uplink_channels_follow_where_they_stand)
+TEST(lib_nr_carrier_configure_manager, uplink_channels_follow_where_they_stand)
 {
     carrier_t carrier = multiple_numerologies(LIB_NR_CHANNEL_FR1_50M, LIB_NR_UPLINK);
     const captured_output_t silence;
@@ -400,7 +400,7 @@ TEST(carrier_manager, uplink_channels_follow_where_they_stand)
     EXPECT_TRUE(carrier.set_ul_bwp_cp_type(0, LIB_NR_EXTEND_CP));
 }
 
-TEST(carrier_manager, a_bandwidth_rebuilds_the_numerologies)
+TEST(lib_nr_carrier_configure_manager, a_bandwidth_rebuilds_the_numerologies)
 {
     carrier_t carrier;
     carrier.set_numerology_rb_size(0, 40);
@@ -431,7 +431,7 @@ TEST(carrier_manager, a_bandwidth_rebuilds_the_numerologies)
     EXPECT_EQ(carrier.get_ul_prach(0).get_configuration_table(), FR1_FDD_SUL);
 }
 
-TEST(carrier_manager, ntn_knows_fewer_bandwidths)
+TEST(lib_nr_carrier_configure_manager, ntn_knows_fewer_bandwidths)
 {
     const captured_output_t silence;
     carrier_t carrier;
@@ -444,7 +444,7 @@ TEST(carrier_manager, ntn_knows_fewer_bandwidths)
     }
 }
 
-TEST(carrier_manager, prachs_do_not_follow_in_multiple_mode)
+TEST(lib_nr_carrier_configure_manager, prachs_do_not_follow_in_multiple_mode)
 {
     carrier_t carrier = multiple_numerologies(LIB_NR_CHANNEL_FR1_100M, LIB_NR_UPLINK);
     const captured_output_t output;
@@ -466,7 +466,7 @@ TEST(carrier_manager, prachs_do_not_follow_in_multiple_mode)
     EXPECT_EQ(carrier.get_ul_prach(0).get_rb_offset(), 0U);
 }
 
-TEST(carrier_manager, disabled_numerologies_of_a_bwp_are_reported)
+TEST(lib_nr_carrier_configure_manager, disabled_numerologies_of_a_bwp_are_reported)
 {
     carrier_t carrier = multiple_numerologies(LIB_NR_CHANNEL_FR1_100M, LIB_NR_UPLINK);
     carrier.get_numerology_manager(0U).set_enable(false);
@@ -486,14 +486,14 @@ TEST(carrier_manager, disabled_numerologies_of_a_bwp_are_reported)
     EXPECT_EQ(carrier.get_frequency_offset_of_point_a(), 0.0);
 }
 
-TEST(carrier_manager, an_empty_numerology_list_gives_no_bandwidth_parts)
+TEST(lib_nr_carrier_configure_manager, an_empty_numerology_list_gives_no_bandwidth_parts)
 {
     const captured_output_t output;
     vek::test_peer_t<carrier_t>::init_bwps_without_numerologies(carrier_t());
     EXPECT_EQ(output.text(), k_class + "_init_bwp_list Report: Numerology list must NOT be emtpy!\n");
 }
 
-TEST(carrier_manager, guard_bands_are_confirmed_through_the_carrier)
+TEST(lib_nr_carrier_configure_manager, guard_bands_are_confirmed_through_the_carrier)
 {
     carrier_t carrier;
     lib_nr_ul_sch_configure_manager_t& sch = carrier.get_ul_sch(0);
@@ -559,7 +559,7 @@ void expect_consistent(const carrier_t& carrier, int step)
         ASSERT_LT(carrier.get_ul_srs(i).get_bwp_id(), carrier.get_ul_bwp_number()) << step;
 }
 
-TEST(carrier_manager, stays_consistent_under_random_operations)
+TEST(lib_nr_carrier_configure_manager, stays_consistent_under_random_operations)
 {
     std::mt19937 random(3);
     const auto below = [&](unsigned int limit) { return static_cast<unsigned int>(random() % limit); };

@@ -33,7 +33,7 @@ bool is_valid(lib_nr_dl_sch_configure_manager_t& sch, bool extended, unsigned in
     return l <= 13 && l >= (is_double ? 5U : 2U);
 }
 
-TEST(dl_sch_manager, every_valid_allocation_is_taken_and_no_other_is_kept)
+TEST(lib_nr_dl_sch_configure_manager, every_valid_allocation_is_taken_and_no_other_is_kept)
 {
     lib_nr_dl_sch_configure_manager_t sch(bwp_of(LIB_NR_SCS_60K));
     for (unsigned int setting = 0; setting < 16; ++setting) {
@@ -56,7 +56,7 @@ TEST(dl_sch_manager, every_valid_allocation_is_taken_and_no_other_is_kept)
 }
 
 // The CDM groups of TS 38.211 Tables 7.4.1.1.2-1 and 7.4.1.1.2-2, port by port.
-TEST(dl_sch_manager, a_port_is_of_its_type_and_blocks_its_group)
+TEST(lib_nr_dl_sch_configure_manager, a_port_is_of_its_type_and_blocks_its_group)
 {
     constexpr std::array<std::array<unsigned int, 13>, 2> k_groups = {
         {{0, 0, 1, 1, 0, 0, 1, 1}, {0, 0, 1, 1, 2, 2, 0, 0, 1, 1, 2, 2}}};
@@ -81,7 +81,7 @@ TEST(dl_sch_manager, a_port_is_of_its_type_and_blocks_its_group)
 }
 
 // TS 38.214 clause 5.1.2.2.1: the first group ends at a multiple of its size, counted from common resource block 0.
-TEST(dl_sch_manager, groups_of_resource_blocks_lie_on_multiples_of_their_size)
+TEST(lib_nr_dl_sch_configure_manager, groups_of_resource_blocks_lie_on_multiples_of_their_size)
 {
     lib_nr_dl_sch_configure_manager_t sch(bwp_of(LIB_NR_SCS_30K));
     unsigned int offered = 0;
@@ -103,7 +103,7 @@ TEST(dl_sch_manager, groups_of_resource_blocks_lie_on_multiples_of_their_size)
     EXPECT_EQ(sch.get_rbg_size_list(276), std::vector{LIB_NR_SCH_RBG_SIZE_2});
 }
 
-TEST(dl_sch_manager, antenna_ports_never_leave_all_antennas_silent)
+TEST(lib_nr_dl_sch_configure_manager, antenna_ports_never_leave_all_antennas_silent)
 {
     using sch_ports_t = std::vector<lib_nr_antenna_port_t>;
     constexpr auto none = LIB_NR_ANTENNA_PORT_NONE;
@@ -121,7 +121,7 @@ TEST(dl_sch_manager, antenna_ports_never_leave_all_antennas_silent)
     EXPECT_TRUE(csirs.get_antenna_port().empty());
 }
 
-TEST(dl_sch_manager, a_dmrs_position_that_is_none_is_told)
+TEST(lib_nr_dl_sch_configure_manager, a_dmrs_position_that_is_none_is_told)
 {
     const std::string told = "lib_nr_sch_configure_manager_t::set_dmrs_type_a_position : Error DMRS Type A l0 position";
     lib_nr_dl_sch_configure_manager_t sch(bwp_of(LIB_NR_SCS_30K));

@@ -34,7 +34,7 @@ lib_nr_dl_ssb_configure_manager_t ssb_at(lib_nr_numerology_type_t spacing, lib_n
 
 const std::string k_limit_line = "ssb-rb_offset reach limitation ,max_rb_offset  = ";
 
-TEST(ssb_manager, init_restores_what_it_lists_and_keeps_the_rest)
+TEST(lib_nr_dl_ssb_configure_manager, init_restores_what_it_lists_and_keeps_the_rest)
 {
     const captured_output_t silence;
     const auto numerology = numerology_of(LIB_NR_SCS_30K, LIB_NR_CHANNEL_FR1_20M);
@@ -56,7 +56,7 @@ TEST(ssb_manager, init_restores_what_it_lists_and_keeps_the_rest)
     EXPECT_EQ(ssb.get_lmax(), LIB_NR_LMAX_8); // the radio frequency stays
 }
 
-TEST(ssb_manager, spacing_decides_pattern_lmax_and_offset)
+TEST(lib_nr_dl_ssb_configure_manager, spacing_decides_pattern_lmax_and_offset)
 {
     struct row_t
     {
@@ -95,7 +95,7 @@ TEST(ssb_manager, spacing_decides_pattern_lmax_and_offset)
     }
 }
 
-TEST(ssb_manager, has_no_place_at_60_khz_and_below_20_resource_blocks)
+TEST(lib_nr_dl_ssb_configure_manager, has_no_place_at_60_khz_and_below_20_resource_blocks)
 {
     auto ssb = ssb_at(LIB_NR_SCS_30K, LIB_NR_CHANNEL_FR1_20M);
     EXPECT_TRUE(ssb.set_enable(true, 20));
@@ -134,7 +134,7 @@ TEST(ssb_manager, has_no_place_at_60_khz_and_below_20_resource_blocks)
     EXPECT_EQ(ssb.get_numerology(), LIB_NR_SCS_15K);
 }
 
-TEST(ssb_manager, following_resets_pattern_and_lists)
+TEST(lib_nr_dl_ssb_configure_manager, following_resets_pattern_and_lists)
 {
     const captured_output_t silence;
     const auto numerology = numerology_of(LIB_NR_SCS_30K, LIB_NR_CHANNEL_FR1_20M);
@@ -155,7 +155,7 @@ TEST(ssb_manager, following_resets_pattern_and_lists)
     EXPECT_EQ(ssb.get_lmax(), LIB_NR_LMAX_4);
 }
 
-TEST(ssb_manager, offset_and_kssb_keep_the_block_inside)
+TEST(lib_nr_dl_ssb_configure_manager, offset_and_kssb_keep_the_block_inside)
 {
     struct row_t
     {

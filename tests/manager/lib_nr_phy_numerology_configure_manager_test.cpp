@@ -10,7 +10,7 @@ namespace
 using namespace vek::nr_mod_lib;
 using numerology_t = lib_nr_phy_numerology_configure_manager_t;
 
-TEST(phy_numerology, takes_valid_pairs_only_and_starts_at_full_width)
+TEST(lib_nr_phy_numerology_configure_manager, takes_valid_pairs_only_and_starts_at_full_width)
 {
     numerology_t numerology;
     EXPECT_FALSE(numerology.get_enable());
@@ -37,7 +37,7 @@ TEST(phy_numerology, takes_valid_pairs_only_and_starts_at_full_width)
     EXPECT_EQ(numerology.get_cp_type_list(), std::vector{LIB_NR_NORMAL_CP});
 }
 
-TEST(phy_numerology, start_wins_against_width)
+TEST(lib_nr_phy_numerology_configure_manager, start_wins_against_width)
 {
     struct row_t
     {
@@ -67,7 +67,7 @@ TEST(phy_numerology, start_wins_against_width)
     EXPECT_EQ(numerology.get_rb_size(), 51U);
 }
 
-TEST(phy_numerology, guard_bands_follow_the_width)
+TEST(lib_nr_phy_numerology_configure_manager, guard_bands_follow_the_width)
 {
     numerology_t numerology;
     numerology.set_numerology(LIB_NR_SCS_60K, LIB_NR_CHANNEL_FR1_100M);

@@ -42,7 +42,7 @@ bool is_5_smooth(unsigned int number)
     return number == 1;
 }
 
-TEST(ul_sch_manager, transform_precoded_allocations_round_up_within_the_bwp)
+TEST(lib_nr_ul_sch_configure_manager, transform_precoded_allocations_round_up_within_the_bwp)
 {
     channel_t channel;
     channel.sch.set_enable_transfer_precoding(true);
@@ -68,7 +68,7 @@ TEST(ul_sch_manager, transform_precoded_allocations_round_up_within_the_bwp)
     EXPECT_EQ(channel.sch.get_rb_num(), 100U);
 }
 
-TEST(ul_sch_manager, interlaces_need_the_whole_channel_at_15_or_30_khz_and_follow_the_rb_sets)
+TEST(lib_nr_ul_sch_configure_manager, interlaces_need_the_whole_channel_at_15_or_30_khz_and_follow_the_rb_sets)
 {
     channel_t channel;
     lib_nr_ul_sch_configure_manager_t& sch = channel.sch;
@@ -99,7 +99,7 @@ TEST(ul_sch_manager, interlaces_need_the_whole_channel_at_15_or_30_khz_and_follo
     EXPECT_FALSE(channel_t(LIB_NR_SCS_60K, 135).sch.set_ra_type(LIB_NR_SCH_RA_TYPE2));
 }
 
-TEST(ul_sch_manager, symbols_and_hops_keep_to_slot_and_bwp)
+TEST(lib_nr_ul_sch_configure_manager, symbols_and_hops_keep_to_slot_and_bwp)
 {
     channel_t channel;
     lib_nr_ul_sch_configure_manager_t& sch = channel.sch;
@@ -128,7 +128,7 @@ TEST(ul_sch_manager, symbols_and_hops_keep_to_slot_and_bwp)
     }
 }
 
-TEST(ul_sch_manager, layers_waveform_and_code_rate_fit_together)
+TEST(lib_nr_ul_sch_configure_manager, layers_waveform_and_code_rate_fit_together)
 {
     channel_t channel;
     lib_nr_ul_sch_configure_manager_t& sch = channel.sch;

@@ -17,7 +17,7 @@ using mask_t = std::vector<std::pair<double, double>>;
 constexpr double k_nan = std::numeric_limits<double>::quiet_NaN();
 
 // The least power of two times the spacing that holds the occupied width and a quarter more, by trying them all.
-TEST(waveform_manager, rate_is_the_least_that_leaves_a_fifth_free)
+TEST(lib_nr_waveform_configure_manager, rate_is_the_least_that_leaves_a_fifth_free)
 {
     const captured_output_t silence;
     for (unsigned int bw = 0; bw < 24; ++bw) {
@@ -41,7 +41,7 @@ TEST(waveform_manager, rate_is_the_least_that_leaves_a_fifth_free)
     }
 }
 
-TEST(waveform_manager, carriers_off_the_centre_and_disabled_ones_move_the_rate)
+TEST(lib_nr_waveform_configure_manager, carriers_off_the_centre_and_disabled_ones_move_the_rate)
 {
     const captured_output_t silence;
     waveform_t waveform;
@@ -67,7 +67,7 @@ TEST(waveform_manager, carriers_off_the_centre_and_disabled_ones_move_the_rate)
     EXPECT_EQ(waveform.get_frame_sample_points(), 0U);
 }
 
-TEST(waveform_manager, widest_enabled_numerology_decides)
+TEST(lib_nr_waveform_configure_manager, widest_enabled_numerology_decides)
 {
     const captured_output_t silence;
     waveform_t waveform;
@@ -86,7 +86,7 @@ TEST(waveform_manager, widest_enabled_numerology_decides)
     EXPECT_EQ(waveform.get_waveform_sample_rate_hz(), 3 * 15360000.0);
 }
 
-TEST(waveform_manager, frames_and_subframes_are_held_to_their_limits)
+TEST(lib_nr_waveform_configure_manager, frames_and_subframes_are_held_to_their_limits)
 {
     waveform_t waveform;
     struct row_t
@@ -114,7 +114,7 @@ TEST(waveform_manager, frames_and_subframes_are_held_to_their_limits)
     EXPECT_EQ(waveform.get_waveform_length_s(), 0.02);
 }
 
-TEST(waveform_manager, cfr_blocks_never_exceed_the_waveform)
+TEST(lib_nr_waveform_configure_manager, cfr_blocks_never_exceed_the_waveform)
 {
     waveform_t waveform;
     waveform.set_frames_number(4);
@@ -130,7 +130,7 @@ TEST(waveform_manager, cfr_blocks_never_exceed_the_waveform)
     EXPECT_EQ(waveform.get_cfr_block_size(), 92160U);
 }
 
-TEST(waveform_manager, filter_mask_is_sorted_and_cut_to_the_rate)
+TEST(lib_nr_waveform_configure_manager, filter_mask_is_sorted_and_cut_to_the_rate)
 {
     waveform_t waveform;
     const double edge = 61440000.0;
@@ -151,7 +151,7 @@ TEST(waveform_manager, filter_mask_is_sorted_and_cut_to_the_rate)
     EXPECT_FALSE(waveform.set_cfr_filter_mask_data_arr({}));
 }
 
-TEST(waveform_manager, carriers_are_added_copied_and_removed_alone)
+TEST(lib_nr_waveform_configure_manager, carriers_are_added_copied_and_removed_alone)
 {
     const captured_output_t silence;
     waveform_t waveform;
@@ -183,7 +183,7 @@ TEST(waveform_manager, carriers_are_added_copied_and_removed_alone)
     EXPECT_EQ(waveform.get_carrier(0).get_timing_offset_s(), 0.003);
 }
 
-TEST(waveform_manager, ntn_starts_everything_anew)
+TEST(lib_nr_waveform_configure_manager, ntn_starts_everything_anew)
 {
     waveform_t waveform;
     waveform.add_carrier();
@@ -205,7 +205,7 @@ TEST(waveform_manager, ntn_starts_everything_anew)
     EXPECT_TRUE(waveform.get_carrier(0).get_nr_ntn());
 }
 
-TEST(waveform_manager, channels_follow_frames_antennas_and_frequency)
+TEST(lib_nr_waveform_configure_manager, channels_follow_frames_antennas_and_frequency)
 {
     const captured_output_t silence;
     waveform_t waveform;

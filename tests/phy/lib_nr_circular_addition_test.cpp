@@ -11,7 +11,7 @@ using namespace vek::nr_mod_lib;
 using complex_t = std::complex<double>;
 using signal_t = std::vector<complex_t>;
 
-TEST(circular_addition, what_a_frame_spreads_goes_round_and_nothing_else_does)
+TEST(lib_nr_circular_addition, what_a_frame_spreads_goes_round_and_nothing_else_does)
 {
     // Frames of 4 samples, 2 more behind, 1 ahead.
     const signal_t main = {1, 2, 3, 4, 50, 60};
@@ -37,7 +37,7 @@ TEST(circular_addition, what_a_frame_spreads_goes_round_and_nothing_else_does)
     EXPECT_EQ(buffer, (signal_t{1531 + 80, 1042 + 907}));
 }
 
-TEST(circular_addition, resampling_keeps_every_bin_that_both_rates_hold)
+TEST(lib_nr_circular_addition, resampling_keeps_every_bin_that_both_rates_hold)
 {
     std::mt19937 random(5);
     std::normal_distribution<double> gauss;

@@ -92,7 +92,7 @@ void expect_pairs(const steps_t& carrier, const std::vector<channel_t>& channels
         }
 }
 
-TEST(channel_pairs, meet_as_told)
+TEST(lib_nr_phy_channel_pairs, meet_as_told)
 {
     const steps_t symbols = {"symbol_offset=5", "symbol_number=LIB_NR_PRS_SYMBOL_NUMBER_4", "enable=true"};
     const steps_t type_b = {"mapping_type=LIB_NR_DMRS_MAPPING_TYPEB", "first_symbol=5", "symbol_num=7", "enable=true"};

@@ -122,7 +122,7 @@ calls_t calls_of(const lib_nr_waveform_configure_manager_t& waveform)
     return calls;
 }
 
-TEST(dispatch, downlink_channels_run_in_the_pass_of_their_spacing_and_in_their_frames_slots)
+TEST(lib_nr_phy_dispatch, downlink_channels_run_in_the_pass_of_their_spacing_and_in_their_frames_slots)
 {
     lib_nr_waveform_configure_manager_t waveform = make_waveform();
     lib_nr_carrier_configure_manager_t& carrier = waveform.get_carrier(0);
@@ -155,7 +155,7 @@ TEST(dispatch, downlink_channels_run_in_the_pass_of_their_spacing_and_in_their_f
     EXPECT_EQ(calls_of(waveform).marked.count("PDCCH"), 0u);
 }
 
-TEST(dispatch, uplink_channels_and_positioning_signals_run_where_span_and_period_say)
+TEST(lib_nr_phy_dispatch, uplink_channels_and_positioning_signals_run_where_span_and_period_say)
 {
     lib_nr_waveform_configure_manager_t waveform = make_waveform();
     lib_nr_carrier_configure_manager_t& carrier = waveform.get_carrier(0);
@@ -183,7 +183,7 @@ TEST(dispatch, uplink_channels_and_positioning_signals_run_where_span_and_period
     EXPECT_EQ(uplink.written.at("SRS"), "1/0:0@3 ");
 }
 
-TEST(dispatch, the_first_failure_is_kept_and_an_exception_leaves_no_results)
+TEST(lib_nr_phy_dispatch, the_first_failure_is_kept_and_an_exception_leaves_no_results)
 {
     lib_nr_waveform_configure_manager_t waveform = make_waveform();
     put(waveform.get_carrier(0).get_dl_dci(0), true);
@@ -216,7 +216,7 @@ TEST(dispatch, the_first_failure_is_kept_and_an_exception_leaves_no_results)
     EXPECT_FALSE(engine.get_first_failed_step().has_value());
 }
 
-TEST(dispatch, an_extended_prefix_stays_with_its_own_pass)
+TEST(lib_nr_phy_dispatch, an_extended_prefix_stays_with_its_own_pass)
 {
     lib_nr_waveform_configure_manager_t waveform = make_waveform();
     waveform.get_carrier(0).set_dl_bwp_numerology(0, LIB_NR_SCS_60K);

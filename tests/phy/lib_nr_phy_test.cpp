@@ -125,7 +125,7 @@ std::string name_of(const pair_t& pair)
     return "bandwidth " + std::to_string(pair.bandwidth) + ", mu " + std::to_string(pair.spacing);
 }
 
-TEST(engine, a_full_grid_comes_back_exactly_with_the_filter_off)
+TEST(lib_nr_phy, a_full_grid_comes_back_exactly_with_the_filter_off)
 {
     nr_test::captured_output_t silence;
     unsigned int checked = 0;
@@ -160,7 +160,7 @@ TEST(engine, a_full_grid_comes_back_exactly_with_the_filter_off)
     EXPECT_GE(checked, 40u);
 }
 
-TEST(engine, filter_and_windowing_cost_little_error_in_every_symbol)
+TEST(lib_nr_phy, filter_and_windowing_cost_little_error_in_every_symbol)
 {
     nr_test::captured_output_t silence;
     const auto expect_little = [](const lib_nr_waveform_configure_manager_t& waveform, const pair_t& pair,
@@ -230,7 +230,7 @@ double outside_power_db(const std::vector<complex_t>& samples, double rate, doub
     return 10 * std::log10((outside / static_cast<double>(outside_bins)) / (inside / static_cast<double>(inside_bins)));
 }
 
-TEST(engine, leaves_no_seam_between_frames_nor_at_the_wrap)
+TEST(lib_nr_phy, leaves_no_seam_between_frames_nor_at_the_wrap)
 {
     nr_test::captured_output_t silence;
     double one_frame = 0;
@@ -252,7 +252,7 @@ TEST(engine, leaves_no_seam_between_frames_nor_at_the_wrap)
     }
 }
 
-TEST(engine, two_carriers_land_where_they_are_asked_to_with_the_powers_asked_for)
+TEST(lib_nr_phy, two_carriers_land_where_they_are_asked_to_with_the_powers_asked_for)
 {
     nr_test::captured_output_t silence;
     struct case_t
@@ -300,7 +300,7 @@ TEST(engine, two_carriers_land_where_they_are_asked_to_with_the_powers_asked_for
     }
 }
 
-TEST(engine, offsets_shift_turn_and_scale_the_carrier_exactly)
+TEST(lib_nr_phy, offsets_shift_turn_and_scale_the_carrier_exactly)
 {
     nr_test::captured_output_t silence;
     lib_nr_waveform_configure_manager_t waveform = waveform_of({LIB_NR_CHANNEL_FR1_5M, LIB_NR_SCS_15K});
@@ -342,7 +342,7 @@ TEST(engine, offsets_shift_turn_and_scale_the_carrier_exactly)
     EXPECT_EQ(after, before);
 }
 
-TEST(engine, every_length_and_every_silence_has_well_formed_results)
+TEST(lib_nr_phy, every_length_and_every_silence_has_well_formed_results)
 {
     nr_test::captured_output_t silence;
     const auto run = [](const lib_nr_waveform_configure_manager_t& waveform, bool filled) {
@@ -380,7 +380,7 @@ TEST(engine, every_length_and_every_silence_has_well_formed_results)
     run(disabled, false);
 }
 
-TEST(engine, a_waveform_that_ends_inside_its_frame_is_the_frames_beginning)
+TEST(lib_nr_phy, a_waveform_that_ends_inside_its_frame_is_the_frames_beginning)
 {
     nr_test::captured_output_t silence;
     const auto filled = [](unsigned int subframes) {
@@ -402,7 +402,7 @@ TEST(engine, a_waveform_that_ends_inside_its_frame_is_the_frames_beginning)
         ASSERT_EQ(cut[i], whole[i]) << i;
 }
 
-TEST(engine, crest_factor_reduction_brings_the_waveform_to_its_target)
+TEST(lib_nr_phy, crest_factor_reduction_brings_the_waveform_to_its_target)
 {
     nr_test::captured_output_t silence;
     for (const bool reduced : {false, true}) {
@@ -432,7 +432,7 @@ TEST(engine, crest_factor_reduction_brings_the_waveform_to_its_target)
     }
 }
 
-TEST(engine, refuses_a_buffer_of_another_length)
+TEST(lib_nr_phy, refuses_a_buffer_of_another_length)
 {
     nr_test::captured_output_t output;
     lib_nr_phy_t engine;
@@ -475,7 +475,7 @@ private:
     std::string m_line;
 };
 
-TEST(engine, a_conflict_empties_the_results_and_tells_its_first_cell)
+TEST(lib_nr_phy, a_conflict_empties_the_results_and_tells_its_first_cell)
 {
     lib_nr_waveform_configure_manager_t waveform = waveform_of({LIB_NR_CHANNEL_FR1_10M, LIB_NR_SCS_30K});
     waveform.get_carrier(0).get_dl_ssb().set_enable(true, 24);
@@ -505,7 +505,7 @@ TEST(engine, a_conflict_empties_the_results_and_tells_its_first_cell)
     EXPECT_EQ(conflict->newcomer, LIB_NR_RESOURCE_MAPPING_PDCCH);
 }
 
-TEST(engine, tells_each_step_of_a_frame_in_its_order)
+TEST(lib_nr_phy, tells_each_step_of_a_frame_in_its_order)
 {
     const auto steps = [](const std::vector<std::string>& names) {
         std::string lines;
@@ -543,7 +543,7 @@ TEST(engine, tells_each_step_of_a_frame_in_its_order)
     EXPECT_EQ(output.text(), steps({"_nr_ul_pusch_link_process", "_nr_ul_srs_link_process"}));
 }
 
-TEST(engine, mirroring_reverses_the_spectrum_and_a_tone_peaks_in_its_bin)
+TEST(lib_nr_phy, mirroring_reverses_the_spectrum_and_a_tone_peaks_in_its_bin)
 {
     nr_test::captured_output_t silence;
     for (const bool mirrored : {false, true}) {

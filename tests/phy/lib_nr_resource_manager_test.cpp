@@ -54,7 +54,7 @@ public:
     grid_t::resource_map_t map;
 };
 
-TEST(resource_grid, the_view_equals_a_map_built_cell_by_cell_after_every_change)
+TEST(lib_nr_resource_manager, the_view_equals_a_map_built_cell_by_cell_after_every_change)
 {
     std::mt19937 random(11);
     const auto below = [&](unsigned int limit) { return static_cast<unsigned int>(random() % limit); };
@@ -127,7 +127,7 @@ TEST(resource_grid, the_view_equals_a_map_built_cell_by_cell_after_every_change)
     }
 }
 
-TEST(resource_grid, refuses_what_lies_outside_with_its_line_and_keeps_what_was_marked)
+TEST(lib_nr_resource_manager, refuses_what_lies_outside_with_its_line_and_keeps_what_was_marked)
 {
     const std::string symbol_in_frame =
         "lib_nr_dl_resource_manager_t::deal_resource_mapping Report : symbol index in frame out of range\n";
@@ -192,7 +192,7 @@ TEST(resource_grid, refuses_what_lies_outside_with_its_line_and_keeps_what_was_m
     EXPECT_EQ(output.text(), crb);
 }
 
-TEST(resource_grid, writes_the_part_of_a_run_that_lies_inside)
+TEST(lib_nr_resource_manager, writes_the_part_of_a_run_that_lies_inside)
 {
     prepare(LIB_NR_SCS_15K, 1);
     grid().init_payload_mapping();
@@ -217,7 +217,7 @@ TEST(resource_grid, writes_the_part_of_a_run_that_lies_inside)
     }
 }
 
-TEST(resource_grid, the_extended_prefix_goes_with_60_khz_alone)
+TEST(lib_nr_resource_manager, the_extended_prefix_goes_with_60_khz_alone)
 {
     prepare(LIB_NR_SCS_60K, 11, LIB_NR_EXTEND_CP);
     EXPECT_EQ(grid().get_mapped_symbol_number(), 480u);

@@ -1,5 +1,5 @@
-#include "phy_common/coder_test_support.h"
 #include "support/captured_output.h"
+#include "support/coder.h"
 
 #include <gtest/gtest.h>
 

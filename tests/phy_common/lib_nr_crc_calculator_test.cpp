@@ -1,5 +1,5 @@
-#include "phy_common/coder_test_support.h"
 #include "support/captured_output.h"
+#include "support/coder.h"
 
 #include <gtest/gtest.h>
 
@@ -47,7 +47,7 @@ bits_t joined(bits_t bits, const bits_t& tail)
     return bits;
 }
 
-TEST(crc, known_answers)
+TEST(lib_nr_crc_calculator, known_answers)
 {
     bits_t text;
     for (const char digit : std::string("123456789"))
@@ -66,7 +66,7 @@ TEST(crc, known_answers)
     }
 }
 
-TEST(crc, equals_long_division_for_every_length)
+TEST(lib_nr_crc_calculator, equals_long_division_for_every_length)
 {
     std::mt19937 random(31);
     for (const crc_case_t& c : every_crc()) {
@@ -84,7 +84,7 @@ TEST(crc, equals_long_division_for_every_length)
     }
 }
 
-TEST(crc, starts_as_24c_and_keeps_its_polynomial_under_an_unknown_type)
+TEST(lib_nr_crc_calculator, starts_as_24c_and_keeps_its_polynomial_under_an_unknown_type)
 {
     const nr_test::captured_output_t output;
     lib_nr_crc_calculator_t crc;

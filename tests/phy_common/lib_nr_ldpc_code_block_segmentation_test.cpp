@@ -1,7 +1,7 @@
 #include "phy_common/lib_nr_ldpc_code_block_segmentation.h"
 
-#include "coder_test_support.h"
 #include "support/captured_output.h"
+#include "support/coder.h"
 
 #include <gtest/gtest.h>
 

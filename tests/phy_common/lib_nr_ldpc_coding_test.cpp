@@ -1,9 +1,9 @@
 #include "phy_common/lib_nr_ldpc_coding.h"
 
-#include "coder_test_support.h"
 #include "phy_common/lib_nr_ldpc_coding_calculation.h"
 #include "phy_common/tables/lib_nr_ldpc_base_graph_table.h"
 #include "phy_common/tables/lib_nr_ldpc_lifting_size_table.h"
+#include "support/coder.h"
 
 #include "support/captured_output.h"
 

@@ -1,6 +1,6 @@
-#include "phy_common/coder_test_support.h"
 #include "phy_common/lib_nr_ldpc_rate_match.h"
 #include "support/captured_output.h"
+#include "support/coder.h"
 
 #include <gtest/gtest.h>
 
@@ -92,7 +92,7 @@ void expect_matched(const setting_t& s, const blocks_t& in)
         ASSERT_EQ(out[r], rate_matched(s, in[r], r)) << text_of(s) << ", block " << r;
 }
 
-TEST(ldpc_rate_match, every_order_version_and_length_equals_the_standard_index_by_index)
+TEST(lib_nr_ldpc_rate_match, every_order_version_and_length_equals_the_standard_index_by_index)
 {
     std::mt19937 random(38212);
     // Short, one bit to a column; one column more and less than a vector; longer than the buffer, and many times it.
@@ -105,7 +105,7 @@ TEST(ldpc_rate_match, every_order_version_and_length_equals_the_standard_index_b
                 }
 }
 
-TEST(ldpc_rate_match, random_transport_blocks_equal_the_standard)
+TEST(lib_nr_ldpc_rate_match, random_transport_blocks_equal_the_standard)
 {
     std::mt19937 random(542);
     const std::vector<unsigned int> sizes = {2, 3, 7, 15, 22, 36, 60, 112, 208, 384};
@@ -131,7 +131,7 @@ TEST(ldpc_rate_match, random_transport_blocks_equal_the_standard)
     }
 }
 
-TEST(ldpc_rate_match, later_blocks_take_the_rest_and_fillers_alone_give_nothing)
+TEST(lib_nr_ldpc_rate_match, later_blocks_take_the_rest_and_fillers_alone_give_nothing)
 {
     blocks_t out;
     lib_nr_ldpc_rate_match_t rate_match = matcher({LIB_NR_LDPC_BASE_GRAPH_2, 0, 2, 2, 1, 20, 3, 0});
@@ -164,7 +164,7 @@ TEST(ldpc_rate_match, later_blocks_take_the_rest_and_fillers_alone_give_nothing)
     EXPECT_EQ(out, blocks_t(3));
 }
 
-TEST(ldpc_rate_match, wrong_inputs_print_their_lines_and_change_nothing)
+TEST(lib_nr_ldpc_rate_match, wrong_inputs_print_their_lines_and_change_nothing)
 {
     const std::string name = "lib_nr_ldpc_rate_match_t::";
     const std::string refused = name + "deal_ldpc_rate_match Report : Input Code block Length Error!\n";

@@ -33,7 +33,7 @@ std::complex<double> correlation(const row_t& a, const row_t& b, std::size_t per
 
 // A Zadoff-Chu sequence of prime length correlates with none of its own shifts, and with another root's by the root of
 // its length; the sequence goes on cyclically behind the prime.
-TEST(low_papr_sequence1, long_bases_are_zadoff_chu_sequences_of_their_largest_prime)
+TEST(lib_nr_low_papr_sequence, long_bases_are_zadoff_chu_sequences_of_their_largest_prime)
 {
     for (const auto& [m, prime] : {std::pair{36u, 31u}, {48u, 47u}, {72u, 71u}, {144u, 139u}, {1632u, 1627u}}) {
         const std::uint32_t v = m >= 72; // shorter ones have one sequence a group
@@ -52,7 +52,7 @@ TEST(low_papr_sequence1, long_bases_are_zadoff_chu_sequences_of_their_largest_pr
     EXPECT_NEAR(std::arg(base(0, 0, 36)[1]), -2.0 * std::numbers::pi / 31.0, 1e-12);
 }
 
-TEST(low_papr_sequence1, every_length_and_shift_follows_the_length_rule)
+TEST(lib_nr_low_papr_sequence, every_length_and_shift_follows_the_length_rule)
 {
     EXPECT_EQ(get_low_papr_base_length(30, 1), 30u);
     EXPECT_EQ(get_low_papr_base_length(31, 1), 36u);
@@ -71,7 +71,7 @@ TEST(low_papr_sequence1, every_length_and_shift_follows_the_length_rule)
     }
 }
 
-TEST(low_papr_sequence2, sequences_have_mean_power_1_and_constant_envelope_behind_the_transform)
+TEST(lib_nr_low_papr_sequence, sequences_have_mean_power_1_and_constant_envelope_behind_the_transform)
 {
     for (const std::uint32_t m : {6u, 12u, 18u, 24u, 30u, 36u, 300u})
         for (std::uint32_t u = 0; u < 30; ++u) {

@@ -10,7 +10,7 @@ namespace
 
 using namespace vek::nr_mod_lib;
 
-TEST(mcs_table, rows_rise_to_their_last_and_their_efficiency_is_that_of_order_and_rate)
+TEST(lib_nr_mcs_table, rows_rise_to_their_last_and_their_efficiency_is_that_of_order_and_rate)
 {
     constexpr std::array<unsigned int, 6> k_rows = {29, 28, 29, 27, 28, 28};
     constexpr std::array<unsigned int, 6> k_largest_qm = {6, 8, 6, 10, 6, 6};

@@ -1,5 +1,5 @@
-#include "phy_common/coder_test_support.h"
 #include "support/captured_output.h"
+#include "support/coder.h"
 
 #include <gtest/gtest.h>
 
@@ -61,7 +61,7 @@ const std::vector<constellation_case_t>& every_constellation()
     return cases;
 }
 
-TEST(modulator, constellations_are_exact_of_unit_power_and_gray)
+TEST(lib_nr_modulator, constellations_are_exact_of_unit_power_and_gray)
 {
     for (const constellation_case_t& c : every_constellation()) {
         const auto map = lib_nr_modulator_t(c.type).get_constellation_map();
@@ -80,7 +80,7 @@ TEST(modulator, constellations_are_exact_of_unit_power_and_gray)
     }
 }
 
-TEST(modulator, maps_bits_in_groups_and_turns_every_second_symbol_of_half_pi_bpsk)
+TEST(lib_nr_modulator, maps_bits_in_groups_and_turns_every_second_symbol_of_half_pi_bpsk)
 {
     std::mt19937 random(8);
     std::vector<point_t> symbols(5);
@@ -101,7 +101,7 @@ TEST(modulator, maps_bits_in_groups_and_turns_every_second_symbol_of_half_pi_bps
     }
 }
 
-TEST(modulator, keeps_its_constellation_under_an_unknown_type)
+TEST(lib_nr_modulator, keeps_its_constellation_under_an_unknown_type)
 {
     const nr_test::captured_output_t output;
     const auto unknown = static_cast<lib_nr_modulation_type_t>(7);

@@ -54,7 +54,7 @@ double response(const std::vector<complex_t>& taps, double frequency)
     return std::abs(sum);
 }
 
-TEST(ofdm_modulator_nr, limits_its_settings_and_refuses_grids_of_another_size)
+TEST(lib_nr_ofdm_modulator, limits_its_settings_and_refuses_grids_of_another_size)
 {
     nr_test::captured_output_t output;
     lib_nr_ofdm_modulator_t modulator;
@@ -82,7 +82,7 @@ TEST(ofdm_modulator_nr, limits_its_settings_and_refuses_grids_of_another_size)
               "lib_nr_ofdm_modulator_t::deal_frame_ofdm_modulation Report : Payload Mapping Size Error!\n");
 }
 
-TEST(ofdm_modulator_nr, a_pass_over_the_samples_turns_them_as_the_modulation_does)
+TEST(lib_nr_ofdm_modulator, a_pass_over_the_samples_turns_them_as_the_modulation_does)
 {
     nr_test::captured_output_t silence;
     std::mt19937 random(4);
@@ -115,7 +115,7 @@ TEST(ofdm_modulator_nr, a_pass_over_the_samples_turns_them_as_the_modulation_doe
     EXPECT_THROW(plain._deal_phase_compensation(turned), std::out_of_range);
 }
 
-TEST(baseband_filter, finds_the_occupied_band_over_all_symbols)
+TEST(lib_nr_ofdm_modulator, finds_the_occupied_band_over_all_symbols)
 {
     lib_nr_baseband_filter_t filter;
     rows_t rows(3, std::vector<complex_t>(24));
@@ -142,7 +142,7 @@ TEST(baseband_filter, finds_the_occupied_band_over_all_symbols)
               "lib_nr_baseband_filter_t::set_oversamping_ratio Report : Oversampling Ratio Must NOT be zero!\n");
 }
 
-TEST(baseband_filter, passes_what_is_occupied_with_its_guard_and_stops_the_rest)
+TEST(lib_nr_ofdm_modulator, passes_what_is_occupied_with_its_guard_and_stops_the_rest)
 {
     lib_nr_baseband_filter_t filter;
     filter.set_numerology(LIB_NR_SCS_30K);

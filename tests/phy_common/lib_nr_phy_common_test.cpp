@@ -35,7 +35,7 @@ double guard_khz(unsigned int mu, unsigned int bw)
     return (1000.0 * k_megahertz[bw] - silent_rb_number(mu, bw) * 12 * scs) / 2 - scs / 2;
 }
 
-TEST(phy_common, figures_of_a_spacing_double_from_one_to_the_next)
+TEST(lib_nr_phy_common, figures_of_a_spacing_double_from_one_to_the_next)
 {
     for (unsigned int mu = 0; mu < 7; ++mu) {
         EXPECT_EQ(book::get_scs_hz_value(spacing(mu)), 15000U << mu);
@@ -50,7 +50,7 @@ TEST(phy_common, figures_of_a_spacing_double_from_one_to_the_next)
 
 // TS 38.104 gives resource blocks and minimum guard bands in tables of their own; bandwidth and spacing tie them
 // together: guard = (bandwidth - RBs x 12 x spacing) / 2 - spacing / 2.
-TEST(phy_common, resource_blocks_and_guard_bands_fill_the_channel)
+TEST(lib_nr_phy_common, resource_blocks_and_guard_bands_fill_the_channel)
 {
     unsigned int pairs = 0;
     for (unsigned int bw = 0; bw < 24; ++bw)
@@ -84,7 +84,7 @@ TEST(phy_common, resource_blocks_and_guard_bands_fill_the_channel)
     EXPECT_EQ(guard_khz(6, LIB_NR_CHANNEL_FR2_2_2000M), 147040);
 }
 
-TEST(phy_common, valid_pairs_are_narrower_than_the_resource_blocks)
+TEST(lib_nr_phy_common, valid_pairs_are_narrower_than_the_resource_blocks)
 {
     unsigned int valid[3] = {};
     for (unsigned int bw = 0; bw < 24; ++bw)
@@ -109,7 +109,7 @@ TEST(phy_common, valid_pairs_are_narrower_than_the_resource_blocks)
               (list_t{LIB_NR_SCS_120K, LIB_NR_SCS_480K, LIB_NR_SCS_960K}));
 }
 
-TEST(phy_common, bandwidth_lists_hold_what_the_check_accepts)
+TEST(lib_nr_phy_common, bandwidth_lists_hold_what_the_check_accepts)
 {
     for (unsigned int range = 0; range < 3; ++range) {
         const auto freq_range = static_cast<lib_nr_freq_range_type_t>(range);
@@ -147,7 +147,7 @@ TEST(phy_common, bandwidth_lists_hold_what_the_check_accepts)
     EXPECT_EQ(book::get_ntn_valid_bandwidth_list(LIB_NR_SCS_120K, NR_FR2_1).size(), 4U);
 }
 
-TEST(phy_common, failures_print_their_line_and_fall_back)
+TEST(lib_nr_phy_common, failures_print_their_line_and_fall_back)
 {
     const std::string scs = "lib_nr_phy_common_t::get_scs_hz_value Report: scs error\n";
     const std::string mu = "lib_nr_phy_common_t::get_u_from_scs Report: scs error..\n";
@@ -201,7 +201,7 @@ TEST(phy_common, failures_print_their_line_and_fall_back)
 }
 
 // TS 38.211 clause 6.4.1.4.3: each step splits the bandwidth of the one before into N parts of whole groups of 4.
-TEST(phy_common, srs_bandwidths_split_evenly)
+TEST(lib_nr_phy_common, srs_bandwidths_split_evenly)
 {
     srs_bw_t table;
     table.m_srs[9] = {1};

@@ -21,7 +21,7 @@ bits_t sequence(unsigned int degree, unsigned int tap, std::size_t length)
     return bits;
 }
 
-TEST(pn_payload, sequences_run_on_from_call_to_call_and_from_stream_to_stream)
+TEST(lib_nr_pn_payload, sequences_run_on_from_call_to_call_and_from_stream_to_stream)
 {
     const std::vector<std::pair<unsigned int, unsigned int>> taps = {{9, 4}, {9, 5}, {11, 2}, {15, 14}, {23, 5}};
     for (unsigned int source = LIB_NR_PN9_ITU; source <= 6; ++source) {
@@ -45,7 +45,7 @@ TEST(pn_payload, sequences_run_on_from_call_to_call_and_from_stream_to_stream)
     }
 }
 
-TEST(pn_payload, user_bits_come_once_or_repeat)
+TEST(lib_nr_pn_payload, user_bits_come_once_or_repeat)
 {
     lib_nr_pn_payload_t payload(LIB_NR_USER_CFG, {1, 1, 0});
     bits_t bits;

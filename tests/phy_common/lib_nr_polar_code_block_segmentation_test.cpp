@@ -1,4 +1,4 @@
-#include "phy_common/coder_test_support.h"
+#include "support/coder.h"
 
 #include <gtest/gtest.h>
 
@@ -9,7 +9,7 @@ using namespace vek::nr_mod_lib;
 using nr_test::bits_t;
 
 // TS 38.212 clause 5.2.1: the blocks without their CRCs, put together, are the bits behind at most one leading zero.
-TEST(polar_segmentation, cuts_every_size_into_blocks_with_their_crc)
+TEST(lib_nr_polar_code_block_segmentation, cuts_every_size_into_blocks_with_their_crc)
 {
     const bits_t crc11 = nr_test::bits_of(0xE21, 12);
     std::mt19937 random(17);
@@ -36,7 +36,7 @@ TEST(polar_segmentation, cuts_every_size_into_blocks_with_their_crc)
         }
 }
 
-TEST(polar_segmentation, starts_with_one_block_and_crc6_and_refuses_other_settings)
+TEST(lib_nr_polar_code_block_segmentation, starts_with_one_block_and_crc6_and_refuses_other_settings)
 {
     lib_nr_polar_code_block_segmentation_t segmentation;
     EXPECT_FALSE(segmentation.set_i_seg(2));

@@ -1,5 +1,5 @@
-#include "phy_common/coder_test_support.h"
 #include "receiver/polar_decoder.h"
+#include "support/coder.h"
 
 #include <gtest/gtest.h>
 
@@ -119,7 +119,7 @@ std::vector<polar_block_t> blocks_of_the_channels()
     return blocks;
 }
 
-TEST(polar_coding, construction_and_code_word_equal_the_standard_and_the_receiver_recovers_the_bits)
+TEST(lib_nr_polar_coding, construction_and_code_word_equal_the_standard_and_the_receiver_recovers_the_bits)
 {
     std::mt19937 random(1);
     std::map<unsigned int, int> seen; // by N
@@ -161,7 +161,7 @@ TEST(polar_coding, construction_and_code_word_equal_the_standard_and_the_receive
     EXPECT_GT(std::min({repeated, punctured, shortened}), 50);
 }
 
-TEST(polar_coding, order_of_the_lists_is_by_reliability)
+TEST(lib_nr_polar_coding, order_of_the_lists_is_by_reliability)
 {
     const polar_block_t block{20, 300, 10, false, true, 3, 1};
     lib_nr_polar_coding_t coder;
@@ -181,7 +181,7 @@ TEST(polar_coding, order_of_the_lists_is_by_reliability)
     EXPECT_LT(std::find(list.begin(), list.end(), parity[2]) - list.begin(), 20);
 }
 
-TEST(polar_coding, a_reused_object_encodes_as_a_fresh_one)
+TEST(lib_nr_polar_coding, a_reused_object_encodes_as_a_fresh_one)
 {
     // Each differs from the one before in one setting, which alone has to renew what the object holds.
     const std::vector<polar_block_t> blocks = {
@@ -207,7 +207,7 @@ TEST(polar_coding, a_reused_object_encodes_as_a_fresh_one)
     }
 }
 
-TEST(polar_coding, settings_no_channel_asks_for_stay_defined)
+TEST(lib_nr_polar_coding, settings_no_channel_asks_for_stay_defined)
 {
     lib_nr_polar_coding_t coder;
     EXPECT_FALSE(coder.set_n_max(4));
@@ -237,7 +237,7 @@ TEST(polar_coding, settings_no_channel_asks_for_stay_defined)
     EXPECT_EQ(peer_t::parity(coder).size(), 2u);
 }
 
-TEST(polar_coding, stores_are_those_of_the_kronecker_power)
+TEST(lib_nr_polar_coding, stores_are_those_of_the_kronecker_power)
 {
     const auto& matrices = lib_nr_polar_coding_t::get_coding_matrix();
     const auto& weights = lib_nr_polar_coding_t::get_row_weight_data();
@@ -258,7 +258,7 @@ TEST(polar_coding, stores_are_those_of_the_kronecker_power)
 
 // The table is made by a search, but it obeys the orders that hold for every channel: an index that covers another one
 // bitwise is the more reliable one, and moving a 1 up makes an index more reliable but for twenty pairs.
-TEST(polar_tables, reliability_sequence_is_a_permutation_that_obeys_the_universal_orders)
+TEST(lib_nr_polar_coding, reliability_sequence_is_a_permutation_that_obeys_the_universal_orders)
 {
     const std::vector<unsigned int>& sequence = lib_nr_polar_coding_t::get_polar_sequence();
     ASSERT_EQ(sequence.size(), 1024u);
@@ -282,7 +282,7 @@ TEST(polar_tables, reliability_sequence_is_a_permutation_that_obeys_the_universa
     EXPECT_EQ(exceptions, 20);
 }
 
-TEST(polar_tables, input_interleaver_puts_each_parity_bit_behind_what_it_depends_on)
+TEST(lib_nr_polar_coding, input_interleaver_puts_each_parity_bit_behind_what_it_depends_on)
 {
     EXPECT_EQ(lib_nr_polar_coding_t::get_interleaving_pattern(), nr_test::polar_input_interleaver(164));
 }

@@ -1,5 +1,5 @@
-#include "phy_common/coder_test_support.h"
 #include "receiver/polar_decoder.h"
+#include "support/coder.h"
 
 #include <gtest/gtest.h>
 
@@ -9,7 +9,7 @@ namespace
 using namespace vek::nr_mod_lib;
 using nr_test::bits_t;
 
-TEST(polar_rate_match, subblock_interleaver_is_a_permutation_that_keeps_the_order_of_the_weak)
+TEST(lib_nr_polar_rate_match, subblock_interleaver_is_a_permutation_that_keeps_the_order_of_the_weak)
 {
     std::vector<unsigned int> sequence(1);
     for (unsigned int order = 32; order <= 1024; order *= 2) {
@@ -57,7 +57,7 @@ bits_t rate_matched(const bits_t& in, unsigned int K, unsigned int E, bool inter
     return f;
 }
 
-TEST(polar_rate_match, equals_the_standard_bit_by_bit)
+TEST(lib_nr_polar_rate_match, equals_the_standard_bit_by_bit)
 {
     std::mt19937 random(41);
     for (int i = 0; i < 600; ++i) {

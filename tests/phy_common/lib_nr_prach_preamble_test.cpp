@@ -19,7 +19,7 @@ using preamble = lib_nr_prach_preamble_t;
 
 // What a receiver relies on: under every Doppler shift that a set allows for, which moves the peak by whole d_u, the
 // windows of a root's preambles keep apart.
-TEST(prach_preamble, windows_of_one_root_keep_apart_under_the_doppler_shifts_of_their_set)
+TEST(lib_nr_prach_preamble, windows_of_one_root_keep_apart_under_the_doppler_shifts_of_their_set)
 {
     const nr_test::captured_output_t output;
     for (const prach_format_t format : {prach_format_0, prach_format_3})
@@ -43,7 +43,7 @@ TEST(prach_preamble, windows_of_one_root_keep_apart_under_the_doppler_shifts_of_
             }
 }
 
-TEST(prach_preamble, indices_walk_the_shifts_of_a_root_then_the_next_root)
+TEST(lib_nr_prach_preamble, indices_walk_the_shifts_of_a_root_then_the_next_root)
 {
     const nr_test::captured_output_t output;
     struct row_t
@@ -70,7 +70,7 @@ TEST(prach_preamble, indices_walk_the_shifts_of_a_root_then_the_next_root)
     }
 }
 
-TEST(prach_tables, rows_obey_the_rules_of_their_tables)
+TEST(lib_nr_prach_preamble, rows_obey_the_rules_of_their_tables)
 {
     const nr_test::captured_output_t output;
     for (const auto& [table, rows] : {std::pair{FR1_FDD_SUL, 256u}, {FR1_TDD, 263u}, {FR2_TDD, 256u}}) {

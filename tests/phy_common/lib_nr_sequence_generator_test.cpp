@@ -39,7 +39,7 @@ bits_t bit_serial(unsigned int c_init, unsigned int length)
     return c;
 }
 
-TEST(gold_sequence, first_words)
+TEST(lib_nr_sequence_generator, first_words)
 {
     const std::vector<std::pair<unsigned int, std::string>> rows = {
         {0, "0000001000011010000100100111101000100101100101010000001101010110"},
@@ -56,7 +56,7 @@ TEST(gold_sequence, first_words)
     }
 }
 
-TEST(gold_sequence, equals_the_recursion_bit_by_bit)
+TEST(lib_nr_sequence_generator, equals_the_recursion_bit_by_bit)
 {
     std::mt19937 random(5);
     // Around the word, the memory of the recursion by words, and the window.

@@ -1,6 +1,6 @@
-#include "phy_common/coder_test_support.h"
 #include "phy_common/lib_nr_small_block_channel_coding.h"
 #include "support/captured_output.h"
+#include "support/coder.h"
 
 #include <gtest/gtest.h>
 
@@ -40,7 +40,7 @@ bits_t coded(const bits_t& in, unsigned int order)
     return out;
 }
 
-TEST(small_block_channel_coding, every_word_has_its_sum_of_rows_and_the_minimum_distance_of_its_code)
+TEST(lib_nr_small_block_channel_coding, every_word_has_its_sum_of_rows_and_the_minimum_distance_of_its_code)
 {
     // Of the (32, K) code of TS 38.212 Table 5.3.3.3-1, K from 3 on.
     constexpr std::array<long, 9> distances = {16, 16, 16, 16, 12, 12, 12, 12, 10};
@@ -68,7 +68,7 @@ TEST(small_block_channel_coding, every_word_has_its_sum_of_rows_and_the_minimum_
     EXPECT_EQ(coded({1, 0, 0}, 8), bits_t(32, 1)); // M(i, 0) is 1, whatever the order
 }
 
-TEST(small_block_channel_coding, one_and_two_bits_carry_placeholders_for_every_order)
+TEST(lib_nr_small_block_channel_coding, one_and_two_bits_carry_placeholders_for_every_order)
 {
     constexpr unsigned char x = 255;
     constexpr unsigned char y = 254;
@@ -94,7 +94,7 @@ TEST(small_block_channel_coding, one_and_two_bits_carry_placeholders_for_every_o
     }
 }
 
-TEST(small_block_channel_coding, wrong_inputs_print_their_lines_and_leave_nothing)
+TEST(lib_nr_small_block_channel_coding, wrong_inputs_print_their_lines_and_leave_nothing)
 {
     using peer_t = vek::test_peer_t<lib_nr_small_block_channel_coding_t>;
     const std::string name = "lib_nr_small_block_channel_coding_t::";

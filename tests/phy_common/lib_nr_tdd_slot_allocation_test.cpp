@@ -12,7 +12,7 @@ namespace
 
 using namespace vek::nr_mod_lib;
 
-TEST(tdd_slot_allocation, counts_give_way_in_their_order_and_add_up_to_the_period)
+TEST(lib_nr_tdd_slot_allocation, counts_give_way_in_their_order_and_add_up_to_the_period)
 {
     constexpr lib_nr_tdd_slot_t k_slots[] = {LIB_NR_TDD_UPLINK_SLOT, LIB_NR_TDD_DOWNLINK_SLOT};
     // Steps: d and u are counts, n a spacing, p a period, l a list of that many slots. Slots and number of periods.

@@ -18,7 +18,7 @@ std::uint64_t expected_size(std::uint64_t n_info, bool low_rate)
     return nr_test::transport_block_size(n_info * nr_test::k_n_info_unit, low_rate);
 }
 
-TEST(transport_block_size, equals_a_search_in_whole_numbers_and_never_falls)
+TEST(lib_nr_transport_block_size, equals_a_search_in_whole_numbers_and_never_falls)
 {
     for (const double rate : {0.1, 0.25, 0.2500001, 0.9}) {
         std::uint64_t before = 0;
@@ -37,7 +37,7 @@ TEST(transport_block_size, equals_a_search_in_whole_numbers_and_never_falls)
     EXPECT_EQ(lib_nr_transport_block_size(3825, 0.25), 3848u);
 }
 
-TEST(transport_block_size, the_fraction_counts_only_where_it_was_not_cut_and_bad_numbers_stay_in_range)
+TEST(lib_nr_transport_block_size, the_fraction_counts_only_where_it_was_not_cut_and_bad_numbers_stay_in_range)
 {
     // 3824.5 is above the table; the product of the static operation is cut first.
     EXPECT_EQ(lib_nr_transport_block_size(3824.5, 0.5), 3840u);

@@ -9,7 +9,7 @@ namespace
 
 using namespace vek::nr_mod_lib;
 
-TEST(uci_layout, segments_checks_parity_bits_and_the_split_follow_the_standard)
+TEST(lib_nr_uci_layout, segments_checks_parity_bits_and_the_split_follow_the_standard)
 {
     // Bits and coded bits; then segments, CRC, bits into and out of each encoder, parity bits, those of least weight.
     using row_t = std::array<std::uint64_t, 8>;

@@ -116,7 +116,7 @@ void add_resource(const cfg_nr_dl_csirs_t& csirs, const cfg_nr_dl_bwp_t& bwp, do
 }
 
 // Each port in a slot of its own, everything else at random.
-TEST(csirs, every_row_density_and_port_arrives_where_the_standard_puts_it)
+TEST(lib_nr_dl_phy_csirs_process, every_row_density_and_port_arrives_where_the_standard_puts_it)
 {
     std::mt19937 random(1);
     const auto below = [&](unsigned int limit) { return static_cast<unsigned int>(random() % limit); };
@@ -180,7 +180,7 @@ TEST(csirs, every_row_density_and_port_arrives_where_the_standard_puts_it)
 }
 
 // What the façade does not let through.
-TEST(csirs, a_direct_caller_hears_of_what_cannot_be_sent)
+TEST(lib_nr_dl_phy_csirs_process, a_direct_caller_hears_of_what_cannot_be_sent)
 {
     nr_test::test_grid_t grid(LIB_NR_SCS_30K, 51, LIB_NR_CHANNEL_FR1_20M);
     lib_nr_waveform_configure_manager_t waveform;

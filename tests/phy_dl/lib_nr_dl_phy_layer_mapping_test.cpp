@@ -10,7 +10,7 @@ namespace
 
 using namespace vek::nr_mod_lib;
 
-TEST(layer_mapping, every_number_of_layers_takes_turns_on_its_codeword)
+TEST(lib_nr_dl_phy_layer_mapping, every_number_of_layers_takes_turns_on_its_codeword)
 {
     using symbols_t = std::vector<std::complex<double>>;
     // Layer by layer: its code word and its turn, TS 38.211 Table 7.3.1.3-1.

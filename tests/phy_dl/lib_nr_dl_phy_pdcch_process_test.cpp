@@ -190,7 +190,7 @@ bits_t decode(const pdcch_case_t& c, const bits_t& coded)
 
 // The bits come back with their check, the sequence runs on from slot to slot, nothing else is sent, and the view shows
 // the candidate of the RNTI. A user's bits come in every slot, padded to 12; bare ones have zeros behind them.
-TEST(pdcch, comes_back_from_its_candidate)
+TEST(lib_nr_dl_phy_pdcch_process, comes_back_from_its_candidate)
 {
     bits_t pn9(9, 1);
     while (pn9.size() < 500)
@@ -242,7 +242,7 @@ TEST(pdcch, comes_back_from_its_candidate)
     }
 }
 
-TEST(pdcch, what_does_not_fit_is_told)
+TEST(lib_nr_dl_phy_pdcch_process, what_does_not_fit_is_told)
 {
     const std::string dci = "carrier[0].dl_dci[0].";
     const std::string groups = "carrier[0].dl_bwp[1].coreset[1].fd_resources=";

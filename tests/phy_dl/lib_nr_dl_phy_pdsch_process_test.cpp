@@ -141,7 +141,7 @@ struct one_channel_a_slot_t : nr_test::waveform_of_t
     cfg_nr_dl_sch_t& pdsch(unsigned int index) { return *get_carrier(0)->get_dl_pdsch(static_cast<int>(index)); }
 };
 
-TEST(pdsch, every_mcs_of_every_table_is_decoded)
+TEST(lib_nr_dl_phy_pdsch_process, every_mcs_of_every_table_is_decoded)
 {
     constexpr unsigned int k_rows[] = {29, 28, 29, 27};
     for (unsigned int table = 0; table < 4; ++table) {
@@ -166,7 +166,7 @@ TEST(pdsch, every_mcs_of_every_table_is_decoded)
 
 // Two channels in slots of their own on 20 MHz, round CSI-RS of every row, with extended prefix, in two bandwidth parts
 // and over an SS/PBCH block: every cell holds what it must, and the bits are those of the channel's sequence.
-TEST(pdsch, random_settings_arrive_bit_by_bit)
+TEST(lib_nr_dl_phy_pdsch_process, random_settings_arrive_bit_by_bit)
 {
     std::mt19937 random(2);
     unsigned int decoded_blocks = 0;
@@ -218,7 +218,7 @@ TEST(pdsch, random_settings_arrive_bit_by_bit)
 }
 
 // At a rate of 0.93 versions 1 and 2 do not suffice: all bits agree, and with version 3 they give the block.
-TEST(pdsch, redundancy_versions_complete_each_other)
+TEST(lib_nr_dl_phy_pdsch_process, redundancy_versions_complete_each_other)
 {
     one_channel_a_slot_t waveform(4);
     for (unsigned int rv = 0; rv < 4; ++rv) {
@@ -244,7 +244,7 @@ TEST(pdsch, redundancy_versions_complete_each_other)
 }
 
 // A TDD carrier: channels of one RNTI share a sequence in the order of the slots, which each frame begins anew.
-TEST(pdsch, channels_of_one_rnti_go_on_where_the_slot_before_ended)
+TEST(lib_nr_dl_phy_pdsch_process, channels_of_one_rnti_go_on_where_the_slot_before_ended)
 {
     one_channel_a_slot_t waveform(3);
     nr_test::take(waveform, {"frame_number=2"});
@@ -270,7 +270,7 @@ TEST(pdsch, channels_of_one_rnti_go_on_where_the_slot_before_ended)
     }
 }
 
-TEST(pdsch, dmrs_positions_keep_to_the_tables_of_the_standard)
+TEST(lib_nr_dl_phy_pdsch_process, dmrs_positions_keep_to_the_tables_of_the_standard)
 {
     // Double, type B, additional position, length, positions behind the first: TS 38.211 Tables 7.4.1.1.2-3 and -4.
     const std::tuple<bool, bool, unsigned int, unsigned int, std::vector<int>> rows[] = {
@@ -290,7 +290,7 @@ TEST(pdsch, dmrs_positions_keep_to_the_tables_of_the_standard)
                   i / 4 >= k_shortest[i % 2][i / 2 % 2] && (i / 4 < 14 || i / 2 % 2 == 0));
 }
 
-TEST(pdsch, works_without_a_configuration_and_tells_what_cannot_be)
+TEST(lib_nr_dl_phy_pdsch_process, works_without_a_configuration_and_tells_what_cannot_be)
 {
     nr_test::test_grid_t grid(LIB_NR_SCS_30K, 273, LIB_NR_CHANNEL_FR1_100M);
     lib_nr_dl_phy_pdsch_process_t process;

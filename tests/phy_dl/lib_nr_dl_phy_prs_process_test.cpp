@@ -56,7 +56,7 @@ nr_test::rows_t expected_rows(const prs_case_t& c)
 }
 
 // Every comb with every number of symbols that it has, and each kind of timing and muting.
-TEST(prs, every_comb_repetition_and_muting_arrives_where_the_standard_puts_it)
+TEST(lib_nr_dl_phy_prs_process, every_comb_repetition_and_muting_arrives_where_the_standard_puts_it)
 {
     const auto every_tenth = [](unsigned int slot) { return slot % 10 == 0; };
     const std::vector<prs_case_t> cases = {
@@ -123,7 +123,7 @@ TEST(prs, every_comb_repetition_and_muting_arrives_where_the_standard_puts_it)
     }
 }
 
-TEST(prs, steps_round_symbols_of_ssb_and_marks_whole_resource_blocks)
+TEST(lib_nr_dl_phy_prs_process, steps_round_symbols_of_ssb_and_marks_whole_resource_blocks)
 {
     const nr_test::captured_output_t silence;
     nr_test::waveform_of_t waveform({"carrier[0].channel_bandwidth=LIB_NR_CHANNEL_FR1_20M",
@@ -140,7 +140,7 @@ TEST(prs, steps_round_symbols_of_ssb_and_marks_whole_resource_blocks)
     EXPECT_EQ(grid.get_owner(0, 30 * 12), LIB_NR_RESOURCE_MAPPING_EMPTY);
 }
 
-TEST(prs, settings_keep_to_their_limits)
+TEST(lib_nr_dl_phy_prs_process, settings_keep_to_their_limits)
 {
     nr_test::waveform_of_t waveform({});
     nr_test::run_rows(waveform,

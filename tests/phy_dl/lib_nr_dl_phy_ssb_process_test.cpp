@@ -205,7 +205,7 @@ const std::vector<ssb_case_t> k_cases = {
     {"filter and windowing on", 'C', LIB_NR_CHANNEL_FR1_10M, 3600000000, 8, 59, "0,3,7", -120, 0, 2,
      LIB_NR_SSB_10MS_PERIODICITY, 1, 0.0, k_no_step, true}};
 
-TEST(ssb, receiver_finds_and_reads_every_block)
+TEST(lib_nr_dl_phy_ssb_process, receiver_finds_and_reads_every_block)
 {
     for (const ssb_case_t& c : k_cases) {
         SCOPED_TRACE(c.name);
@@ -217,7 +217,7 @@ TEST(ssb, receiver_finds_and_reads_every_block)
     }
 }
 
-TEST(ssb, automatic_mib_carries_the_settings)
+TEST(lib_nr_dl_phy_ssb_process, automatic_mib_carries_the_settings)
 {
     const ssb_case_t c = {"MIB", 'A', LIB_NR_CHANNEL_FR1_5M, 1000000000, 4, 271, "3", 17 - 150, 17};
     ssb_waveform_t waveform(c);
@@ -233,7 +233,7 @@ TEST(ssb, automatic_mib_carries_the_settings)
     }
 }
 
-TEST(ssb, mib_from_a_data_source_is_sent_last_bit_first)
+TEST(lib_nr_dl_phy_ssb_process, mib_from_a_data_source_is_sent_last_bit_first)
 {
     // The recursion s(i + n) = s(i + k) + s(i) from n ones.
     const auto sequence = [](std::size_t n, std::size_t k) {
@@ -300,7 +300,7 @@ public:
 };
 
 // All identities, frame numbers, half frames, indices, kinds of Lmax and places in frequency, drawn at random.
-TEST(ssb, any_block_is_read_back_from_the_grid)
+TEST(lib_nr_dl_phy_ssb_process, any_block_is_read_back_from_the_grid)
 {
     std::mt19937 random(7);
     const auto below = [&](unsigned int limit) { return static_cast<unsigned int>(random() % limit); };
@@ -345,7 +345,7 @@ TEST(ssb, any_block_is_read_back_from_the_grid)
     }
 }
 
-TEST(ssb, without_coding_the_scrambled_payload_is_sent_bare)
+TEST(lib_nr_dl_phy_ssb_process, without_coding_the_scrambled_payload_is_sent_bare)
 {
     ssb_grid_t grid(LIB_NR_SCS_30K, LIB_NR_CHANNEL_FR1_20M, 51);
     grid.process.set_pci(321);
@@ -363,7 +363,7 @@ TEST(ssb, without_coding_the_scrambled_payload_is_sent_bare)
     EXPECT_EQ(payload, expected);
 }
 
-TEST(ssb, powers_are_those_of_the_block_index)
+TEST(lib_nr_dl_phy_ssb_process, powers_are_those_of_the_block_index)
 {
     ssb_grid_t grid(LIB_NR_SCS_30K, LIB_NR_CHANNEL_FR1_20M, 51);
     grid.process.set_pwr_boosting({0.0, -6.0, 3.0});
@@ -383,7 +383,7 @@ TEST(ssb, powers_are_those_of_the_block_index)
 }
 
 // The view holds the block's cells, guards included, and in the symbols of PSS and full PBCH whole resource blocks.
-TEST(ssb, view_marks_the_blocks_cells_and_fills_up_resource_blocks)
+TEST(lib_nr_dl_phy_ssb_process, view_marks_the_blocks_cells_and_fills_up_resource_blocks)
 {
     for (const auto& [rb_start, rb_offset, kssb] :
          {std::tuple{0u, 9u, 0u}, std::tuple{0u, 8u, 0u}, std::tuple{0u, 8u, 10u}, std::tuple{3u, 14u, 2u}})
@@ -408,7 +408,7 @@ TEST(ssb, view_marks_the_blocks_cells_and_fills_up_resource_blocks)
     }
 }
 
-TEST(ssb, default_offset_stands_for_the_middle)
+TEST(lib_nr_dl_phy_ssb_process, default_offset_stands_for_the_middle)
 {
     ssb_grid_t grid(LIB_NR_SCS_30K, LIB_NR_CHANNEL_FR1_20M, 51);
     grid.process.set_rb_offset(31);
@@ -427,7 +427,7 @@ TEST(ssb, default_offset_stands_for_the_middle)
 }
 
 // Whatever the settings, nothing lands outside the grid, and what lies inside is the block's own. The view says so.
-TEST(ssb, parts_outside_the_grid_are_left_out)
+TEST(lib_nr_dl_phy_ssb_process, parts_outside_the_grid_are_left_out)
 {
     struct row_t
     {
@@ -457,7 +457,7 @@ TEST(ssb, parts_outside_the_grid_are_left_out)
     }
 }
 
-TEST(ssb, nothing_is_sent_where_there_is_no_block)
+TEST(lib_nr_dl_phy_ssb_process, nothing_is_sent_where_there_is_no_block)
 {
     ssb_grid_t grid(LIB_NR_SCS_30K, LIB_NR_CHANNEL_FR1_20M, 51);
     EXPECT_TRUE(grid.process.ssb_encode_process(4)); // up to 3 GHz there are four candidates

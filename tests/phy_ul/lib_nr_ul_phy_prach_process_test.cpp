@@ -131,7 +131,7 @@ std::vector<std::string> carrier_steps(const char* bandwidth, const char* spacin
             std::string("carrier[0].numerology=") + spacing};
 }
 
-TEST(prach, every_format_length_and_spacing_arrives_where_the_standard_puts_it)
+TEST(lib_nr_ul_phy_prach_process, every_format_length_and_spacing_arrives_where_the_standard_puts_it)
 {
     struct carrier_t
     {
@@ -182,7 +182,7 @@ TEST(prach, every_format_length_and_spacing_arrives_where_the_standard_puts_it)
 }
 
 // Among them a second, silent carrier that doubles the rate, and a carrier off the centre.
-TEST(prach, occasions_offsets_and_other_carriers_leave_the_burst_where_the_standard_puts_it)
+TEST(lib_nr_ul_phy_prach_process, occasions_offsets_and_other_carriers_leave_the_burst_where_the_standard_puts_it)
 {
     const std::string burst = "carrier[0].ul_prach[0].";
     const std::vector<std::vector<std::string>> cases = {
@@ -213,7 +213,7 @@ TEST(prach, occasions_offsets_and_other_carriers_leave_the_burst_where_the_stand
     }
 }
 
-TEST(prach, one_preamble_of_64_is_found_in_every_set)
+TEST(lib_nr_ul_phy_prach_process, one_preamble_of_64_is_found_in_every_set)
 {
     const std::string burst = "carrier[0].ul_prach[0].";
     for (const auto& [set, zone, preamble] :
@@ -238,7 +238,7 @@ TEST(prach, one_preamble_of_64_is_found_in_every_set)
     }
 }
 
-TEST(prach, bursts_are_sent_in_their_frames_and_stop_those_behind_them)
+TEST(lib_nr_ul_phy_prach_process, bursts_are_sent_in_their_frames_and_stop_those_behind_them)
 {
     const std::string carrier = "carrier[0].";
     nr_test::waveform_of_t waveform(carrier_steps("LIB_NR_CHANNEL_FR1_5M", "LIB_NR_SCS_15K"));
@@ -274,7 +274,7 @@ TEST(prach, bursts_are_sent_in_their_frames_and_stop_those_behind_them)
     EXPECT_NEAR(view.start_frequencies_hz[1], -6.0 * 25 * 15000 + 7 * 1250.0, 1e-6);
 }
 
-TEST(prach, settings_that_do_not_go_together_are_corrected)
+TEST(lib_nr_ul_phy_prach_process, settings_that_do_not_go_together_are_corrected)
 {
     nr_test::waveform_of_t waveform(carrier_steps("LIB_NR_CHANNEL_FR1_20M", "LIB_NR_SCS_15K"));
     nr_test::run_rows(waveform,

@@ -41,7 +41,7 @@ struct table_t
     std::vector<double> powers; ///< of a whole matrix, by TPMI; the last goes on
 };
 
-TEST(pusch_precoding, columns_are_orthogonal_and_matrices_differ)
+TEST(lib_nr_ul_phy_pre_coding, columns_are_orthogonal_and_matrices_differ)
 {
     const std::vector<table_t> tables = {
         {1, 2, 6, {0.5, 0.5, 1}},
@@ -77,7 +77,7 @@ TEST(pusch_precoding, columns_are_orthogonal_and_matrices_differ)
     }
 }
 
-TEST(pusch_precoding, one_layer_on_four_antennas_follows_the_order_of_the_turns)
+TEST(lib_nr_ul_phy_pre_coding, one_layer_on_four_antennas_follows_the_order_of_the_turns)
 {
     for (unsigned int tpmi = 4; tpmi < 28; ++tpmi)
         for (const bool transfer_precoding : {false, true}) {
@@ -103,7 +103,7 @@ TEST(pusch_precoding, one_layer_on_four_antennas_follows_the_order_of_the_turns)
         }
 }
 
-TEST(pusch_precoding, numbers_without_a_table_are_told_and_send_nothing)
+TEST(lib_nr_ul_phy_pre_coding, numbers_without_a_table_are_told_and_send_nothing)
 {
     const std::string name = "lib_nr_ul_phy_pre_coding_t::_updata_precoding_matrix : Error ";
     for (const auto& [layers, antennas, text] : {std::tuple{5u, 4u, "layers\n"},

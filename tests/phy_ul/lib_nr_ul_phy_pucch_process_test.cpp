@@ -122,7 +122,7 @@ const std::string alone = " sr_enable=false csi1_enable=false csi2_enable=false 
 const std::string hops_to = " intra_slot_frequency_hopping=true second_hop_prb=";
 
 // Repetition, the simplex and the (32, K) code, repeated and cut short.
-TEST(pucch, uci_of_the_small_block_code_is_decoded)
+TEST(lib_nr_ul_phy_pucch_process, uci_of_the_small_block_code_is_decoded)
 {
     for (const std::string& content : {fields + "1" + alone, fields + "2" + alone})
         for (const std::string& settings : {f2 + "n_rnti=65535 scrambling_id=1023", f2 + "scrambling_state=false",
@@ -139,7 +139,7 @@ TEST(pucch, uci_of_the_small_block_code_is_decoded)
 
 // CRC6 with parity bits, one of them by weight from E - K above 189 on; CRC11; two blocks from E = 1088 on, and from
 // 1013 bits on.
-TEST(pucch, uci_of_the_polar_code_is_decoded)
+TEST(lib_nr_ul_phy_pucch_process, uci_of_the_polar_code_is_decoded)
 {
     for (const std::string size : {"12", "19", "20"})
         for (const std::string rb_num : {"2", "6", "7", "16"})
@@ -150,7 +150,7 @@ TEST(pucch, uci_of_the_polar_code_is_decoded)
 }
 
 // HARQ-ACK, SR and CSI part 1 together, CSI part 2 behind them where there is room.
-TEST(pucch, uci_of_two_parts_is_decoded)
+TEST(lib_nr_ul_phy_pucch_process, uci_of_two_parts_is_decoded)
 {
     const std::string content = fields +
                                 "3 harq_ack_payload_data=LIB_NR_PN11 sr_payload_data=LIB_NR_USER_CFG "
@@ -167,7 +167,7 @@ TEST(pucch, uci_of_two_parts_is_decoded)
         expect_uci_arrives(settings);
 }
 
-TEST(pucch, resources_of_every_kind_carry_uci)
+TEST(lib_nr_ul_phy_pucch_process, resources_of_every_kind_carry_uci)
 {
     texts_t rows = {"carrier[0].numerology_mode=LIB_NR_NUMBEROLOGY_MODE_MULTIPLE carrier[0].numerology[1].enable=true "
                     "carrier[0].ul_bwp[0].numerology=LIB_NR_SCS_15K " +
@@ -239,7 +239,7 @@ void expect_sequence_arrives(const std::string& steps)
 
 const std::string all_pairs = "payload_data=LIB_NR_USER_CFG payload_user_bits=00011011 allocated_slots=1,2,5,19 ";
 
-TEST(pucch, format_0_tells_every_content_by_its_shift)
+TEST(lib_nr_ul_phy_pucch_process, format_0_tells_every_content_by_its_shift)
 {
     const texts_t settings = {"symbol_num=1 hopping_id=-1",
                               "first_symbol=3 symbol_num=2 initial_cyclic_shift=11 "
@@ -261,7 +261,7 @@ TEST(pucch, format_0_tells_every_content_by_its_shift)
     expect_sequence_arrives(extended + "first_symbol=10 symbol_num=2 hopping_id=500");
 }
 
-TEST(pucch, format_1_carries_its_point_over_every_number_of_symbols)
+TEST(lib_nr_ul_phy_pucch_process, format_1_carries_its_point_over_every_number_of_symbols)
 {
     const std::string f1 = all_pairs + "pucch_format=LIB_NR_UL_PUCCH_FORMAT_1 first_symbol=0 symbol_num=";
     for (unsigned int symbols = 4; symbols <= 14; ++symbols)
@@ -285,7 +285,7 @@ TEST(pucch, format_1_carries_its_point_over_every_number_of_symbols)
     expect_sequence_arrives(f1 + "14 number_of_slots_for_pucch_repetition=2 payload_data=LIB_NR_USER_CFG");
 }
 
-TEST(pucch, symbols_of_pucchs_on_the_same_cells_add_up)
+TEST(lib_nr_ul_phy_pucch_process, symbols_of_pucchs_on_the_same_cells_add_up)
 {
     nr_test::waveform_of_t waveform(uplink(f2));
     const run_t one(waveform);
@@ -295,7 +295,7 @@ TEST(pucch, symbols_of_pucchs_on_the_same_cells_add_up)
         EXPECT_LT(std::abs(three.payload.at(3).at(k) - 12.0 * one.payload.at(3).at(k)), 1e-12);
 }
 
-TEST(pucch, what_does_not_fit_is_refused_and_the_frame_stays_silent)
+TEST(lib_nr_ul_phy_pucch_process, what_does_not_fit_is_refused_and_the_frame_stays_silent)
 {
     const std::string unfit = "!!! error: payload or resource does not meet channel coding requirements !!!\n";
     const std::string interlaced = at_15_khz + f2 + "use_interlace_pucch=true ";
@@ -328,7 +328,7 @@ TEST(pucch, what_does_not_fit_is_refused_and_the_frame_stays_silent)
     }
 }
 
-TEST(pucch, stale_settings_throw_and_leave_the_engine_usable)
+TEST(lib_nr_ul_phy_pucch_process, stale_settings_throw_and_leave_the_engine_usable)
 {
     const std::string interlaced = at_15_khz + "use_interlace_pucch=true ";
     const std::string lost_rb_set = second_rb_set + "remove~carrier[0].numerology[0].ul_guard_band.guard_band[0] "
@@ -352,7 +352,7 @@ TEST(pucch, stale_settings_throw_and_leave_the_engine_usable)
 }
 
 // Every RB and symbol that is marked holds symbols, no other does; inter-slot hopping alone is excepted.
-TEST(pucch, the_view_shows_what_random_settings_send)
+TEST(lib_nr_ul_phy_pucch_process, the_view_shows_what_random_settings_send)
 {
     std::mt19937 random(11);
     const auto below = [&](unsigned int limit) { return static_cast<unsigned int>(random() % limit); };

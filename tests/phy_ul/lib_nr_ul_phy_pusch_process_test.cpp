@@ -198,7 +198,7 @@ void expect_transport_block(run_t& run, unsigned int index, unsigned int slot, l
     EXPECT_EQ(nr_test::decode_sch({run.channel(index, slot)}, {received}), expected) << index;
 }
 
-TEST(pusch, every_mcs_of_every_table_is_decoded)
+TEST(lib_nr_ul_phy_pusch_process, every_mcs_of_every_table_is_decoded)
 {
     const std::tuple<bool, const char*, unsigned int> tables[] = {
         {false, "TABLE_5_1_3_1_1", 29}, {false, "TABLE_5_1_3_1_2", 28}, {false, "TABLE_5_1_3_1_3", 29},
@@ -219,7 +219,7 @@ TEST(pusch, every_mcs_of_every_table_is_decoded)
         }
 }
 
-TEST(pusch, every_size_of_a_transform_precoded_allocation_is_decoded)
+TEST(lib_nr_ul_phy_pusch_process, every_size_of_a_transform_precoded_allocation_is_decoded)
 {
     const std::tuple<const char*, const char*> ptrs[] = {{"2", "2"}, {"2", "4"}, {"4", "2"}, {"4", "4"}, {"8", "4"}};
     const steps_t steps = {"carrier[0].channel_bandwidth=LIB_NR_CHANNEL_FR1_100M", "carrier[0].ul_bwp[0].rb_number=273",
@@ -255,7 +255,7 @@ TEST(pusch, every_size_of_a_transform_precoded_allocation_is_decoded)
 }
 
 // One and two symbols of DMRS, without hopping and with it in the slot, mapping type A with both positions and type B.
-TEST(pusch, every_length_is_decoded_with_every_additional_position)
+TEST(lib_nr_ul_phy_pusch_process, every_length_is_decoded_with_every_additional_position)
 {
     constexpr unsigned int k_slots = 20;
     const steps_t steps = {"carrier[0].channel_bandwidth=LIB_NR_CHANNEL_FR1_5M"};
@@ -307,7 +307,7 @@ TEST(pusch, every_length_is_decoded_with_every_additional_position)
 
 // Two channels of one layer in slots of their own on 20 MHz, normal prefix and extended, in one BWP or two, on RB sets:
 // every cell holds what it must, and the bits are those of the channel's sequence.
-TEST(pusch, random_settings_arrive_bit_by_bit)
+TEST(lib_nr_ul_phy_pusch_process, random_settings_arrive_bit_by_bit)
 {
     std::mt19937 random(3);
     const auto up_to = [&](unsigned int last) { return std::to_string(random() % (last + 1)); };
@@ -389,7 +389,7 @@ std::vector<std::vector<std::complex<double>>> streams_of(lib_nr_ul_phy_pusch_pr
 }
 
 // Data, DMRS and PTRS alike.
-TEST(pusch, every_matrix_of_every_codebook_joins_the_streams_of_the_layers)
+TEST(lib_nr_ul_phy_pusch_process, every_matrix_of_every_codebook_joins_the_streams_of_the_layers)
 {
     using table_t = const lib_nr_precoding_table_t& (*)();
     const std::tuple<std::vector<unsigned int>, unsigned int, bool, table_t> codebooks[] = {
@@ -426,7 +426,7 @@ TEST(pusch, every_matrix_of_every_codebook_joins_the_streams_of_the_layers)
     }
 }
 
-TEST(pusch, layers_carry_one_code_word)
+TEST(lib_nr_ul_phy_pusch_process, layers_carry_one_code_word)
 {
     for (const char* const ports : {"0,1", "2,1,0", "3,0:2"}) {
         one_channel_a_slot_t waveform(1);
@@ -459,7 +459,7 @@ TEST(pusch, layers_carry_one_code_word)
 }
 
 // Two channels of one RNTI beside each other in two frames, in slots that repeat and slots that count on.
-TEST(pusch, bits_go_on_across_slots_and_begin_anew_with_each_channel_and_frame)
+TEST(lib_nr_ul_phy_pusch_process, bits_go_on_across_slots_and_begin_anew_with_each_channel_and_frame)
 {
     one_channel_a_slot_t waveform(2, {"frame_number=2"});
     for (unsigned int i = 0; i < 2; ++i)
@@ -476,7 +476,7 @@ TEST(pusch, bits_go_on_across_slots_and_begin_anew_with_each_channel_and_frame)
     }
 }
 
-TEST(pusch, redundancy_versions_complete_each_other)
+TEST(lib_nr_ul_phy_pusch_process, redundancy_versions_complete_each_other)
 {
     one_channel_a_slot_t waveform(4);
     for (unsigned int rv = 0; rv < 4; ++rv)
@@ -493,7 +493,7 @@ TEST(pusch, redundancy_versions_complete_each_other)
     }
 }
 
-TEST(pusch, keeps_its_quality_through_the_filter)
+TEST(lib_nr_ul_phy_pusch_process, keeps_its_quality_through_the_filter)
 {
     one_channel_a_slot_t waveform(
         1, {"carrier[0].channel_bandwidth=LIB_NR_CHANNEL_FR1_100M", "carrier[0].ul_bwp[0].rb_number=273"});
@@ -505,7 +505,7 @@ TEST(pusch, keeps_its_quality_through_the_filter)
 }
 
 // Any settings: the engine runs, and nothing is written beside the marks.
-TEST(pusch, whatever_is_set_stays_on_its_marks)
+TEST(lib_nr_ul_phy_pusch_process, whatever_is_set_stays_on_its_marks)
 {
     std::mt19937 random(4);
     for (unsigned int i = 0; i < 400; ++i) {
@@ -522,7 +522,7 @@ TEST(pusch, whatever_is_set_stays_on_its_marks)
     }
 }
 
-TEST(pusch, dmrs_positions_keep_to_the_tables_of_the_standard)
+TEST(lib_nr_ul_phy_pusch_process, dmrs_positions_keep_to_the_tables_of_the_standard)
 {
     // Double, type B, additional position, length, positions behind the first: TS 38.211 Tables 6.4.1.1.3-3 and -4.
     const std::tuple<bool, bool, unsigned int, unsigned int, std::vector<int>> rows[] = {
@@ -543,7 +543,7 @@ TEST(pusch, dmrs_positions_keep_to_the_tables_of_the_standard)
                   i / 4 >= k_shortest[i % 2][i / 2 % 2]);
 }
 
-TEST(pusch, works_without_a_configuration_and_tells_what_cannot_be)
+TEST(lib_nr_ul_phy_pusch_process, works_without_a_configuration_and_tells_what_cannot_be)
 {
     nr_test::test_grid_t grid(LIB_NR_SCS_30K, 273, LIB_NR_CHANNEL_FR1_100M);
     lib_nr_ul_phy_pusch_process_t process;

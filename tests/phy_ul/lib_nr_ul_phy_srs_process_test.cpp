@@ -139,7 +139,7 @@ void draw(cfg_nr_waveform_t& waveform, std::mt19937& random)
 }
 
 // Every row and column of the bandwidth table with either prefix, all else at random.
-TEST(srs, fills_and_marks_the_cells_of_the_standard_with_its_sequences)
+TEST(lib_nr_ul_phy_srs_process, fills_and_marks_the_cells_of_the_standard_with_its_sequences)
 {
     const nr_test::captured_output_t silence;
     std::mt19937 random(38211);
@@ -184,7 +184,7 @@ TEST(srs, fills_and_marks_the_cells_of_the_standard_with_its_sequences)
 }
 
 // With a period of 8 slots the list holds slots 3, 11 and 19; only every second frame of 20 slots begins a period.
-TEST(srs, is_sent_where_list_and_period_have_the_slot)
+TEST(lib_nr_ul_phy_srs_process, is_sent_where_list_and_period_have_the_slot)
 {
     const std::string at = "carrier[0].ul_srs[0].";
     nr_test::waveform_of_t waveform(

@@ -1,11 +1,11 @@
 #include "receiver/pucch_receiver.h"
 
-#include "phy_common/coder_test_support.h"
 #include "phy_common/lib_nr_low_papr_sequence1.h"
 #include "phy_common/lib_nr_low_papr_sequence2.h"
 #include "phy_common/lib_nr_small_block_channel_coding.h"
 #include "receiver/gold_sequence.h"
 #include "receiver/polar_decoder.h"
+#include "support/coder.h"
 
 #include <algorithm>
 #include <cmath>

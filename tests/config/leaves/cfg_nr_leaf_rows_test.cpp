@@ -53,7 +53,7 @@ std::string order(const std::array<const char*, 4>& followers)
     return text;
 }
 
-TEST(leaf_rows, move_ahead_of_the_setting_that_they_name)
+TEST(cfg_nr_leaf_rows, move_ahead_of_the_setting_that_they_name)
 {
     EXPECT_EQ(order({}), "abcd");
     EXPECT_EQ(order({nullptr, nullptr, "a", "a"}), "cdab");

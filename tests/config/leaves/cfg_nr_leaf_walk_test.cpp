@@ -406,7 +406,7 @@ bool is_known(const difference_t& difference, cfg_nr_waveform_t& waveform, cfg_n
     return false;
 }
 
-TEST(leaf_walk, any_settings_in_any_order_stay_valid_and_come_back_from_a_file)
+TEST(cfg_nr_leaf_walk, any_settings_in_any_order_stay_valid_and_come_back_from_a_file)
 {
     for (unsigned int seed = 0; seed < k_walks; ++seed) {
         nr_test::captured_output_t silence;
