@@ -13,14 +13,20 @@ namespace vek::nr_mod_lib
 /// is not below it.
 NR_MOD_LIB_EXPORT std::uint32_t get_low_papr_base_length(std::uint32_t length, std::int32_t delta);
 
-/// What a low-PAPR sequence of type 1 is made from.
+/// What a low-PAPR sequence of type 1 is made from. Nothing has a default: a delta of 0 that stands for another one
+/// gives the right sequence at most lengths, and a wrong one at the rest.
 struct low_papr_seq_1_param_t
 {
-    std::uint32_t u = 0;    ///< group, 0 to 29
-    std::uint32_t v = 0;    ///< number within the group, 0 or 1
-    double alpha = 0.0;     ///< cyclic shift in radians
-    std::int32_t delta = 0; ///< exponent of 2 in the length rule
-    std::uint32_t m = 0;    ///< number of values
+    low_papr_seq_1_param_t(std::uint32_t group, std::uint32_t number, double shift, std::int32_t exponent,
+                           std::uint32_t length)
+        : u(group), v(number), alpha(shift), delta(exponent), m(length)
+    {}
+
+    std::uint32_t u;    ///< group, 0 to 29
+    std::uint32_t v;    ///< number within the group, 0 or 1
+    double alpha;       ///< cyclic shift in radians
+    std::int32_t delta; ///< exponent of 2 in the length rule: log2 of the comb that the values stand on
+    std::uint32_t m;    ///< number of values
 };
 
 /// Low-PAPR sequences of type 1, TS 38.211 clause 5.2.2: Zadoff-Chu sequences from 36 on, tables and one closed form

@@ -495,20 +495,21 @@ void lib_nr_ul_phy_pusch_process_t::_phy_sch_rs_generation(unsigned int port, un
 void lib_nr_ul_phy_pusch_process_t::_generate_low_papr_dmrs(unsigned int slot)
 {
     constexpr unsigned int k_least_hopping_length = 72;
+    constexpr std::int32_t k_delta = 1; // every second subcarrier
     _phy_sch_dmrs_time_domain_allocation(m_dmrs_symbols);
     m_dmrs_sequences.clear();
     symbols_t& sequences = m_dmrs_sequences[k_low_papr_group];
-    low_papr_seq_1_param_t param;
-    param.m = static_cast<std::uint32_t>(_dmrs_per_rb() * m_rb_list.size());
+    const auto length = static_cast<std::uint32_t>(_dmrs_per_rb() * m_rb_list.size());
     for (const unsigned int symbol : _low_papr_symbols()) {
         const unsigned int place = m_symbol_per_slot * slot + symbol;
         unsigned int group = 0;
+        unsigned int number = 0;
         if (m_dmrs_hopping == LIB_NR_SCH_DMRS_HOPPING_GROUP)
             group = gold_number(m_n_rs_id / k_sequence_groups, 8 * place, 8);
-        if (m_dmrs_hopping == LIB_NR_SCH_DMRS_HOPPING_SEQUENCE && 2 * param.m / 12 * 6 >= k_least_hopping_length)
-            param.v = gold_number(m_n_rs_id, place, 1);
-        param.u = (group + m_n_rs_id) % k_sequence_groups;
-        lib_nr_low_papr_sequence1::generate_low_papr_sequence_1(param, sequences);
+        if (m_dmrs_hopping == LIB_NR_SCH_DMRS_HOPPING_SEQUENCE && 2 * length / 12 * 6 >= k_least_hopping_length)
+            number = gold_number(m_n_rs_id, place, 1);
+        lib_nr_low_papr_sequence1::generate_low_papr_sequence_1(
+            {(group + m_n_rs_id) % k_sequence_groups, number, 0.0, k_delta, length}, sequences);
     }
 }
 

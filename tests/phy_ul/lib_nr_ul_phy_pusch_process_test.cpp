@@ -225,33 +225,38 @@ TEST(lib_nr_ul_phy_pusch_process, every_size_of_a_transform_precoded_allocation_
     const steps_t steps = {"carrier[0].channel_bandwidth=LIB_NR_CHANNEL_FR1_100M", "carrier[0].ul_bwp[0].rb_number=273",
                            "carrier[0].ncell_id=77"};
     std::vector<unsigned int> sizes;
-    for (unsigned int size = 1; size <= 273;) {
-        one_channel_a_slot_t waveform(20, steps);
-        unsigned int used = 0;
-        for (; used < 20 && size <= 273; ++used) {
-            const auto& [groups, samples] = ptrs[sizes.size() % 5];
-            const std::string sequence = sizes.size() % 3 == 0   ? "DISABLE"
-                                         : sizes.size() % 3 == 1 ? "GROUP"
-                                                                 : "SEQUENCE";
-            waveform.set(used, {"enable_transfer_precoding=true", "rb_num=" + std::to_string(size), "enable_ptrs=true",
-                                "modulation=LIB_NR_MODULATION_HALF_PI_BPSK", "rnti=" + std::to_string(size),
-                                "n_ptrs_group=LIB_NR_PTRS_GROUP_" + std::string(groups),
-                                "n_ptrs_group_sample=LIB_NR_PTRS_GROUP_SAMPLE_" + std::string(samples),
-                                "dmrs_hopping=LIB_NR_SCH_DMRS_HOPPING_" + sequence});
-            sizes.push_back(waveform.get_carrier(0)->get_ul_pusch(static_cast<int>(used))->get_rb_num());
-            size = std::max(size, sizes.back()) + 1;
-            if (sizes.size() > 1 && sizes.back() == sizes[sizes.size() - 2]) { // 271 and up
-                sizes.pop_back();
-                size = 274;
+    for (const char* const type :
+         {"dmrs_configuration_type=LIB_NR_DMRS_CFG_TYPE1", "dmrs_configuration_type=LIB_NR_DMRS_CFG_TYPE2"})
+    {
+        for (unsigned int size = 1; size <= 273;) {
+            one_channel_a_slot_t waveform(20, steps);
+            unsigned int used = 0;
+            for (; used < 20 && size <= 273; ++used) {
+                const auto& [groups, samples] = ptrs[sizes.size() % 53 % 5];
+                const std::string sequence = sizes.size() % 3 == 0   ? "DISABLE"
+                                             : sizes.size() % 3 == 1 ? "GROUP"
+                                                                     : "SEQUENCE";
+                waveform.set(used,
+                             {"enable_transfer_precoding=true", "rb_num=" + std::to_string(size), "enable_ptrs=true",
+                              type, "modulation=LIB_NR_MODULATION_HALF_PI_BPSK", "rnti=" + std::to_string(size),
+                              "n_ptrs_group=LIB_NR_PTRS_GROUP_" + std::string(groups),
+                              "n_ptrs_group_sample=LIB_NR_PTRS_GROUP_SAMPLE_" + std::string(samples),
+                              "dmrs_hopping=LIB_NR_SCH_DMRS_HOPPING_" + sequence});
+                sizes.push_back(waveform.get_carrier(0)->get_ul_pusch(static_cast<int>(used))->get_rb_num());
+                size = std::max(size, sizes.back()) + 1;
+                if (sizes.size() > 1 && sizes.back() == sizes[sizes.size() - 2]) { // 271 and up
+                    sizes.pop_back();
+                    size = 274;
+                }
+            }
+            run_t run(waveform);
+            for (unsigned int i = 0; i < used; ++i) {
+                lib_nr_pn_payload_t source(LIB_NR_PN9);
+                expect_transport_block(run, i, i, source);
             }
         }
-        run_t run(waveform);
-        for (unsigned int i = 0; i < used; ++i) {
-            lib_nr_pn_payload_t source(LIB_NR_PN9);
-            expect_transport_block(run, i, i, source);
-        }
     }
-    EXPECT_EQ(sizes.size(), 53u);
+    EXPECT_EQ(sizes.size(), 2 * 53u);
 }
 
 // One and two symbols of DMRS, without hopping and with it in the slot, mapping type A with both positions and type B.

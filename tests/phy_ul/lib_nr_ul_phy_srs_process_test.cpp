@@ -2,8 +2,8 @@
 #include "phy_ul/lib_nr_ul_phy_srs_process.h"
 
 #include "config/leaves/cfg_nr_leaf.h"
-#include "phy_common/lib_nr_low_papr_sequence1.h"
 #include "receiver/gold_sequence.h"
+#include "receiver/low_papr.h"
 #include "support/generated.h"
 #include "support/settings.h"
 #include "support/test_grid.h"
@@ -23,29 +23,6 @@ namespace
 
 using namespace vek::nr_mod_lib;
 using srs_t = lib_nr_ul_srs_configure_manager_t;
-
-/// r-bar of TS 38.211 clause 5.2.2; the library's tables below a length of 36.
-nr_test::signal_t base_sequence(unsigned int u, unsigned int v, unsigned int length)
-{
-    nr_test::signal_t base;
-    if (length < 36) {
-        lib_nr_low_papr_sequence1::generate_basic_sequence({u, v, 0.0, 1, length}, base);
-        return base;
-    }
-    unsigned int prime = length;
-    for (unsigned int factor = 2; factor < prime; ++factor)
-        if (prime % factor == 0) {
-            --prime;
-            factor = 1;
-        }
-    const double q_bar = prime * (u + 1.0) / 31.0;
-    const double q = std::floor(q_bar + 0.5) + (v == 0 ? 0.0 : std::pow(-1.0, std::floor(2.0 * q_bar)));
-    for (unsigned int n = 0; n < length; ++n) {
-        const double m = n % prime;
-        base.push_back(std::polar(1.0, -std::numbers::pi * std::fmod(q * m * (m + 1), 2.0 * prime) / prime));
-    }
-    return base;
-}
 
 /// A slot of TS 38.211 clause 6.4.1.4, [symbol of the slot][subcarrier], with what this system does its own way.
 nr_test::rows_t expected_slot(const srs_t& srs, unsigned int frame, unsigned int slot, unsigned int slots,
@@ -114,7 +91,7 @@ nr_test::rows_t expected_slot(const srs_t& srs, unsigned int frame, unsigned int
         if (srs.get_pos_resource() && symbols >= comb / 2 && symbols <= (comb == 2 ? 4 : 12))
             offset += pattern[l % pattern.size()];
 
-        const auto base = base_sequence(u % 30, v, length);
+        const auto base = nr_test::low_papr_base(u % 30, v, length);
         for (unsigned int n = 0; n < length; ++n)
             if (const unsigned int k = first + offset % comb + n * comb; k < width)
                 rows[static_cast<unsigned int>(symbol)][k] =

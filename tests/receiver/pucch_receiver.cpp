@@ -1,9 +1,9 @@
 #include "receiver/pucch_receiver.h"
 
-#include "phy_common/lib_nr_low_papr_sequence1.h"
 #include "phy_common/lib_nr_low_papr_sequence2.h"
 #include "phy_common/lib_nr_small_block_channel_coding.h"
 #include "receiver/gold_sequence.h"
+#include "receiver/low_papr.h"
 #include "receiver/polar_decoder.h"
 #include "support/coder.h"
 
@@ -164,7 +164,7 @@ struct slot_receiver_t
             return row;
         }
         shift += number(n_id, 8 * symbol_in_frame(l), 8);
-        lib_nr_low_papr_sequence1::generate_basic_sequence({u, v, 0.0, 0, length}, row);
+        row = low_papr_base(u, v, length);
         for (unsigned int n = 0; n < length; ++n)
             row[n] *= std::polar(1.0, pi / 6.0 * (shift * n % 12));
         return row;

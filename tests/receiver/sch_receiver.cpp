@@ -1,8 +1,8 @@
 #include "receiver/sch_receiver.h"
 
-#include "phy_common/lib_nr_low_papr_sequence1.h"
 #include "phy_common/tables/lib_nr_tbs_for_n_info_table.h"
 #include "receiver/gold_sequence.h"
+#include "receiver/low_papr.h"
 
 #include <algorithm>
 #include <cmath>
@@ -143,17 +143,15 @@ cells_t low_papr_dmrs_of(const sch_channel_t& channel, unsigned int slot, unsign
     const std::size_t count = std::size_t{channel.symbols_in_slot} * slot + l;
     const unsigned int id = sch_identity(settings.get_n_rs_id(), channel.cell);
     const unsigned int per_rb = is_type_2(channel) ? 4 : 6;
-    low_papr_seq_1_param_t param;
-    param.m = static_cast<std::uint32_t>(per_rb * channel.rbs.size());
+    const auto length = static_cast<unsigned int>(per_rb * channel.rbs.size());
     unsigned int group = id;
+    unsigned int v = 0;
     if (settings.get_dmrs_hopping() == LIB_NR_SCH_DMRS_HOPPING_GROUP)
         for (unsigned int m = 0; m < 8; ++m)
             group += (1u << m) * gold_sequence(id / 30, 8 * count + m, 1)[0];
     if (settings.get_dmrs_hopping() == LIB_NR_SCH_DMRS_HOPPING_SEQUENCE)
-        param.v = param.m / 6 < 12 ? 0 : gold_sequence(id, count, 1)[0];
-    param.u = group % 30;
-    signal_t sequence;
-    lib_nr_low_papr_sequence1::generate_basic_sequence(param, sequence);
+        v = length / 6 < 12 ? 0 : gold_sequence(id, count, 1)[0];
+    const signal_t sequence = low_papr_base(group % 30, v, length);
     const unsigned int port = port_of(channel);
     const bool turns_in_time = is_double && port >= (is_type_2(channel) ? 6u : 4u) && place % 2 == 1;
     cells_t values;
