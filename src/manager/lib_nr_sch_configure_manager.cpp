@@ -3,8 +3,8 @@
 #include "common/lib_common_list_parse.h"
 #include "manager/lib_nr_antenna_port_list.h"
 #include "manager/lib_nr_setting.h"
+#include "phy_common/lib_nr_mcs.h"
 #include "phy_common/lib_nr_phy_common.h"
-#include "phy_common/tables/lib_nr_mcs_table.h"
 
 #include <algorithm>
 #include <array>
@@ -21,9 +21,6 @@ constexpr unsigned int k_max_l0 = 3;
 constexpr unsigned int k_min_l0 = 2;
 
 double limited_power(double power) { return std::clamp(power, -k_max_power, k_max_power); }
-
-/// The highest index by `mcs_table_t`: the tables end at different rows.
-constexpr std::array<unsigned int, 6> k_max_mcs = {28, 27, 28, 26, 27, 27};
 
 } // namespace
 
@@ -198,7 +195,7 @@ bool lib_nr_sch_configure_manager_t::set_mcs_table(mcs_table_t table)
 
 bool lib_nr_sch_configure_manager_t::set_mcs(unsigned int mcs)
 {
-    return assign(m_mcs, std::min(mcs, k_max_mcs[m_mcs_table]));
+    return assign(m_mcs, std::min(mcs, get_last_mcs(m_mcs_table)));
 }
 
 double lib_nr_sch_configure_manager_t::get_target_code_rate() const
@@ -208,28 +205,18 @@ double lib_nr_sch_configure_manager_t::get_target_code_rate() const
         std::cout << "lib_nr_sch_configure_manager_t::get_target_code_rate : Error MCS table!" << std::endl;
         table = TABLE_5_1_3_1_1;
     }
-    return lib_nr_mcs_table(table)[m_mcs].code_rate_x1024 / 1024;
+    return read_mcs(table, m_mcs).code_rate;
 }
 
 lib_nr_modulation_type_t lib_nr_sch_configure_manager_t::get_modulation() const
 {
     if (m_mcs_table > TABLE_6_1_4_1_2)
         std::cout << "lib_nr_sch_configure_manager_t::get_modulation : Error MCS table!" << std::endl;
-    switch (lib_nr_mcs_table(m_mcs_table)[m_mcs].qm) {
-    case 2:
-        return LIB_NR_MODULATION_QPSK;
-    case 4:
-        return LIB_NR_MODULATION_16QAM;
-    case 6:
-        return LIB_NR_MODULATION_64QAM;
-    case 8:
-        return LIB_NR_MODULATION_256QAM;
-    case 10:
-        return LIB_NR_MODULATION_1024QAM;
-    default:
-        std::cout << "lib_nr_sch_configure_manager_t::get_modulation : Error modulation!" << std::endl;
-        return LIB_NR_MODULATION_QPSK;
-    }
+    const lib_nr_mcs_t mcs = read_mcs(m_mcs_table, m_mcs);
+    if (!mcs.is_open && !mcs.is_reserved)
+        return mcs.modulation;
+    std::cout << "lib_nr_sch_configure_manager_t::get_modulation : Error modulation!" << std::endl;
+    return LIB_NR_MODULATION_QPSK;
 }
 
 bool lib_nr_sch_configure_manager_t::set_x_overhead(lib_nr_sch_x_overhead_t overhead)

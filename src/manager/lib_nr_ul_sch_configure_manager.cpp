@@ -5,8 +5,8 @@
 #include "manager/lib_nr_setting.h"
 #include "manager/lib_nr_ul_bwp_configure_manager.h"
 #include "phy_common/lib_nr_interlace.h"
+#include "phy_common/lib_nr_mcs.h"
 #include "phy_common/lib_nr_phy_common.h"
-#include "phy_common/tables/lib_nr_mcs_table.h"
 
 #include <algorithm>
 #include <iostream>
@@ -208,19 +208,17 @@ double lib_nr_ul_sch_configure_manager_t::get_target_code_rate() const
 {
     if (!m_enable_transfer_precoding)
         return lib_nr_sch_configure_manager_t::get_target_code_rate();
-    constexpr double k_unit = 1024.0;
     const std::vector<mcs_table_t> tables = get_mcs_table_list();
     if (std::find(tables.begin(), tables.end(), get_mcs_table()) == tables.end()) {
         std::cout << "lib_nr_sch_configure_manager_t::get_target_code_rate : Error MCS table!" << std::endl;
-        return lib_nr_mcs_table(TABLE_6_1_4_1_1)[get_mcs()].code_rate_x1024 / k_unit;
+        return read_mcs(TABLE_6_1_4_1_1, get_mcs()).code_rate;
     }
-    const double rate = lib_nr_mcs_table(get_mcs_table())[get_mcs()].code_rate_x1024 / k_unit;
-    return _leaves_modulation_open() && m_modulation == LIB_NR_MODULATION_QPSK ? rate / 2.0 : rate;
+    return read_mcs(get_mcs_table(), get_mcs(), m_modulation).code_rate;
 }
 
 bool lib_nr_ul_sch_configure_manager_t::_leaves_modulation_open() const
 {
-    return lib_nr_mcs_table(get_mcs_table())[get_mcs()].qm == 1;
+    return read_mcs(get_mcs_table(), get_mcs()).is_open;
 }
 
 bool lib_nr_ul_sch_configure_manager_t::set_modulation(lib_nr_modulation_type_t modulation)

@@ -5,13 +5,13 @@
 #include "phy_common/lib_nr_crc_calculator.h"
 #include "phy_common/lib_nr_ldpc_code_block_segmentation.h"
 #include "phy_common/lib_nr_ldpc_rate_match.h"
+#include "phy_common/lib_nr_mcs.h"
 #include "phy_common/lib_nr_phy_common.h"
 #include "phy_common/lib_nr_pn_payload.h"
 #include "phy_common/lib_nr_reference_signal.h"
 #include "phy_common/lib_nr_sequence_generator.h"
 #include "phy_common/lib_nr_transport_block_size.h"
 #include "phy_common/tables/lib_nr_dmrs_position_table.h"
-#include "phy_common/tables/lib_nr_mcs_table.h"
 #include "phy_common/tables/lib_nr_ptrs_subcarrier_table.h"
 #include "phy_dl/lib_nr_dl_phy_layer_mapping.h"
 
@@ -24,7 +24,6 @@ namespace vek::nr_mod_lib
 namespace
 {
 
-constexpr double k_rate_unit = 0.0009765625;
 constexpr unsigned int k_most_re_per_rb = 156;
 constexpr unsigned int k_largest_tbs_with_crc_16 = 3824;
 
@@ -112,35 +111,16 @@ void lib_nr_phy_sch_process_t::update_read_only_parament()
         std::cout << "lib_nr_phy_sch_process_t::_phy_sch_payload_generation : Error MCS table!" << std::endl;
         table = TABLE_5_1_3_1_1;
     }
-    const lib_nr_mcs_table_t& rows = lib_nr_mcs_table(table);
-    _apply_mcs_row(rows[std::min<std::size_t>(m_mcs, rows.size() - 1)]);
+    _apply_mcs(read_mcs(table, m_mcs));
 }
 
-void lib_nr_phy_sch_process_t::_apply_mcs_row(const lib_nr_mcs_row_t& row)
+void lib_nr_phy_sch_process_t::_apply_mcs(const lib_nr_mcs_t& mcs)
 {
-    m_q_m = row.qm;
-    m_target_code_rate = row.code_rate_x1024 * k_rate_unit;
-    switch (row.qm) {
-    case 2:
-        m_modulation = LIB_NR_MODULATION_QPSK;
-        return;
-    case 4:
-        m_modulation = LIB_NR_MODULATION_16QAM;
-        return;
-    case 6:
-        m_modulation = LIB_NR_MODULATION_64QAM;
-        return;
-    case 8:
-        m_modulation = LIB_NR_MODULATION_256QAM;
-        return;
-    case 10:
-        m_modulation = LIB_NR_MODULATION_1024QAM;
-        return;
-    default:
+    if (mcs.is_reserved)
         std::cout << "lib_nr_phy_sch_process_t::update_read_only_parament : Error modulation!" << std::endl;
-        m_modulation = LIB_NR_MODULATION_QPSK;
-        m_q_m = 2;
-    }
+    m_q_m = mcs.qm;
+    m_target_code_rate = mcs.code_rate;
+    m_modulation = mcs.modulation;
 }
 
 bool lib_nr_phy_sch_process_t::sch_encode_process(unsigned int slot)

@@ -21,7 +21,7 @@ namespace vek::nr_mod_lib
 class lib_nr_sch_configure_manager_t;
 class lib_nr_waveform_configure_manager_t;
 struct lib_nr_dmrs_position_row_t;
-struct lib_nr_mcs_row_t;
+struct lib_nr_mcs_t;
 
 /// What the cells of a shared channel carry, as runs; those of the data in the order of the mapping.
 struct lib_nr_sch_cells_t
@@ -177,7 +177,7 @@ protected:
     static unsigned int _get_codewords_from_layer(unsigned int layers) { return layers > 4 ? 2 : 1; }
     /// Forgets what the slot's symbols were made of.
     void _clear_slot();
-    void _apply_mcs_row(const lib_nr_mcs_row_t& row);
+    void _apply_mcs(const lib_nr_mcs_t& mcs);
     static bool _scramble(unsigned int c_init, const bits_t& in, bits_t& out);
 
     // Reference signals.

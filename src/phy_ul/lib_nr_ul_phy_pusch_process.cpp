@@ -3,11 +3,11 @@
 #include "manager/lib_nr_waveform_configure_manager.h"
 #include "phy_common/lib_nr_interlace.h"
 #include "phy_common/lib_nr_low_papr_sequence1.h"
+#include "phy_common/lib_nr_mcs.h"
 #include "phy_common/lib_nr_reference_signal.h"
 #include "phy_common/lib_nr_sequence_generator.h"
 #include "phy_common/lib_nr_transform_precoding.h"
 #include "phy_common/tables/lib_nr_dmrs_position_table.h"
-#include "phy_common/tables/lib_nr_mcs_table.h"
 #include "phy_common/tables/lib_nr_ptrs_sample_table.h"
 #include "phy_ul/lib_nr_ul_phy_pre_coding.h"
 
@@ -164,20 +164,10 @@ void lib_nr_ul_phy_pusch_process_t::update_read_only_parament()
         std::cout << "lib_nr_phy_sch_process_t::_phy_sch_payload_generation : Error MCS table!" << std::endl;
         table = TABLE_5_1_3_1_1;
     }
-    const lib_nr_mcs_table_t& rows = lib_nr_mcs_table(table);
-    lib_nr_mcs_row_t row = rows[std::min<std::size_t>(m_mcs, rows.size() - 1)];
-    if (row.qm == 1) {
-        if (m_modulation == LIB_NR_MODULATION_HALF_PI_BPSK) {
-            m_q_m = 1;
-            m_target_code_rate = row.code_rate_x1024 / 1024.0;
-            return;
-        }
-        if (m_modulation != LIB_NR_MODULATION_QPSK)
-            std::cout << "lib_nr_phy_sch_process_t::update_read_only_parament : Error modulation!" << std::endl;
-        row.qm = 2;
-        row.code_rate_x1024 /= 2.0;
-    }
-    _apply_mcs_row(row);
+    const lib_nr_mcs_t mcs = read_mcs(table, m_mcs, m_modulation);
+    if (mcs.is_open && m_modulation != mcs.modulation)
+        std::cout << "lib_nr_phy_sch_process_t::update_read_only_parament : Error modulation!" << std::endl;
+    _apply_mcs(mcs);
 }
 
 void lib_nr_ul_phy_pusch_process_t::set_antenna_port_number(lib_nr_antenna_port_number_t number)
