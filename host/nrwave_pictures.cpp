@@ -1,12 +1,14 @@
 #include "host/nrwave_pictures.h"
 
+#include "host/analysis/nrwave_ccdf.h"
+#include "host/analysis/nrwave_power.h"
+#include "host/analysis/nrwave_spectrum.h"
 #include "host/nrwave_plot.h"
 #include "host/nrwave_prach.h"
 
 #include <algorithm>
 #include <array>
 #include <cmath>
-#include <complex>
 #include <vector>
 
 namespace nrwave
@@ -17,15 +19,12 @@ using namespace vek::nr_mod_lib;
 namespace
 {
 
-constexpr double k_floor_db = -140.0;
 constexpr const char* k_dark = "#1f3b57";
 constexpr const char* k_accent = "#c8102e";
 
 /// One colour for each owner, in the order of their values.
 constexpr std::array<const char*, k_owners> k_colours = {"#f4f6f8", "#e6a817", "#8e5bb5", "#2f9e8f", "#3a78b8",
                                                          "#d66a2c", "#5b8c3a", "#8aa9c8", "#b5577f", "#d00000"};
-
-double db_of_power(double power) { return power > 0 ? std::max(10 * std::log10(power), k_floor_db) : k_floor_db; }
 
 /// The bands that the carriers occupy, in MHz from the centre, shaded and named.
 void shade_carriers(std::ostream& out, cfg_nr_waveform_t& waveform)
@@ -45,12 +44,9 @@ void shade_carriers(std::ostream& out, cfg_nr_waveform_t& waveform)
 
 std::string spectrum_picture(cfg_nr_waveform_t& waveform, const lib_nr_phy_t& engine)
 {
-    // 0 Hz stands in the middle. At most so many points as the picture resolves, each the largest of its neighbours.
     constexpr std::size_t k_points = 4096;
-    const auto& spectrum = engine.get_frequency_spectrum_data();
     const double rate = static_cast<double>(waveform.get_waveform_sample_rate());
-    const std::size_t size = spectrum.size();
-    const std::size_t group = std::max<std::size_t>(1, size / k_points);
+    const auto points = thinned_spectrum(engine.get_frequency_spectrum_data(), rate, k_points);
 
     plot_t plot(1100, 520);
     std::ostream& out = plot.script();
@@ -59,49 +55,32 @@ std::string spectrum_picture(cfg_nr_waveform_t& waveform, const lib_nr_phy_t& en
         << " MHz, first frame, occupied bands shaded'\nset xlabel 'frequency from the centre, MHz'\n"
         << "set ylabel 'magnitude, dB of the peak'\nset yrange [-120:10]\nset xrange [" << -rate / 2e6 << ':'
         << std::max(rate, 1.0) / 2e6 << "]\nplot '-' with lines lc rgb '" << k_dark << "' lw 1 notitle\n";
-    for (std::size_t begin = 0; begin < size; begin += group) {
-        double power = 0;
-        for (std::size_t i = begin; i < std::min(begin + group, size); ++i)
-            power = std::max(power, std::norm(spectrum[i]));
-        const std::size_t centre = size / 2;
-        const double offset = static_cast<double>(begin) - static_cast<double>(centre);
-        out << offset / static_cast<double>(size) * rate / 1e6 << ' ' << db_of_power(power) << '\n';
-    }
-    out << (size == 0 ? "0 -140\n" : "") << "e\n";
+    for (const spectrum_point_t& point : points)
+        out << point.frequency_hz / 1e6 << ' ' << db_of_power(point.power) << '\n';
+    out << (points.empty() ? "0 -140\n" : "") << "e\n";
     return plot.drawn();
 }
-
-constexpr double k_ccdf_step_db = 0.05;
 
 /// Points of a curve that a logarithmic axis can show; one far below where there is none.
 void write_curve(std::ostream& out, const std::vector<double>& curve)
 {
-    bool any = false;
-    for (std::size_t i = 0; i < curve.size(); ++i)
-        if (curve[i] > 0) {
-            out << k_ccdf_step_db * static_cast<double>(i) << ' ' << curve[i] << '\n';
-            any = true;
-        }
-    out << (any ? "" : "0 1e-9\n") << "e\n";
-}
-
-/// dB up to which a curve can be seen.
-double end_of(const std::vector<double>& curve)
-{
-    const auto last =
-        std::find_if(curve.rbegin(), curve.rend(), [](double probability) { return probability >= 1e-6; });
-    return k_ccdf_step_db * static_cast<double>(curve.rend() - last);
+    const auto points = ccdf_points(curve);
+    for (const ccdf_point_t& point : points)
+        out << point.above_mean_db << ' ' << point.probability << '\n';
+    out << (points.empty() ? "0 1e-9\n" : "") << "e\n";
 }
 
 std::string ccdf_picture(const lib_nr_phy_t& engine)
 {
     constexpr double k_division_db = 2;
-    const double end =
-        std::max({12.0, end_of(engine.get_waveform_ccdf_cruve_data()), end_of(engine.get_burst_ccdf_cruve_data())});
+    constexpr double k_least_probability = 1e-6;
+    const double end = std::max({12.0, ccdf_end_db(engine.get_waveform_ccdf_cruve_data(), k_least_probability),
+                                 ccdf_end_db(engine.get_burst_ccdf_cruve_data(), k_least_probability)});
     plot_t plot(800, 560);
     std::ostream& out = plot.script();
     out << "set title 'CCDF of the first frame'\nset xlabel 'power above the mean, dB'\n"
-        << "set ylabel 'probability of more power'\nset logscale y\nset format y '10^{%T}'\nset yrange [1e-6:1]\n"
+        << "set ylabel 'probability of more power'\nset logscale y\nset format y '10^{%T}'\nset yrange ["
+        << k_least_probability << ":1]\n"
         << "set xtics " << k_division_db << "\nset xrange [0:" << k_division_db * std::ceil(end / k_division_db)
         << "]\nset key top right reverse Left opaque\nplot '-' with lines lc rgb '" << k_dark
         << "' lw 2 title 'whole frame', '-' with lines lc rgb '" << k_accent
@@ -116,25 +95,15 @@ std::string power_picture(cfg_nr_waveform_t& waveform, const lib_nr_phy_t& engin
     constexpr std::size_t k_points = 2000;
     const auto& samples = engine.get_baseband_signal_data();
     const double rate = std::max(static_cast<double>(waveform.get_waveform_sample_rate()), 1.0);
-    const std::size_t group = std::max<std::size_t>(1, (samples.size() + k_points - 1) / k_points);
 
     plot_t plot(1100, 460);
     std::ostream& out = plot.script();
     out << "set title 'Power against time'\nset xlabel 'time, ms'\nset ylabel 'power, dB of full scale'\n"
         << "set yrange [-80:5]\nset key bottom right reverse Left opaque\nset xrange [0:"
         << std::max(static_cast<double>(samples.size()), 1.0) / rate * 1e3 << "]\n$power << EOD\n";
-    for (std::size_t begin = 0; begin < samples.size(); begin += group) {
-        const std::size_t end = std::min(begin + group, samples.size());
-        double sum = 0;
-        double peak = 0;
-        for (std::size_t i = begin; i < end; ++i) {
-            const double power = std::norm(samples[i]);
-            sum += power;
-            peak = std::max(peak, power);
-        }
-        out << static_cast<double>(begin) / rate * 1e3 << ' ' << db_of_power(sum / static_cast<double>(end - begin))
-            << ' ' << db_of_power(peak) << '\n';
-    }
+    for (const power_point_t& point : power_against_time(samples, k_points))
+        out << static_cast<double>(point.first_sample) / rate * 1e3 << ' ' << db_of_power(point.mean) << ' '
+            << db_of_power(point.peak) << '\n';
     out << (samples.empty() ? "0 -140 -140\n" : "") << "EOD\nplot $power using 1:3 with lines lc rgb '#a9bdd0' title "
         << "'peak', $power using 1:2 with lines lc rgb '" << k_dark << "' title 'mean'\n";
     return plot.drawn();

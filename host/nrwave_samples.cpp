@@ -16,18 +16,16 @@ static_assert(std::endian::native == std::endian::little, "samples are written a
 namespace
 {
 
-const char* suffix(sample_format_t format)
+struct format_row_t
 {
-    switch (format) {
-    case sample_format_t::sigmf:
-        return ".sigmf-data";
-    case sample_format_t::cf32:
-        return ".cf32";
-    case sample_format_t::cf64:
-        return ".cf64";
-    }
-    return "";
-}
+    const char* name;
+    const char* suffix;
+};
+
+/// In the order of their values.
+constexpr std::array<format_row_t, 3> k_formats = {{{"sigmf", ".sigmf-data"}, {"cf32", ".cf32"}, {"cf64", ".cf64"}}};
+
+const char* suffix(sample_format_t format) { return k_formats[static_cast<std::size_t>(format)].suffix; }
 
 /// Bytes as they lie in memory.
 template <class number_t>
@@ -72,6 +70,14 @@ std::string meta_of(const recording_t& recording)
 }
 
 } // namespace
+
+sample_format_t sample_format_of(const std::string& name)
+{
+    for (std::size_t i = 0; i < k_formats.size(); ++i)
+        if (name == k_formats[i].name)
+            return static_cast<sample_format_t>(i);
+    throw failure_t("unknown format " + name + "; there are sigmf, cf32 and cf64");
+}
 
 sample_files_t::sample_files_t(outputs_t& outputs, const std::string& prefix, sample_format_t format)
     : m_format(format), m_data(outputs.add(is_written_through(prefix) ? prefix : named(prefix) + suffix(format)))

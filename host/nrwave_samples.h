@@ -17,6 +17,9 @@ enum class sample_format_t
     cf64,  ///< PREFIX.cf64: double precision
 };
 
+/// The format of a name, such as cf32; an unknown name is a failure.
+sample_format_t sample_format_of(const std::string& name);
+
 /// What a SigMF file says of its samples.
 struct recording_t
 {

@@ -3,6 +3,7 @@
 
 common <- phy_common <- manager <- config; phy_common, manager <- grids <- phy_dl <- phy_ul <- engine. The enumerations of
 the grids have their name tables in config. The tool uses façades, leaf tables and engine; the library knows no tool.
+Within the tool: analysis <- host <- commands; what analysis reckons from samples knows neither façades nor streams.
 """
 import pathlib
 import re
@@ -18,12 +19,17 @@ ALLOWED = {
     "phy_dl": {"common", "phy_common", "manager", "grids", "phy_dl"},
     "phy_ul": {"common", "phy_common", "manager", "grids", "phy_dl", "phy_ul"},
     "engine": {"common", "phy_common", "manager", "grids", "phy_dl", "phy_ul", "engine"},
-    "host": {"common", "phy_common", "manager", "grids", "config", "engine", "host"},
+    "analysis": {"common", "analysis"},
+    "host": {"common", "phy_common", "manager", "grids", "config", "engine", "analysis", "host"},
 }
+ALLOWED["commands"] = ALLOWED["host"] | {"commands"}
+STREAMS = {"iostream", "ostream", "sstream", "fstream", "cstdio"}
 
 
 def layer(path):
     folder = path.parts[0]
+    if folder == "host":
+        return "commands" if path.stem == "main" else path.parent.name
     if folder != "phy":
         return folder
     return "grids" if path.stem in GRIDS else "engine"
@@ -36,7 +42,10 @@ def main():
     checked = 0
     wrong = []
     for file, name in files:
-        for included in re.findall(r'^\s*#\s*include\s+"([^"]+)"', file.read_text(encoding="utf-8"), re.M):
+        text = file.read_text(encoding="utf-8")
+        if layer(name) == "analysis" and (streams := STREAMS.intersection(re.findall(r"#\s*include\s+<(\w+)>", text))):
+            wrong.append(f"{name} includes {', '.join(streams)}")
+        for included in re.findall(r'^\s*#\s*include\s+"([^"]+)"', text, re.M):
             checked += 1
             target = pathlib.PurePosixPath(included)
             if len(target.parts) < 2 or layer(target) not in ALLOWED.get(layer(name), set()):

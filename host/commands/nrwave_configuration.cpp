@@ -1,0 +1,44 @@
+#include "host/commands/nrwave_configuration.h"
+
+#include "host/nrwave_failure.h"
+#include "host/nrwave_steps.h"
+#include "host/nrwave_value.h"
+
+namespace nrwave
+{
+
+void configuration_t::declare_file(CLI::App& app)
+{
+    app.add_option("file", m_file, "Settings file to begin with")->type_name("FILE.xml");
+}
+
+void configuration_t::declare_steps(CLI::App& app)
+{
+    app.add_option("--recipe", m_recipes, "Text file of steps, one a line; may be given several times")
+        ->type_name("FILE")
+        ->allow_extra_args(false);
+    app.add_option("--set", m_steps,
+                   "One step: PATH=VALUE, \"add PATH\", \"copy PATH[i]\", \"remove PATH[i]\", \"load FILE.xml\"")
+        ->type_name("STEP")
+        ->allow_extra_args(false);
+    app.add_flag("--strict", m_strict, "Fail where the library corrects a value");
+}
+
+inputs_t configuration_t::apply(vek::nr_mod_lib::cfg_nr_waveform_t& waveform, trace_t& trace) const
+{
+    stepper_t stepper(waveform, [&](const std::string& line) {
+        if (m_strict)
+            throw failure_t(line);
+        trace.err << one_line(line) << std::endl;
+    });
+    if (m_file)
+        stepper.load(*m_file);
+    for (const std::string& recipe : m_recipes)
+        stepper.apply_recipe(recipe);
+    for (const std::string& step : m_steps)
+        stepper.apply(step);
+    stepper.tell_resets();
+    return stepper.inputs();
+}
+
+} // namespace nrwave

@@ -1,0 +1,37 @@
+#pragma once
+
+#include "config/cfg_nr_waveform.h"
+#include "host/nrwave_input.h"
+#include "host/nrwave_trace.h"
+
+#include <CLI/CLI.hpp>
+#include <optional>
+#include <string>
+#include <vector>
+
+namespace nrwave
+{
+
+/// What configures a waveform on the command line: a settings file, recipes and single steps, in that order.
+class configuration_t
+{
+public:
+    /// The settings file as the first word behind the command.
+    void declare_file(CLI::App& app);
+    /// --recipe, --set and --strict.
+    void declare_steps(CLI::App& app);
+    /// A settings file that the command has found among its own words.
+    void set_file(const std::string& file) { m_file = file; }
+
+    /// Configures a fresh waveform and gives the files read on the way. Corrections are told on standard error; under
+    /// --strict the first one is a failure.
+    inputs_t apply(vek::nr_mod_lib::cfg_nr_waveform_t& waveform, trace_t& trace) const;
+
+private:
+    std::optional<std::string> m_file;
+    std::vector<std::string> m_recipes;
+    std::vector<std::string> m_steps;
+    bool m_strict = false;
+};
+
+} // namespace nrwave

@@ -1,0 +1,42 @@
+#include "host/commands/nrwave_commands.h"
+#include "host/commands/nrwave_configuration.h"
+#include "host/nrwave_output.h"
+#include "host/nrwave_settings.h"
+
+namespace nrwave
+{
+
+using namespace vek::nr_mod_lib;
+
+namespace
+{
+
+class save_t : public command_t
+{
+public:
+    save_t() : command_t("save", "Write a settings file") {}
+
+    void declare(CLI::App& app) override
+    {
+        m_configuration.declare_file(app);
+        m_configuration.declare_steps(app);
+        app.add_option("-o,--output", m_output, "The settings file")->type_name("FILE.xml")->required();
+    }
+
+    void run(trace_t& trace) override
+    {
+        cfg_nr_waveform_t waveform;
+        const inputs_t inputs = m_configuration.apply(waveform, trace);
+        write_text(m_output, saved_text(waveform), inputs);
+    }
+
+private:
+    configuration_t m_configuration;
+    std::string m_output;
+};
+
+} // namespace
+
+std::unique_ptr<command_t> save_command() { return std::make_unique<save_t>(); }
+
+} // namespace nrwave
