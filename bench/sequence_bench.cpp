@@ -1,5 +1,5 @@
 // Low-PAPR sequences of type 1 beside the clause written down: two exponentials a sample.
-#include "phy_common/lib_nr_low_papr_sequence1.h"
+#include "phy_ul/lib_nr_low_papr_sequence1.h"
 
 #include <benchmark/benchmark.h>
 

@@ -1,7 +1,7 @@
 #include "phy_ul/lib_nr_ul_phy_pucch_format0_process.h"
 
 #include "manager/lib_nr_carrier_configure_manager.h"
-#include "phy_common/lib_nr_low_papr_sequence1.h"
+#include "phy_ul/lib_nr_low_papr_sequence1.h"
 
 namespace vek::nr_mod_lib
 {

@@ -1,10 +1,10 @@
 #include "phy_ul/lib_nr_ul_phy_pucch_format3_process.h"
 
 #include "manager/lib_nr_carrier_configure_manager.h"
-#include "phy_common/lib_nr_low_papr_sequence1.h"
-#include "phy_common/lib_nr_low_papr_sequence2.h"
 #include "phy_common/lib_nr_reference_signal.h"
 #include "phy_common/lib_nr_transform_precoding.h"
+#include "phy_ul/lib_nr_low_papr_sequence1.h"
+#include "phy_ul/lib_nr_low_papr_sequence2.h"
 
 #include <array>
 #include <stdexcept>

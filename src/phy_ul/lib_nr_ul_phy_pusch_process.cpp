@@ -2,13 +2,13 @@
 
 #include "manager/lib_nr_waveform_configure_manager.h"
 #include "phy_common/lib_nr_interlace.h"
-#include "phy_common/lib_nr_low_papr_sequence1.h"
 #include "phy_common/lib_nr_mcs.h"
 #include "phy_common/lib_nr_reference_signal.h"
 #include "phy_common/lib_nr_sequence_generator.h"
 #include "phy_common/lib_nr_transform_precoding.h"
 #include "phy_common/tables/lib_nr_dmrs_position_table.h"
 #include "phy_common/tables/lib_nr_ptrs_sample_table.h"
+#include "phy_ul/lib_nr_low_papr_sequence1.h"
 #include "phy_ul/lib_nr_ul_phy_pre_coding.h"
 
 #include <algorithm>

@@ -3,10 +3,10 @@
 #include "common/lib_common_math.h"
 #include "common/lib_number_text.h"
 #include "manager/lib_nr_waveform_configure_manager.h"
-#include "phy_common/lib_nr_low_papr_sequence1.h"
 #include "phy_common/lib_nr_phy_common.h"
 #include "phy_common/lib_nr_sequence_generator.h"
 #include "phy_common/tables/lib_nr_srs_bandwidth_table.h"
+#include "phy_ul/lib_nr_low_papr_sequence1.h"
 
 #include <array>
 #include <bit>

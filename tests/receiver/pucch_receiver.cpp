@@ -1,7 +1,7 @@
 #include "receiver/pucch_receiver.h"
 
-#include "phy_common/lib_nr_low_papr_sequence2.h"
 #include "phy_common/lib_nr_small_block_channel_coding.h"
+#include "phy_ul/lib_nr_low_papr_sequence2.h"
 #include "receiver/gold_sequence.h"
 #include "receiver/low_papr.h"
 #include "receiver/polar_decoder.h"

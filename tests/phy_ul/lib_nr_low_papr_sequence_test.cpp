@@ -1,5 +1,5 @@
-#include "phy_common/lib_nr_low_papr_sequence1.h"
-#include "phy_common/lib_nr_low_papr_sequence2.h"
+#include "phy_ul/lib_nr_low_papr_sequence1.h"
+#include "phy_ul/lib_nr_low_papr_sequence2.h"
 
 #include <gtest/gtest.h>
 

@@ -1,4 +1,4 @@
-#include "phy_common/lib_nr_low_papr_sequence1.h"
+#include "phy_ul/lib_nr_low_papr_sequence1.h"
 
 #include "common/lib_complex_product.h"
 #include "phy_common/tables/lib_nr_low_papr_type1_table.h"

@@ -1,10 +1,10 @@
-#include "phy_common/lib_nr_low_papr_sequence2.h"
+#include "phy_ul/lib_nr_low_papr_sequence2.h"
 
-#include "phy_common/lib_nr_low_papr_sequence1.h"
 #include "phy_common/lib_nr_modulator.h"
 #include "phy_common/lib_nr_sequence_generator.h"
 #include "phy_common/lib_nr_transform_precoding.h"
 #include "phy_common/tables/lib_nr_low_papr_type2_table.h"
+#include "phy_ul/lib_nr_low_papr_sequence1.h"
 
 #include <array>
 #include <cmath>
