@@ -32,25 +32,6 @@ void multiply(lib_nr_phy_t::signal_t& signal, std::complex<double> factor)
 
 } // namespace
 
-// In the order of priority: later channels see in the grid what earlier ones took.
-const std::vector<lib_nr_phy_t::channel_t> lib_nr_phy_t::s_downlink_channels = {
-    {"SS/PBCH", &lib_nr_phy_t::_nr_dl_ssb_re_map, &lib_nr_phy_t::_nr_dl_ssb_link_process, "error!!!SSB process fail"},
-    {"CSI-RS", &lib_nr_phy_t::_nr_dl_csirs_re_map, &lib_nr_phy_t::_nr_dl_csirs_link_process,
-     "error!!!CSIRS process fail"},
-    {"PRS", &lib_nr_phy_t::_nr_dl_prs_re_map, &lib_nr_phy_t::_nr_dl_prs_link_process, "error!!!PRS process fail"},
-    {"PDCCH", &lib_nr_phy_t::_nr_dl_pdcch_re_map, &lib_nr_phy_t::_nr_dl_pdcch_link_process,
-     "error!!!PDCCH process fail"},
-    {"PDSCH", &lib_nr_phy_t::_nr_dl_pdsch_re_map, &lib_nr_phy_t::_nr_dl_pdsch_link_process,
-     "error!!!PDSCH process fail"},
-};
-const std::vector<lib_nr_phy_t::channel_t> lib_nr_phy_t::s_uplink_channels = {
-    {"PUCCH", &lib_nr_phy_t::_nr_ul_pucch_re_map, &lib_nr_phy_t::_nr_ul_pucch_link_process, ""},
-    {"PUSCH", &lib_nr_phy_t::_nr_ul_pusch_re_map, &lib_nr_phy_t::_nr_ul_pusch_link_process,
-     "error!!!PUSCH process fail"},
-    {"SRS", &lib_nr_phy_t::_nr_ul_srs_re_map, &lib_nr_phy_t::_nr_ul_srs_link_process,
-     "_deal_payload_mapping::_nr_ul_srs_link_process return  false!"},
-};
-
 lib_nr_phy_t::lib_nr_phy_t()
 {
     m_waveform.init();
@@ -160,15 +141,9 @@ bool lib_nr_phy_t::deal_resource_mapping(unsigned int carrier, unsigned int nume
 bool lib_nr_phy_t::_map_frame(unsigned int carrier, unsigned int numerology, unsigned int frame,
                               const lib_nr_waveform_configure_manager_t& waveform)
 {
-    const lib_nr_carrier_configure_manager_t& configuration = waveform.get_carrier(carrier);
-    _set_up_grid(configuration, numerology);
+    _set_up_grid(waveform.get_carrier(carrier), numerology);
     grid().init_resource_mapping();
-
-    bool result = true;
-    const bool is_downlink = configuration.get_carrier_type() == LIB_NR_DOWNLINK;
-    for (const channel_t& channel : is_downlink ? s_downlink_channels : s_uplink_channels)
-        result &= _run_step(channel, channel.re_map, frame, carrier, numerology);
-    return result;
+    return _map_channels(carrier, numerology, frame);
 }
 
 /// The grid of a pass. The prefix is that of downlink BWP 0, for uplink carriers too, and only at 60 kHz may it be the
@@ -183,36 +158,12 @@ void lib_nr_phy_t::_set_up_grid(const lib_nr_carrier_configure_manager_t& carrie
     grid().set_cyclic_prefix_type(carrier.get_dl_bwp(0).get_cp_type());
 }
 
-bool lib_nr_phy_t::_run_step(const channel_t& channel, step_t step, unsigned int frame, unsigned int carrier,
-                             unsigned int numerology)
-{
-    m_step = lib_nr_channel_step_t{channel.name, carrier, numerology, frame, {}, {}};
-    try {
-        const bool succeeded = (this->*step)(frame, carrier, numerology);
-        if (!succeeded)
-            _keep_first_failed_step();
-        m_step = lib_nr_channel_step_t{{}, carrier, numerology, frame, {}, {}};
-        return succeeded;
-    } catch (...) {
-        _keep_first_failed_step();
-        throw;
-    }
-}
-
 bool lib_nr_phy_t::_deal_payload_mapping(unsigned int carrier, unsigned int numerology, unsigned int frame)
 {
-    const lib_nr_carrier_configure_manager_t& configuration = m_waveform.get_carrier(carrier);
-    _set_up_grid(configuration, numerology);
+    _set_up_grid(m_waveform.get_carrier(carrier), numerology);
     grid().init_payload_mapping();
-
-    const lib_carrier_type_t type = configuration.get_carrier_type();
-    if (type == LIB_NR_DOWNLINK || type == LIB_NR_UPLINK)
-        for (const channel_t& channel : type == LIB_NR_DOWNLINK ? s_downlink_channels : s_uplink_channels)
-            if (!_run_step(channel, channel.link, frame, carrier, numerology)) {
-                if (*channel.failure != '\0')
-                    std::cout << channel.failure << std::endl;
-                return false;
-            }
+    if (!_link_channels(carrier, numerology, frame))
+        return false;
     if (m_after_channel_steps)
         m_after_channel_steps(carrier, numerology, frame);
     return true;

@@ -100,18 +100,7 @@ public:
 private:
     friend struct vek::test_peer_t<lib_nr_phy_t>;
 
-    /// A channel's two steps, each called with frame, carrier and numerology: re_map marks the cells, link encodes and
-    /// writes the symbols.
-    using step_t = bool (lib_nr_phy_t::*)(unsigned int, unsigned int, unsigned int);
-    struct channel_t
-    {
-        const char* name;
-        step_t re_map;
-        step_t link;
-        const char* failure; ///< line for a link step that failed, none where empty
-    };
-    static const std::vector<channel_t> s_downlink_channels;
-    static const std::vector<channel_t> s_uplink_channels;
+    class pass_t;
 
     void _clear_data();
     std::uint32_t _get_sample_points() const;
@@ -122,8 +111,8 @@ private:
     bool _map_prach_frame(unsigned int carrier, unsigned int numerology, unsigned int frame,
                           const lib_nr_waveform_configure_manager_t& waveform);
     void _set_up_grid(const lib_nr_carrier_configure_manager_t& carrier, unsigned int numerology);
-    bool _run_step(const channel_t& channel, step_t step, unsigned int frame, unsigned int carrier,
-                   unsigned int numerology);
+    bool _map_channels(unsigned int carrier, unsigned int numerology, unsigned int frame);
+    bool _link_channels(unsigned int carrier, unsigned int numerology, unsigned int frame);
     void _keep_first_failed_step();
     template <class call_t>
     bool _call(unsigned int entry, std::optional<unsigned int> slot, lib_nr_remap_mode_t mode, call_t call);
@@ -149,43 +138,6 @@ private:
     void _deal_carrier_frequency_offset(unsigned int carrier, signal_t& buffer);
     void _deal_carrier_phase_offset(unsigned int carrier, signal_t& buffer);
     void _deal_carrier_power_offset(unsigned int carrier, signal_t& buffer);
-
-    bool _nr_dl_ssb_link_process(unsigned int frame, unsigned int carrier, unsigned int numerology);
-    bool _nr_dl_ssb_re_map(unsigned int frame, unsigned int carrier, unsigned int numerology);
-    bool _nr_dl_csirs_link_process(unsigned int frame, unsigned int carrier, unsigned int numerology);
-    bool _nr_dl_csirs_re_map(unsigned int frame, unsigned int carrier, unsigned int numerology);
-    bool _nr_dl_prs_link_process(unsigned int frame, unsigned int carrier, unsigned int numerology);
-    bool _nr_dl_prs_re_map(unsigned int frame, unsigned int carrier, unsigned int numerology);
-    bool _nr_dl_pdcch_link_process(unsigned int frame, unsigned int carrier, unsigned int numerology);
-    bool _nr_dl_pdcch_re_map(unsigned int frame, unsigned int carrier, unsigned int numerology);
-    bool _nr_dl_pdsch_link_process(unsigned int frame, unsigned int carrier, unsigned int numerology);
-    bool _nr_dl_pdsch_tdd_link_process(unsigned int frame, unsigned int carrier, unsigned int numerology);
-    bool _nr_dl_pdsch_re_map(unsigned int frame, unsigned int carrier, unsigned int numerology);
-    bool _nr_ul_pucch_link_process(unsigned int frame, unsigned int carrier, unsigned int numerology);
-    bool _nr_ul_pucch_re_map(unsigned int frame, unsigned int carrier, unsigned int numerology);
-    bool _nr_ul_pusch_link_process(unsigned int frame, unsigned int carrier, unsigned int numerology);
-    bool _nr_ul_pusch_re_map(unsigned int frame, unsigned int carrier, unsigned int numerology);
-    bool _nr_ul_srs_link_process(unsigned int frame, unsigned int carrier, unsigned int numerology);
-    bool _nr_ul_srs_re_map(unsigned int frame, unsigned int carrier, unsigned int numerology);
-
-    // What both steps of a channel walk: each enabled entry whose spacing and symbols per slot are the pass's, bound,
-    // and its blocks or slots, until a call returns false.
-    template <class call_t>
-    bool _for_each_ssb(unsigned int frame, unsigned int carrier, unsigned int numerology, lib_nr_remap_mode_t mode,
-                       call_t call);
-    template <class call_t>
-    bool _for_each_csirs_slot(unsigned int frame, unsigned int carrier, unsigned int numerology,
-                              lib_nr_remap_mode_t mode, call_t call);
-    template <class call_t>
-    bool _for_each_prs_slot(unsigned int carrier, unsigned int numerology, lib_nr_remap_mode_t mode, call_t call);
-    template <class call_t>
-    bool _for_each_pdcch_slot(unsigned int carrier, unsigned int numerology, lib_nr_remap_mode_t mode, call_t call);
-    template <class call_t>
-    bool _for_each_pdsch_slot(unsigned int frame, unsigned int carrier, unsigned int numerology,
-                              lib_nr_remap_mode_t mode, call_t call);
-    template <class call_t>
-    bool _for_each_pusch_slot(unsigned int frame, unsigned int carrier, unsigned int numerology,
-                              lib_nr_remap_mode_t mode, call_t call);
 
     void _deal_baseband_process();
     void _deal_crest_factor_reduction();
@@ -230,14 +182,5 @@ private:
     /// their own symbols there.
     std::function<void(unsigned int, unsigned int, unsigned int)> m_after_channel_steps;
 };
-
-/// Calls a channel's process for one of its slots or blocks.
-template <class call_t>
-bool lib_nr_phy_t::_call(unsigned int entry, std::optional<unsigned int> slot, lib_nr_remap_mode_t mode, call_t call)
-{
-    m_step->entry = entry;
-    m_step->slot = slot;
-    return m_instead_of_calls ? m_instead_of_calls(*m_step, mode) : call();
-}
 
 } // namespace vek::nr_mod_lib

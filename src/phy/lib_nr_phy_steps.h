@@ -1,13 +1,13 @@
 #pragma once
 
-#include "phy/lib_nr_resource_manager.h"
+#include "phy/lib_nr_phy.h"
 
 #include <algorithm>
 #include <cmath>
 #include <iostream>
 #include <optional>
 
-// What the engine's channel steps share.
+// What the engine's steps share.
 
 namespace vek::nr_mod_lib
 {
@@ -26,24 +26,13 @@ inline void print_step(const char* step, unsigned int carrier)
     std::cout << "carrier(" << carrier << ")" << std::endl;
 }
 
-/// Whether a channel of this BWP belongs into the pass that the grid is set up for.
-template <class bwp_t>
-bool is_pass_of(const bwp_t& bwp)
+/// Calls a channel's process for one of its slots or blocks.
+template <class call_t>
+bool lib_nr_phy_t::_call(unsigned int entry, std::optional<unsigned int> slot, lib_nr_remap_mode_t mode, call_t call)
 {
-    return lib_nr_channel_resource_manager_t::get_inst().is_pass_of(bwp.get_numerology(), bwp.get_cp_type());
-}
-
-/// The slot in its frame where an allocation's slot falls into frame `frame`: an allocation of one frame repeats in
-/// every frame, a longer one counts its slots from the start of the waveform.
-template <class slot_t>
-std::optional<unsigned int> slot_in_frame(slot_t slot, bool one_frame_period, unsigned int slots_per_frame,
-                                          unsigned int frame)
-{
-    const unsigned int first = one_frame_period ? 0 : frame * slots_per_frame;
-    const auto index = static_cast<unsigned int>(slot);
-    if (index < first || index - first >= slots_per_frame)
-        return std::nullopt;
-    return index % slots_per_frame;
+    m_step->entry = entry;
+    m_step->slot = slot;
+    return m_instead_of_calls ? m_instead_of_calls(*m_step, mode) : call();
 }
 
 } // namespace vek::nr_mod_lib

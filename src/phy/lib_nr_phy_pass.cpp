@@ -1,0 +1,418 @@
+#include "phy/lib_nr_phy.h"
+#include "phy/lib_nr_phy_steps.h"
+#include "phy/lib_nr_resource_manager.h"
+#include "phy_common/lib_nr_phy_common.h"
+
+#include <algorithm>
+#include <array>
+#include <iostream>
+#include <limits>
+#include <map>
+#include <type_traits>
+
+// The engine's channel steps: which entries, frames and slots each channel's process is run for.
+
+namespace vek::nr_mod_lib
+{
+
+namespace
+{
+
+using carrier_t = lib_nr_carrier_configure_manager_t;
+
+constexpr lib_nr_remap_mode_t k_view = LIB_NR_REMAPP_MODE_UI_VIEW_MAP;
+constexpr lib_nr_remap_mode_t k_encode = LIB_NR_REMAPP_MODE_ENCODE_MAP;
+constexpr unsigned char k_both_half_frames = 255;
+
+/// Where an entry lies, which says its spacing and prefix: in the uplink or downlink BWP of its id.
+template <class entry_t>
+const auto& place_of(const carrier_t& carrier, const entry_t& entry)
+{
+    if constexpr (std::is_same_v<entry_t, lib_nr_dl_prs_configure_manager_t>)
+        return entry;
+    else if constexpr (std::is_same_v<entry_t, lib_nr_ul_sch_configure_manager_t> ||
+                       std::is_same_v<entry_t, lib_nr_ul_srs_configure_manager_t>)
+        return carrier.get_ul_bwp(entry.get_bwp_id());
+    else
+        return carrier.get_dl_bwp(entry.get_bwp_id());
+}
+
+/// The PUCCH process walks the list itself: brings the entry that it failed or threw at into the step at hand.
+class failed_entry_note_t
+{
+public:
+    failed_entry_note_t(const lib_nr_ul_phy_pucch_process_t& process, lib_nr_channel_step_t& step)
+        : m_process(process), m_step(step)
+    {}
+    ~failed_entry_note_t() { m_step.entry = m_process.get_failed_entry(); }
+    failed_entry_note_t(const failed_entry_note_t&) = delete;
+    failed_entry_note_t& operator=(const failed_entry_note_t&) = delete;
+
+private:
+    const lib_nr_ul_phy_pucch_process_t& m_process;
+    lib_nr_channel_step_t& m_step;
+};
+
+} // namespace
+
+/// The channels of one frame in the pass of a numerology, all in one of the modes.
+class lib_nr_phy_t::pass_t
+{
+public:
+    pass_t(lib_nr_phy_t& engine, unsigned int carrier, unsigned int numerology, unsigned int frame,
+           lib_nr_remap_mode_t mode)
+        : m_engine(engine),
+          m_configuration(engine.m_waveform.get_carrier(carrier)),
+          m_carrier(carrier),
+          m_numerology(numerology),
+          m_frame(frame),
+          m_mode(mode),
+          m_slots_per_frame(lib_nr_phy_common_t::get_slot_in_frame(
+              m_configuration.get_numerology_manager(numerology).get_numerolgy()))
+    {}
+
+    /// Marking runs all steps; false where one failed.
+    bool map()
+    {
+        bool result = true;
+        for (const channel_t& channel : _channels())
+            result &= _run(channel);
+        return result;
+    }
+
+    /// Encoding ends with the first step that fails.
+    bool link()
+    {
+        for (const channel_t& channel : _channels())
+            if (!_run(channel)) {
+                if (*channel.failure != '\0')
+                    std::cout << channel.failure << std::endl;
+                return false;
+            }
+        return true;
+    }
+
+private:
+    struct channel_t
+    {
+        const char* name;
+        const char* re_map; ///< names of the step in both modes, for the line that opens it; none where empty
+        const char* link;
+        bool (pass_t::*run)();
+        const char* failure; ///< line for symbols that failed, none where empty
+    };
+
+    /// In the order of priority: later channels see in the grid what earlier ones took.
+    const std::vector<channel_t>& _channels() const
+    {
+        static const std::vector<channel_t> downlink = {
+            {"SS/PBCH", "_nr_dl_ssb_re_map", "_nr_dl_ssb_link_process", &pass_t::_ssb, "error!!!SSB process fail"},
+            {"CSI-RS", "_nr_dl_csirs_re_map", "_nr_dl_csirs_link_process", &pass_t::_csirs,
+             "error!!!CSIRS process fail"},
+            {"PRS", "_nr_dl_prs_re_map", "_nr_dl_prs_link_process", &pass_t::_prs, "error!!!PRS process fail"},
+            {"PDCCH", "_nr_dl_pdcch_re_map", "_nr_dl_pdcch_link_process", &pass_t::_pdcch,
+             "error!!!PDCCH process fail"},
+            {"PDSCH", "_nr_dl_pdsch_re_map", "_nr_dl_pdsch_link_process", &pass_t::_pdsch,
+             "error!!!PDSCH process fail"},
+        };
+        static const std::vector<channel_t> uplink = {
+            {"PUCCH", "", "", &pass_t::_pucch, ""},
+            {"PUSCH", "_nr_ul_pusch_re_map", "_nr_ul_pusch_link_process", &pass_t::_pusch,
+             "error!!!PUSCH process fail"},
+            {"SRS", "_nr_ul_srs_re_map", "_nr_ul_srs_link_process", &pass_t::_srs,
+             "_deal_payload_mapping::_nr_ul_srs_link_process return  false!"},
+        };
+        static const std::vector<channel_t> none;
+        const lib_carrier_type_t type = m_configuration.get_carrier_type();
+        return type == LIB_NR_DOWNLINK ? downlink : type == LIB_NR_UPLINK || m_mode == k_view ? uplink : none;
+    }
+
+    bool _run(const channel_t& channel)
+    {
+        m_engine.m_step = lib_nr_channel_step_t{channel.name, m_carrier, m_numerology, m_frame, {}, {}};
+        try {
+            if (const char* step = m_mode == k_view ? channel.re_map : channel.link; *step != '\0')
+                print_step(step, m_carrier);
+            const bool succeeded = (this->*channel.run)();
+            if (!succeeded)
+                m_engine._keep_first_failed_step();
+            m_engine.m_step = lib_nr_channel_step_t{{}, m_carrier, m_numerology, m_frame, {}, {}};
+            return succeeded;
+        } catch (...) {
+            m_engine._keep_first_failed_step();
+            throw;
+        }
+    }
+
+    /// What came of marking is seen in the grid.
+    template <class call_t>
+    bool _call(unsigned int entry, std::optional<unsigned int> slot, call_t call)
+    {
+        return m_engine._call(entry, slot, m_mode, call) || m_mode == k_view;
+    }
+
+    // The walk through a list
+
+    template <class entry_t>
+    using list_t = const entry_t& (carrier_t::*)(unsigned int) const;
+
+    /// Each enabled entry whose spacing and symbols per slot are the pass's is bound, and called for each of its slots,
+    /// until a call returns false.
+    template <class entry_t, class bind_t, class call_t>
+    bool _walk(unsigned int number, list_t<entry_t> list, bind_t bind, call_t call)
+    {
+        for (unsigned int i = 0; i < number; ++i) {
+            const entry_t& entry = (m_configuration.*list)(i);
+            const auto& place = place_of(m_configuration, entry);
+            if (!entry.get_enable() ||
+                !lib_nr_channel_resource_manager_t::get_inst().is_pass_of(place.get_numerology(), place.get_cp_type()))
+                continue;
+            bind(i);
+            if (!_visit_slots(entry, [&](unsigned int slot) { return call(i, slot); }))
+                return false;
+        }
+        return true;
+    }
+
+    template <class entry_t, class process_t, class view_t, class encode_t>
+    bool _run_list(unsigned int number, list_t<entry_t> list, process_t& process, view_t view, encode_t encode)
+    {
+        return _walk(
+            number, list, [&](unsigned int i) { _bind(process, i); },
+            [&](unsigned int i, unsigned int slot) {
+                return _call(i, slot, [&] {
+                    return m_mode == k_view ? (process.*view)(slot, m_mode) : (process.*encode)(slot);
+                });
+            });
+    }
+
+    template <class process_t>
+    void _bind(process_t& process, unsigned int entry)
+    {
+        if constexpr (std::is_same_v<process_t, lib_nr_ul_phy_srs_process_t>)
+            process.set_waveform_config(m_carrier, m_frame, m_numerology, entry, m_engine.m_waveform);
+        else
+            process.set_waveform_config(m_carrier, m_numerology, entry, m_engine.m_waveform);
+    }
+
+    // The slots of an entry in the frame, until a visit returns false
+
+    /// An allocation of one frame repeats in every frame, a longer one counts its slots from the start of the waveform.
+    template <class slot_t, class visit_t>
+    bool _visit_span(const std::vector<slot_t>& allocation, bool one_frame_period, visit_t visit) const
+    {
+        const unsigned int first = one_frame_period ? 0 : m_frame * m_slots_per_frame;
+        return std::all_of(allocation.begin(), allocation.end(), [&](slot_t allocated) {
+            const auto slot = static_cast<unsigned int>(allocated);
+            return slot < first || slot - first >= m_slots_per_frame || visit(slot - first);
+        });
+    }
+
+    template <class visit_t>
+    bool _visit_slots(const lib_nr_sch_configure_manager_t& sch, visit_t visit) const
+    {
+        return _visit_span(sch.get_slot_allocation_v(), sch.get_one_frame_period(), visit);
+    }
+
+    template <class visit_t>
+    bool _visit_slots(const lib_nr_dl_csirs_configure_manager_t& csirs, visit_t visit) const
+    {
+        return _visit_span(csirs.get_slot_allocation(), csirs.get_one_frame_period(), visit);
+    }
+
+    template <class visit_t>
+    bool _visit_slots(const lib_nr_dl_dci_configure_manager_t& dci, visit_t visit) const
+    {
+        const std::vector<int>& slots = dci.get_slot_allocation_for_lib();
+        return std::all_of(slots.begin(), slots.end(),
+                           [&](int slot) { return visit(static_cast<unsigned int>(slot)); });
+    }
+
+    /// A PRS counts the slots of each frame anew.
+    template <class visit_t>
+    bool _visit_slots(const lib_nr_dl_prs_configure_manager_t&, visit_t visit) const
+    {
+        unsigned int slot = 0;
+        while (slot < m_slots_per_frame && visit(slot))
+            ++slot;
+        return slot == m_slots_per_frame;
+    }
+
+    template <class visit_t>
+    bool _visit_slots(const lib_nr_ul_srs_configure_manager_t& srs, visit_t visit) const
+    {
+        for (const int slot : srs.get_slot_allocation())
+            if (_is_srs_slot(srs, slot) && !visit(static_cast<unsigned int>(slot)))
+                return false;
+        if (m_mode == k_encode)
+            m_engine.m_srs_process.write_trace_file();
+        return true;
+    }
+
+    /// The slots since the offset are a 32-bit number, with a sign where symbols are made, and without in the view.
+    bool _is_srs_slot(const lib_nr_ul_srs_configure_manager_t& srs, int slot) const
+    {
+        const auto period = static_cast<unsigned int>(srs.get_srs_periodity());
+        const unsigned int since = m_slots_per_frame * m_frame - srs.get_t_offset() + static_cast<unsigned int>(slot);
+        const bool is_ahead = m_mode == k_encode && static_cast<int>(since) < 0;
+        if (period != 0 && (is_ahead || since % period != 0)) {
+            std::cout << (m_mode == k_view ? "" : "_nr_ul_srs_link_process")
+                      << "islot does not satisfy condition!islot = " << slot << " \n"
+                      << std::endl;
+            return false;
+        }
+        if (m_mode == k_view)
+            std::cout << "srs slot : " << slot << std::endl;
+        return true;
+    }
+
+    // The channels
+
+    bool _ssb()
+    {
+        const lib_nr_dl_ssb_configure_manager_t& ssb = m_configuration.get_dl_ssb();
+        if (m_frame * 10 % ssb.get_periodicity() != 0)
+            return true;
+        if (!ssb.get_enable()) {
+            std::cout << (m_mode == k_view ? "_nr_dl_ssb_re_map" : "_nr_dl_ssb_link_process")
+                      << " : ssb is not enable.\n"
+                      << std::endl;
+            return true;
+        }
+        const unsigned char half_frame = ssb.get_half_frame_idx();
+        return half_frame == k_both_half_frames ? _half_frame(ssb, 0) && _half_frame(ssb, 1)
+                                                : _half_frame(ssb, half_frame);
+    }
+
+    bool _half_frame(const lib_nr_dl_ssb_configure_manager_t& ssb, unsigned int half)
+    {
+        lib_nr_dl_phy_ssb_process_t& process = m_engine.m_ssb_process;
+        process.set_waveform_config(m_carrier, m_frame, half, m_numerology, m_engine.m_waveform);
+        for (const int active : ssb.get_active_idx()) {
+            const auto index = static_cast<unsigned int>(active);
+            if (index >= static_cast<unsigned int>(ssb.get_lmax())) {
+                std::cout << "lib_nr_dl_phy_t::_nr_dl_ssb_link_process: ssb slot active idx error." << std::endl;
+                return false;
+            }
+            if (!_call(index, std::nullopt, [&] {
+                    return m_mode == k_view ? process._dl_phy_ssb_remap(index, m_mode)
+                                            : process.ssb_encode_process(index);
+                }))
+                return false;
+        }
+        return true;
+    }
+
+    bool _csirs()
+    {
+        using process_t = lib_nr_dl_phy_csirs_process_t;
+        return _run_list<lib_nr_dl_csirs_configure_manager_t>(
+            m_configuration.get_dl_csirs_number(), &carrier_t::get_dl_csirs, m_engine.m_csirs_process,
+            &process_t::nr_dl_phy_csirs_re_map, &process_t::csirs_process);
+    }
+
+    bool _prs()
+    {
+        using process_t = lib_nr_dl_phy_prs_process_t;
+        return _run_list<lib_nr_dl_prs_configure_manager_t>(m_configuration.get_dl_prs_number(), &carrier_t::get_dl_prs,
+                                                            m_engine.m_prs_process, &process_t::dl_phy_prs_remap,
+                                                            &process_t::prs_encode_process);
+    }
+
+    bool _pdcch()
+    {
+        using process_t = lib_nr_dl_phy_pdcch_process_t;
+        return _run_list<lib_nr_dl_dci_configure_manager_t>(m_configuration.get_dl_dci_number(), &carrier_t::get_dl_dci,
+                                                            m_engine.m_pdcch_process, &process_t::dl_phy_pdcch_remap,
+                                                            &process_t::pdcch_encode_process);
+    }
+
+    bool _pdsch()
+    {
+        if (m_mode == k_encode && m_configuration.get_dl_tm().get_duplex_type() == LIB_NR_DUPLEX_TYPE_TDD)
+            return _pdsch_in_order_of_slots();
+        using process_t = lib_nr_dl_phy_pdsch_process_t;
+        return _run_list<lib_nr_dl_sch_configure_manager_t>(m_configuration.get_dl_sch_number(), &carrier_t::get_dl_sch,
+                                                            m_engine.m_pdsch_process, &process_t::phy_sch_remap,
+                                                            &process_t::sch_encode_process);
+    }
+
+    /// All channels of one RNTI draw one continuous payload sequence, in the order of the frame's slots; each frame
+    /// begins it anew.
+    bool _pdsch_in_order_of_slots()
+    {
+        std::vector<std::array<unsigned int, 3>> transmissions; // slot, RNTI, channel
+        _walk<lib_nr_dl_sch_configure_manager_t>(
+            m_configuration.get_dl_sch_number(), &carrier_t::get_dl_sch, [](unsigned int) {},
+            [&](unsigned int channel, unsigned int slot) {
+                transmissions.push_back({slot, m_configuration.get_dl_sch(channel).get_rnti(), channel});
+                return true;
+            });
+        std::sort(transmissions.begin(), transmissions.end());
+
+        lib_nr_dl_phy_pdsch_process_t& process = m_engine.m_pdsch_process;
+        std::map<unsigned int, unsigned int> seeds;
+        std::optional<unsigned int> bound;
+        for (const auto& transmission : transmissions) {
+            const auto [slot, rnti, channel] = transmission;
+            unsigned int& seed = seeds.emplace(rnti, std::numeric_limits<unsigned int>::max()).first->second;
+            if (bound != channel)
+                _bind(process, channel);
+            bound = channel;
+            process.set_pn_seed(seed);
+            if (!_call(channel, slot, [&, slot = slot] { return process.sch_encode_process(slot); }))
+                return false;
+            seed = process.get_pn_seed();
+        }
+        return true;
+    }
+
+    bool _pucch()
+    {
+        lib_nr_ul_phy_pucch_process_t& process = m_engine.m_pucch_process;
+        const failed_entry_note_t note(process, *m_engine.m_step);
+        return m_mode == k_view ? process.deal_ul_pucch_resource_mapping(m_engine.m_waveform, m_carrier, m_numerology)
+                                : process.deal_ul_pucch_link_process(m_engine.m_waveform, m_carrier, m_numerology);
+    }
+
+    bool _pusch()
+    {
+        using process_t = lib_nr_ul_phy_pusch_process_t;
+        return _run_list<lib_nr_ul_sch_configure_manager_t>(m_configuration.get_ul_sch_number(), &carrier_t::get_ul_sch,
+                                                            m_engine.m_pusch_process, &process_t::phy_sch_remap,
+                                                            &process_t::sch_encode_process);
+    }
+
+    bool _srs()
+    {
+        if (m_mode == k_view)
+            std::cout << "carrier enable : " << m_configuration.get_enable() << std::endl;
+        using process_t = lib_nr_ul_phy_srs_process_t;
+        if (_run_list<lib_nr_ul_srs_configure_manager_t>(m_configuration.get_ul_srs_number(), &carrier_t::get_ul_srs,
+                                                         m_engine.m_srs_process, &process_t::nr_ul_phy_srs_re_map,
+                                                         &process_t::srs_process))
+            return true;
+        std::cout << "_nr_ul_srs_link_process::srs_process return false!" << std::endl;
+        return false;
+    }
+
+    lib_nr_phy_t& m_engine;
+    const carrier_t& m_configuration;
+    unsigned int m_carrier;
+    unsigned int m_numerology;
+    unsigned int m_frame;
+    lib_nr_remap_mode_t m_mode;
+    unsigned int m_slots_per_frame;
+};
+
+bool lib_nr_phy_t::_map_channels(unsigned int carrier, unsigned int numerology, unsigned int frame)
+{
+    return pass_t(*this, carrier, numerology, frame, k_view).map();
+}
+
+bool lib_nr_phy_t::_link_channels(unsigned int carrier, unsigned int numerology, unsigned int frame)
+{
+    return pass_t(*this, carrier, numerology, frame, k_encode).link();
+}
+
+} // namespace vek::nr_mod_lib
