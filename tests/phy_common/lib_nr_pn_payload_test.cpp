@@ -1,34 +1,23 @@
 #include "phy_common/lib_nr_pn_payload.h"
 
+#include "receiver/bits.h"
+
 #include <gtest/gtest.h>
 
-#include <utility>
 #include <vector>
 
 namespace
 {
 
 using namespace vek::nr_mod_lib;
-using bits_t = std::vector<unsigned char>;
-
-/// Each bit from the two that the polynomial names, one by one.
-bits_t sequence(unsigned int degree, unsigned int tap, std::size_t length)
-{
-    bits_t bits(degree, 1);
-    while (bits.size() < length)
-        bits.push_back(bits[bits.size() - degree] ^ bits[bits.size() - degree + tap]);
-    bits.resize(length);
-    return bits;
-}
+using nr_test::bits_t;
 
 TEST(lib_nr_pn_payload, sequences_run_on_from_call_to_call_and_from_stream_to_stream)
 {
-    const std::vector<std::pair<unsigned int, unsigned int>> taps = {{9, 4}, {9, 5}, {11, 2}, {15, 14}, {23, 5}};
     for (unsigned int source = LIB_NR_PN9_ITU; source <= 6; ++source) {
         if (source == LIB_NR_USER_CFG)
             continue;
-        const bool is_known = source < taps.size();
-        const auto [degree, tap] = taps[is_known ? source : 0];
+        const bool is_known = source <= LIB_NR_PN23;
         bits_t all;
         lib_nr_pn_payload_t first(static_cast<lib_nr_pn_seq_t>(source));
         lib_nr_pn_payload_t second(static_cast<lib_nr_pn_seq_t>(source));
@@ -41,7 +30,7 @@ TEST(lib_nr_pn_payload, sequences_run_on_from_call_to_call_and_from_stream_to_st
             all.insert(all.end(), bits.begin(), bits.end());
             first.set_seed(second.get_seed());
         }
-        EXPECT_EQ(all, sequence(degree, tap, all.size())) << source;
+        EXPECT_EQ(all, nr_test::data_source_t(is_known ? source : 0).take(all.size())) << source;
     }
 }
 

@@ -256,32 +256,6 @@ TEST(lib_nr_polar_coding, stores_are_those_of_the_kronecker_power)
     }
 }
 
-// The table is made by a search, but it obeys the orders that hold for every channel: an index that covers another one
-// bitwise is the more reliable one, and moving a 1 up makes an index more reliable but for twenty pairs.
-TEST(lib_nr_polar_coding, reliability_sequence_is_a_permutation_that_obeys_the_universal_orders)
-{
-    const std::vector<unsigned int>& sequence = lib_nr_polar_coding_t::get_polar_sequence();
-    ASSERT_EQ(sequence.size(), 1024u);
-    std::vector<int> rank(1024, -1);
-    for (std::size_t i = 0; i < sequence.size(); ++i)
-        rank.at(sequence[i]) = static_cast<int>(i);
-    EXPECT_EQ(std::count(rank.begin(), rank.end(), -1), 0);
-    int moves = 0, exceptions = 0;
-    for (unsigned int i = 0; i < 1024; ++i)
-        for (unsigned int bit = 0; bit < 10; ++bit) {
-            const unsigned int one = 1u << bit;
-            if ((i & one) == 0) {
-                EXPECT_LT(rank[i], rank[i | one]) << i << " against " << (i | one);
-            }
-            if (bit < 9 && (i & one) != 0 && (i & 2 * one) == 0) {
-                ++moves;
-                exceptions += rank[i] > rank[i ^ (3 * one)];
-            }
-        }
-    EXPECT_EQ(moves, 2304);
-    EXPECT_EQ(exceptions, 20);
-}
-
 TEST(lib_nr_polar_coding, input_interleaver_puts_each_parity_bit_behind_what_it_depends_on)
 {
     EXPECT_EQ(lib_nr_polar_coding_t::get_interleaving_pattern(), nr_test::polar_input_interleaver(164));

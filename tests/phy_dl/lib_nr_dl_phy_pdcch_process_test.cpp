@@ -1,5 +1,6 @@
 #include "phy_dl/lib_nr_dl_phy_pdcch_process.h"
 
+#include "receiver/bits.h"
 #include "receiver/gold_sequence.h"
 #include "receiver/polar_decoder.h"
 #include "support/generated.h"
@@ -9,6 +10,7 @@
 
 #include <algorithm>
 #include <cmath>
+#include <functional>
 #include <map>
 #include <random>
 #include <set>
@@ -20,7 +22,7 @@ namespace
 {
 
 using namespace vek::nr_mod_lib;
-using bits_t = std::vector<unsigned char>;
+using nr_test::bits_t;
 
 /// A DCI with its CORESET and BWP in a carrier of 50 MHz, at random but for what is given.
 struct pdcch_case_t
@@ -177,13 +179,11 @@ bits_t decode(const pdcch_case_t& c, const bits_t& coded)
         soft_bits.push_back(1.0 - 2.0 * bit);
     const unsigned int data = c["data_block_size"];
     bits_t bits = nr_test::polar_decode({data + 24, 108 * c["aggregation_level"]}, soft_bits);
-    unsigned int remainder = 0; // of 24 ones and all bits, by the polynomial of CRC24C
-    for (std::size_t i = 0; i < 48 + data; ++i) {
-        const unsigned int mask = i < 32 + data ? 0 : c["rnti"] >> (47 + data - i) & 1u;
-        remainder = remainder << 1 | (i < 24 ? 1u : bits[i - 24] ^ mask);
-        remainder ^= (remainder >> 24) * 0x1B2B117;
-    }
-    EXPECT_EQ(remainder, 0u);
+    bits_t checked(24, 1); // TS 38.212 clause 7.3.2: ones ahead, the RNTI over the last bits
+    checked.insert(checked.end(), bits.begin(), bits.end());
+    const bits_t rnti = nr_test::bits_of(c["rnti"], 16);
+    std::transform(rnti.begin(), rnti.end(), checked.end() - 16, checked.end() - 16, std::bit_xor<>());
+    EXPECT_TRUE(nr_test::passes_crc(checked, 0x1B2B117, 24));
     bits.resize(data);
     return bits;
 }
@@ -192,9 +192,6 @@ bits_t decode(const pdcch_case_t& c, const bits_t& coded)
 // the candidate of the RNTI. A user's bits come in every slot, padded to 12; bare ones have zeros behind them.
 TEST(lib_nr_dl_phy_pdcch_process, comes_back_from_its_candidate)
 {
-    bits_t pn9(9, 1);
-    while (pn9.size() < 500)
-        pn9.push_back(pn9[pn9.size() - 9] ^ pn9[pn9.size() - 5]);
     std::mt19937 random(1);
     auto& grid = lib_nr_channel_resource_manager_t::get_inst();
     for (unsigned int i = 0; i < 120 && !HasFailure(); ++i) {
@@ -210,13 +207,12 @@ TEST(lib_nr_dl_phy_pdcch_process, comes_back_from_its_candidate)
         const nr_test::generated_t generated = nr_test::generate(nr_test::waveform_of_t(c.steps));
         const unsigned int subcarriers = grid.get_mapped_subcarrier_number();
         auto rows = nr_test::demodulate_frame(generated.samples, generated.setup, subcarriers, 0.0, 0);
-        auto drawn = pn9.begin();
+        nr_test::data_source_t source(LIB_NR_PN9_ITU);
         std::set<std::pair<unsigned int, unsigned int>> marked, wanted;
         for (const std::size_t slot : c.slots) {
             const bits_t coded = receive(c, slot, rows);
             const bits_t bits = is_coded ? decode(c, coded) : coded;
-            bits_t expected(drawn, drawn + c.value("data_block_size"));
-            drawn += c.value("data_block_size");
+            bits_t expected = source.take(c["data_block_size"]);
             if (is_user) {
                 expected = {1, 0, 1, 1};
                 expected.resize(bits.size());

@@ -1,7 +1,5 @@
 #include "phy_dl/lib_nr_dl_phy_pdsch_process.h"
 
-#include "phy_common/lib_nr_pn_payload.h"
-#include "phy_common/tables/lib_nr_dmrs_position_table.h"
 #include "receiver/sch_receiver.h"
 #include "support/generated.h"
 #include "support/settings.h"
@@ -50,21 +48,6 @@ std::vector<unsigned int> rbs_of(const lib_nr_dl_sch_configure_manager_t& sch,
     return rbs;
 }
 
-/// By the positions of the standard's tables.
-std::vector<unsigned int> dmrs_symbols_of(const lib_nr_dl_sch_configure_manager_t& sch)
-{
-    const bool is_double = sch.get_dmrs_length() == LIB_NR_SCH_DMRS_LENGTH_DOUBLE_SYMBOL;
-    const bool is_type_b = sch.get_mapping_type() == LIB_NR_DMRS_MAPPING_TYPEB;
-    const unsigned int start = is_type_b ? sch.get_first_symbol() : 0;
-    const auto* row = get_pdsch_dmrs_position_row(is_double, is_type_b, sch.get_dmrs_additional_position(),
-                                                  sch.get_first_symbol() + sch.get_symbol_num() - start);
-    std::vector<unsigned int> symbols;
-    for (unsigned int i = 0; row != nullptr && i <= row->number; ++i)
-        for (unsigned int second = 0; second <= (is_double ? 1u : 0u); ++second)
-            symbols.push_back(second + (i > 0 ? start + row->positions[i - 1] : is_type_b ? start : sch.get_l0()));
-    return symbols;
-}
-
 sch_channel_t channel_of(const lib_nr_carrier_configure_manager_t& carrier, unsigned int index)
 {
     const lib_nr_dl_sch_configure_manager_t& sch = carrier.get_dl_sch(index);
@@ -74,7 +57,7 @@ sch_channel_t channel_of(const lib_nr_carrier_configure_manager_t& carrier, unsi
             cell,
             bwp.get_cp_type() == LIB_NR_EXTEND_CP ? 12u : 14u,
             rbs_of(sch, bwp),
-            dmrs_symbols_of(sch),
+            nr_test::sch_dmrs_symbols(sch),
             (sch.get_rnti() << 15) + nr_test::sch_identity(sch.get_nid(), cell),
             1.0 / (1 << sch.get_tb_scaling())};
 }
@@ -152,12 +135,11 @@ TEST(lib_nr_dl_phy_pdsch_process, every_mcs_of_every_table_is_decoded)
                 waveform.pdsch(i).set_mcs(first + i);
             }
             run_t run(waveform);
-            lib_nr_pn_payload_t source(LIB_NR_PN9);
+            nr_test::data_source_t source(LIB_NR_PN9);
             for (unsigned int i = 0; i < 15; ++i) {
                 const sch_slot_t received = run.receive(i, i);
                 EXPECT_LT(received.error, 1e-6) << table << ' ' << first + i;
-                bits_t expected;
-                source.generate(static_cast<unsigned int>(transport_block_size(run.channel(i))), expected);
+                const bits_t expected = source.take(transport_block_size(run.channel(i)));
                 EXPECT_EQ(nr_test::decode_sch({run.channel(i)}, {received}), expected) << table << ' ' << first + i;
             }
         }
@@ -192,14 +174,13 @@ TEST(lib_nr_dl_phy_pdsch_process, random_settings_arrive_bit_by_bit)
         std::size_t cells = 0;
         for (unsigned int index = 0; index < 2; ++index) {
             const sch_channel_t channel = run.channel(index);
-            lib_nr_pn_payload_t source(channel.settings.get_data_source(), {0});
+            nr_test::data_source_t source(channel.settings.get_data_source());
             for (const unsigned int slot : channel.settings.get_slot_allocation_v()) {
                 const sch_slot_t received = run.receive(index, slot);
                 cells += received.cells;
                 const bool is_coded = channel.settings.get_enable_coding();
                 const std::size_t size = is_coded ? transport_block_size(channel) : received.bits.size();
-                bits_t expected;
-                source.generate(static_cast<unsigned int>(size), expected);
+                const bits_t expected = source.take(size);
                 if (std::isnan(received.error)) // no DMRS, or none beside what others hold
                     continue;
                 EXPECT_LT(received.error, 1e-6) << i << ' ' << slot;
@@ -262,32 +243,12 @@ TEST(lib_nr_dl_phy_pdsch_process, channels_of_one_rnti_go_on_where_the_slot_befo
     const unsigned int sent[][3] = {// frame, channel and slot; the third channel counts both frames
                                     {0, 0, 0}, {0, 1, 1}, {0, 2, 1}, {0, 0, 3}, {0, 1, 3},
                                     {1, 0, 0}, {1, 1, 1}, {1, 0, 3}, {1, 1, 3}, {1, 2, 4}};
-    std::map<std::pair<unsigned int, bool>, lib_nr_pn_payload_t> sources;
+    std::map<std::pair<unsigned int, bool>, nr_test::data_source_t> sources;
     for (const auto& [frame, index, slot] : sent) {
-        bits_t expected;
-        sources[{frame, index == 2}].generate(10 * (12 * 13 + 6) * 2, expected);
-        EXPECT_EQ(run.receive(index, slot, frame).bits, expected) << frame << ' ' << index << ' ' << slot;
+        auto& source = sources.try_emplace({frame, index == 2}, LIB_NR_PN9).first->second;
+        EXPECT_EQ(run.receive(index, slot, frame).bits, source.take(10 * (12 * 13 + 6) * 2))
+            << frame << ' ' << index << ' ' << slot;
     }
-}
-
-TEST(lib_nr_dl_phy_pdsch_process, dmrs_positions_keep_to_the_tables_of_the_standard)
-{
-    // Double, type B, additional position, length, positions behind the first: TS 38.211 Tables 7.4.1.1.2-3 and -4.
-    const std::tuple<bool, bool, unsigned int, unsigned int, std::vector<int>> rows[] = {
-        {0, 0, 0, 14, {}},     {0, 0, 1, 9, {7}},        {0, 0, 1, 12, {9}},     {0, 0, 1, 14, {11}},
-        {0, 0, 2, 12, {6, 9}}, {0, 1, 3, 4, {}},         {0, 0, 2, 13, {7, 11}}, {0, 0, 3, 12, {5, 8, 11}},
-        {0, 1, 2, 7, {4}},     {0, 1, 1, 8, {6}},        {0, 1, 1, 13, {9}},     {0, 1, 2, 10, {4, 7}},
-        {0, 1, 2, 12, {5, 9}}, {0, 1, 3, 11, {3, 6, 9}}, {1, 0, 1, 9, {}},       {1, 0, 1, 12, {8}},
-        {1, 0, 3, 14, {}},     {1, 1, 1, 8, {5}},        {1, 1, 1, 11, {7}},     {1, 1, 1, 13, {8}}};
-    for (const auto& [is_double, is_type_b, additional, length, positions] : rows) {
-        const auto* row = get_pdsch_dmrs_position_row(is_double, is_type_b, additional, length);
-        ASSERT_NE(row, nullptr);
-        EXPECT_EQ(std::vector<int>(row->positions.begin(), row->positions.begin() + row->number), positions) << length;
-    }
-    constexpr unsigned int k_shortest[2][2] = {{3, 2}, {4, 5}};
-    for (unsigned int i = 0; i < 60; ++i)
-        EXPECT_EQ(get_pdsch_dmrs_position_row(i % 2, i / 2 % 2, 1, i / 4) != nullptr,
-                  i / 4 >= k_shortest[i % 2][i / 2 % 2] && (i / 4 < 14 || i / 2 % 2 == 0));
 }
 
 TEST(lib_nr_dl_phy_pdsch_process, works_without_a_configuration_and_tells_what_cannot_be)

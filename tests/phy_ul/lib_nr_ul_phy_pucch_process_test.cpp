@@ -1,6 +1,5 @@
 #include "phy_ul/lib_nr_ul_phy_pucch_process.h"
 
-#include "phy_common/lib_nr_pn_payload.h"
 #include "receiver/pucch_receiver.h"
 #include "support/engine_peer.h"
 #include "support/generated.h"
@@ -21,7 +20,7 @@ namespace
 {
 
 using namespace vek::nr_mod_lib;
-using bits_t = std::vector<unsigned char>;
+using nr_test::bits_t;
 using texts_t = std::vector<std::string>;
 
 /// Steps to an uplink carrier of 20 MHz, then those given, separated by blanks, a ~ being a blank within; one that
@@ -79,16 +78,15 @@ void expect_uci_arrives(const std::string& steps)
     std::vector<lib_nr_ul_pucch_payload_t> list = {pucch.get_payload()};
     if (pucch.get_uci_content())
         list = {pucch.get_harq_ack(), pucch.get_sr(), pucch.get_csi1(), pucch.get_csi2()};
-    std::vector<lib_nr_pn_payload_t> streams;
+    std::vector<nr_test::data_source_t> streams;
     for (const auto& field : list)
         streams.emplace_back(field.data, field.user_bits);
     for (std::size_t i = 0; i < pucch.get_allocated_slots().size(); ++i) {
         bits_t expected;
-        bits_t bits;
         std::size_t first_bits = 0;
         for (std::size_t k = 0; k < list.size(); ++k) {
             const unsigned int size = !pucch.get_channel_coding() ? 2 * 12 * 5 : list[k].enable ? list[k].size : 0;
-            streams[k].generate_repeated(size, i * size, bits);
+            const bits_t bits = streams[k].take(size);
             if (k < 3)
                 first_bits += size;
             expected.insert(expected.end(), bits.begin(), bits.end());

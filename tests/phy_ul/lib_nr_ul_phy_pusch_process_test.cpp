@@ -1,9 +1,7 @@
 #include "phy_ul/lib_nr_ul_phy_pusch_process.h"
 
-#include "phy_common/lib_nr_pn_payload.h"
-#include "phy_common/tables/lib_nr_dmrs_position_table.h"
-#include "phy_common/tables/lib_nr_ul_precoding_matrix_table.h"
 #include "receiver/sch_receiver.h"
+#include "receiver/tables/pusch_codebooks.h"
 #include "support/generated.h"
 #include "support/settings.h"
 #include "support/shared_channel.h"
@@ -13,8 +11,10 @@
 
 #include <algorithm>
 #include <cmath>
+#include <map>
 #include <memory>
 #include <random>
+#include <sstream>
 #include <string>
 #include <tuple>
 #include <vector>
@@ -61,35 +61,6 @@ std::vector<unsigned int> rbs_of(const lib_nr_carrier_configure_manager_t& carri
     return rbs;
 }
 
-/// By the tables of the standard; those of two hops from its clause 6.4.1.1.3.
-std::vector<unsigned int> dmrs_symbols_of(const lib_nr_ul_sch_configure_manager_t& sch)
-{
-    const bool is_double = sch.get_dmrs_length() == LIB_NR_SCH_DMRS_LENGTH_DOUBLE_SYMBOL;
-    const bool is_type_b = sch.get_mapping_type() == LIB_NR_DMRS_MAPPING_TYPEB;
-    const unsigned int start = is_type_b ? sch.get_first_symbol() : 0;
-    const unsigned int front = is_type_b ? 0 : sch.get_l0();
-    const unsigned int length = sch.get_first_symbol() + sch.get_symbol_num() - start;
-    std::vector<unsigned int> symbols;
-    if (sch.get_hopping_mode() == LIB_NR_SCH_HOPPING_MODE_INTRA) {
-        const unsigned int hop = length / 2;
-        const bool more = sch.get_dmrs_additional_position() == LIB_NR_SCH_DMRS_ADDITIONAL_POSITION_1;
-        if (!is_type_b && hop < 4)
-            return {};
-        symbols.push_back(start + front);
-        if (more && (is_type_b ? hop >= 5 : front == 2 && hop >= 7))
-            symbols.push_back(start + front + 4);
-        symbols.push_back(start + hop);
-        if (more && length - hop >= 5)
-            symbols.push_back(start + hop + 4);
-        return symbols;
-    }
-    const auto* row = get_pusch_dmrs_position_row(is_double, is_type_b, sch.get_dmrs_additional_position(), length);
-    for (unsigned int i = 0; row != nullptr && i <= row->number; ++i)
-        for (unsigned int second = 0; second <= (is_double ? 1u : 0u); ++second)
-            symbols.push_back(start + second + (i > 0 ? row->positions[i - 1] : front));
-    return symbols;
-}
-
 sch_channel_t channel_of(const lib_nr_carrier_configure_manager_t& carrier, unsigned int index, unsigned int slot)
 {
     const lib_nr_ul_sch_configure_manager_t& sch = carrier.get_ul_sch(index);
@@ -101,7 +72,7 @@ sch_channel_t channel_of(const lib_nr_carrier_configure_manager_t& carrier, unsi
                           cell,
                           bwp.get_cp_type() == LIB_NR_EXTEND_CP ? 12u : 14u,
                           rbs_of(carrier, sch),
-                          dmrs_symbols_of(sch),
+                          nr_test::sch_dmrs_symbols(sch, &sch),
                           sch.get_rapid() < 0 ? (sch.get_rnti() << 15) + nid : (sch.get_rnti() << 16) + rapid + nid};
     const bool in_slot = sch.get_hopping_mode() == LIB_NR_SCH_HOPPING_MODE_INTRA;
     if (in_slot)
@@ -189,13 +160,13 @@ struct one_channel_a_slot_t : nr_test::waveform_of_t
     }
 };
 
-void expect_transport_block(run_t& run, unsigned int index, unsigned int slot, lib_nr_pn_payload_t& source)
+void expect_transport_block(run_t& run, unsigned int index, unsigned int slot)
 {
     const sch_slot_t received = run.receive(index, slot);
     EXPECT_LT(received.error, 1e-6) << index;
-    bits_t expected;
-    source.generate(static_cast<unsigned int>(transport_block_size(run.channel(index, slot))), expected);
-    EXPECT_EQ(nr_test::decode_sch({run.channel(index, slot)}, {received}), expected) << index;
+    EXPECT_EQ(nr_test::decode_sch({run.channel(index, slot)}, {received}),
+              nr_test::data_source_t(LIB_NR_PN9).take(transport_block_size(run.channel(index, slot))))
+        << index;
 }
 
 TEST(lib_nr_ul_phy_pusch_process, every_mcs_of_every_table_is_decoded)
@@ -213,8 +184,7 @@ TEST(lib_nr_ul_phy_pusch_process, every_mcs_of_every_table_is_decoded)
                                  "modulation=LIB_NR_MODULATION_" + std::string(i % 2 == 0 ? "QPSK" : "HALF_PI_BPSK")});
             run_t run(waveform);
             for (unsigned int i = 0; i < 15; ++i) {
-                lib_nr_pn_payload_t source(LIB_NR_PN9);
-                expect_transport_block(run, i, i, source);
+                expect_transport_block(run, i, i);
             }
         }
 }
@@ -250,10 +220,8 @@ TEST(lib_nr_ul_phy_pusch_process, every_size_of_a_transform_precoded_allocation_
                 }
             }
             run_t run(waveform);
-            for (unsigned int i = 0; i < used; ++i) {
-                lib_nr_pn_payload_t source(LIB_NR_PN9);
-                expect_transport_block(run, i, i, source);
-            }
+            for (unsigned int i = 0; i < used; ++i)
+                expect_transport_block(run, i, i);
         }
     }
     EXPECT_EQ(sizes.size(), 2 * 53u);
@@ -274,8 +242,7 @@ TEST(lib_nr_ul_phy_pusch_process, every_length_is_decoded_with_every_additional_
             without_dmrs += run.channel(i).dmrs_symbols.empty() ? 1 : 0;
             if (run.channel(i).dmrs_symbols.empty())
                 continue;
-            lib_nr_pn_payload_t source(LIB_NR_PN9);
-            expect_transport_block(run, i, i, source);
+            expect_transport_block(run, i, i);
             ++decoded;
         }
         waveform = std::make_unique<one_channel_a_slot_t>(k_slots, steps);
@@ -348,7 +315,7 @@ TEST(lib_nr_ul_phy_pusch_process, random_settings_arrive_bit_by_bit)
         std::size_t cells = 0;
         for (unsigned int index = 0; index < 2; ++index) {
             const sch_channel_t channel = run.channel(index);
-            lib_nr_pn_payload_t source(channel.settings.get_data_source(), {0});
+            nr_test::data_source_t source(channel.settings.get_data_source());
             for (const unsigned int slot : channel.settings.get_slot_allocation_v()) {
                 if (channel.rbs.empty())
                     continue;
@@ -356,8 +323,7 @@ TEST(lib_nr_ul_phy_pusch_process, random_settings_arrive_bit_by_bit)
                 cells += received.cells;
                 const bool is_coded = channel.settings.get_enable_coding();
                 const std::size_t size = is_coded ? transport_block_size(channel) : received.bits.size();
-                bits_t expected;
-                source.generate(static_cast<unsigned int>(size), expected);
+                const bits_t expected = source.take(size);
                 if (std::isnan(received.error)) // no DMRS
                     continue;
                 EXPECT_LT(received.error, 1e-6) << slot;
@@ -393,40 +359,45 @@ std::vector<std::vector<std::complex<double>>> streams_of(lib_nr_ul_phy_pusch_pr
     return streams;
 }
 
+/// What a character of a codebook stands for.
+std::complex<double> weight_of(char sign)
+{
+    const std::complex<double> j(0.0, 1.0);
+    return sign == '+' ? 1.0 : sign == '-' ? -1.0 : sign == 'j' ? j : sign == 'J' ? -j : 0.0;
+}
+
 // Data, DMRS and PTRS alike.
 TEST(lib_nr_ul_phy_pusch_process, every_matrix_of_every_codebook_joins_the_streams_of_the_layers)
 {
-    using table_t = const lib_nr_precoding_table_t& (*)();
-    const std::tuple<std::vector<unsigned int>, unsigned int, bool, table_t> codebooks[] = {
-        {{1}, 2, false, precoding_matrix_6_3_1_5_1},       {{1}, 2, true, precoding_matrix_6_3_1_5_1},
-        {{2}, 4, true, precoding_matrix_6_3_1_5_2},        {{0}, 4, false, precoding_matrix_6_3_1_5_3},
-        {{0, 3}, 2, false, precoding_matrix_6_3_1_5_4},    {{0, 1}, 4, false, precoding_matrix_6_3_1_5_5},
-        {{0, 2, 3}, 4, false, precoding_matrix_6_3_1_5_6}, {{3, 1, 2, 0}, 4, false, precoding_matrix_6_3_1_5_7}};
+    const std::map<unsigned int, std::vector<unsigned int>> ports = {
+        {1, {2}}, {2, {0, 3}}, {3, {0, 2, 3}}, {4, {3, 1, 2, 0}}};
     nr_test::test_grid_t grid(LIB_NR_SCS_30K, 24, LIB_NR_CHANNEL_FR1_10M);
-    for (const auto& [ports, antennas, precoded, table] : codebooks) {
+    for (const nr_test::codebook_part_t& codebook : nr_test::k_pusch_codebooks) {
         lib_nr_ul_phy_pusch_process_t process;
-        process.set_dmrs_port(ports);
-        process.set_ptrs_port({ports[0]});
+        process.set_dmrs_port(ports.at(codebook.layers));
+        process.set_ptrs_port({ports.at(codebook.layers)[0]});
         process.set_rb_offset(5);
         process.set_rb_num(9);
-        process.set_enable_transfer_precoding(precoded);
+        process.set_enable_transfer_precoding(codebook.is_transform_precoded);
         process.update_read_only_parament();
         process.set_enable_codebook(false);
-        const auto layers = streams_of(process, grid, static_cast<unsigned int>(ports.size()));
+        const auto layers = streams_of(process, grid, codebook.layers);
         process.set_enable_codebook(true);
-        process.set_antenna_port_number(static_cast<lib_nr_antenna_port_number_t>(antennas));
-        for (unsigned int tpmi = 0; tpmi < table().size(); ++tpmi) {
+        process.set_antenna_port_number(static_cast<lib_nr_antenna_port_number_t>(codebook.antennas));
+        std::istringstream matrices{std::string(codebook.matrices)};
+        unsigned int tpmi = codebook.first_tpmi;
+        for (std::string matrix; matrices >> matrix; ++tpmi) {
             process.set_tpmi(tpmi);
-            const auto streams = streams_of(process, grid, antennas);
+            const auto streams = streams_of(process, grid, codebook.antennas);
             double error = 0.0;
-            for (unsigned int antenna = 0; antenna < antennas; ++antenna)
+            for (unsigned int antenna = 0; antenna < codebook.antennas; ++antenna)
                 for (std::size_t i = 0; i < streams[antenna].size(); ++i) {
                     std::complex<double> expected;
                     for (std::size_t layer = 0; layer < layers.size(); ++layer)
-                        expected += table()[tpmi][layer * antennas + antenna] * layers[layer][i];
-                    error = std::max(error, std::abs(streams[antenna][i] - expected));
+                        expected += weight_of(matrix[layer * (codebook.antennas + 1) + antenna]) * layers[layer][i];
+                    error = std::max(error, std::abs(streams[antenna][i] - std::sqrt(codebook.power) * expected));
                 }
-            EXPECT_LT(error, 1e-12) << ports.size() << " layers, TPMI " << tpmi;
+            EXPECT_LT(error, 1e-12) << codebook.layers << " layers, TPMI " << tpmi;
         }
     }
 }
@@ -456,9 +427,7 @@ TEST(lib_nr_ul_phy_pusch_process, layers_carry_one_code_word)
             for (const bits_t& layer : bits)
                 code_word.bits.insert(code_word.bits.end(), &layer[i], &layer[i] + k_order);
         descramble(run.channel(0), code_word.bits);
-        bits_t expected;
-        lib_nr_pn_payload_t(LIB_NR_PN9)
-            .generate(static_cast<unsigned int>(transport_block_size(run.channel(0))), expected);
+        const bits_t expected = nr_test::data_source_t(LIB_NR_PN9).take(transport_block_size(run.channel(0)));
         EXPECT_EQ(nr_test::decode_sch({run.channel(0)}, {code_word}), expected) << ports;
     }
 }
@@ -472,13 +441,11 @@ TEST(lib_nr_ul_phy_pusch_process, bits_go_on_across_slots_and_begin_anew_with_ea
                          i == 0 ? "slot_allocation=7,2" : "one_frame_period=false"});
     waveform.set(1, {"slot_allocation=2,23"});
     run_t run(waveform);
-    lib_nr_pn_payload_t sources[3];
+    std::vector sources(3, nr_test::data_source_t(LIB_NR_PN9));
     const unsigned int sent[][4] = {{0, 0, 7, 0}, {0, 0, 2, 0}, {1, 0, 7, 1}, {0, 1, 2, 2}};
-    for (const auto& [frame, index, slot, source] : sent) {
-        bits_t expected;
-        sources[source].generate(10 * (12 * 13 + 6) * 2, expected);
-        EXPECT_EQ(run.receive(index, slot, frame).bits, expected) << frame << ' ' << index << ' ' << slot;
-    }
+    for (const auto& [frame, index, slot, source] : sent)
+        EXPECT_EQ(run.receive(index, slot, frame).bits, sources[source].take(10 * (12 * 13 + 6) * 2))
+            << frame << ' ' << index << ' ' << slot;
 }
 
 TEST(lib_nr_ul_phy_pusch_process, redundancy_versions_complete_each_other)
@@ -487,8 +454,7 @@ TEST(lib_nr_ul_phy_pusch_process, redundancy_versions_complete_each_other)
     for (unsigned int rv = 0; rv < 4; ++rv)
         waveform.set(rv, {"mcs_table=TABLE_5_1_3_1_2", "mcs=27", "rv=" + std::to_string(rv), "enable_lbrm=true"});
     run_t run(waveform);
-    bits_t expected;
-    lib_nr_pn_payload_t(LIB_NR_PN9).generate(static_cast<unsigned int>(transport_block_size(run.channel(0))), expected);
+    const bits_t expected = nr_test::data_source_t(LIB_NR_PN9).take(transport_block_size(run.channel(0)));
     std::vector<sch_channel_t> channels;
     std::vector<sch_slot_t> slots;
     for (const unsigned int rv : {2u, 1u, 3u, 0u}) {
@@ -525,27 +491,6 @@ TEST(lib_nr_ul_phy_pusch_process, whatever_is_set_stays_on_its_marks)
         run_t run(waveform);
         run.count_marks();
     }
-}
-
-TEST(lib_nr_ul_phy_pusch_process, dmrs_positions_keep_to_the_tables_of_the_standard)
-{
-    // Double, type B, additional position, length, positions behind the first: TS 38.211 Tables 6.4.1.1.3-3 and -4.
-    const std::tuple<bool, bool, unsigned int, unsigned int, std::vector<int>> rows[] = {
-        {0, 0, 0, 14, {}},        {0, 0, 1, 9, {7}},      {0, 0, 1, 12, {9}},        {0, 0, 1, 14, {11}},
-        {0, 0, 2, 12, {6, 9}},    {0, 0, 2, 13, {7, 11}}, {0, 0, 3, 12, {5, 8, 11}}, {0, 0, 3, 11, {6, 9}},
-        {0, 1, 3, 4, {}},         {0, 1, 2, 7, {4}},      {0, 1, 1, 9, {6}},         {0, 1, 1, 11, {8}},
-        {0, 1, 1, 14, {10}},      {0, 1, 3, 9, {3, 6}},   {0, 1, 2, 10, {4, 8}},     {0, 1, 2, 14, {5, 10}},
-        {0, 1, 3, 10, {3, 6, 9}}, {1, 0, 1, 9, {}},       {1, 0, 1, 12, {8}},        {1, 0, 3, 14, {}},
-        {1, 0, 1, 13, {10}},      {1, 1, 1, 9, {5}},      {1, 1, 1, 11, {7}},        {1, 1, 1, 12, {9}}};
-    for (const auto& [is_double, is_type_b, additional, length, positions] : rows) {
-        const auto* row = get_pusch_dmrs_position_row(is_double, is_type_b, additional, length);
-        ASSERT_NE(row, nullptr);
-        EXPECT_EQ(std::vector<int>(row->positions.begin(), row->positions.begin() + row->number), positions) << length;
-    }
-    constexpr unsigned int k_shortest[2][2] = {{5, 2}, {4, 5}};
-    for (unsigned int i = 0; i < 60; ++i)
-        EXPECT_EQ(get_pusch_dmrs_position_row(i % 2, i / 2 % 2, 1, i / 4) != nullptr,
-                  i / 4 >= k_shortest[i % 2][i / 2 % 2]);
 }
 
 TEST(lib_nr_ul_phy_pusch_process, works_without_a_configuration_and_tells_what_cannot_be)

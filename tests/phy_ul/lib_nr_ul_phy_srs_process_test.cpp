@@ -2,7 +2,7 @@
 #include "phy_ul/lib_nr_ul_phy_srs_process.h"
 
 #include "config/leaves/cfg_nr_leaf.h"
-#include "receiver/gold_sequence.h"
+#include "phy_common/tables/lib_nr_srs_bandwidth_table.h"
 #include "receiver/low_papr.h"
 #include "support/generated.h"
 #include "support/settings.h"
@@ -28,11 +28,7 @@ using srs_t = lib_nr_ul_srs_configure_manager_t;
 nr_test::rows_t expected_slot(const srs_t& srs, unsigned int frame, unsigned int slot, unsigned int slots,
                               unsigned int slot_symbols, unsigned int width)
 {
-    static const srs_bw_t table = [] {
-        srs_bw_t filled;
-        lib_nr_phy_common_t::_srs_bw_config_init(filled);
-        return filled;
-    }();
+    const auto& bandwidth = lib_nr_srs_bandwidth_table()[srs.get_c_srs()];
     nr_test::rows_t rows(slot_symbols, nr_test::signal_t(width));
     const unsigned int comb = srs.get_Ktc_number();
     const unsigned int port = srs.get_antenna_port().front() - 1;
@@ -40,7 +36,7 @@ nr_test::rows_t expected_slot(const srs_t& srs, unsigned int frame, unsigned int
     const unsigned int n_max = comb == 2 ? 8 : comb == 4 ? 12 : 6;
     const unsigned int shift =
         srs.get_n_SRS_cs() + (ports == 4 && n_max == 6 ? n_max * (port / 2) / (ports / 2) : n_max * port / ports);
-    const auto m_of = [&](unsigned int b) { return table.m_srs.at(static_cast<unsigned char>(b))[srs.get_c_srs()]; };
+    const auto m_of = [&](unsigned int b) { return bandwidth.m_srs[b]; };
     const unsigned int band = 12u * m_of(srs.get_b_srs());
     const unsigned int length = band / comb / srs.get_p_f();
     const std::vector<std::vector<unsigned int>> combs = {{0, 1}, {0, 2, 1, 3}, {0, 4, 2, 6, 1, 5, 3, 7}};
@@ -51,15 +47,10 @@ nr_test::rows_t expected_slot(const srs_t& srs, unsigned int frame, unsigned int
         const unsigned int in_frame = slot_symbols * slot + static_cast<unsigned int>(symbol);
         unsigned int u = srs.get_n_ID_SRS();
         unsigned int v = 0;
-        if (srs.get_GroupOrSeqHop() == 1) {
-            const auto bits = nr_test::gold_sequence(srs.get_n_ID_SRS(), 8 * in_frame, 8);
-            unsigned int f_gh = 0;
-            for (unsigned int m = 8; m-- > 0;)
-                f_gh = 2 * f_gh + bits[m];
-            u += f_gh % 30;
-        }
+        if (srs.get_GroupOrSeqHop() == 1)
+            u += nr_test::hopping_number(srs.get_n_ID_SRS(), 8 * in_frame, 8);
         else if (srs.get_GroupOrSeqHop() == 2 && band / comb >= 72)
-            v = nr_test::gold_sequence(srs.get_n_ID_SRS(), in_frame, 1)[0];
+            v = nr_test::hopping_number(srs.get_n_ID_SRS(), in_frame, 1);
 
         unsigned int hops = l / srs.get_srs_repetition_factor();
         if (const unsigned int period = srs.get_srs_periodity())
@@ -68,7 +59,7 @@ nr_test::rows_t expected_slot(const srs_t& srs, unsigned int frame, unsigned int
         unsigned int first = 12u * srs.get_n_shift() + srs.get_k_f() * band / srs.get_p_f();
         for (unsigned int b = 0; b <= srs.get_b_srs(); ++b) {
             const auto n_of = [&](unsigned int level) -> double {
-                return level == srs.get_b_hop() ? 1 : table.n.at(static_cast<unsigned char>(level))[srs.get_c_srs()];
+                return level == srs.get_b_hop() ? 1 : bandwidth.n[level];
             };
             double moved = 0;
             if (b > srs.get_b_hop()) {
@@ -80,7 +71,7 @@ nr_test::rows_t expected_slot(const srs_t& srs, unsigned int frame, unsigned int
                                                            std::floor(std::fmod(hops, whole) / (2 * rounds))
                                                      : std::floor(n_of(b) / 2) * std::floor(hops / rounds);
             }
-            const unsigned int number = table.n.at(static_cast<unsigned char>(b))[srs.get_c_srs()];
+            const unsigned int number = bandwidth.n[b];
             first += 12u * m_of(b) * ((static_cast<unsigned int>(moved) + 4u * srs.get_n_RRC() / m_of(b)) % number);
         }
         unsigned int offset = srs.get_ktc_offset();
@@ -91,7 +82,7 @@ nr_test::rows_t expected_slot(const srs_t& srs, unsigned int frame, unsigned int
         if (srs.get_pos_resource() && symbols >= comb / 2 && symbols <= (comb == 2 ? 4 : 12))
             offset += pattern[l % pattern.size()];
 
-        const auto base = nr_test::low_papr_base(u % 30, v, length);
+        const auto base = nr_test::low_papr_type_1(u % 30, v, length);
         for (unsigned int n = 0; n < length; ++n)
             if (const unsigned int k = first + offset % comb + n * comb; k < width)
                 rows[static_cast<unsigned int>(symbol)][k] =

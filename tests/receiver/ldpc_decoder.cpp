@@ -28,18 +28,6 @@ ldpc_matrix_t make_ldpc_matrix(const table_t& table, std::size_t set, unsigned i
 
 constexpr double k_certain = 1e6;
 
-unsigned int crc_remainder(const unsigned char* bits, std::size_t count, unsigned int length, unsigned int polynomial)
-{
-    unsigned int remainder = 0;
-    for (std::size_t i = 0; i < count; ++i) {
-        const unsigned int feedback = (remainder >> (length - 1) ^ bits[i]) & 1u;
-        remainder = (remainder << 1) & ((1u << length) - 1);
-        if (feedback != 0)
-            remainder ^= polynomial;
-    }
-    return remainder;
-}
-
 // Table 5.3.2-1: the sets begin with 2 and the odd numbers from 3 on; each size is twice the one before.
 unsigned int lifting_set(unsigned int z)
 {
@@ -178,16 +166,18 @@ std::optional<bits_t> ldpc_receiver_t::decode() const
 {
     bits_t joined;
     for (const std::vector<double>& word : m_words) {
-        const std::optional<bits_t> bits = ldpc_decode(m_matrix, word);
-        if (!bits || (m_segmentation.block_crc_length != 0 &&
-                      crc_remainder(bits->data(), m_segmentation.used_length, 24, 0x800063) != 0))
+        std::optional<bits_t> bits = ldpc_decode(m_matrix, word);
+        if (!bits)
+            return std::nullopt;
+        bits->resize(m_segmentation.used_length);
+        if (m_segmentation.block_crc_length != 0 && !passes_crc(*bits, 0x1800063, 24))
             return std::nullopt;
         const std::size_t payload = m_segmentation.used_length - m_segmentation.block_crc_length;
         joined.insert(joined.end(), bits->begin(), bits->begin() + static_cast<std::ptrdiff_t>(payload));
     }
-    const unsigned int polynomial = m_segmentation.crc_length == 24 ? 0x864CFB : 0x1021;
+    const bool is_long = m_segmentation.crc_length == 24;
     if (joined.size() != m_transport_block_size + m_segmentation.crc_length ||
-        crc_remainder(joined.data(), joined.size(), static_cast<unsigned int>(m_segmentation.crc_length), polynomial))
+        !passes_crc(joined, is_long ? 0x1864CFB : 0x11021, is_long ? 24 : 16))
         return std::nullopt;
     joined.resize(m_transport_block_size);
     return joined;

@@ -1,13 +1,13 @@
 #pragma once
 
+#include "receiver/bits.h"
+
 #include <cstddef>
 #include <optional>
 #include <vector>
 
 namespace nr_test
 {
-
-using bits_t = std::vector<unsigned char>;
 
 /// A block of the base graph that is not null: the identity, shifted to the right by `shift`.
 struct ldpc_edge_t

@@ -1,6 +1,6 @@
 #include "receiver/polar_decoder.h"
 
-#include "phy_common/lib_nr_polar_coding.h"
+#include "phy_common/tables/polar_tables.h"
 
 #include <algorithm>
 #include <cmath>
@@ -123,9 +123,8 @@ polar_construction_t construct_polar_code(const polar_block_t& block)
                 dropped[J[n]] = true;
     }
 
-    // The reliability table itself is the one thing taken from the library: no rule yields it.
     std::vector<unsigned int> chosen; // ascending reliability
-    for (const unsigned int index : vek::nr_mod_lib::lib_nr_polar_coding_t::get_polar_sequence())
+    for (const unsigned int index : vek::nr_mod_lib::polar_reliability_sequence())
         if (index < N && !dropped[index])
             chosen.push_back(index);
     const std::size_t wanted = std::size_t{block.K} + block.n_pc;

@@ -1,15 +1,15 @@
 #include "receiver/pucch_receiver.h"
 
-#include "phy_common/lib_nr_small_block_channel_coding.h"
-#include "phy_ul/lib_nr_low_papr_sequence2.h"
+#include "phy_common/tables/lib_nr_small_block_basis_table.h"
+#include "receiver/bits.h"
 #include "receiver/gold_sequence.h"
 #include "receiver/low_papr.h"
 #include "receiver/polar_decoder.h"
-#include "support/coder.h"
 
 #include <algorithm>
 #include <cmath>
 #include <numbers>
+#include <numeric>
 
 namespace nr_test
 {
@@ -140,31 +140,18 @@ struct slot_receiver_t
         }
     }
 
-    /// c(first) and so on as a number, the first bit lowest.
-    static unsigned int number(std::uint32_t c_init, unsigned int first, unsigned int count)
-    {
-        unsigned int value = 0;
-        const auto c = gold_sequence(c_init, first, count);
-        for (unsigned int m = 0; m < count; ++m)
-            value += c[m] * (1u << m);
-        return value;
-    }
-
     /// A sequence of type 1 or, for the DMRS of pi/2-BPSK, 2; `shift` is what is added to the symbol's.
     signal_t low_papr_row(unsigned int l, bool is_second, unsigned int shift, unsigned int length) const
     {
         const unsigned int n_id = id(pucch.get_hopping_id());
         const unsigned int hop = 2 * slot + (is_second ? 1 : 0);
         const unsigned int hopping = pucch.get_pucch_group_hopping();
-        const unsigned int u = (n_id + (hopping == 1 ? number(n_id / 30, 8 * hop, 8) : 0)) % 30;
-        const unsigned int v = hopping == 2 ? number(32 * (n_id / 30) + n_id % 30, hop, 1) : 0;
-        signal_t row;
-        if (format > 2 && pucch.get_pi_2_bpsk() && pucch.get_dmrs_uplink_transform_precoding_pucch()) {
-            lib_nr_low_papr_sequence2::generate_low_papr_sequence_2({u, 0, dmrs_c_init(l), length}, row);
-            return row;
-        }
-        shift += number(n_id, 8 * symbol_in_frame(l), 8);
-        row = low_papr_base(u, v, length);
+        const unsigned int u = (n_id + (hopping == 1 ? hopping_number(n_id / 30, 8 * hop, 8) : 0)) % 30;
+        const unsigned int v = hopping == 2 ? hopping_number(32 * (n_id / 30) + n_id % 30, hop, 1) : 0;
+        if (format > 2 && pucch.get_pi_2_bpsk() && pucch.get_dmrs_uplink_transform_precoding_pucch())
+            return low_papr_type_2(u, dmrs_c_init(l), length);
+        signal_t row = low_papr_type_1(u, v, length);
+        shift += hopping_number(n_id, 8 * symbol_in_frame(l), 8);
         for (unsigned int n = 0; n < length; ++n)
             row[n] *= std::polar(1.0, pi / 6.0 * (shift * n % 12));
         return row;
@@ -279,23 +266,35 @@ struct slot_receiver_t
                 for (std::size_t i = 0; i < received.size(); ++i)
                     received[i] = hard[first + i] == scrambling[first + i] ? 1.0 : -1.0;
                 bits = polar_decode(block, received);
-                const bits_t remainder = long_division(bits, bits_of(crc == 6 ? 0x61 : 0xE21, crc + 1));
-                note(std::count(remainder.begin(), remainder.end(), 1) == 0 ? 0.0 : INFINITY);
+                note(passes_crc(bits, crc == 6 ? 0x61 : 0xE21, crc) ? 0.0 : INFINITY);
             }
             const auto filler = static_cast<std::ptrdiff_t>(r == 0 ? C * (block.K - crc) - A : 0);
             uci.bits.insert(uci.bits.end(), bits.begin() + filler, bits.end() - crc);
         }
     }
 
+    /// TS 38.212 clause 5.3.3; bits that are sent as ones, x, go unscrambled, but for pi/2-BPSK and QPSK there are
+    /// none.
+    bits_t small_block(const bits_t& c) const
+    {
+        if (c.size() == 1)
+            return Qm == 1 ? c : bits_t{c[0], k_repeats};
+        if (c.size() == 2) {
+            const auto c2 = static_cast<unsigned char>(c[0] ^ c[1]);
+            return Qm == 1 ? bits_t{c[0], c[1], c2} : bits_t{c[0], c[1], c2, c[0], c[1], c2};
+        }
+        bits_t word;
+        for (const auto& row : lib_nr_small_block_basis_table())
+            word.push_back(std::inner_product(c.begin(), c.end(), row.begin(), 0) % 2 != 0);
+        return word;
+    }
+
     bits_t decode_small_block(std::size_t A, const bits_t& hard, const bits_t& scrambling, std::size_t first,
                               std::size_t E)
     {
-        lib_nr_small_block_channel_coding_t coder;
-        coder.set_modulation_order(Qm);
         std::vector<bits_t> fits;
-        bits_t word;
         for (unsigned long message = 0; message < 1ul << A; ++message) {
-            coder.deal_small_block_channel_coding(bits_of(message, static_cast<unsigned int>(A)), word);
+            const bits_t word = small_block(bits_of(message, static_cast<unsigned int>(A)));
             std::size_t i = 0;
             for (; i < E; ++i) {
                 const unsigned char bit = word[i % word.size()];

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "manager/lib_nr_carrier_configure_manager.h"
+#include "receiver/bits.h"
 #include "receiver/ofdm_receiver.h"
 
 #include <cmath>
@@ -14,13 +15,12 @@ namespace nr_test
 /// What a slot of PUCCH format 2, 3 or 4 says.
 struct received_uci_t
 {
-    std::vector<unsigned char> bits; ///< of both parts, or the descrambled ones where there is no channel coding
+    bits_t bits;        ///< of both parts, or the descrambled ones where there is no channel coding
     double error = 0.0; ///< largest distance of a cell or point from the ideal one; infinite where no code word fits
 };
 
 /// Receives a slot after TS 38.211 clauses 6.3.2.2, 6.3.2.5, 6.3.2.6, 6.4.1.3.2 and 6.4.1.3.3 and TS 38.212 clause
-/// 6.3.1, out of a frame's rows. It knows the settings and the number of bits of both UCI parts; the values of the
-/// low-PAPR base sequences and the words of the small block code are the library's, which has tests of these.
+/// 6.3.1, out of a frame's rows. It knows the settings and the number of bits of both UCI parts.
 received_uci_t receive_uci(const rows_t& frame, const vek::nr_mod_lib::lib_nr_carrier_configure_manager_t& carrier,
                            const vek::nr_mod_lib::lib_nr_ul_pucch_configure_manager_t& pucch, unsigned int slot,
                            std::size_t first_bits, std::size_t second_bits);
@@ -36,7 +36,7 @@ struct received_sequence_t
 };
 
 /// Tries every cyclic shift and, for format 1, every orthogonal sequence and point, TS 38.211 clauses 6.3.2.3, 6.3.2.4
-/// and 6.4.1.3.1. Settings and base sequences as above.
+/// and 6.4.1.3.1.
 received_sequence_t receive_sequence(const rows_t& frame,
                                      const vek::nr_mod_lib::lib_nr_carrier_configure_manager_t& carrier,
                                      const vek::nr_mod_lib::lib_nr_ul_pucch_configure_manager_t& pucch,

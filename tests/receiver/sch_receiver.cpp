@@ -1,8 +1,9 @@
 #include "receiver/sch_receiver.h"
 
-#include "phy_common/tables/lib_nr_tbs_for_n_info_table.h"
+#include "phy_common/tables/lib_nr_mcs_table.h"
 #include "receiver/gold_sequence.h"
 #include "receiver/low_papr.h"
+#include "receiver/tables/dmrs_positions.h"
 
 #include <algorithm>
 #include <cmath>
@@ -36,10 +37,21 @@ int shift_of(const sch_channel_t& channel, unsigned int symbol)
     return channel.shifts.empty() ? 0 : 12 * channel.shifts[symbol];
 }
 
-unsigned int order_of(const sch_channel_t& channel)
+struct mcs_t
 {
-    return lib_nr_modulator_t::get_modulation_order(channel.settings.get_modulation());
+    unsigned int order; // Q_m
+    double rate;
+};
+
+/// TS 38.214 clause 6.1.4.1: rows of one bit are for pi/2-BPSK, and carry half the rate in QPSK.
+mcs_t mcs_of(const sch_channel_t& channel)
+{
+    const auto& row = lib_nr_mcs_table(channel.settings.get_mcs_table())[channel.settings.get_mcs()];
+    const unsigned int q = row.qm == 1 && channel.settings.get_modulation() == LIB_NR_MODULATION_QPSK ? 2 : 1;
+    return {row.qm * q, row.code_rate_x1024 / 1024.0 / q};
 }
+
+unsigned int order_of(const sch_channel_t& channel) { return mcs_of(channel).order; }
 
 double amplitude_of(const sch_channel_t& channel, double power)
 {
@@ -144,14 +156,10 @@ cells_t low_papr_dmrs_of(const sch_channel_t& channel, unsigned int slot, unsign
     const unsigned int id = sch_identity(settings.get_n_rs_id(), channel.cell);
     const unsigned int per_rb = is_type_2(channel) ? 4 : 6;
     const auto length = static_cast<unsigned int>(per_rb * channel.rbs.size());
-    unsigned int group = id;
-    unsigned int v = 0;
-    if (settings.get_dmrs_hopping() == LIB_NR_SCH_DMRS_HOPPING_GROUP)
-        for (unsigned int m = 0; m < 8; ++m)
-            group += (1u << m) * gold_sequence(id / 30, 8 * count + m, 1)[0];
-    if (settings.get_dmrs_hopping() == LIB_NR_SCH_DMRS_HOPPING_SEQUENCE)
-        v = length / 6 < 12 ? 0 : gold_sequence(id, count, 1)[0];
-    const signal_t sequence = low_papr_base(group % 30, v, length);
+    const auto hopping = settings.get_dmrs_hopping();
+    const unsigned int f = hopping == LIB_NR_SCH_DMRS_HOPPING_GROUP ? hopping_number(id / 30, 8 * count, 8) : 0;
+    const bool has_number = hopping == LIB_NR_SCH_DMRS_HOPPING_SEQUENCE && length >= 72;
+    const signal_t sequence = low_papr_type_1((f + id) % 30, has_number ? hopping_number(id, count, 1) : 0, length);
     const unsigned int port = port_of(channel);
     const bool turns_in_time = is_double && port >= (is_type_2(channel) ? 6u : 4u) && place % 2 == 1;
     cells_t values;
@@ -313,16 +321,52 @@ unsigned int sch_identity(int identity, unsigned int cell)
     return identity > 0 ? static_cast<unsigned int>(identity) : cell;
 }
 
+std::vector<unsigned int> sch_dmrs_symbols(const lib_nr_sch_configure_manager_t& sch,
+                                           const lib_nr_ul_sch_configure_manager_t* uplink)
+{
+    const bool is_double = sch.get_dmrs_length() == LIB_NR_SCH_DMRS_LENGTH_DOUBLE_SYMBOL;
+    const bool is_type_b = sch.get_mapping_type() == LIB_NR_DMRS_MAPPING_TYPEB;
+    const unsigned int additional = sch.get_dmrs_additional_position();
+    const unsigned int start = is_type_b ? sch.get_first_symbol() : 0;
+    const unsigned int l0 = is_type_b ? 0 : sch.get_l0();
+    const unsigned int length = sch.get_first_symbol() + sch.get_symbol_num() - start;
+    std::vector<unsigned int> symbols;
+    const auto add = [&](const std::vector<unsigned int>& positions, unsigned int origin) {
+        for (const unsigned int position : positions)
+            for (unsigned int second = 0; second < (is_double ? 2u : 1u); ++second)
+                symbols.push_back(origin + position + second);
+    };
+    if (uplink != nullptr && !is_double && uplink->get_hopping_mode() == LIB_NR_SCH_HOPPING_MODE_INTRA) {
+        const unsigned int hop = sch.get_symbol_num() / 2;
+        if (!is_type_b && hop < 4) // other than the standard, none in the second hop either
+            return {};
+        const unsigned int first = sch.get_first_symbol();
+        add(dmrs_positions_of_hop(is_type_b, additional == 1, 0, hop, l0), first);
+        add(dmrs_positions_of_hop(is_type_b, additional == 1, 1, sch.get_symbol_num() - hop, l0), first + hop);
+    }
+    else if (uplink == nullptr || is_double || length != (is_type_b ? 1 : 4)) // other than the standard, none there
+        add(dmrs_positions(uplink != nullptr, is_double, is_type_b, additional, length, l0), start);
+    return symbols;
+}
+
 std::size_t transport_block_size(std::uint64_t n_info, bool low_rate)
 {
+    // TS 38.214 Table 5.1.3.2-1 from 24 on: steps, and where each ends.
+    constexpr unsigned int k_steps[][2] = {{8, 192},    {16, 384},   {24, 576},   {32, 768},   {40, 928},
+                                           {56, 984},   {48, 1032},  {32, 1064},  {64, 1128},  {32, 1352},
+                                           {64, 1928},  {96, 2024},  {64, 2280},  {128, 2408}, {64, 2856},
+                                           {120, 2976}, {128, 3104}, {136, 3240}, {128, 3752}, {72, 3824}};
     constexpr std::uint64_t k_unit = k_n_info_unit;
     if (n_info <= 3824 * k_unit) {
         std::uint64_t step = 8; // at least, and more from 64 steps on
         while (n_info >= 128 * step * k_unit)
             step *= 2;
         const std::uint64_t quantised = std::max<std::uint64_t>(24, n_info / (step * k_unit) * step);
-        const auto& sizes = lib_nr_tbs_for_n_info_table();
-        return *std::find_if(sizes.begin(), sizes.end(), [=](std::uint64_t size) { return size >= quantised; });
+        std::size_t size = 24;
+        for (const auto& run : k_steps)
+            while (size < quantised && size < run[1])
+                size += run[0];
+        return size;
     }
     n_info -= 24 * k_unit;
     std::uint64_t step = 1;
@@ -342,13 +386,13 @@ std::size_t transport_block_size(std::uint64_t n_info, bool low_rate)
 std::size_t transport_block_size(const sch_channel_t& channel)
 {
     const auto& settings = channel.settings;
-    const double rate = settings.get_target_code_rate();
+    const auto [order, rate] = mcs_of(channel);
     const std::size_t dmrs = channel.dmrs_symbols.size() * settings.get_cdm_groups_without_data_num();
     const std::size_t all = std::size_t{12} * settings.get_symbol_num();
     const std::size_t left_out = 6 * settings.get_x_overhead() + dmrs * (is_type_2(channel) ? 4 : 6);
     const std::size_t per_rb = std::min<std::size_t>(156, all - std::min(all, left_out));
     const double per_cell =
-        settings.get_layers_num() * order_of(channel) * rate * channel.scaling * static_cast<double>(k_n_info_unit);
+        static_cast<double>(settings.get_dmrs_port_v().size() * order * k_n_info_unit) * rate * channel.scaling;
     return transport_block_size(per_rb * channel.rbs.size() * static_cast<std::uint64_t>(std::llround(per_cell)),
                                 rate <= 0.25);
 }
@@ -356,15 +400,15 @@ std::size_t transport_block_size(const sch_channel_t& channel)
 std::optional<bits_t> decode_sch(const std::vector<sch_channel_t>& channels, const std::vector<sch_slot_t>& slots)
 {
     const std::size_t size = transport_block_size(channels.front());
-    const double rate = channels.front().settings.get_target_code_rate();
+    const double rate = mcs_of(channels.front()).rate;
     ldpc_receiver_t receiver(size <= 292 || (size <= 3824 && rate <= 0.67) || rate <= 0.25 ? 2 : 1, size);
     for (std::size_t i = 0; i < slots.size(); ++i) {
         std::vector<double> soft_bits;
         for (const unsigned char bit : slots[i].bits)
             soft_bits.push_back(bit == 0 ? 1.0 : -1.0);
-        if (!receiver.add({soft_bits.size(), order_of(channels[i]), channels[i].settings.get_layers_num(),
-                           channels[i].settings.get_rv()},
-                          soft_bits))
+        const auto& settings = channels[i].settings;
+        const auto layers = static_cast<unsigned int>(settings.get_dmrs_port_v().size());
+        if (!receiver.add({soft_bits.size(), order_of(channels[i]), layers, settings.get_rv()}, soft_bits))
             return std::nullopt;
     }
     return receiver.decode();

@@ -54,6 +54,9 @@ void descramble(const sch_channel_t& channel, bits_t& bits);
 sch_slot_t receive_sch_slot(const sch_channel_t& channel, const rows_t& rows, unsigned int slot,
                             const std::function<bool(unsigned int, unsigned int)>& is_taken);
 
+/// The symbols with DMRS, TS 38.211 clauses 7.4.1.1.2 and 6.4.1.1.3; `uplink` is the same channel where it is a PUSCH.
+std::vector<unsigned int> sch_dmrs_symbols(const vek::nr_mod_lib::lib_nr_sch_configure_manager_t& settings,
+                                           const vek::nr_mod_lib::lib_nr_ul_sch_configure_manager_t* uplink = nullptr);
 /// An identity as it is set, or the cell's.
 unsigned int sch_identity(int identity, unsigned int cell);
 /// TS 38.214 clause 5.1.3.2, steps 3 and 4, in whole numbers: N_info comes in parts of a unit.

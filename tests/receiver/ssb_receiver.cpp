@@ -1,5 +1,6 @@
 #include "receiver/ssb_receiver.h"
 
+#include "receiver/bits.h"
 #include "receiver/gold_sequence.h"
 #include "receiver/polar_decoder.h"
 
@@ -16,7 +17,6 @@ namespace
 {
 
 using complex_t = std::complex<double>;
-using bits_t = std::vector<unsigned char>;
 
 constexpr std::size_t k_width = 240;
 constexpr std::size_t k_sync_length = 127;
@@ -217,19 +217,6 @@ std::size_t fine_search(const signal_t& signal, const ofdm_setup_t& setup, std::
     return static_cast<std::size_t>((best_start + size) % size);
 }
 
-/// Remainder of bits times D^24 modulo the generator of CRC24C, TS 38.212 clause 5.1.
-std::uint32_t crc24c(const bits_t& bits)
-{
-    std::uint32_t remainder = 0;
-    for (const unsigned char bit : bits) {
-        const bool carry = ((remainder >> 23 ^ bit) & 1u) != 0;
-        remainder = remainder << 1 & 0xFFFFFFu;
-        if (carry)
-            remainder ^= 0xB2B117u;
-    }
-    return remainder;
-}
-
 /// Where bit i of the payload is found behind the interleaver of TS 38.212 Table 7.1.1-1. Ten places are the frame
 /// number's, one the half frame's, three those of the block index; the others lie in rising order between them.
 std::array<std::size_t, 32> payload_places()
@@ -399,7 +386,7 @@ ssb_content_t read_pbch(const std::array<signal_t, 4>& symbols, unsigned int cel
         if (attempt == 0)
             content.coded_bits = hard;
         decoded = polar_decode(code, descrambled);
-        content.crc_matches = crc24c(decoded) == 0;
+        content.crc_matches = passes_crc(decoded, 0x1B2B117, 24);
     }
     if (!content.crc_matches)
         return content;

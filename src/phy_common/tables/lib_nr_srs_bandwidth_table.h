@@ -1,5 +1,7 @@
 #pragma once
 
+#include "common/nr_mod_lib_export.h"
+
 #include <array>
 #include <cstdint>
 
@@ -14,6 +16,6 @@ struct lib_nr_srs_bandwidth_row_t
 };
 
 /// TS 38.211 Table 6.4.1.4.3-1, by C_SRS.
-const std::array<lib_nr_srs_bandwidth_row_t, 64>& lib_nr_srs_bandwidth_table();
+NR_MOD_LIB_EXPORT const std::array<lib_nr_srs_bandwidth_row_t, 64>& lib_nr_srs_bandwidth_table();
 
 } // namespace vek::nr_mod_lib
