@@ -115,6 +115,20 @@ std::vector<std::string> values_at(const std::string& facade, const target_t& ta
     return steps;
 }
 
+/// Makes a comment of each step that a fresh waveform would correct: what it shows no step brings back.
+void hide_corrected(std::vector<std::string>& steps)
+{
+    cfg_nr_waveform_t fresh;
+    bool corrected = false;
+    stepper_t stepper(fresh, [&corrected](const std::string&) { corrected = true; });
+    for (std::string& step : steps) {
+        corrected = false;
+        stepper.apply(step);
+        if (corrected)
+            step.insert(0, "# ");
+    }
+}
+
 /// The target of the same path in a fresh waveform, where every list begins with the entry that an added one equals.
 target_t resolve_first(cfg_nr_waveform_t& fresh, std::string path)
 {
@@ -343,10 +357,12 @@ std::vector<std::string> steps_of(cfg_nr_waveform_t& waveform)
         cfg_nr_waveform_t fresh;
         lister.facade({}, &waveform, &fresh, g_cfg_nr_waveform_table);
     }
+    hide_corrected(lister.steps);
     cfg_nr_waveform_t copy;
     stepper_t stepper(copy, [](const std::string&) {});
     for (const std::string& step : lister.steps)
-        stepper.apply(step);
+        if (step.front() != '#')
+            stepper.apply(step);
     for (std::string& step : mending_steps(waveform, copy))
         lister.steps.push_back(std::move(step));
     return lister.steps;

@@ -136,15 +136,18 @@ void stepper_t::_run_verb(const std::string& step)
 /// Whether the façade at the path has a verb of that name, which has then been run.
 bool stepper_t::_ran_verb(const std::string& name, const std::string& path)
 {
-    if (!resolve_verb(m_waveform, name, path).verb)
+    const cfg_nr_verb_t* verb = resolve_verb(m_waveform, name, path).verb;
+    if (!verb)
         return false;
     bool done = false;
     m_stored.forget_rewritten([&] {
         const verb_target_t again = resolve_verb(m_waveform, name, path);
-        done = again.verb->run(again.facade, again.index);
+        done = verb->run(again.facade, again.index);
     });
-    if (!done)
+    if (!done && !verb->shortfall)
         throw failure_t("cannot " + name + ' ' + path);
+    if (!done)
+        m_on_correction(path + ": " + verb->shortfall);
     return true;
 }
 

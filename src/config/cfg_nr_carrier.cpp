@@ -122,18 +122,7 @@ bool cfg_nr_carrier_t::set_numerology(lib_nr_numerology_type_t numerology)
 
 std::vector<lib_nr_channel_bw_type_t> cfg_nr_carrier_t::get_valid_bandwidth_list() const
 {
-    using reference_t = lib_nr_phy_common_t;
-    std::vector<std::vector<lib_nr_channel_bw_type_t>> ranges;
-    if (_target().get_nr_ntn())
-        ranges = {reference_t::get_ntn_valid_bandwidth_list(NR_FR1),
-                  reference_t::get_ntn_valid_bandwidth_list(NR_FR2_1)};
-    else
-        ranges = {reference_t::get_valid_bandwidth_list(NR_FR1), reference_t::get_valid_bandwidth_list(NR_FR2_1),
-                  reference_t::get_valid_bandwidth_list(NR_FR2_2)};
-    std::vector<lib_nr_channel_bw_type_t> list;
-    for (const std::vector<lib_nr_channel_bw_type_t>& range : ranges)
-        list.insert(list.end(), range.begin(), range.end());
-    return list;
+    return lib_nr_phy_common_t::get_carrier_bandwidth_list(_target().get_nr_ntn());
 }
 
 bool cfg_nr_carrier_t::set_prach_cp_type(lib_nr_cyclic_prefix_type_t cp_type)

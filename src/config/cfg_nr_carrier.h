@@ -173,6 +173,19 @@ public:
     /// Appends two entries, the second with "_copy" behind its name.
     bool copy_ul_pucch(unsigned int index) { return _target().copy_ul_pucch(index); }
 
+    // Presets. Each rewrites the carrier, and frames, radio frequency and antennas of the waveform, from what is chosen
+    // in its family; the choices of all families stay. Afterwards the carrier is an ordinary configuration. What a
+    // preset does not set keeps its value, told beside it; PRS entries are never touched, so that one which is on may
+    // conflict.
+
+    /// Back to the smallest lists, all channels but the PRS off; the settings of what is left stay as they are.
+    void clear_carrier();
+    /// Lays the downlink test model chosen in `get_dl_tm` on the carrier: two frames in TDD, else one, a PDCCH and
+    /// uncoded PDSCHs of PN23. False where there is no such model, FR2 in FDD: then the PDCCH stands alone. 240 kHz has
+    /// no slots: printed lines, and nothing can be sent. Of the PDSCH that is left by `clear_carrier`,
+    /// `one_frame_period` and `dmrs_power` stand, of the DCI its level as far as the CORESET allows.
+    bool deal_test_model();
+
 private:
     using carrier_t = lib_nr_carrier_configure_manager_t;
 
@@ -199,6 +212,26 @@ private:
         _moved(facade, 0);
         return removed;
     }
+
+    /// What a preset gives its carrier, beside what every choice has.
+    struct preset_carrier_t
+    {
+        lib_carrier_type_t type;
+        lib_nr_numerology_type_t numerology;
+        unsigned int frames;
+        unsigned int antennas;
+        unsigned int ncell_id;
+    };
+    /// The waveform, and the emptied carrier with one numerology over its bandwidth. The choice is a copy, since a new
+    /// carrier type resets those of the carrier; all of them come back.
+    void _lay_preset_carrier(const lib_nr_preset_configure_manager_t& choice, const preset_carrier_t& preset);
+
+    using test_model_t = lib_nr_dl_tm_configure_manager_t;
+    void _test_model_pdcch_cfg(const test_model_t& model);
+    bool _test_model_pdsch_cfg(const test_model_t& model);
+    void _test_model_pdsch_ref_cfg(cfg_nr_dl_sch_t& sch, const test_model_t& model);
+    void _test_model_pdsch_set_modulation(cfg_nr_dl_sch_t& sch, const test_model_t& model);
+    void _test_model_pdsch_set_modulation(cfg_nr_dl_sch_t& sch, lib_nr_modulation_type_t modulation);
 
     cfg_nr_phy_numerology_t m_numerology;
     cfg_nr_dl_bwp_t m_dl_bwp;

@@ -322,6 +322,24 @@ const enum_names_t<lib_nr_duplex_type_t> g_lib_nr_duplex_type_t_name_map = name_
     {LIB_NR_DUPLEX_TYPE_FDD, "LIB_NR_DUPLEX_TYPE_FDD"},
 });
 
+const enum_names_t<lib_nr_test_mode_t> g_lib_nr_test_mode_t_name_map = name_map<lib_nr_test_mode_t>({
+    {LIB_NR_FR1_TM1_1, "LIB_NR_FR1_TM1_1"},
+    {LIB_NR_FR1_TM1_2, "LIB_NR_FR1_TM1_2"},
+    {LIB_NR_FR1_TM2, "LIB_NR_FR1_TM2"},
+    {LIB_NR_FR1_TM2a, "LIB_NR_FR1_TM2a"},
+    {LIB_NR_FR1_TM2b, "LIB_NR_FR1_TM2b"},
+    {LIB_NR_FR1_TM3_1, "LIB_NR_FR1_TM3_1"},
+    {LIB_NR_FR1_TM3_1a, "LIB_NR_FR1_TM3_1a"},
+    {LIB_NR_FR1_TM3_1b, "LIB_NR_FR1_TM3_1b"},
+    {LIB_NR_FR1_TM3_2, "LIB_NR_FR1_TM3_2"},
+    {LIB_NR_FR1_TM3_3, "LIB_NR_FR1_TM3_3"},
+    {LIB_NR_FR2_TM1_1, "LIB_NR_FR2_TM1_1"},
+    {LIB_NR_FR2_TM2, "LIB_NR_FR2_TM2"},
+    {LIB_NR_FR2_TM2a, "LIB_NR_FR2_TM2a"},
+    {LIB_NR_FR2_TM3_1, "LIB_NR_FR2_TM3_1"},
+    {LIB_NR_FR2_TM3_1a, "LIB_NR_FR2_TM3_1a"},
+});
+
 const enum_names_t<lib_nr_ldpc_base_graph_type_t> g_lib_nr_ldpc_base_graph_type_t_name_map =
     name_map<lib_nr_ldpc_base_graph_type_t>({
         {LIB_NR_LDPC_BASE_GRAPH_1, "LIB_NR_LDPC_BASE_GRAPH_1"},

@@ -7,6 +7,7 @@
 #include "manager/lib_nr_dl_dci_configure_manager.h"
 #include "manager/lib_nr_dl_prs_configure_manager.h"
 #include "manager/lib_nr_dl_ssb_configure_manager.h"
+#include "manager/lib_nr_dl_tm_configure_manager.h"
 #include "manager/lib_nr_ul_srs_configure_manager.h"
 #include "phy/lib_nr_resource_manager.h"
 #include "phy_common/lib_nr_csirs_type.h"
@@ -75,6 +76,7 @@ extern NR_MOD_LIB_EXPORT const enum_names_t<lib_nr_ssb_case_t> g_lib_nr_ssb_case
 extern NR_MOD_LIB_EXPORT const enum_names_t<lib_nr_cyclic_prefix_type_t> g_lib_nr_cyclic_prefix_type_t_name_map;
 extern NR_MOD_LIB_EXPORT const enum_names_t<lib_nr_lmax_t> g_lib_nr_lmax_t_name_map;
 extern NR_MOD_LIB_EXPORT const enum_names_t<lib_nr_duplex_type_t> g_lib_nr_duplex_type_t_name_map;
+extern NR_MOD_LIB_EXPORT const enum_names_t<lib_nr_test_mode_t> g_lib_nr_test_mode_t_name_map;
 extern NR_MOD_LIB_EXPORT const enum_names_t<lib_nr_ldpc_base_graph_type_t> g_lib_nr_ldpc_base_graph_type_t_name_map;
 extern NR_MOD_LIB_EXPORT const enum_names_t<lib_nr_pn_seq_t> g_lib_nr_pn_seq_t_name_map;
 extern NR_MOD_LIB_EXPORT const enum_names_t<mcs_table_t> g_mcs_table_t_name_map;
@@ -184,6 +186,7 @@ inline const auto& enum_name_map(lib_nr_ssb_case_t) { return g_lib_nr_ssb_case_t
 inline const auto& enum_name_map(lib_nr_cyclic_prefix_type_t) { return g_lib_nr_cyclic_prefix_type_t_name_map; }
 inline const auto& enum_name_map(lib_nr_lmax_t) { return g_lib_nr_lmax_t_name_map; }
 inline const auto& enum_name_map(lib_nr_duplex_type_t) { return g_lib_nr_duplex_type_t_name_map; }
+inline const auto& enum_name_map(lib_nr_test_mode_t) { return g_lib_nr_test_mode_t_name_map; }
 inline const auto& enum_name_map(lib_nr_ldpc_base_graph_type_t) { return g_lib_nr_ldpc_base_graph_type_t_name_map; }
 inline const auto& enum_name_map(lib_nr_pn_seq_t) { return g_lib_nr_pn_seq_t_name_map; }
 inline const auto& enum_name_map(mcs_table_t) { return g_mcs_table_t_name_map; }

@@ -29,12 +29,6 @@ bool contains(const list_t& list, const value_t& value)
     return std::find(list.begin(), list.end(), value) != list.end();
 }
 
-bool is_ntn_bandwidth(lib_nr_channel_bw_type_t bandwidth)
-{
-    return contains(lib_nr_phy_common_t::get_ntn_valid_bandwidth_list(NR_FR1), bandwidth) ||
-           contains(lib_nr_phy_common_t::get_ntn_valid_bandwidth_list(NR_FR2_1), bandwidth);
-}
-
 /// Calls the step with the place of each bandwidth part that has the spacing.
 template <class bwp_t, class step_t>
 void for_each_bwp_of(lib_nr_numerology_type_t numerology, const std::vector<bwp_t>& bwps, step_t step)
@@ -69,13 +63,10 @@ void lib_nr_carrier_configure_manager_t::init()
     _clear_lists();
     _init_numerology_list();
     _init_bwp_list();
-    m_dl_tm.init();
-    m_dl_frc.init();
+    std::apply([](auto&... presets) { (presets.init(), ...); }, m_presets);
     m_dl_ssb = lib_nr_dl_ssb_configure_manager_t(get_first_enable_numerology_manager(), m_bandwidth);
     m_dl_ssb.update_frequency_offset_hz(m_radio_frequency);
     _init_downlink_lists();
-    m_ul_frc.init();
-    m_ul_rmc.init();
     _init_uplink_lists();
     _update_downlink_bwp_reference();
     _update_uplink_bwp_reference();
@@ -85,10 +76,7 @@ bool lib_nr_carrier_configure_manager_t::set_nr_ntn(bool nr_ntn)
 {
     if (!assign(m_nr_ntn, nr_ntn))
         return false;
-    m_dl_tm.set_nr_ntn(nr_ntn);
-    m_dl_frc.set_nr_ntn(nr_ntn);
-    m_ul_frc.set_nr_ntn(nr_ntn);
-    m_ul_rmc.set_nr_ntn(nr_ntn);
+    std::apply([nr_ntn](auto&... presets) { (presets.set_nr_ntn(nr_ntn), ...); }, m_presets);
     init();
     return true;
 }
@@ -171,7 +159,7 @@ bool lib_nr_carrier_configure_manager_t::set_bandwidth(lib_nr_channel_bw_type_t 
 {
     if (bandwidth == m_bandwidth)
         return false;
-    if (m_nr_ntn && !is_ntn_bandwidth(bandwidth))
+    if (m_nr_ntn && !lib_nr_phy_common_t::is_ntn_bandwidth(bandwidth))
         bandwidth = LIB_NR_CHANNEL_FR1_30M;
     if (bandwidth > LIB_NR_CHANNEL_FR2_2_2000M)
         return false;

@@ -47,6 +47,10 @@ enum lib_nr_numerology_mode_t : std::uint32_t
     LIB_NR_NUMBEROLOGY_MODE_MULTIPLE = 1,
 };
 
+/// What is chosen for a carrier in each family of presets.
+using lib_nr_preset_choices_t = std::tuple<lib_nr_dl_tm_configure_manager_t, lib_nr_dl_frc_configure_manager_t,
+                                           lib_nr_ul_frc_configure_manager_t, lib_nr_ul_rmc_configure_manager_t>;
+
 /// One radio channel of the waveform: its bandwidth, numerologies, bandwidth parts and the channels in them, and the
 /// rules that keep these consistent.
 ///
@@ -165,16 +169,40 @@ public:
 
     // Single entries
 
-    lib_nr_dl_tm_configure_manager_t& get_dl_tm() { return m_dl_tm; }
-    const lib_nr_dl_tm_configure_manager_t& get_dl_tm() const { return m_dl_tm; }
-    lib_nr_dl_frc_configure_manager_t& get_dl_frc() { return m_dl_frc; }
-    const lib_nr_dl_frc_configure_manager_t& get_dl_frc() const { return m_dl_frc; }
     lib_nr_dl_ssb_configure_manager_t& get_dl_ssb() { return m_dl_ssb; }
     const lib_nr_dl_ssb_configure_manager_t& get_dl_ssb() const { return m_dl_ssb; }
-    lib_nr_ul_frc_configure_manager_t& get_ul_frc() { return m_ul_frc; }
-    const lib_nr_ul_frc_configure_manager_t& get_ul_frc() const { return m_ul_frc; }
-    lib_nr_ul_rmc_configure_manager_t& get_ul_rmc() { return m_ul_rmc; }
-    const lib_nr_ul_rmc_configure_manager_t& get_ul_rmc() const { return m_ul_rmc; }
+
+    lib_nr_dl_tm_configure_manager_t& get_dl_tm() { return get_preset<lib_nr_dl_tm_configure_manager_t>(); }
+    const lib_nr_dl_tm_configure_manager_t& get_dl_tm() const { return get_preset<lib_nr_dl_tm_configure_manager_t>(); }
+    lib_nr_dl_frc_configure_manager_t& get_dl_frc() { return get_preset<lib_nr_dl_frc_configure_manager_t>(); }
+    const lib_nr_dl_frc_configure_manager_t& get_dl_frc() const
+    {
+        return get_preset<lib_nr_dl_frc_configure_manager_t>();
+    }
+    lib_nr_ul_frc_configure_manager_t& get_ul_frc() { return get_preset<lib_nr_ul_frc_configure_manager_t>(); }
+    const lib_nr_ul_frc_configure_manager_t& get_ul_frc() const
+    {
+        return get_preset<lib_nr_ul_frc_configure_manager_t>();
+    }
+    lib_nr_ul_rmc_configure_manager_t& get_ul_rmc() { return get_preset<lib_nr_ul_rmc_configure_manager_t>(); }
+    const lib_nr_ul_rmc_configure_manager_t& get_ul_rmc() const
+    {
+        return get_preset<lib_nr_ul_rmc_configure_manager_t>();
+    }
+    /// The choice of a family of presets.
+    template <class choice_t>
+    choice_t& get_preset()
+    {
+        return std::get<choice_t>(m_presets);
+    }
+    template <class choice_t>
+    const choice_t& get_preset() const
+    {
+        return std::get<choice_t>(m_presets);
+    }
+    /// All choices at once: applying a preset resets the carrier, and gives them back.
+    const lib_nr_preset_choices_t& get_presets() const { return m_presets; }
+    void set_presets(const lib_nr_preset_choices_t& presets) { m_presets = presets; }
 
     // Lists. An added entry starts from downlink BWP 1, uplink BWP 0 or the first enabled numerology. A copy and a
     // removal return false for an index past the end, a removal also where the list would fall below its smallest size.
@@ -385,15 +413,12 @@ private:
     lib_nr_channel_bw_type_t m_bandwidth = LIB_NR_CHANNEL_FR1_100M;
     std::vector<lib_nr_phy_numerology_configure_manager_t> m_numerologies;
     std::vector<lib_nr_dl_bwp_configure_manager_t> m_dl_bwps;
-    lib_nr_dl_tm_configure_manager_t m_dl_tm;
-    lib_nr_dl_frc_configure_manager_t m_dl_frc;
+    lib_nr_preset_choices_t m_presets;
     lib_nr_dl_ssb_configure_manager_t m_dl_ssb;
     std::vector<lib_nr_dl_dci_configure_manager_t> m_dl_dcis;
     std::vector<lib_nr_dl_sch_configure_manager_t> m_dl_schs;
     std::vector<lib_nr_dl_csirs_configure_manager_t> m_dl_csirss;
     std::vector<lib_nr_dl_prs_configure_manager_t> m_dl_prss;
-    lib_nr_ul_frc_configure_manager_t m_ul_frc;
-    lib_nr_ul_rmc_configure_manager_t m_ul_rmc;
     std::vector<lib_nr_ul_bwp_configure_manager_t> m_ul_bwps;
     std::vector<lib_nr_ul_pucch_configure_manager_t> m_ul_pucchs;
     std::vector<lib_nr_ul_sch_configure_manager_t> m_ul_schs;

@@ -7,8 +7,14 @@ namespace vek::nr_mod_lib
 {
 
 /// The choice of an uplink fixed reference channel for a carrier.
-class NR_MOD_LIB_EXPORT lib_nr_ul_frc_configure_manager_t : public lib_nr_preset_configure_manager_t
+class NR_MOD_LIB_EXPORT lib_nr_ul_frc_configure_manager_t final : public lib_nr_preset_configure_manager_t
 {
+public:
+    void init() override
+    {
+        _init_common(LIB_NR_CHANNEL_FR1_100M);
+        m_enable = false;
+    }
 };
 
 } // namespace vek::nr_mod_lib

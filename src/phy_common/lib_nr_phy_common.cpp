@@ -2,6 +2,7 @@
 
 #include "phy_common/tables/lib_nr_srs_bandwidth_table.h"
 
+#include <algorithm>
 #include <array>
 #include <iostream>
 
@@ -232,6 +233,22 @@ lib_nr_phy_common_t::get_ntn_valid_bandwidth_list(lib_nr_numerology_type_t numer
     default:
         return range_error(LIB_NR_CHANNEL_FR1_30M);
     }
+}
+
+std::vector<lib_nr_channel_bw_type_t> lib_nr_phy_common_t::get_carrier_bandwidth_list(bool ntn)
+{
+    if (!ntn)
+        return from_to(LIB_NR_CHANNEL_FR1_5M, LIB_NR_CHANNEL_FR2_2_2000M);
+    bandwidth_list_t list = get_ntn_valid_bandwidth_list(NR_FR1);
+    const bandwidth_list_t fr2 = get_ntn_valid_bandwidth_list(NR_FR2_1);
+    list.insert(list.end(), fr2.begin(), fr2.end());
+    return list;
+}
+
+bool lib_nr_phy_common_t::is_ntn_bandwidth(lib_nr_channel_bw_type_t bandwidth)
+{
+    const bandwidth_list_t list = get_carrier_bandwidth_list(true);
+    return std::find(list.begin(), list.end(), bandwidth) != list.end();
 }
 
 std::vector<lib_nr_numerology_type_t> lib_nr_phy_common_t::get_valid_numerology_list(lib_nr_channel_bw_type_t bandwidth)

@@ -111,6 +111,9 @@ public:
     static std::vector<lib_nr_channel_bw_type_t> get_ntn_valid_bandwidth_list(lib_nr_freq_range_type_t freq_range);
     static std::vector<lib_nr_channel_bw_type_t> get_ntn_valid_bandwidth_list(lib_nr_numerology_type_t numerology,
                                                                               lib_nr_freq_range_type_t freq_range);
+    /// All bandwidths that a carrier may have, in or outside non-terrestrial networks, range by range.
+    static std::vector<lib_nr_channel_bw_type_t> get_carrier_bandwidth_list(bool ntn);
+    static bool is_ntn_bandwidth(lib_nr_channel_bw_type_t bandwidth);
     /// The spacings that a carrier of this bandwidth may have, ascending.
     static std::vector<lib_nr_numerology_type_t> get_valid_numerology_list(lib_nr_channel_bw_type_t bandwidth);
     /// Clears both maps and fills them with TS 38.211 Table 6.4.1.4.3-1.

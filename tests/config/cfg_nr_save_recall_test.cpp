@@ -69,6 +69,7 @@ TEST(cfg_nr_save_recall, brings_back_carriers_types_and_numerologies)
     waveform.get_carrier(2)->get_numerology(1)->set_rb_start(7);
     waveform.get_carrier(2)->add_dl_bwp();
     waveform.get_carrier(2)->get_dl_prs(0)->set_periodicity(32); // 10 slots are no period at 120 kHz
+    nr_test::choose_test_models_anew(waveform);
     const std::string text = saved(waveform);
 
     cfg_nr_waveform_t recalled;
@@ -84,6 +85,7 @@ TEST(cfg_nr_save_recall, brings_back_carriers_types_and_numerologies)
 
     // A file of one carrier leaves one.
     cfg_nr_waveform_t single;
+    nr_test::choose_test_models_anew(single);
     ASSERT_TRUE(recall(recalled, saved(single)));
     EXPECT_EQ(recalled.get_carrier_number(), 1u);
     EXPECT_TRUE(nr_test::differences(recalled, single).empty());
@@ -95,6 +97,7 @@ TEST(cfg_nr_save_recall, stands_with_its_own_cursors_wherever_the_host_left_them
     cfg_nr_waveform_t waveform;
     waveform.add_carrier();
     waveform.get_carrier(1)->get_dl_ssb()->set_pss_power_boosting(2.5);
+    nr_test::choose_test_models_anew(waveform);
     const std::string text = saved(waveform);
     waveform.get_carrier(0)->get_dl_ssb()->set_current_carrier_index(1);
     EXPECT_EQ(saved(waveform), text);
@@ -150,6 +153,7 @@ TEST(cfg_nr_save_recall, does_not_follow_the_hosts_locale)
     waveform.get_carrier(0)->set_timing_offset(0.00123456789012345678);
     waveform.get_carrier(0)->set_power_boosting(-0.1);
     waveform.get_carrier(0)->get_dl_ssb()->set_power_boosting("1.25,-3.5");
+    nr_test::choose_test_models_anew(waveform);
     const std::string text = saved(waveform);
 
     const nr_test::comma_locale_t comma;

@@ -288,6 +288,8 @@ TEST_F(nrwave_program, prints_settings_that_bring_a_fresh_waveform_to_the_same_s
                           "add carrier[1].ul_srs\n"
                           "carrier[0].dl_ssb.half_frame_idx=1\n"
                           "carrier[0].windowing_beta=0.1\n"
+                          "carrier[0].dl_tm.modulation=LIB_NR_MODULATION_QPSK\n" // a fresh one has none of its own
+                          "carrier[1].dl_tm.modulation=LIB_NR_MODULATION_QPSK\n"
                           "cfr_filter_mask_data_arr=-1e7:-3,1e7:0.5\n");
     const run_t first = run("get --recipe first.recipe");
     ASSERT_EQ(first.status, 0) << first.err;

@@ -28,4 +28,11 @@ inline bool recall(vek::nr_mod_lib::cfg_nr_waveform_t& waveform, const std::stri
     return document.load_string(text.c_str()) && waveform.recall_setting(document.document_element());
 }
 
+/// Chooses each carrier's test model anew: a fresh one holds a modulation that none of its own setters gives.
+inline void choose_test_models_anew(vek::nr_mod_lib::cfg_nr_waveform_t& waveform)
+{
+    for (unsigned int c = 0; c < waveform.get_carrier_number(); ++c)
+        waveform.get_carrier(c)->get_dl_tm()->set_test_model(waveform.get_carrier(c)->get_dl_tm()->get_test_model());
+}
+
 } // namespace nr_test

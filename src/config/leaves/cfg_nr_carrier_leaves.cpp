@@ -60,6 +60,12 @@ constexpr auto k_figures =
               row::figure<&carrier_t::get_bandwidth>("bandwidth", "occupied bandwidth in hertz"),
               row::figure<&carrier_t::get_point_a>("point_a", "point A against the carrier centre, in hertz"));
 
+// A preset is chosen below the carrier and rewrites the carrier, and what holds for the whole waveform.
+constexpr auto k_verbs =
+    row::rows(row::verb<&carrier_t::deal_test_model>("apply", "lays the chosen test model on the carrier")
+                  .of("dl_tm")
+                  .shortfall("applied without a PDSCH: FR2 has no FDD test model"));
+
 constexpr auto k_branches = row::rows(
     // The last enabled numerology cannot be switched off, so a recall enables and disables once more at the end.
     row::list<&carrier_t::get_numerology_number, k_numerology>("numerology", g_cfg_nr_phy_numerology_table,
@@ -98,10 +104,9 @@ constexpr auto k_branches = row::rows(
 } // namespace
 
 constinit const cfg_nr_table_of_t<carrier_t> g_cfg_nr_carrier_table =
-    row::table("cfg_nr_carrier", k_leaves, k_figures, k_branches);
+    row::table("cfg_nr_carrier", k_leaves, k_figures, k_verbs, k_branches);
 
 // Façades whose settings are to come: the tree holds their blocks and counts their entries.
-constinit const cfg_nr_table_of_t<cfg_nr_dl_tm_t> g_cfg_nr_dl_tm_table{"cfg_nr_dl_tm"};
 constinit const cfg_nr_table_of_t<cfg_nr_dl_frc_t> g_cfg_nr_dl_frc_table{"cfg_nr_dl_frc"};
 constinit const cfg_nr_table_of_t<cfg_nr_ul_frc_t> g_cfg_nr_ul_frc_table{"cfg_nr_ul_frc"};
 constinit const cfg_nr_table_of_t<cfg_nr_ul_rmc_t> g_cfg_nr_ul_rmc_table{"cfg_nr_ul_rmc"};

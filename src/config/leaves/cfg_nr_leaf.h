@@ -104,7 +104,9 @@ struct cfg_nr_verb_t
     bool ends_steps = false;
     /// Whether it drops edits that are not confirmed: those are no settings to save.
     bool drops_edits = false;
-    /// False where the library refuses. The index is read only where the verb takes one.
+    /// What is missing of what it did where it returns false; null where false tells that the library refused.
+    const char* shortfall = nullptr;
+    /// The index is read only where the verb takes one.
     bool (*run)(void* facade, unsigned int index) = nullptr;
 };
 

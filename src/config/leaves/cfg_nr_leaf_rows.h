@@ -284,6 +284,13 @@ struct cfg_nr_row_of_t : row_t
         row.row_t::drops_edits = true;
         return row;
     }
+    /// A verb that is done, but not in full, where it returns false.
+    constexpr cfg_nr_row_of_t shortfall(const char* missing) const
+    {
+        cfg_nr_row_of_t row = *this;
+        row.row_t::shortfall = missing;
+        return row;
+    }
     /// A verb with which the steps that bring a façade to its settings end.
     constexpr cfg_nr_row_of_t ends_steps() const
     {
