@@ -5,7 +5,7 @@
 #include "phy/lib_nr_resource_manager.h"
 #include "phy_common/lib_nr_interlace.h"
 #include "phy_common/lib_nr_phy_common.h"
-#include "phy_common/lib_nr_sequence_generator.h"
+#include "phy_common/lib_nr_sequence_hopping.h"
 #include "phy_common/tables/lib_nr_pucch_dmrs_position_table.h"
 
 #include <algorithm>
@@ -19,25 +19,11 @@ namespace vek::nr_mod_lib
 namespace
 {
 
-constexpr unsigned int k_sequence_groups = 30;
 constexpr unsigned int k_shifts = 12;
 constexpr std::uint64_t k_most_uci_bits = 2026; // two code blocks of 1024 bits with 11 of CRC each
 constexpr unsigned int k_most_rate_matched = 8192;
 constexpr std::size_t k_least_interlace = 10;
 constexpr std::size_t k_most_interlace = 11;
-
-/// Eight bits of the Gold sequence, from c(8 index) on, as a number whose lowest bit is the first.
-unsigned int gold_byte(const std::vector<std::uint64_t>& words, std::size_t index)
-{
-    return static_cast<unsigned int>(words[index / 8] >> (index % 8 * 8) & 0xFFu);
-}
-
-std::vector<std::uint64_t> gold_words(unsigned int c_init, std::size_t bytes)
-{
-    std::vector<std::uint64_t> words((bytes + 7) / 8);
-    lib_nr_sequence_generator_t::generate_pseudo_random_words(c_init, words.size(), words.data());
-    return words;
-}
 
 std::uint64_t size_of(const lib_nr_ul_pucch_payload_t& field) { return field.enable ? field.size : 0; }
 
@@ -93,7 +79,7 @@ lib_nr_ul_phy_pucch_base_t::get_basic_sequence_param(unsigned int slot, unsigned
     else if (hopping == LIB_NR_UL_GROUP_HOPPING_DISABLED)
         param.v = _get_v_value(n_id, slot);
     for (unsigned int& u : param.u)
-        u = (u + n_id % k_sequence_groups) % k_sequence_groups;
+        u = get_sequence_group(n_id, u);
 
     const std::vector<unsigned int> n_cs = _get_ncs_value(n_id, slot);
     for (std::size_t l = 0; l < n_cs.size(); ++l)
@@ -104,26 +90,20 @@ lib_nr_ul_phy_pucch_base_t::get_basic_sequence_param(unsigned int slot, unsigned
 std::array<unsigned int, 2> lib_nr_ul_phy_pucch_base_t::_get_group_hopping_value(unsigned int n_id,
                                                                                  unsigned int slot) const
 {
-    const std::size_t first = std::size_t{2} * slot;
-    const auto words = gold_words(n_id / k_sequence_groups, first + 2);
-    return {gold_byte(words, first) % k_sequence_groups, gold_byte(words, first + 1) % k_sequence_groups};
+    const unsigned int c_init = n_id / k_low_papr_groups;
+    return {get_group_hop(c_init, 2 * slot), get_group_hop(c_init, 2 * slot + 1)};
 }
 
 std::array<unsigned int, 2> lib_nr_ul_phy_pucch_base_t::_get_v_value(unsigned int n_id, unsigned int slot) const
 {
-    const auto words = gold_words(32 * (n_id / k_sequence_groups) + n_id % k_sequence_groups, slot / 4 + 1);
-    const unsigned int bits = gold_byte(words, slot / 4) >> slot % 4 * 2;
-    return {bits & 1u, bits >> 1 & 1u};
+    const unsigned int c_init = 32 * (n_id / k_low_papr_groups) + n_id % k_low_papr_groups;
+    return {get_sequence_number(c_init, 2 * slot), get_sequence_number(c_init, 2 * slot + 1)};
 }
 
 std::vector<unsigned int> lib_nr_ul_phy_pucch_base_t::_get_ncs_value(unsigned int n_id, unsigned int slot) const
 {
-    std::vector<unsigned int> n_cs(_get_slot_symbols());
-    const std::size_t first = n_cs.size() * slot;
-    const auto words = gold_words(n_id, first + n_cs.size());
-    for (std::size_t l = 0; l < n_cs.size(); ++l)
-        n_cs[l] = gold_byte(words, first + l);
-    return n_cs;
+    const std::size_t slot_symbols = _get_slot_symbols();
+    return get_hopping_values(n_id, slot_symbols * slot, slot_symbols);
 }
 
 bool lib_nr_ul_phy_pucch_base_t::_get_interlace_range(unsigned int& first, unsigned int& last) const

@@ -5,6 +5,7 @@
 #include "phy_common/lib_nr_mcs.h"
 #include "phy_common/lib_nr_reference_signal.h"
 #include "phy_common/lib_nr_sequence_generator.h"
+#include "phy_common/lib_nr_sequence_hopping.h"
 #include "phy_common/lib_nr_transform_precoding.h"
 #include "phy_common/tables/lib_nr_dmrs_position_table.h"
 #include "phy_common/tables/lib_nr_ptrs_sample_table.h"
@@ -35,17 +36,6 @@ std::size_t place_of(const std::vector<unsigned int>& list, unsigned int value)
 }
 
 bool contains(const std::vector<unsigned int>& list, unsigned int value) { return place_of(list, value) < list.size(); }
-
-/// Bits c(first) to c(first + count - 1) of a Gold sequence as a number, the first bit lowest.
-unsigned int gold_number(unsigned int c_init, unsigned int first, unsigned int count)
-{
-    std::vector<unsigned char> bits;
-    lib_nr_sequence_generator_t::generate_pseudo_random_sequence(c_init, first + count, bits);
-    unsigned int number = 0;
-    for (unsigned int i = 0; i < count; ++i)
-        number |= static_cast<unsigned int>(bits[first + i]) << i;
-    return number;
-}
 
 std::size_t cell_number(const std::vector<lib_nr_resource_run_t>& runs)
 {
@@ -492,14 +482,14 @@ void lib_nr_ul_phy_pusch_process_t::_generate_low_papr_dmrs(unsigned int slot)
     const auto length = static_cast<std::uint32_t>(_dmrs_per_rb() * m_rb_list.size());
     for (const unsigned int symbol : _low_papr_symbols()) {
         const unsigned int place = m_symbol_per_slot * slot + symbol;
-        unsigned int group = 0;
+        unsigned int group_hop = 0;
         unsigned int number = 0;
         if (m_dmrs_hopping == LIB_NR_SCH_DMRS_HOPPING_GROUP)
-            group = gold_number(m_n_rs_id / k_sequence_groups, 8 * place, 8);
+            group_hop = get_group_hop(m_n_rs_id / k_low_papr_groups, place);
         if (m_dmrs_hopping == LIB_NR_SCH_DMRS_HOPPING_SEQUENCE && 2 * length / 12 * 6 >= k_least_hopping_length)
-            number = gold_number(m_n_rs_id, place, 1);
+            number = get_sequence_number(m_n_rs_id, place);
         lib_nr_low_papr_sequence1::generate_low_papr_sequence_1(
-            {(group + m_n_rs_id) % k_sequence_groups, number, 0.0, k_delta, length}, sequences);
+            {get_sequence_group(m_n_rs_id, group_hop), number, 0.0, k_delta, length}, sequences);
     }
 }
 

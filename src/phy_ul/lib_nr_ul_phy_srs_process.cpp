@@ -4,7 +4,7 @@
 #include "common/lib_number_text.h"
 #include "manager/lib_nr_waveform_configure_manager.h"
 #include "phy_common/lib_nr_phy_common.h"
-#include "phy_common/lib_nr_sequence_generator.h"
+#include "phy_common/lib_nr_sequence_hopping.h"
 #include "phy_common/tables/lib_nr_srs_bandwidth_table.h"
 #include "phy_ul/lib_nr_low_papr_sequence1.h"
 
@@ -28,8 +28,6 @@ namespace
 {
 
 constexpr const char* k_trace_file = "../srs_result.csv";
-constexpr unsigned int k_groups = 30;
-constexpr unsigned int k_bits_per_group = 8;
 constexpr unsigned int k_least_length_with_two_sequences = 72;
 // n_RRC counts in steps of 4 resource blocks.
 constexpr unsigned int k_rbs_per_position = 4;
@@ -95,10 +93,6 @@ bool lib_nr_ul_phy_srs_process_t::set_waveform_config(unsigned int carrier, unsi
 
     _srs_k_offset_lp_init();
     m_subcarriers = k_subcarriers_per_rb * lib_nr_srs_bandwidth_table()[m_c_srs].m_srs[m_b_srs];
-    m_hopping_bits.clear();
-    if (m_GroupOrSeqHop != SRS_NEITHER_TYPE)
-        lib_nr_sequence_generator_t::generate_pseudo_random_sequence(
-            m_n_ID_SRS, k_bits_per_group * m_slots * m_slot_symbols, m_hopping_bits);
     m_sequences.clear();
     m_symbols.clear();
     return true;
@@ -176,16 +170,12 @@ void lib_nr_ul_phy_srs_process_t::_list_symbols(unsigned int slot)
 /// Group and number of a symbol's sequence, TS 38.211 clause 6.4.1.4.2.
 std::pair<unsigned int, unsigned int> lib_nr_ul_phy_srs_process_t::_get_sequence_uv(unsigned int symbol_in_frame) const
 {
-    unsigned int group = m_n_ID_SRS;
-    if (m_GroupOrSeqHop == SRS_GROUP_HOP_TYPE) {
-        unsigned int f_gh = 0;
-        for (unsigned int m = 0; m < k_bits_per_group; ++m)
-            f_gh += static_cast<unsigned int>(m_hopping_bits[k_bits_per_group * symbol_in_frame + m]) << m;
-        group += f_gh;
-    }
     const bool hops_in_group =
         m_GroupOrSeqHop == SRS_SEQUEN_HOP_TYPE && m_subcarriers / m_K_TC >= k_least_length_with_two_sequences;
-    return {group % k_groups, hops_in_group ? m_hopping_bits[symbol_in_frame] : 0U};
+    const unsigned int group_hop =
+        m_GroupOrSeqHop == SRS_GROUP_HOP_TYPE ? get_group_hop(m_n_ID_SRS, symbol_in_frame) : 0;
+    return {get_sequence_group(m_n_ID_SRS, group_hop),
+            hops_in_group ? get_sequence_number(m_n_ID_SRS, symbol_in_frame) : 0};
 }
 
 /// The values of a sequence; those that a frame has had stay.

@@ -87,9 +87,8 @@ private:
     unsigned int m_slot_symbols = 14;
 
     // What follows from them.
-    std::vector<unsigned char> m_k_offset;     ///< comb offset of a positioning SRS, by symbol
-    unsigned int m_subcarriers = 48;           ///< of the band that is sounded at a time, 12 m_SRS
-    std::vector<unsigned char> m_hopping_bits; ///< of the whole frame
+    std::vector<unsigned char> m_k_offset; ///< comb offset of a positioning SRS, by symbol
+    unsigned int m_subcarriers = 48;       ///< of the band that is sounded at a time, 12 m_SRS
     std::map<std::pair<unsigned int, unsigned int>, std::vector<std::complex<double>>> m_sequences; ///< by u and v
     std::vector<symbol_t> m_symbols;                                                                ///< of a slot
 };
