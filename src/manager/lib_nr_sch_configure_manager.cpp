@@ -161,11 +161,9 @@ bool lib_nr_sch_configure_manager_t::set_rbg_bitmap(const std::string& text, uns
 unsigned int lib_nr_sch_configure_manager_t::get_rbg_bitmap_number(unsigned int bwp_rb_size,
                                                                    unsigned int bwp_rb_start) const
 {
-    unsigned int size = 2;
-    if (m_rbg_size <= LIB_NR_SCH_RBG_SIZE_16)
-        size = 2U << m_rbg_size;
-    else
+    if (m_rbg_size > LIB_NR_SCH_RBG_SIZE_16)
         std::cout << "lib_nr_sch_configure_manager_t::set_rbg_bitmap : Error! not support RBG size" << std::endl;
+    const unsigned int size = number_of(m_rbg_size);
     return (bwp_rb_size + bwp_rb_start % size + size - 1) / size;
 }
 

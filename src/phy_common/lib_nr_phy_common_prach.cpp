@@ -297,7 +297,7 @@ void lib_nr_phy_common_t::check_aps_and_scs_and_ci(prach_config_table_type_t tab
 void lib_nr_phy_common_t::validate_prach_and_carrier(lib_nr_numerology_type_t numerology, prach_scs_type_t& scs,
                                                      prach_lra_type_t& lra)
 {
-    const unsigned int carrier_khz = 15u << static_cast<unsigned int>(numerology);
+    const unsigned int carrier_khz = 15u << get_u_from_scs(numerology);
     const lib_nr_prach_carrier_combination_t* fallback = nullptr;
     for (const lib_nr_prach_carrier_combination_t& row : lib_nr_prach_carrier_combination_table()) {
         if (row.carrier_scs_khz != carrier_khz)

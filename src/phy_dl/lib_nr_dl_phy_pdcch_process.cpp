@@ -13,6 +13,7 @@
 
 #include <algorithm>
 #include <cstddef>
+#include <initializer_list>
 #include <iostream>
 
 namespace vek::nr_mod_lib
@@ -28,6 +29,13 @@ constexpr unsigned int k_rbs_in_group = 6;
 constexpr unsigned int k_dmrs_in_rb = 3;
 
 lib_nr_channel_resource_manager_t& grid() { return lib_nr_channel_resource_manager_t::get_inst(); }
+
+/// The value, or the first of those that there are.
+template <class enum_t>
+enum_t one_of(std::initializer_list<enum_t> values, enum_t value)
+{
+    return std::find(values.begin(), values.end(), value) != values.end() ? value : *values.begin();
+}
 
 } // namespace
 
@@ -67,6 +75,34 @@ bool lib_nr_dl_phy_pdcch_process_t::set_waveform_config(unsigned int carrier_ind
     set_shift_idx(coreset.get_shift_idx());
     m_pn_seed = std::numeric_limits<unsigned int>::max();
     return true;
+}
+
+void lib_nr_dl_phy_pdcch_process_t::set_candidates_num(lib_nr_dl_dci_candidates_number_t number)
+{
+    m_candidates_num =
+        one_of({LIB_NR_DCI_CANDIDATE_1, LIB_NR_DCI_CANDIDATE_2, LIB_NR_DCI_CANDIDATE_3, LIB_NR_DCI_CANDIDATE_4,
+                LIB_NR_DCI_CANDIDATE_5, LIB_NR_DCI_CANDIDATE_6, LIB_NR_DCI_CANDIDATE_8},
+               number);
+}
+
+void lib_nr_dl_phy_pdcch_process_t::set_aggregation_level(lib_nr_dl_dci_aggregation_level_t level)
+{
+    m_aggregation_level =
+        one_of({LIB_NR_DCI_AGGREGATION_LEVEL_1, LIB_NR_DCI_AGGREGATION_LEVEL_2, LIB_NR_DCI_AGGREGATION_LEVEL_4,
+                LIB_NR_DCI_AGGREGATION_LEVEL_8, LIB_NR_DCI_AGGREGATION_LEVEL_16},
+               level);
+}
+
+void lib_nr_dl_phy_pdcch_process_t::set_reg_bundle_size(lib_nr_dl_dci_reg_bundle_size_t size)
+{
+    m_reg_bundle_size =
+        one_of({LIB_NR_DCI_REG_BUNDLE_SIZE_2, LIB_NR_DCI_REG_BUNDLE_SIZE_3, LIB_NR_DCI_REG_BUNDLE_SIZE_6}, size);
+}
+
+void lib_nr_dl_phy_pdcch_process_t::set_interleaver_size(lib_nr_dl_dci_interleaver_size_t size)
+{
+    m_interleaver_size =
+        one_of({LIB_NR_DCI_INTERLEAVER_SIZE_2, LIB_NR_DCI_INTERLEAVER_SIZE_3, LIB_NR_DCI_INTERLEAVER_SIZE_6}, size);
 }
 
 bool lib_nr_dl_phy_pdcch_process_t::pdcch_encode_process(unsigned int slot)
@@ -256,7 +292,7 @@ bool lib_nr_dl_phy_pdcch_process_t::_dci_interleaver(indices_t& regs, unsigned i
         return false;
     }
     const bool is_interleaved = m_cce2reg_mapping_type == LIB_NR_CORSET_INTERLEAVE;
-    const unsigned int bundle_size = is_interleaved ? std::max<unsigned int>(m_reg_bundle_size, 1) : k_regs_in_cce;
+    const unsigned int bundle_size = is_interleaved ? m_reg_bundle_size : k_regs_in_cce;
     const indices_t bundles = is_interleaved ? _bundle_index_calculate(bundle_size) : indices_t();
     for (const unsigned int cce : cces)
         for (unsigned int i = 0; i < k_regs_in_cce / bundle_size; ++i) {
@@ -275,7 +311,7 @@ lib_nr_dl_phy_pdcch_process_t::_search_space_calculate(unsigned int slot, unsign
     const std::uint64_t cces = std::uint64_t{_get_group_number()} * m_coreset_symbol_number;
     const unsigned int level = m_aggregation_level;
     const unsigned int candidates = m_candidates_num;
-    if (cces < level || level == 0 || candidates == 0)
+    if (cces < level)
         return {};
 
     std::uint64_t y = 0;
@@ -299,7 +335,7 @@ lib_nr_dl_phy_pdcch_process_t::_bundle_index_calculate(unsigned int bundle_size)
 {
     const unsigned int bundle_number = k_regs_in_cce * _get_group_number() * m_coreset_symbol_number / bundle_size;
     const unsigned int rows = m_interleaver_size;
-    const unsigned int columns = rows > 0 ? bundle_number / rows : 0;
+    const unsigned int columns = bundle_number / rows;
     indices_t bundles;
     for (unsigned int c = 0; c < columns; ++c)
         for (unsigned int r = 0; r < rows; ++r)

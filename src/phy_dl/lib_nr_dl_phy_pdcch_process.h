@@ -38,7 +38,8 @@ public:
     /// with a printed line, and for an unknown mode. Without any group of resource blocks the view shows a conflict.
     bool dl_phy_pdcch_remap(unsigned int slot, lib_nr_remap_mode_t mode);
 
-    // The fields of the snapshot one by one. They store what they are given.
+    // The fields of the snapshot one by one. They store what they are given; a value that is none of its enumeration's
+    // counts as the first.
     /// In dB; that of the DMRS counts above the other.
     void set_pwr_boosting(double power) { m_pwr_boosting = power; }
     void set_dmrs_pwr_boosting(double power) { m_dmrs_pwr_boosting = power; }
@@ -48,8 +49,8 @@ public:
     void set_ncell_id(unsigned int ncell_id) { m_ncell_id = ncell_id; }
     void set_search_space_type(lib_nr_dl_dci_search_space_type_t type) { m_search_space_type = type; }
     void set_start_symbol_within_slot(unsigned int symbol) { m_start_symbol = symbol; }
-    void set_candidates_num(lib_nr_dl_dci_candidates_number_t number) { m_candidates_num = number; }
-    void set_aggregation_level(lib_nr_dl_dci_aggregation_level_t level) { m_aggregation_level = level; }
+    void set_candidates_num(lib_nr_dl_dci_candidates_number_t number);
+    void set_aggregation_level(lib_nr_dl_dci_aggregation_level_t level);
     void set_allocated_candidate(unsigned int candidate) { m_allocated_candidate = candidate; }
     void set_coding(bool coding) { m_coding = coding; }
     void set_data_block_size(unsigned int bits) { m_data_block_size = bits; }
@@ -61,12 +62,13 @@ public:
     void set_bwp_rb_num(unsigned int) {}
     void set_coreset_id(unsigned int id) { m_coreset_id = id; }
     void set_coreset_rb_offset(int rb_offset) { m_coreset_rb_offset = rb_offset; }
-    void set_coreset_symbol_number(unsigned int number) { m_coreset_symbol_number = number; }
+    /// At least 1.
+    void set_coreset_symbol_number(unsigned int number) { m_coreset_symbol_number = number > 0 ? number : 1; }
     void set_fd_resources(const std::vector<int>& bitmap) { m_fd_resources = bitmap; }
     void set_cce2reg_mapping_type(lib_nr_dl_dci_cce2reg_mapping_type_t type) { m_cce2reg_mapping_type = type; }
     /// Counts with interleaving alone; without it a bundle is a CCE.
-    void set_reg_bundle_size(lib_nr_dl_dci_reg_bundle_size_t size) { m_reg_bundle_size = size; }
-    void set_interleaver_size(lib_nr_dl_dci_interleaver_size_t size) { m_interleaver_size = size; }
+    void set_reg_bundle_size(lib_nr_dl_dci_reg_bundle_size_t size);
+    void set_interleaver_size(lib_nr_dl_dci_interleaver_size_t size);
     void set_shift_idx(unsigned int shift_idx) { m_shift_idx = shift_idx; }
     /// Not kept either.
     void set_precoder_granularity(lib_nr_coreset_precoder_granularity_t) {}

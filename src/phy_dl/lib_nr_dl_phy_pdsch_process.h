@@ -21,8 +21,8 @@ public:
                              const lib_nr_waveform_configure_manager_t& waveform) override;
 
     void set_vrb2prb_interleaver(lib_nr_sch_interleave_t interleaver) { m_vrb2prb_interleaver = interleaver; }
-    void set_vrb_bundle_size(lib_nr_sch_vrb_bundle_size_t size) { m_vrb_bundle_size = 2u << size; }
-    void set_tb_scaling(lib_nr_sch_tb_scaling_t scaling) { m_tb_scaling = 1.0 / (1u << scaling); }
+    void set_vrb_bundle_size(lib_nr_sch_vrb_bundle_size_t size) { m_vrb_bundle_size = number_of(size); }
+    void set_tb_scaling(lib_nr_sch_tb_scaling_t scaling) { m_tb_scaling = number_of(scaling); }
 
 private:
     void _phy_sch_caculate_g(unsigned int port, unsigned int slot) override;

@@ -20,6 +20,17 @@ constexpr unsigned int k_most_rbs = 1u << 16;
 
 lib_nr_channel_resource_manager_t& grid() { return lib_nr_channel_resource_manager_t::get_inst(); }
 
+/// Frequency offsets k' of the symbols; those of comb 2 and a printed line for a comb that is none.
+const lib_nr_prs_offset_row_t& get_k(lib_nr_prs_comb_size_t comb)
+{
+    const auto& rows = get_prs_offset_table();
+    if (comb < rows.size())
+        return rows[comb];
+    std::cout << "lib_nr_dl_phy_prs_process_t::lib_nr_dl_prs_configure_manager_t::_get_comb_size : Error comb size!"
+              << std::endl;
+    return rows.front();
+}
+
 } // namespace
 
 bool lib_nr_dl_phy_prs_process_t::set_waveform_config(unsigned int carrier, unsigned int /*numerology*/,
@@ -113,12 +124,13 @@ void lib_nr_dl_phy_prs_process_t::_phy_prs_encode_re_map(unsigned int slot)
     if (!_is_exist_prs(slot))
         return;
     const unsigned int values_per_rb = k_subcarriers_per_rb / m_comb;
+    const lib_nr_prs_offset_row_t& k = get_k(m_comb_size);
     for (const unsigned int symbol : _symbols_without_ssb(slot)) {
-        const unsigned int comb_offset = get_prs_offset_table()[m_comb_size][(symbol - m_symbol_offset) % 12];
+        const unsigned int comb_offset = m_re_offset + k[(symbol - m_symbol_offset) % k.size()];
         _phy_prs_rs_generation(symbol);
         grid().write_run({slot * m_slot_symbols + symbol,
                           static_cast<std::int32_t>(m_rb_offset * k_subcarriers_per_rb) +
-                              static_cast<std::int32_t>((m_re_offset + comb_offset) % m_comb),
+                              static_cast<std::int32_t>(comb_offset % m_comb),
                           m_rb_number * values_per_rb, m_comb},
                          m_sequence.data() + std::size_t{m_rb_offset} * values_per_rb, m_amplitude);
     }

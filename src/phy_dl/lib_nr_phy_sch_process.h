@@ -77,14 +77,17 @@ public:
     lib_nr_modulation_type_t get_modulation() const { return m_modulation; }
     double get_dmrs_power() const { return m_dmrs_power; }
 
-    // The settings one by one, within the limits that the managers keep to; stored as they are. An identity is the one
-    // in use.
+    // The settings one by one, within the limits that the managers keep to; stored as they are, but for a value that is
+    // none of its enumeration's, which counts as the first where nothing else is told. An identity is the one in use.
 
     void set_power_boosting(double power) { m_power_boosting = power; }
     void set_rnti(unsigned int rnti) { m_rnti = rnti; }
     void set_nid(unsigned int nid) { m_nid = nid; }
-    /// One entry per layer, at least one.
-    void set_dmrs_port(const std::vector<unsigned int>& ports) { m_dmrs_port = ports; }
+    /// One entry per layer; none counts as port 0.
+    void set_dmrs_port(const std::vector<unsigned int>& ports)
+    {
+        m_dmrs_port = ports.empty() ? std::vector<unsigned int>{0} : ports;
+    }
     /// The first of the ports counts. None, as any value that is no port, prints a line and counts as port 0.
     void set_antenna_port(const std::vector<lib_nr_antenna_port_t>& ports);
     void set_cdm_groups_without_data_num(unsigned int number) { m_cdm_groups_without_data_num = number; }
@@ -92,14 +95,14 @@ public:
     void set_symbol_num(unsigned int number) { m_symbol_num = number; }
     void set_bwp_id(unsigned int id) { m_bwp_id = id; }
     void set_ra_type(lib_nr_sch_ra_type_t type) { m_ra_type = type; }
-    void set_rbg_size(lib_nr_sch_rbg_size_t size) { m_rbg_size = 2u << size; }
+    void set_rbg_size(lib_nr_sch_rbg_size_t size) { m_rbg_size = number_of(size); }
     void set_rbg_bitmap(const std::vector<unsigned int>& bitmap) { m_rbg_bitmap = bitmap; }
     void set_rb_offset(unsigned int rb_offset) { m_rb_offset = rb_offset; }
     void set_rb_num(unsigned int rb_num) { m_rb_num = rb_num; }
     void set_enable_coding(bool enable) { m_enable_coding = enable; }
     void set_mcs_table(mcs_table_t table) { m_mcs_table = table; }
     void set_mcs(unsigned int mcs) { m_mcs = mcs; }
-    void set_x_overhead(lib_nr_sch_x_overhead_t overhead) { m_x_overhead = 6 * overhead; }
+    void set_x_overhead(lib_nr_sch_x_overhead_t overhead) { m_x_overhead = number_of(overhead); }
     void set_data_source(lib_nr_pn_seq_t source) { m_data_source = source; }
     /// The eight low bits of each entry count.
     void set_data_source_custom(const std::vector<unsigned int>& bits)
@@ -128,10 +131,11 @@ public:
     void set_ptrs_power(double power) { m_ptrs_power = power; }
     void set_ptrs_freqency_density(lib_nr_sch_ptrs_frequency_density_size_t density)
     {
-        m_ptrs_frequency_density = 2u << density;
+        m_ptrs_frequency_density = number_of(density);
     }
-    void set_ptrs_time_density(lib_nr_sch_ptrs_time_density_t density) { m_ptrs_time_density = 1u << density; }
-    void set_ptrs_re_offset(unsigned int offset) { m_ptrs_re_offset = offset; }
+    void set_ptrs_time_density(lib_nr_sch_ptrs_time_density_t density) { m_ptrs_time_density = number_of(density); }
+    /// At most 3.
+    void set_ptrs_re_offset(unsigned int offset) { m_ptrs_re_offset = offset < 3 ? offset : 3; }
     void set_symbol_per_slot(unsigned int symbols) { m_symbol_per_slot = symbols; }
     void set_bwp_rb_start(unsigned int rb_start) { m_bwp_rb_start = rb_start; }
     void set_bwp_rb_num(unsigned int rb_num) { m_bwp_rb_num = rb_num; }

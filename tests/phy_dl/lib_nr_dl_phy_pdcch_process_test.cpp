@@ -5,6 +5,7 @@
 #include "receiver/polar_decoder.h"
 #include "support/generated.h"
 #include "support/settings.h"
+#include "support/test_grid.h"
 
 #include <gtest/gtest.h>
 
@@ -268,6 +269,15 @@ TEST(lib_nr_dl_phy_pdcch_process, what_does_not_fit_is_told)
         EXPECT_NE(output.text().find(row.printed), std::string::npos) << output.text();
     }
     lib_nr_dl_phy_pdcch_process_t process;
+    process.set_fd_resources(std::vector<int>(4, 1));
+    process.set_aggregation_level(static_cast<lib_nr_dl_dci_aggregation_level_t>(0x80000000u));
+    process.set_candidates_num(static_cast<lib_nr_dl_dci_candidates_number_t>(0));
+    process.set_cce2reg_mapping_type(LIB_NR_CORSET_INTERLEAVE);
+    process.set_reg_bundle_size(static_cast<lib_nr_dl_dci_reg_bundle_size_t>(31));
+    process.set_interleaver_size(static_cast<lib_nr_dl_dci_interleaver_size_t>(0));
+    process.set_coreset_symbol_number(0);
+    nr_test::test_grid_t grid(LIB_NR_SCS_30K, 24, LIB_NR_CHANNEL_FR1_10M);
+    EXPECT_TRUE(process.pdcch_encode_process(0) && grid.count_symbols() == 6 * 12) << "level 1";
     process.set_coding(true);
     process.set_data_source(static_cast<lib_nr_pn_seq_t>(9));
     EXPECT_EQ(nr_test::printed_by([&] { EXPECT_FALSE(process.pdcch_encode_process(0)); }),

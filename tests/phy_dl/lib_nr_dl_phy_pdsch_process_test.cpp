@@ -251,6 +251,31 @@ TEST(lib_nr_dl_phy_pdsch_process, channels_of_one_rnti_go_on_where_the_slot_befo
     }
 }
 
+TEST(lib_nr_dl_phy_pdsch_process, values_that_are_none_count_as_the_first)
+{
+    nr_test::test_grid_t grid(LIB_NR_SCS_30K, 273, LIB_NR_CHANNEL_FR1_100M);
+    for (const auto type : {LIB_NR_SCH_RA_TYPE0, LIB_NR_SCH_RA_TYPE1}) {
+        nr_test::rows_t first;
+        for (const unsigned int value : {0u, 31u, 40u, 255u, 0x80000000u, 0xFFFFFFFFu}) {
+            lib_nr_dl_phy_pdsch_process_t process;
+            process.set_ra_type(type);
+            process.set_vrb2prb_interleaver(LIB_NR_SCH_INTERLEAVE);
+            process.set_rbg_size(static_cast<lib_nr_sch_rbg_size_t>(value));
+            process.set_vrb_bundle_size(static_cast<lib_nr_sch_vrb_bundle_size_t>(value));
+            process.set_tb_scaling(static_cast<lib_nr_sch_tb_scaling_t>(value));
+            process.set_x_overhead(static_cast<lib_nr_sch_x_overhead_t>(value));
+            process.set_ptrs_freqency_density(static_cast<lib_nr_sch_ptrs_frequency_density_size_t>(value));
+            process.set_ptrs_time_density(static_cast<lib_nr_sch_ptrs_time_density_t>(value));
+            grid.clear();
+            process.phy_sch_remap(1, LIB_NR_REMAPP_MODE_UI_VIEW_MAP);
+            process.sch_encode_process(1);
+            const nr_test::rows_t rows = grid.grid().get_payload_mapping();
+            first = value == 0 ? rows : first;
+            EXPECT_TRUE(rows == first) << value;
+        }
+    }
+}
+
 TEST(lib_nr_dl_phy_pdsch_process, works_without_a_configuration_and_tells_what_cannot_be)
 {
     nr_test::test_grid_t grid(LIB_NR_SCS_30K, 273, LIB_NR_CHANNEL_FR1_100M);

@@ -140,6 +140,21 @@ TEST(lib_nr_dl_phy_prs_process, steps_round_symbols_of_ssb_and_marks_whole_resou
     EXPECT_EQ(grid.get_owner(0, 30 * 12), LIB_NR_RESOURCE_MAPPING_EMPTY);
 }
 
+TEST(lib_nr_dl_phy_prs_process, a_comb_that_is_none_is_told_and_sent_as_comb_2)
+{
+    nr_test::waveform_of_t waveform({"carrier[0].channel_bandwidth=LIB_NR_CHANNEL_FR1_20M",
+                                     "carrier[0].dl_prs[0].rb_number=24", "carrier[0].dl_prs[0].enable=true"});
+    waveform.get_carrier(0)->get_dl_prs(0)->set_comb_size(static_cast<lib_nr_prs_comb_size_t>(200));
+    const std::string printed = nr_test::generate(waveform).output;
+    EXPECT_NE(
+        printed.find("lib_nr_dl_phy_prs_process_t::lib_nr_dl_prs_configure_manager_t::_get_comb_size : Error comb "
+                     "size!\n"),
+        std::string::npos);
+    const auto& rows = lib_nr_channel_resource_manager_t::get_inst().get_payload_mapping();
+    for (unsigned int k = 0; k < 24 * 12; ++k)
+        EXPECT_TRUE((rows[0][k] != 0.0) == (k % 2 == 0) && (rows[1][k] != 0.0) == (k % 2 == 1)) << k;
+}
+
 TEST(lib_nr_dl_phy_prs_process, settings_keep_to_their_limits)
 {
     nr_test::waveform_of_t waveform({});
