@@ -58,6 +58,16 @@ lib_nr_clipped_run_t clip_to(const lib_nr_resource_run_t& run, std::size_t symbo
     return part;
 }
 
+lib_nr_cell_count_t split_cells(const lib_nr_resource_run_t& run, const lib_nr_clipped_run_t& part)
+{
+    return {part.run.count, run.count - part.run.count};
+}
+
+auto writing(double amplitude)
+{
+    return [amplitude](std::complex<double>& cell, const std::complex<double>& value) { cell = amplitude * value; };
+}
+
 } // namespace
 
 lib_nr_channel_resource_manager_t& lib_nr_channel_resource_manager_t::get_inst()
@@ -111,6 +121,7 @@ void lib_nr_channel_resource_manager_t::init_payload_mapping()
     m_payload_mapping.resize(m_symbol_number);
     for (auto& row : m_payload_mapping)
         row.assign(m_subcarrier_number, {});
+    m_written_cells = {};
 }
 
 void lib_nr_channel_resource_manager_t::_update_parameter()
@@ -337,23 +348,75 @@ bool lib_nr_channel_resource_manager_t::mark_runs(const std::vector<lib_nr_resou
     return is_free && is_inside;
 }
 
+lib_nr_cell_count_t lib_nr_channel_resource_manager_t::count(const std::vector<lib_nr_resource_run_t>& runs) const
+{
+    lib_nr_cell_count_t cells;
+    for (const lib_nr_resource_run_t& run : runs)
+        cells += split_cells(run, clip(run));
+    return cells;
+}
+
 void lib_nr_channel_resource_manager_t::write_run(const lib_nr_resource_run_t& run, const std::complex<double>* values,
                                                   double amplitude)
 {
-    const std::size_t width = run.symbol < m_payload_mapping.size() ? m_payload_mapping[run.symbol].size() : 0;
-    const lib_nr_clipped_run_t part = clip_to(run, m_payload_mapping.size(), width);
+    _store_run(run, values, m_payload_mapping, writing(amplitude));
+}
+
+lib_nr_cell_count_t lib_nr_channel_resource_manager_t::write_stream(const std::vector<lib_nr_resource_run_t>& runs,
+                                                                    const std::vector<std::complex<double>>& values,
+                                                                    double amplitude)
+{
+    return _store_stream(runs, values, m_payload_mapping, writing(amplitude));
+}
+
+lib_nr_cell_count_t lib_nr_channel_resource_manager_t::add_stream(const std::vector<lib_nr_resource_run_t>& runs,
+                                                                  const std::vector<std::complex<double>>& values,
+                                                                  double amplitude, payload_map_t& payload)
+{
+    return _store_stream(
+        runs, values, payload,
+        [amplitude](std::complex<double>& cell, const std::complex<double>& value) { cell += amplitude * value; });
+}
+
+/// Puts values into the part of a run that a payload map has. A step known to be 1 at compile time lets the loop work
+/// on whole vectors.
+template <class store_t>
+lib_nr_cell_count_t lib_nr_channel_resource_manager_t::_store_run(const lib_nr_resource_run_t& run,
+                                                                  const std::complex<double>* values,
+                                                                  payload_map_t& payload, store_t store)
+{
+    const std::size_t width = run.symbol < payload.size() ? payload[run.symbol].size() : 0;
+    const lib_nr_clipped_run_t part = clip_to(run, payload.size(), width);
+    const lib_nr_cell_count_t stored = split_cells(run, part);
+    m_written_cells += stored;
     if (part.run.count == 0)
-        return;
+        return stored;
     std::complex<double>* const cells =
-        m_payload_mapping[run.symbol].data() + static_cast<std::size_t>(part.run.first_subcarrier);
+        payload[run.symbol].data() + static_cast<std::size_t>(part.run.first_subcarrier);
     values += part.left_out_ahead;
     const std::size_t count = part.run.count;
     if (run.step <= 1)
         for (std::size_t i = 0; i < count; ++i)
-            cells[i] = amplitude * values[i];
+            store(cells[i], values[i]);
     else
         for (std::size_t i = 0; i < count; ++i)
-            cells[i * run.step] = amplitude * values[i];
+            store(cells[i * run.step], values[i]);
+    return stored;
+}
+
+template <class store_t>
+lib_nr_cell_count_t lib_nr_channel_resource_manager_t::_store_stream(const std::vector<lib_nr_resource_run_t>& runs,
+                                                                     const std::vector<std::complex<double>>& values,
+                                                                     payload_map_t& payload, store_t store)
+{
+    lib_nr_cell_count_t stored;
+    std::size_t next = 0;
+    for (lib_nr_resource_run_t run : runs) {
+        run.count = static_cast<std::uint32_t>(std::min<std::size_t>(run.count, values.size() - next));
+        stored += _store_run(run, values.data() + next, payload, store);
+        next += run.count;
+    }
+    return stored;
 }
 
 bool lib_nr_channel_resource_manager_t::is_pass_of(lib_nr_numerology_type_t numerology,

@@ -1,6 +1,5 @@
 #pragma once
 
-#include "common/lib_test_peer.h"
 #include "common/nr_mod_lib_export.h"
 #include "phy_common/lib_nr_numerology_type.h"
 
@@ -9,6 +8,7 @@
 #include <cstdint>
 #include <map>
 #include <optional>
+#include <utility>
 #include <vector>
 
 namespace vek::nr_mod_lib
@@ -76,6 +76,21 @@ struct lib_nr_clipped_run_t
 {
     lib_nr_resource_run_t run;
     std::uint32_t left_out_ahead = 0; ///< cells below the grid: the part's first cell is the run's cell of this index
+};
+
+/// Cells of runs, by what became of them.
+struct lib_nr_cell_count_t
+{
+    std::uint64_t inside = 0;
+    std::uint64_t outside = 0; ///< of the grid
+
+    std::uint64_t all() const { return inside + outside; }
+    lib_nr_cell_count_t& operator+=(const lib_nr_cell_count_t& other)
+    {
+        inside += other.inside;
+        outside += other.outside;
+        return *this;
+    }
 };
 
 /// The first cell of a frame that two channels claimed.
@@ -158,9 +173,22 @@ public:
     /// False where a cell was taken or lay outside; the latter also prints the line of the first such cell, once a
     /// call.
     bool mark_runs(const std::vector<lib_nr_resource_run_t>& runs, lib_nr_channel_resource_mapping_type_t type);
+    /// The cells of runs inside the resource map and outside it.
+    lib_nr_cell_count_t count(const std::vector<lib_nr_resource_run_t>& runs) const;
     /// Writes `values` times `amplitude` into the payload map, one value for each of the run's `count` cells, those
     /// outside the map included.
     void write_run(const lib_nr_resource_run_t& run, const std::complex<double>* values, double amplitude = 1.0);
+    /// Writes a stream of values into the cells of runs in their order; a cell outside the map takes its value too.
+    /// Where the stream ends early the cells left stay as they are, and count as neither inside nor outside.
+    lib_nr_cell_count_t write_stream(const std::vector<lib_nr_resource_run_t>& runs,
+                                     const std::vector<std::complex<double>>& values, double amplitude = 1.0);
+    /// The same, added to what the cells of a payload map hold, be it this grid's or another.
+    lib_nr_cell_count_t add_stream(const std::vector<lib_nr_resource_run_t>& runs,
+                                   const std::vector<std::complex<double>>& values, double amplitude,
+                                   payload_map_t& payload);
+    /// The cells that were written or added since the last call or initialisation of the payload map, and those that
+    /// the map had no room for.
+    lib_nr_cell_count_t take_written_cells() { return std::exchange(m_written_cells, {}); }
     /// Whether a channel of this spacing and prefix belongs into the grid as it is set: both have the same spacing and
     /// as many symbols in a slot.
     bool is_pass_of(lib_nr_numerology_type_t numerology, lib_nr_cyclic_prefix_type_t cp_type) const;
@@ -171,8 +199,6 @@ public:
     const std::optional<lib_nr_resource_conflict_t>& get_first_conflict() const { return m_first_conflict; }
 
 private:
-    friend struct vek::test_peer_t<lib_nr_channel_resource_manager_t>;
-
     lib_nr_channel_resource_manager_t();
     ~lib_nr_channel_resource_manager_t() = default;
 
@@ -188,6 +214,13 @@ private:
     bool _mark_cell(std::uint32_t symbol, std::uint32_t subcarrier, lib_nr_channel_resource_mapping_type_t type,
                     std::uint8_t& cell);
     void _check_mapped(std::uint32_t symbol, std::uint64_t subcarrier) const;
+    template <class store_t>
+    lib_nr_cell_count_t _store_run(const lib_nr_resource_run_t& run, const std::complex<double>* values,
+                                   payload_map_t& payload, store_t store);
+    template <class store_t>
+    lib_nr_cell_count_t _store_stream(const std::vector<lib_nr_resource_run_t>& runs,
+                                      const std::vector<std::complex<double>>& values, payload_map_t& payload,
+                                      store_t store);
 
     lib_nr_numerology_type_t m_numerology = LIB_NR_SCS_15K;
     lib_nr_cyclic_prefix_type_t m_cyclic_prefix_type = LIB_NR_NORMAL_CP;
@@ -196,6 +229,7 @@ private:
     std::uint32_t m_rb_number = 0;
     std::uint32_t m_subcarrier_number = 0;
     payload_map_t m_payload_mapping;
+    lib_nr_cell_count_t m_written_cells;
 
     // The resource map as it was last initialised, one byte per cell, symbol by symbol.
     std::uint32_t m_mapped_symbol_number = 140;

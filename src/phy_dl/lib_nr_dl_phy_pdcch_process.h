@@ -1,6 +1,5 @@
 #pragma once
 
-#include "common/lib_test_peer.h"
 #include "common/nr_mod_lib_export.h"
 #include "manager/lib_nr_dl_coreset_configure_manager.h"
 #include "manager/lib_nr_dl_dci_configure_manager.h"
@@ -74,8 +73,6 @@ public:
     void set_precoder_granularity(lib_nr_coreset_precoder_granularity_t) {}
 
 private:
-    friend struct vek::test_peer_t<lib_nr_dl_phy_pdcch_process_t>;
-
     using bits_t = std::vector<unsigned char>;
     using indices_t = std::vector<unsigned int>;
 

@@ -13,10 +13,13 @@ namespace
 
 lib_nr_channel_resource_manager_t& grid() { return lib_nr_channel_resource_manager_t::get_inst(); }
 
-bool contains(const std::vector<unsigned int>& list, unsigned int value)
+/// The place of a value in a list, the list's length where it is not there.
+std::size_t place_of(const std::vector<unsigned int>& list, unsigned int value)
 {
-    return std::find(list.begin(), list.end(), value) != list.end();
+    return static_cast<std::size_t>(std::find(list.begin(), list.end(), value) - list.begin());
 }
+
+bool contains(const std::vector<unsigned int>& list, unsigned int value) { return place_of(list, value) < list.size(); }
 
 /// Whether all cells of a run without gaps lie in the grid and belong to PDSCH.
 bool is_owned(const lib_nr_resource_run_t& run)
@@ -171,16 +174,20 @@ void lib_nr_dl_phy_pdsch_process_t::_list_cells(unsigned int port, unsigned int 
 void lib_nr_dl_phy_pdsch_process_t::_phy_sch_caculate_g(unsigned int port, unsigned int slot)
 {
     _list_cells(port, slot, m_rb_list);
-    m_g = 0;
-    for (const lib_nr_resource_run_t& run : m_cells.data)
-        m_g += run.count * m_q_m;
+    m_listed_slot = slot;
+    m_g = static_cast<unsigned int>(grid().count(m_cells.data).all()) * m_q_m;
 }
 
 void lib_nr_dl_phy_pdsch_process_t::_phy_sch_encode_re_map(unsigned int port, unsigned int slot,
                                                            const rb_list_t& rb_list)
 {
-    _list_cells(port, slot, rb_list);
-    _write_data(_amplitude_of(0.0));
+    if (m_listed_slot != slot)
+        _list_cells(port, slot, rb_list);
+    m_listed_slot.reset(); // the marks may change before its next turn
+    // The code word's symbols one after the other, zeros where they end early.
+    symbols_t& symbols = m_codeword_symbols[0];
+    symbols.resize(std::max<std::size_t>(symbols.size(), grid().count(m_cells.data).all()));
+    grid().write_stream(m_cells.data, symbols, _amplitude_of(0.0));
     const auto sequences = m_dmrs_sequences.find(_cdm_group_of(port));
     if (sequences == m_dmrs_sequences.end() || sequences->second.empty())
         return;
@@ -191,37 +198,22 @@ void lib_nr_dl_phy_pdsch_process_t::_phy_sch_encode_re_map(unsigned int port, un
                          ptrs_amplitude);
 }
 
-/// The code word's symbols one after the other, zeros where they end early.
-void lib_nr_dl_phy_pdsch_process_t::_write_data(double amplitude)
-{
-    symbols_t& symbols = m_codeword_symbols[0];
-    std::size_t cell_number = 0;
-    for (const lib_nr_resource_run_t& run : m_cells.data)
-        cell_number += run.count;
-    symbols.resize(std::max(symbols.size(), cell_number));
-    const std::complex<double>* next = symbols.data();
-    for (const lib_nr_resource_run_t& run : m_cells.data) {
-        grid().write_run(run, next, amplitude);
-        next += run.count;
-    }
-}
-
 void lib_nr_dl_phy_pdsch_process_t::_write_dmrs(unsigned int port, unsigned int slot, const symbols_t& sequences,
                                                 double amplitude)
 {
     const std::size_t length = sequences.size() / m_dmrs_symbols.size();
-    for (std::size_t position = 0; position < m_dmrs_symbols.size(); ++position) {
-        const unsigned int symbol = slot * m_symbol_per_slot + m_dmrs_symbols[position];
-        m_dmrs_values.clear();
-        _append_covered_dmrs(port, position, sequences.data() + position * length, length, m_dmrs_values);
-        for (const lib_nr_resource_run_t& run : m_cells.dmrs)
-            if (run.symbol == symbol)
-                grid().write_run(run, &m_dmrs_values[_dmrs_index_of(static_cast<unsigned int>(run.first_subcarrier))],
-                                 amplitude);
+    std::size_t covered = m_dmrs_symbols.size(); // place of the DMRS symbol whose values are at hand; none yet
+    for (const lib_nr_resource_run_t& run : m_cells.dmrs) {
+        const std::size_t place = place_of(m_dmrs_symbols, run.symbol - slot * m_symbol_per_slot);
+        if (covered != place) {
+            m_dmrs_values.clear();
+            _append_covered_dmrs(port, place, sequences.data() + place * length, length, m_dmrs_values);
+            covered = place;
+        }
+        grid().write_run(run, &m_dmrs_values[_dmrs_index_of(static_cast<unsigned int>(run.first_subcarrier))],
+                         amplitude);
     }
-    m_dmrs_values.assign(length * 3, {});
-    for (const lib_nr_resource_run_t& run : m_cells.silent)
-        grid().write_run(run, m_dmrs_values.data());
+    grid().write_stream(m_cells.silent, symbols_t(grid().count(m_cells.silent).all()));
 }
 
 } // namespace vek::nr_mod_lib

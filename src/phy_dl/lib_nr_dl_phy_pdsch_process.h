@@ -3,6 +3,7 @@
 #include "common/nr_mod_lib_export.h"
 #include "phy_dl/lib_nr_phy_sch_process.h"
 
+#include <optional>
 #include <vector>
 
 namespace vek::nr_mod_lib
@@ -32,7 +33,6 @@ private:
     void _dl_phy_pdsch_interleaver(std::vector<unsigned int>& prb_of_vrb) const;
     void _list_runs(unsigned int slot, const rb_list_t& rb_list);
     void _list_cells(unsigned int port, unsigned int slot, const rb_list_t& rb_list);
-    void _write_data(double amplitude);
     void _write_dmrs(unsigned int port, unsigned int slot, const symbols_t& sequences, double amplitude);
 
     lib_nr_sch_interleave_t m_vrb2prb_interleaver = LIB_NR_SCH_NO_INTERLEAVE;
@@ -41,7 +41,8 @@ private:
     // The slot in work.
     std::vector<lib_nr_resource_run_t> m_runs;
     lib_nr_sch_cells_t m_cells;
-    lib_nr_sch_cells_t m_claimed_cells; ///< of one run, some of which another channel holds
+    lib_nr_sch_cells_t m_claimed_cells;        ///< of one run, some of which another channel holds
+    std::optional<unsigned int> m_listed_slot; ///< whose cells these are
     symbols_t m_dmrs_values;
 };
 

@@ -1,6 +1,5 @@
 #pragma once
 
-#include "common/lib_test_peer.h"
 #include "common/nr_mod_lib_export.h"
 #include "manager/lib_nr_dl_ssb_configure_manager.h"
 #include "phy/lib_nr_resource_manager.h"
@@ -79,8 +78,6 @@ public:
     void set_intra_freq_reselection(bool reselection) { m_intra_frequency_reselection = reselection; }
 
 private:
-    friend struct vek::test_peer_t<lib_nr_dl_phy_ssb_process_t>;
-
     using bits_t = std::vector<unsigned char>;
     using symbols_t = std::vector<std::complex<double>>;
 

@@ -1,6 +1,5 @@
 #pragma once
 
-#include "common/lib_test_peer.h"
 #include "common/nr_mod_lib_export.h"
 #include "phy_common/lib_nr_uci_layout.h"
 
@@ -14,6 +13,7 @@ namespace vek::nr_mod_lib
 
 class lib_nr_carrier_configure_manager_t;
 class lib_nr_channel_resource_manager_t;
+struct lib_nr_resource_run_t;
 class lib_nr_ul_bwp_configure_manager_t;
 class lib_nr_ul_pucch_configure_manager_t;
 
@@ -50,20 +50,11 @@ public:
     unsigned int get_total_length_after_rate_matching() const;
 
 protected:
-    friend struct vek::test_peer_t<lib_nr_ul_phy_pucch_base_t>;
-
     /// Sizes in bits of the UCI parts, of which `second` is CSI part 2.
     struct uci_size_t
     {
         std::uint64_t first = 0;
         std::uint64_t second = 0;
-    };
-    /// Rows of a slot that lie in the same RBs.
-    struct hop_t
-    {
-        unsigned int first_row = 0;
-        unsigned int row_count = 0;
-        unsigned int first_rb = 0; ///< of the carrier
     };
 
     void _set_pucch(const lib_nr_carrier_configure_manager_t& carrier, unsigned int pucch_index);
@@ -77,10 +68,14 @@ protected:
     /// Whether a row belongs to the second hop of its slot.
     bool _is_second_hop(unsigned int row, unsigned int row_count) const;
 
+    // Sequences.
+
     std::array<unsigned int, 2> _get_group_hopping_value(unsigned int n_id, unsigned int slot) const;
     std::array<unsigned int, 2> _get_v_value(unsigned int n_id, unsigned int slot) const;
     /// As many values as the slot has symbols.
     std::vector<unsigned int> _get_ncs_value(unsigned int n_id, unsigned int slot) const;
+
+    // Interlaces.
 
     /// The RBs of the carrier, the last one included, in which interlaces lie: the RB set, or the BWP where the
     /// numerology has no guard bands. False and a printed line for an RB set outside the BWP; std::out_of_range for one
@@ -91,6 +86,9 @@ protected:
     bool _get_interlace_position(std::vector<unsigned short>& out) const;
     /// RBs of the resource; where an interlace fails, a printed line and those of a PUCCH without one.
     unsigned int _get_rb_num() const;
+
+    // Sizes, and their check.
+
     /// DMRS symbols of format 3 or 4, counted from the first of the PUCCH.
     const std::vector<unsigned int>& _get_dmrs_symbol_postion() const;
     unsigned int _get_dmrs_symbol_num() const;
@@ -109,7 +107,10 @@ protected:
     /// more than 2026 bits, the most that two code blocks hold, never fits.
     bool _check_payload_setting() const;
 
-    /// Adds the slots, times the power, into the payload map. std::out_of_range for a cell outside it.
+    // Where the symbols go.
+
+    /// Adds the slots, times the power, into the payload map; std::out_of_range where cells lie outside, behind those
+    /// inside.
     bool _deal_physical_resource_mapping(const slots_t& slots, payload_grid_t& grid) const;
     /// Marks the cells of all slots in the resource map. False and printed lines where the payload does not fit, and
     /// for cells that are taken or outside.
@@ -122,14 +123,11 @@ private:
     unsigned int _get_checked_modulation_order() const;
     bool _append_interlace(unsigned int interlace, unsigned int rb_number_setting, unsigned int first,
                            unsigned int last, std::vector<unsigned short>& out) const;
-    std::vector<hop_t> _get_hops(bool is_slot_moved) const;
-    void _add_slot(const slot_rows_t& rows, bool is_slot_moved, std::size_t first_symbol, payload_grid_t& grid) const;
-    void _add_interlaced_slot(const slot_rows_t& rows, const std::vector<unsigned short>& positions,
-                              std::size_t first_symbol, payload_grid_t& grid) const;
-    void _add_values(const std::complex<double>* values, std::size_t count, unsigned int first_rb,
-                     std::vector<std::complex<double>>& grid_row) const;
-    bool _mark(const std::vector<unsigned int>& slots, bool is_slot_moved, const char* conflict_line,
-               lib_nr_channel_resource_manager_t& grid) const;
+    unsigned int _get_first_rb(bool is_second_hop) const;
+    std::vector<lib_nr_resource_run_t> _list_runs(unsigned int slot, unsigned int row, bool is_slot_moved,
+                                                  const std::vector<unsigned short>& positions) const;
+    bool _mark(const std::vector<unsigned int>& slots, unsigned int first_row, unsigned int row_count,
+               bool is_second_hop, const char* conflict_line, lib_nr_channel_resource_manager_t& grid) const;
     bool _mark_interlaced(const std::vector<unsigned int>& slots, lib_nr_channel_resource_manager_t& grid) const;
 };
 

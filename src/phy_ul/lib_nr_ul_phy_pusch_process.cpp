@@ -25,7 +25,6 @@ namespace
 {
 
 constexpr unsigned int k_low_papr_group = 127; ///< in the map of DMRS sequences
-constexpr unsigned int k_sequence_groups = 30; ///< of low-PAPR sequences
 
 lib_nr_channel_resource_manager_t& grid() { return lib_nr_channel_resource_manager_t::get_inst(); }
 
@@ -36,14 +35,6 @@ std::size_t place_of(const std::vector<unsigned int>& list, unsigned int value)
 }
 
 bool contains(const std::vector<unsigned int>& list, unsigned int value) { return place_of(list, value) < list.size(); }
-
-std::size_t cell_number(const std::vector<lib_nr_resource_run_t>& runs)
-{
-    std::size_t number = 0;
-    for (const lib_nr_resource_run_t& run : runs)
-        number += run.count;
-    return number;
-}
 
 /// Puts samples of a transform-precoded symbol at their ascending positions, data between them.
 void merge_samples(const std::complex<double>* data, const std::complex<double>* samples, double sample_amplitude,
@@ -70,25 +61,6 @@ void part_samples(const std::vector<std::complex<double>>& symbol, const std::ve
         first = position + 1;
     }
     std::copy_n(symbol.data() + first, symbol.size() - first, data);
-}
-
-/// Writes a stream of values into cells in their order. False where cells lie outside the grid or the stream ends
-/// early; those cells stay as they are.
-bool write_stream(const std::vector<lib_nr_resource_run_t>& runs, const std::vector<std::complex<double>>& stream,
-                  double amplitude)
-{
-    bool is_complete = true;
-    std::size_t next = 0;
-    for (lib_nr_resource_run_t run : runs) {
-        is_complete = is_complete && grid().clip(run).run.count == run.count;
-        if (next + run.count > stream.size()) {
-            run.count = static_cast<std::uint32_t>(stream.size() - next);
-            is_complete = false;
-        }
-        grid().write_run(run, stream.data() + next, amplitude);
-        next += run.count;
-    }
-    return is_complete;
 }
 
 } // namespace
@@ -434,21 +406,23 @@ void lib_nr_ul_phy_pusch_process_t::_list_cells(unsigned int slot, const rb_list
 /// All layers together. The downlink counts around other channels, the uplink its own cells.
 void lib_nr_ul_phy_pusch_process_t::_phy_sch_caculate_g(unsigned int /*port*/, unsigned int /*slot*/)
 {
-    m_g = static_cast<unsigned int>(cell_number(m_cells.data)) * m_q_m * m_layers;
+    m_g = static_cast<unsigned int>(grid().count(m_cells.data).all()) * m_q_m * m_layers;
 }
 
 void lib_nr_ul_phy_pusch_process_t::_phy_sch_encode_re_map(unsigned int /*port*/, unsigned int /*slot*/,
                                                            const rb_list_t& /*rb_list*/)
 {
-    const auto write = [this](const std::vector<lib_nr_resource_run_t>& runs, const layers_t& streams,
-                              double amplitude) {
+    // What lies outside the grid and what has no symbol are both missing.
+    const auto is_missing_some = [this](const std::vector<lib_nr_resource_run_t>& runs, const layers_t& streams,
+                                        double amplitude) {
         static const symbols_t k_none;
-        return write_stream(runs, m_antenna_port < streams.size() ? streams[m_antenna_port] : k_none, amplitude);
+        const symbols_t& stream = m_antenna_port < streams.size() ? streams[m_antenna_port] : k_none;
+        return grid().write_stream(runs, stream, amplitude).inside != grid().count(runs).all();
     };
-    bool is_complete = write(m_cells.data, m_precoded_symbols, _amplitude_of(0.0));
-    is_complete = write(m_cells.dmrs, m_dmrs_streams, 1.0) && is_complete;
-    is_complete = write(m_cells.ptrs, m_ptrs_streams, 1.0) && is_complete;
-    if (!is_complete)
+    bool is_incomplete = is_missing_some(m_cells.data, m_precoded_symbols, _amplitude_of(0.0));
+    is_incomplete |= is_missing_some(m_cells.dmrs, m_dmrs_streams, 1.0);
+    is_incomplete |= is_missing_some(m_cells.ptrs, m_ptrs_streams, 1.0);
+    if (is_incomplete)
         std::cout << " mapping error" << std::endl;
 }
 

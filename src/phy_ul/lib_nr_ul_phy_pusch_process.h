@@ -1,6 +1,5 @@
 #pragma once
 
-#include "common/lib_test_peer.h"
 #include "common/nr_mod_lib_export.h"
 #include "manager/lib_nr_ul_guard_band_configure_manager.h"
 #include "phy_common/lib_nr_numerology_type.h"
@@ -61,8 +60,6 @@ public:
     void set_n_ptrs_id(unsigned int id) { m_n_ptrs_id = id; }
 
 private:
-    friend struct vek::test_peer_t<lib_nr_ul_phy_pusch_process_t>;
-
     /// The values of a DMRS symbol; zeros where it has none.
     struct sequence_t
     {

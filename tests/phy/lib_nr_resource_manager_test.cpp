@@ -192,29 +192,43 @@ TEST(lib_nr_resource_manager, refuses_what_lies_outside_with_its_line_and_keeps_
     EXPECT_EQ(output.text(), crb);
 }
 
-TEST(lib_nr_resource_manager, writes_the_part_of_a_run_that_lies_inside)
+// Run by run, and as one stream that ends within the fourth.
+TEST(lib_nr_resource_manager, writes_adds_and_counts_the_part_of_runs_that_lies_inside)
 {
     prepare(LIB_NR_SCS_15K, 1);
     grid().init_payload_mapping();
     grid_t::payload_map_t expected = grid().get_payload_mapping();
-    const std::vector<std::complex<double>> values = {1, 2, 3, 4, 5, 6};
-    for (const lib_nr_resource_run_t& run : {lib_nr_resource_run_t{3, -4, 6},
-                                             {5, -3, 6, 4},
-                                             {7, 9, 6},
-                                             {139, -12, 6, 5},
-                                             {140, 0, 6},
-                                             {9, -2000000000, 6},
-                                             {11, 12, 6},
-                                             {13, -9, 6, 2}})
-    {
+    grid_t::payload_map_t expected_of_stream = expected;
+    const std::vector<std::complex<double>> values = {1,  2,  3,  4,  5,  6,  7,  8,  9,  10, 11,
+                                                      12, 13, 14, 15, 16, 17, 18, 19, 20, 21, 22};
+    const std::vector<lib_nr_resource_run_t> runs = {{3, -4, 6},  {5, -3, 6, 4},       {7, 9, 6},   {139, -12, 6, 5},
+                                                     {140, 0, 6}, {9, -2000000000, 6}, {11, 12, 6}, {13, -9, 6, 2}};
+    std::size_t inside = 0;
+    std::size_t next = 0;
+    for (const lib_nr_resource_run_t& run : runs) {
         grid().write_run(run, values.data(), 0.5);
-        for (int i = 0; i < 6; ++i) {
+        for (int i = 0; i < 6; ++i, ++next) {
             const int k = run.first_subcarrier + i * static_cast<int>(run.step);
-            if (run.symbol < 140 && k >= 0 && k < 12)
-                expected[run.symbol][static_cast<std::size_t>(k)] = 0.5 * (i + 1);
+            if (run.symbol >= 140 || k < 0 || k >= 12)
+                continue;
+            expected[run.symbol][static_cast<std::size_t>(k)] = 0.5 * (i + 1);
+            if (next < values.size())
+                expected_of_stream[run.symbol][static_cast<std::size_t>(k)] = 3.0 * values[next];
+            ++inside;
         }
         EXPECT_EQ(grid().get_payload_mapping(), expected) << run.symbol;
     }
+    const lib_nr_cell_count_t written = grid().take_written_cells();
+    EXPECT_TRUE(written.inside == inside && written.all() == 8 * 6 && grid().take_written_cells().all() == 0);
+    EXPECT_TRUE(grid().count(runs).inside == inside && grid().count(runs).all() == 8 * 6);
+
+    grid().init_payload_mapping();
+    grid_t::payload_map_t elsewhere = grid().get_payload_mapping();
+    EXPECT_EQ(grid().write_stream(runs, values, 3.0).all(), values.size());
+    EXPECT_EQ(grid().get_payload_mapping(), expected_of_stream);
+    for (const double part : {1.0, 2.0})
+        EXPECT_EQ(grid().add_stream(runs, values, part, elsewhere).all(), values.size());
+    EXPECT_EQ(elsewhere, expected_of_stream);
 }
 
 TEST(lib_nr_resource_manager, the_extended_prefix_goes_with_60_khz_alone)
