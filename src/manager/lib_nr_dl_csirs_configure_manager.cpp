@@ -26,12 +26,6 @@ constexpr unsigned int k_highest_l1 = 12;
 
 unsigned int whole_steps(unsigned int rbs) { return rbs / k_rb_step * k_rb_step; }
 
-bool has_two_first_symbols(const lib_nr_csirs_location_row_t& row)
-{
-    return std::any_of(row.pairs.begin(), row.pairs.end(),
-                       [](const lib_nr_csirs_pair_t& pair) { return pair.l_index == 1; });
-}
-
 } // namespace
 
 lib_nr_dl_csirs_configure_manager_t::lib_nr_dl_csirs_configure_manager_t(const lib_nr_dl_bwp_configure_manager_t& bwp)
@@ -182,7 +176,7 @@ bool lib_nr_dl_csirs_configure_manager_t::set_l0(unsigned int l0)
 
 bool lib_nr_dl_csirs_configure_manager_t::set_l1(unsigned int l1)
 {
-    const bool is_used = has_two_first_symbols(*get_csirs_location_row(m_table_idx));
+    const bool is_used = get_csirs_location_row(m_table_idx)->has_l1();
     return assign(m_l1, is_used ? std::clamp(l1, k_lowest_l1, k_highest_l1) : k_lowest_l1);
 }
 
@@ -199,8 +193,8 @@ bool lib_nr_dl_csirs_configure_manager_t::set_frequency_domain_bitmap(const std:
     if (!common_lib::lib_common_list_parse_t::string_to_bit_list(text, bits))
         return false;
     bits.resize(row->bitmap_bits, 0);
-    if (std::count(bits.begin(), bits.end(), 1) < static_cast<std::ptrdiff_t>(row->bitmap_ones))
-        std::fill(bits.end() - static_cast<std::ptrdiff_t>(row->bitmap_ones), bits.end(),
+    if (std::count(bits.begin(), bits.end(), 1) < static_cast<std::ptrdiff_t>(row->bitmap_ones()))
+        std::fill(bits.end() - static_cast<std::ptrdiff_t>(row->bitmap_ones()), bits.end(),
                   static_cast<unsigned char>(1));
     m_bitmap_text = common_lib::lib_common_list_parse_t::bit_list_to_string(bits);
     return assign(m_bitmap, std::vector<int>(bits.begin(), bits.end()));

@@ -106,7 +106,7 @@ bool lib_nr_dl_phy_csirs_process_t::_get_fi_from_bitmap()
     for (unsigned int i = 0; i < m_bitmap.size(); ++i)
         if (m_bitmap[i] != 0)
             m_f.push_back(i);
-    m_f.resize(m_row->bitmap_ones);
+    m_f.resize(m_row->bitmap_ones());
     return true;
 }
 
@@ -120,10 +120,9 @@ void lib_nr_dl_phy_csirs_process_t::_get_ki()
 void lib_nr_dl_phy_csirs_process_t::_csirs_location_table_init()
 {
     m_places.clear();
-    for (unsigned int i = 0; i < m_row->pair_number; ++i) {
-        const lib_nr_csirs_pair_t& pair = m_row->pairs[i];
-        m_places.push_back({m_k[pair.k_index] + pair.k_shift, m_first_symbols[pair.l_index] + pair.l_shift});
-    }
+    for (const lib_nr_csirs_start_t& l : m_row->l)
+        for (const lib_nr_csirs_start_t& k : m_row->k)
+            m_places.push_back({m_k[k.index] + k.shift, m_first_symbols[l.index] + l.shift});
     const auto [first_density, second_density] = m_row->densities;
     m_row_density = m_density == second_density && second_density != 0.0 ? second_density : first_density;
     m_alpha = m_row->ports == 1 ? m_row_density : 2 * m_row_density;
