@@ -52,6 +52,7 @@ public:
         if (!m_report.empty())
             outputs.make_folder(m_report);
         lib_nr_phy_t engine;
+        engine.set_trace_file_enable(false); // it would lie outside the folders that the user named
         generate(waveform, engine);
         for (const std::string& line : silent_bursts(engine))
             trace.err << line << std::endl;

@@ -70,6 +70,10 @@ public:
     /// channel that fails leaves its frame silent and the run goes on; `get_first_failed_step` names it. An exception
     /// passes to the caller; the results are empty then, and the engine can be used on.
     bool nr_phy_process();
+    /// Whether each SRS that a run sends leaves the library's one trace file, "../srs_result.csv", as
+    /// `lib_nr_ul_phy_srs_process_t` tells; it does until a host says otherwise.
+    void set_trace_file_enable(bool enable) { m_has_trace_file = enable; }
+
     /// The first channel step that failed or threw in the last run or view; nothing where none did. `channel` is empty
     /// where a frame's modulation threw. Reset when the next run or view starts.
     const std::optional<lib_nr_channel_step_t>& get_first_failed_step() const { return m_first_failed_step; }
@@ -147,6 +151,7 @@ private:
     void _init_baseband_analysis_data();
 
     lib_nr_waveform_configure_manager_t m_waveform;
+    bool m_has_trace_file = true;
     lib_nr_dl_phy_ssb_process_t m_ssb_process;
     lib_nr_dl_phy_csirs_process_t m_csirs_process;
     lib_nr_dl_phy_prs_process_t m_prs_process;

@@ -244,7 +244,7 @@ private:
         for (const int slot : srs.get_slot_allocation())
             if (_is_srs_slot(srs, slot) && !visit(static_cast<unsigned int>(slot)))
                 return false;
-        if (m_mode == k_encode)
+        if (m_mode == k_encode && m_engine.m_has_trace_file)
             m_engine.m_srs_process.write_trace_file();
         return true;
     }

@@ -379,6 +379,11 @@ TEST_F(nrwave_program, generates_every_example_as_it_stands)
         ++examples;
     }
     EXPECT_GE(examples, 3u);
+    EXPECT_EQ(shell("mkdir in && cd in && nrwave generate --set 'carrier[0].carrier_type=LIB_NR_UPLINK' --set "
+                    "'carrier[0].ul_srs[0].enable=true' -o x")
+                  .status,
+              0);
+    EXPECT_FALSE(fs::exists(m_folder / "srs_result.csv")) << "the library's trace, a folder above";
 }
 
 TEST_F(nrwave_program, does_what_the_readme_says_on_a_clean_copy)
