@@ -2,6 +2,7 @@
 
 #include "config/cfg_nr_enum_name_maps.h"
 #include "host/nrwave_failure.h"
+#include "host/nrwave_record.h"
 #include "phy/lib_nr_resource_manager.h"
 
 #include <new>
@@ -16,6 +17,7 @@ namespace
 {
 
 constexpr std::uint64_t k_most_samples = std::uint64_t{1} << 31;
+constexpr const char* k_narrow = "the numerology does not fill the channel bandwidth";
 
 /// Where a run or view failed, and why where that is known.
 std::string failure_line(const lib_nr_phy_t& engine, const std::string& reason = {})
@@ -33,16 +35,6 @@ std::string failure_line(const lib_nr_phy_t& engine, const std::string& reason =
     return reason.empty() ? line : line + ": " + reason;
 }
 
-std::string conflict_line(const lib_nr_phy_t& engine)
-{
-    const auto& conflict = lib_nr_channel_resource_manager_t::get_inst().get_first_conflict();
-    if (!conflict)
-        return failure_line(engine);
-    return std::string("resource conflict: ") + owner_name(static_cast<std::uint8_t>(conflict->newcomer)) +
-           " claims a cell of " + owner_name(static_cast<std::uint8_t>(conflict->owner)) + ", symbol " +
-           std::to_string(conflict->symbol) + ", subcarrier " + std::to_string(conflict->subcarrier);
-}
-
 } // namespace
 
 void generate(cfg_nr_waveform_t& waveform, lib_nr_phy_t& engine)
@@ -53,9 +45,10 @@ void generate(cfg_nr_waveform_t& waveform, lib_nr_phy_t& engine)
     try {
         engine.waveform_config(waveform.get_waveform_manager());
         if (!engine.nr_phy_process())
-            throw failure_t(conflict_line(engine));
-        if (engine.get_first_failed_step())
-            throw failure_t(failure_line(engine));
+            throw failure_t(engine.get_record().conflicts.empty() ? failure_line(engine)
+                                                                  : text_of(engine.get_record().conflicts.front()));
+        if (const auto& step = engine.get_first_failed_step())
+            throw failure_t(failure_line(engine, step->channel.empty() ? k_narrow : ""));
     } catch (const failure_t&) {
         throw;
     } catch (const std::bad_alloc&) {

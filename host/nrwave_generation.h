@@ -9,8 +9,9 @@
 namespace nrwave
 {
 
-/// Runs an engine over a waveform. More than 2^31 samples, a failed allocation, an exception, a channel step that fails
-/// and a resource conflict are failures; they name channel, carrier and frame, or the conflict's first cell.
+/// Runs an engine over a waveform. More than 2^31 samples, a failed allocation, an exception, a channel step that
+/// fails, a frame that the modulator refuses and a resource conflict are failures; they name channel, carrier and
+/// frame, or who meets whom where.
 void generate(vek::nr_mod_lib::cfg_nr_waveform_t& waveform, vek::nr_mod_lib::lib_nr_phy_t& engine);
 
 /// The owners of one frame's cells, row by row: `owners[symbol * subcarriers + subcarrier]`.

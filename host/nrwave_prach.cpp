@@ -77,21 +77,4 @@ std::string picture_of(const prach_map_t& map)
     return plot.drawn();
 }
 
-std::vector<std::string> silent_bursts(const lib_nr_phy_t& engine)
-{
-    std::vector<std::string> lines;
-    for (const lib_nr_prach_sending_t& sending : engine.get_prach_sendings()) {
-        const std::string name =
-            "carrier[" + std::to_string(sending.carrier) + "].ul_prach[" + std::to_string(sending.burst) + "]: ";
-        const std::string stopper = sending.stopped_by ? "ul_prach[" + std::to_string(*sending.stopped_by) +
-                                                             "], which is disabled or not sent there"
-                                                       : "";
-        if (sending.frames == 0)
-            lines.push_back(name + "sent in no frame" + (stopper.empty() ? "" : ", stopped by " + stopper));
-        else if (!stopper.empty())
-            lines.push_back(name + "stopped in a frame by " + stopper);
-    }
-    return lines;
-}
-
 } // namespace nrwave

@@ -36,7 +36,4 @@ std::string csv_of(const prach_map_t& map);
 /// Time and frequency of the bursts as a PNG file's content.
 std::string picture_of(const prach_map_t& map);
 
-/// A line for each enabled burst that was sent in no frame, or kept out of one by a burst before it.
-std::vector<std::string> silent_bursts(const vek::nr_mod_lib::lib_nr_phy_t& engine);
-
 } // namespace nrwave

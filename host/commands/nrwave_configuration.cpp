@@ -21,16 +21,13 @@ void configuration_t::declare_steps(CLI::App& app)
                    "One step: PATH=VALUE, \"add PATH\", \"copy PATH[i]\", \"remove PATH[i]\", \"load FILE.xml\"")
         ->type_name("STEP")
         ->allow_extra_args(false);
-    app.add_flag("--strict", m_strict, "Fail where the library corrects a value");
+    app.add_flag("--strict", m_strict,
+                 "Fail where the library corrects a value, or a channel is not sent or not all of it");
 }
 
 inputs_t configuration_t::apply(vek::nr_mod_lib::cfg_nr_waveform_t& waveform, trace_t& trace) const
 {
-    stepper_t stepper(waveform, [&](const std::string& line) {
-        if (m_strict)
-            throw failure_t(line);
-        trace.err << one_line(line) << std::endl;
-    });
+    stepper_t stepper(waveform, [&](const std::string& line) { tell(line, trace); });
     if (m_file)
         stepper.load(*m_file);
     for (const std::string& recipe : m_recipes)
@@ -39,6 +36,13 @@ inputs_t configuration_t::apply(vek::nr_mod_lib::cfg_nr_waveform_t& waveform, tr
         stepper.apply(step);
     stepper.tell_resets();
     return stepper.inputs();
+}
+
+void configuration_t::tell(const std::string& line, trace_t& trace) const
+{
+    if (m_strict)
+        throw failure_t(line);
+    trace.err << one_line(line) << std::endl;
 }
 
 } // namespace nrwave

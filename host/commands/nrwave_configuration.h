@@ -23,9 +23,10 @@ public:
     /// A settings file that the command has found among its own words.
     void set_file(const std::string& file) { m_file = file; }
 
-    /// Configures a fresh waveform and gives the files read on the way. Corrections are told on standard error; under
-    /// --strict the first one is a failure.
+    /// Configures a fresh waveform, tells its corrections and gives the files read on the way.
     inputs_t apply(vek::nr_mod_lib::cfg_nr_waveform_t& waveform, trace_t& trace) const;
+    /// Tells a line on standard error that the user should know; under --strict it is a failure.
+    void tell(const std::string& line, trace_t& trace) const;
 
 private:
     std::optional<std::string> m_file;

@@ -3,7 +3,7 @@
 #include "host/nrwave_failure.h"
 #include "host/nrwave_generation.h"
 #include "host/nrwave_pictures.h"
-#include "host/nrwave_prach.h"
+#include "host/nrwave_record.h"
 #include "host/nrwave_samples.h"
 
 namespace nrwave
@@ -54,8 +54,8 @@ public:
         lib_nr_phy_t engine;
         engine.set_trace_file_enable(false); // it would lie outside the folders that the user named
         generate(waveform, engine);
-        for (const std::string& line : silent_bursts(engine))
-            trace.err << line << std::endl;
+        for (const std::string& line : shortfalls_of(engine.get_record()))
+            m_configuration.tell(line, trace);
         if (!m_report.empty())
             draw_report(waveform, engine, outputs, m_report);
         files.write(engine.get_baseband_signal_data(),

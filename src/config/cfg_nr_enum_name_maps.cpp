@@ -51,6 +51,18 @@ const enum_names_t<lib_nr_remap_mode_t> g_lib_nr_remap_mode_t_name_map = name_ma
     {LIB_NR_REMAPP_MODE_ENCODE_MAP, "LIB_NR_REMAPP_MODE_ENCODE_MAP"},
 });
 
+const enum_names_t<lib_nr_silence_t> g_lib_nr_silence_t_name_map = name_map<lib_nr_silence_t>({
+    {LIB_NR_SILENCE_NONE, "LIB_NR_SILENCE_NONE"},
+    {LIB_NR_SILENCE_SPACING, "LIB_NR_SILENCE_SPACING"},
+    {LIB_NR_SILENCE_PREFIX, "LIB_NR_SILENCE_PREFIX"},
+    {LIB_NR_SILENCE_SLOT, "LIB_NR_SILENCE_SLOT"},
+    {LIB_NR_SILENCE_STOPPED, "LIB_NR_SILENCE_STOPPED"},
+    {LIB_NR_SILENCE_RB, "LIB_NR_SILENCE_RB"},
+    {LIB_NR_SILENCE_PORT, "LIB_NR_SILENCE_PORT"},
+    {LIB_NR_SILENCE_TAKEN, "LIB_NR_SILENCE_TAKEN"},
+    {LIB_NR_SILENCE_GRID, "LIB_NR_SILENCE_GRID"},
+    {LIB_NR_SILENCE_FAILED, "LIB_NR_SILENCE_FAILED"},
+});
 const enum_names_t<lib_nr_channel_resource_mapping_type_t> g_lib_nr_channel_resource_mapping_type_t_name_map =
     name_map<lib_nr_channel_resource_mapping_type_t>({
         {LIB_NR_RESOURCE_MAPPING_EMPTY, "LIB_NR_RESOURCE_MAPPING_EMPTY"},

@@ -9,6 +9,7 @@
 #include "manager/lib_nr_dl_ssb_configure_manager.h"
 #include "manager/lib_nr_dl_tm_configure_manager.h"
 #include "manager/lib_nr_ul_srs_configure_manager.h"
+#include "phy/lib_nr_phy_record.h"
 #include "phy/lib_nr_resource_manager.h"
 #include "phy_common/lib_nr_csirs_type.h"
 #include "phy_common/lib_nr_duplex_type.h"
@@ -40,6 +41,7 @@ extern NR_MOD_LIB_EXPORT const enum_names_t<lib_nr_dl_dci_reg_bundle_size_t> g_l
 extern NR_MOD_LIB_EXPORT const enum_names_t<lib_nr_dl_dci_interleaver_size_t>
     g_lib_nr_dl_dci_interleaver_size_t_name_map;
 extern NR_MOD_LIB_EXPORT const enum_names_t<lib_nr_remap_mode_t> g_lib_nr_remap_mode_t_name_map;
+extern NR_MOD_LIB_EXPORT const enum_names_t<lib_nr_silence_t> g_lib_nr_silence_t_name_map;
 extern NR_MOD_LIB_EXPORT const enum_names_t<lib_nr_channel_resource_mapping_type_t>
     g_lib_nr_channel_resource_mapping_type_t_name_map;
 extern NR_MOD_LIB_EXPORT const enum_names_t<lib_nr_sch_ra_type_t> g_lib_nr_sch_ra_type_t_name_map;
@@ -138,6 +140,7 @@ inline const auto& enum_name_map(lib_nr_dl_dci_interleaver_size_t)
     return g_lib_nr_dl_dci_interleaver_size_t_name_map;
 }
 inline const auto& enum_name_map(lib_nr_remap_mode_t) { return g_lib_nr_remap_mode_t_name_map; }
+inline const auto& enum_name_map(lib_nr_silence_t) { return g_lib_nr_silence_t_name_map; }
 inline const auto& enum_name_map(lib_nr_channel_resource_mapping_type_t)
 {
     return g_lib_nr_channel_resource_mapping_type_t_name_map;

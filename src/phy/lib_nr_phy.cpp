@@ -54,7 +54,6 @@ void lib_nr_phy_t::_clear_data()
     m_waveform_ccdf_marker.clear();
     m_burst_ccdf_curve.clear();
     m_burst_ccdf_marker.clear();
-    m_prach_sendings.clear();
 }
 
 std::uint32_t lib_nr_phy_t::_get_sample_points() const
@@ -67,9 +66,12 @@ bool lib_nr_phy_t::nr_phy_process()
     m_first_failed_step.reset();
     m_step.reset();
     try {
-        return _generate();
+        const bool succeeded = _generate();
+        m_recorder.close(m_first_failed_step.has_value());
+        return succeeded;
     } catch (...) {
         _keep_first_failed_step();
+        m_recorder.close(true);
         _clear_data();
         throw;
     }
@@ -88,6 +90,8 @@ bool lib_nr_phy_t::_generate()
         return false;
     }
     _clear_data();
+    m_recorder.open();
+    grid().take_written();
     const std::uint32_t sample_points = _get_sample_points();
     // The first pair's buffer becomes the sum itself; it takes over the storage of the last result.
     signal_t sum = std::move(m_baseband_signal);
@@ -111,6 +115,7 @@ bool lib_nr_phy_t::_generate()
                 }
                 if (_map_frame(c, n, f, m_waveform) && grid().is_resource_mapping_conflict()) {
                     std::cout << "lib_nr_dl_phy_t::nr_phy_process Report : Resource Mapping Conflict!" << std::endl;
+                    _note_conflicts(c, n, f);
                     _clear_data();
                     return false;
                 }
@@ -197,8 +202,10 @@ bool lib_nr_phy_t::_fill_frame_data(unsigned int carrier, unsigned int numerolog
     m_head.clear();
     m_tail.clear();
     m_ofdm_modulator.deal_frame_ofdm_modulation(grid().get_payload_mapping(), m_main, m_head, m_tail);
-    if (m_main.empty())
-        return true; // no frame of that size: it stays silent
+    if (m_main.empty()) { // no frame of that size: it stays silent
+        _keep_first_failed_step();
+        return true;
+    }
 
     if (m_ofdm_modulator.get_actual_sample_rate() == m_waveform.get_waveform_sample_rate_hz())
         add_frame(m_main, m_head, m_waveform.get_frame_sample_points(), frame, buffer);

@@ -3,6 +3,8 @@
 #include "common/lib_test_peer.h"
 #include "common/nr_mod_lib_export.h"
 #include "manager/lib_nr_waveform_configure_manager.h"
+#include "phy/lib_nr_phy_record.h"
+#include "phy/lib_nr_phy_recorder.h"
 #include "phy_common/lib_nr_new_prach_ofdm_modulator.h"
 #include "phy_common/lib_nr_ofdm_modulator.h"
 #include "phy_dl/lib_nr_dl_phy_csirs_process.h"
@@ -36,16 +38,6 @@ struct lib_nr_channel_step_t
     std::optional<unsigned> slot;  ///< in the frame
 };
 
-/// What became of a PRACH burst in the last run.
-struct lib_nr_prach_sending_t
-{
-    unsigned int carrier = 0;
-    unsigned int burst = 0;
-    unsigned int frames = 0; ///< frames that it was sent in
-    /// The burst before it that kept it out of a frame, being disabled or not sent there; the first one that did.
-    std::optional<unsigned int> stopped_by;
-};
-
 /// The engine: walks the carriers, numerologies and frames of a waveform, lets every channel map its symbols, modulates
 /// each frame, applies the carriers' offsets, sums all into one circular buffer and finishes it.
 ///
@@ -66,8 +58,9 @@ public:
     bool waveform_init();
 
     /// Generates. True when the run reached its end, also for a silent waveform. False and a printed line without
-    /// carriers (results as before) and on a resource conflict (results empty; the grid tells its first cell). A
-    /// channel that fails leaves its frame silent and the run goes on; `get_first_failed_step` names it. An exception
+    /// carriers (results as before) and on a resource conflict (results empty; the record tells between whom). A
+    /// channel that fails leaves its frame silent and the run goes on, as does a numerology that does not fill its
+    /// channel bandwidth, whose frames the modulator refuses; `get_first_failed_step` names the first. An exception
     /// passes to the caller; the results are empty then, and the engine can be used on.
     bool nr_phy_process();
     /// Whether each SRS that a run sends leaves the library's one trace file, "../srs_result.csv", as
@@ -75,11 +68,12 @@ public:
     void set_trace_file_enable(bool enable) { m_has_trace_file = enable; }
 
     /// The first channel step that failed or threw in the last run or view; nothing where none did. `channel` is empty
-    /// where a frame's modulation threw. Reset when the next run or view starts.
+    /// where a frame's modulation threw or was refused. Reset when the next run or view starts.
     const std::optional<lib_nr_channel_step_t>& get_first_failed_step() const { return m_first_failed_step; }
 
-    /// The enabled PRACH bursts of the last run, by carrier and place in the list.
-    const std::vector<lib_nr_prach_sending_t>& get_prach_sendings() const { return m_prach_sendings; }
+    /// What the last run did with each enabled entry of its channels, as far as it came; and the conflicts that ended
+    /// it.
+    const lib_nr_phy_record_t& get_record() const { return m_recorder.get_record(); }
 
     /// Marks the allocation of one frame in the resource map of the grid, for viewing; the configuration must be the
     /// one that the engine was given. Indices count from 0, the numerology's is its place in the carrier's list. False
@@ -116,6 +110,7 @@ private:
                           const lib_nr_waveform_configure_manager_t& waveform);
     void _set_up_grid(const lib_nr_carrier_configure_manager_t& carrier, unsigned int numerology);
     bool _map_channels(unsigned int carrier, unsigned int numerology, unsigned int frame);
+    void _note_conflicts(unsigned int carrier, unsigned int numerology, unsigned int frame);
     bool _link_channels(unsigned int carrier, unsigned int numerology, unsigned int frame);
     void _keep_first_failed_step();
     template <class call_t>
@@ -130,7 +125,8 @@ private:
     bool _deal_prach_payload_mapping(unsigned int carrier, unsigned int numerology, unsigned int frame,
                                      unsigned int burst);
     bool _fill_prach_frame_data(unsigned int carrier, unsigned int numerology, unsigned int frame, signal_t& buffer);
-    void _note_prach_frame(unsigned int carrier, unsigned int bursts_sent, unsigned int bursts);
+    void _note_prach_pass(unsigned int carrier, unsigned int numerology);
+    std::int64_t _get_prach_shift(const lib_nr_ul_prach_configure_manager_t& prach) const;
     bool _nr_ul_prach_link_process(unsigned int carrier, unsigned int numerology, unsigned int burst);
     static void _set_prach_resource_param(const lib_nr_carrier_configure_manager_t& carrier, unsigned int numerology,
                                           const lib_nr_ul_prach_configure_manager_t& prach);
@@ -178,7 +174,7 @@ private:
     signal_t m_own_rate_signal;
     std::optional<lib_nr_channel_step_t> m_step; ///< that is running; the channel is empty between a frame's steps
     std::optional<lib_nr_channel_step_t> m_first_failed_step;
-    std::vector<lib_nr_prach_sending_t> m_prach_sendings;
+    lib_nr_phy_recorder_t m_recorder;
 
     /// Stands in for the calls of the channels' processes, which are bound by then; tests log the calls, and let some
     /// fail.

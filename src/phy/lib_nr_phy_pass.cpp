@@ -23,6 +23,9 @@ using carrier_t = lib_nr_carrier_configure_manager_t;
 constexpr lib_nr_remap_mode_t k_view = LIB_NR_REMAPP_MODE_UI_VIEW_MAP;
 constexpr lib_nr_remap_mode_t k_encode = LIB_NR_REMAPP_MODE_ENCODE_MAP;
 constexpr unsigned char k_both_half_frames = 255;
+constexpr std::string_view k_ssb = "SS/PBCH";
+
+lib_nr_channel_resource_manager_t& grid() { return lib_nr_channel_resource_manager_t::get_inst(); }
 
 /// Where an entry lies, which says its spacing and prefix: in the uplink or downlink BWP of its id.
 template <class entry_t>
@@ -30,11 +33,32 @@ const auto& place_of(const carrier_t& carrier, const entry_t& entry)
 {
     if constexpr (std::is_same_v<entry_t, lib_nr_dl_prs_configure_manager_t>)
         return entry;
-    else if constexpr (std::is_same_v<entry_t, lib_nr_ul_sch_configure_manager_t> ||
+    else if constexpr (std::is_same_v<entry_t, lib_nr_ul_pucch_configure_manager_t> ||
+                       std::is_same_v<entry_t, lib_nr_ul_sch_configure_manager_t> ||
                        std::is_same_v<entry_t, lib_nr_ul_srs_configure_manager_t>)
         return carrier.get_ul_bwp(entry.get_bwp_id());
     else
         return carrier.get_dl_bwp(entry.get_bwp_id());
+}
+
+/// A PRS is run for every slot, and has occasions of its own.
+template <class process_t>
+bool has_occasion(const process_t& process, unsigned int slot)
+{
+    if constexpr (std::is_same_v<process_t, lib_nr_dl_phy_prs_process_t>)
+        return process._is_exist_prs(slot);
+    else
+        return true;
+}
+
+/// Whether the slot that was encoded has the DMRS that it should have.
+template <class process_t>
+bool has_dmrs(const process_t& process)
+{
+    if constexpr (std::is_base_of_v<lib_nr_phy_sch_process_t, process_t>)
+        return process.has_dmrs();
+    else
+        return true;
 }
 
 /// The PUCCH process walks the list itself: brings the entry that it failed or threw at into the step at hand.
@@ -67,8 +91,8 @@ public:
           m_numerology(numerology),
           m_frame(frame),
           m_mode(mode),
-          m_slots_per_frame(lib_nr_phy_common_t::get_slot_in_frame(
-              m_configuration.get_numerology_manager(numerology).get_numerolgy()))
+          m_spacing(m_configuration.get_numerology_manager(numerology).get_numerolgy()),
+          m_slots_per_frame(lib_nr_phy_common_t::get_slot_in_frame(m_spacing))
     {}
 
     /// Marking runs all steps; false where one failed.
@@ -77,6 +101,8 @@ public:
         bool result = true;
         for (const channel_t& channel : _channels())
             result &= _run(channel);
+        for (const lib_nr_resource_cut_t& cut : grid().get_cuts())
+            m_engine.m_recorder.note_cut(_entry_of(cut.owner, cut.entry), cut.rbs, cut.rbs_outside);
         return result;
     }
 
@@ -92,10 +118,22 @@ public:
         return true;
     }
 
+    /// Notes the conflicts of the marks.
+    void note_conflicts()
+    {
+        const unsigned int slot_symbols = grid().get_mapped_symbol_number() / m_slots_per_frame;
+        for (const lib_nr_resource_conflict_t& conflict : grid().get_conflicts())
+            m_engine.m_recorder.note_conflict({_entry_of(conflict.owner, conflict.owner_entry),
+                                               _entry_of(conflict.newcomer, conflict.newcomer_entry), m_numerology,
+                                               m_frame, conflict.symbol / slot_symbols, conflict.symbol % slot_symbols,
+                                               conflict.subcarrier / k_subcarriers_per_rb, conflict.cells});
+    }
+
 private:
     struct channel_t
     {
         const char* name;
+        lib_nr_channel_resource_mapping_type_t owner; ///< of its cells in the grid
         const char* re_map; ///< names of the step in both modes, for the line that opens it; none where empty
         const char* link;
         bool (pass_t::*run)();
@@ -106,20 +144,22 @@ private:
     const std::vector<channel_t>& _channels() const
     {
         static const std::vector<channel_t> downlink = {
-            {"SS/PBCH", "_nr_dl_ssb_re_map", "_nr_dl_ssb_link_process", &pass_t::_ssb, "error!!!SSB process fail"},
-            {"CSI-RS", "_nr_dl_csirs_re_map", "_nr_dl_csirs_link_process", &pass_t::_csirs,
-             "error!!!CSIRS process fail"},
-            {"PRS", "_nr_dl_prs_re_map", "_nr_dl_prs_link_process", &pass_t::_prs, "error!!!PRS process fail"},
-            {"PDCCH", "_nr_dl_pdcch_re_map", "_nr_dl_pdcch_link_process", &pass_t::_pdcch,
-             "error!!!PDCCH process fail"},
-            {"PDSCH", "_nr_dl_pdsch_re_map", "_nr_dl_pdsch_link_process", &pass_t::_pdsch,
-             "error!!!PDSCH process fail"},
+            {"SS/PBCH", LIB_NR_RESOURCE_MAPPING_SSB, "_nr_dl_ssb_re_map", "_nr_dl_ssb_link_process", &pass_t::_ssb,
+             "error!!!SSB process fail"},
+            {"CSI-RS", LIB_NR_RESOURCE_MAPPING_CSIRS, "_nr_dl_csirs_re_map", "_nr_dl_csirs_link_process",
+             &pass_t::_csirs, "error!!!CSIRS process fail"},
+            {"PRS", LIB_NR_RESOURCE_MAPPING_PRS, "_nr_dl_prs_re_map", "_nr_dl_prs_link_process", &pass_t::_prs,
+             "error!!!PRS process fail"},
+            {"PDCCH", LIB_NR_RESOURCE_MAPPING_PDCCH, "_nr_dl_pdcch_re_map", "_nr_dl_pdcch_link_process",
+             &pass_t::_pdcch, "error!!!PDCCH process fail"},
+            {"PDSCH", LIB_NR_RESOURCE_MAPPING_PDSCH, "_nr_dl_pdsch_re_map", "_nr_dl_pdsch_link_process",
+             &pass_t::_pdsch, "error!!!PDSCH process fail"},
         };
         static const std::vector<channel_t> uplink = {
-            {"PUCCH", "", "", &pass_t::_pucch, ""},
-            {"PUSCH", "_nr_ul_pusch_re_map", "_nr_ul_pusch_link_process", &pass_t::_pusch,
-             "error!!!PUSCH process fail"},
-            {"SRS", "_nr_ul_srs_re_map", "_nr_ul_srs_link_process", &pass_t::_srs,
+            {"PUCCH", LIB_NR_RESOURCE_MAPPING_PUCCH, "", "", &pass_t::_pucch, ""},
+            {"PUSCH", LIB_NR_RESOURCE_MAPPING_PUSCH, "_nr_ul_pusch_re_map", "_nr_ul_pusch_link_process",
+             &pass_t::_pusch, "error!!!PUSCH process fail"},
+            {"SRS", LIB_NR_RESOURCE_MAPPING_SRS, "_nr_ul_srs_re_map", "_nr_ul_srs_link_process", &pass_t::_srs,
              "_deal_payload_mapping::_nr_ul_srs_link_process return  false!"},
         };
         static const std::vector<channel_t> none;
@@ -130,10 +170,12 @@ private:
     bool _run(const channel_t& channel)
     {
         m_engine.m_step = lib_nr_channel_step_t{channel.name, m_carrier, m_numerology, m_frame, {}, {}};
+        m_channel = channel.name;
         try {
             if (const char* step = m_mode == k_view ? channel.re_map : channel.link; *step != '\0')
                 print_step(step, m_carrier);
             const bool succeeded = (this->*channel.run)();
+            _note_written();
             if (!succeeded)
                 m_engine._keep_first_failed_step();
             m_engine.m_step = lib_nr_channel_step_t{{}, m_carrier, m_numerology, m_frame, {}, {}};
@@ -148,7 +190,54 @@ private:
     template <class call_t>
     bool _call(unsigned int entry, std::optional<unsigned int> slot, call_t call)
     {
-        return m_engine._call(entry, slot, m_mode, call) || m_mode == k_view;
+        const unsigned int place = m_channel == k_ssb ? 0 : entry;
+        grid().set_entry_at_work(place);
+        const std::size_t marks = grid().get_mark_number();
+        const bool succeeded = m_engine._call(entry, slot, m_mode, call);
+        if (grid().get_mark_number() != marks)
+            m_engine.m_recorder.note_marks(_entry(place));
+        return succeeded || m_mode == k_view;
+    }
+
+    template <class process_t, class call_t>
+    bool _run_slot(unsigned int entry, unsigned int slot, process_t& process, call_t call)
+    {
+        if (m_mode == k_encode && has_occasion(process, slot))
+            m_engine.m_recorder.note_call(_entry(entry));
+        const bool succeeded = _call(entry, slot, call);
+        if (m_mode == k_encode && !has_dmrs(process))
+            m_engine.m_recorder.note_missing_dmrs(_entry(entry));
+        return succeeded;
+    }
+
+    // The record
+
+    lib_nr_channel_entry_t _entry(unsigned int entry) const { return {m_channel, m_carrier, entry}; }
+
+    lib_nr_channel_entry_t _entry_of(lib_nr_channel_resource_mapping_type_t owner, unsigned int entry) const
+    {
+        for (const channel_t& channel : _channels())
+            if (channel.owner == owner)
+                return {channel.name, m_carrier, entry};
+        return {{}, m_carrier, entry};
+    }
+
+    void _note_written()
+    {
+        for (auto& [entry, written] : grid().take_written()) {
+            for (std::uint32_t& slot : written.slots)
+                slot += m_frame * m_slots_per_frame;
+            m_engine.m_recorder.note_written(_entry(entry), written.slots, written.cells, written.cells_outside);
+        }
+    }
+
+    /// Whether the pass is that of an enabled entry.
+    template <class place_t>
+    bool _is_pass_of(unsigned int entry, const place_t& place)
+    {
+        const bool is_own = grid().is_pass_of(place.get_numerology(), place.get_cp_type());
+        m_engine.m_recorder.note_pass(_entry(entry), place.get_numerology() == m_spacing, is_own);
+        return is_own;
     }
 
     // The walk through a list
@@ -163,9 +252,7 @@ private:
     {
         for (unsigned int i = 0; i < number; ++i) {
             const entry_t& entry = (m_configuration.*list)(i);
-            const auto& place = place_of(m_configuration, entry);
-            if (!entry.get_enable() ||
-                !lib_nr_channel_resource_manager_t::get_inst().is_pass_of(place.get_numerology(), place.get_cp_type()))
+            if (!entry.get_enable() || !_is_pass_of(i, place_of(m_configuration, entry)))
                 continue;
             bind(i);
             if (!_visit_slots(entry, [&](unsigned int slot) { return call(i, slot); }))
@@ -180,7 +267,7 @@ private:
         return _walk(
             number, list, [&](unsigned int i) { _bind(process, i); },
             [&](unsigned int i, unsigned int slot) {
-                return _call(i, slot, [&] {
+                return _run_slot(i, slot, process, [&] {
                     return m_mode == k_view ? (process.*view)(slot, m_mode) : (process.*encode)(slot);
                 });
             });
@@ -279,6 +366,8 @@ private:
                       << std::endl;
             return true;
         }
+        const bool is_own = ssb.get_numerology() == m_spacing;
+        m_engine.m_recorder.note_pass(_entry(0), is_own, is_own);
         const unsigned char half_frame = ssb.get_half_frame_idx();
         return half_frame == k_both_half_frames ? _half_frame(ssb, 0) && _half_frame(ssb, 1)
                                                 : _half_frame(ssb, half_frame);
@@ -294,6 +383,7 @@ private:
                 std::cout << "lib_nr_dl_phy_t::_nr_dl_ssb_link_process: ssb slot active idx error." << std::endl;
                 return false;
             }
+            m_engine.m_recorder.note_call(_entry(0));
             if (!_call(index, std::nullopt, [&] {
                     return m_mode == k_view ? process._dl_phy_ssb_remap(index, m_mode)
                                             : process.ssb_encode_process(index);
@@ -360,7 +450,7 @@ private:
                 _bind(process, channel);
             bound = channel;
             process.set_pn_seed(seed);
-            if (!_call(channel, slot, [&, slot = slot] { return process.sch_encode_process(slot); }))
+            if (!_run_slot(channel, slot, process, [&, slot = slot] { return process.sch_encode_process(slot); }))
                 return false;
             seed = process.get_pn_seed();
         }
@@ -370,6 +460,11 @@ private:
     bool _pucch()
     {
         lib_nr_ul_phy_pucch_process_t& process = m_engine.m_pucch_process;
+        for (unsigned int i = 0; i < m_configuration.get_ul_pucch_number(); ++i)
+            if (const auto& pucch = m_configuration.get_ul_pucch(i); pucch.get_enable() &&
+                                                                     _is_pass_of(i, place_of(m_configuration, pucch)) &&
+                                                                     !pucch.get_allocated_slots().empty())
+                m_engine.m_recorder.note_call(_entry(i));
         const failed_entry_note_t note(process, *m_engine.m_step);
         return m_mode == k_view ? process.deal_ul_pucch_resource_mapping(m_engine.m_waveform, m_carrier, m_numerology)
                                 : process.deal_ul_pucch_link_process(m_engine.m_waveform, m_carrier, m_numerology);
@@ -402,12 +497,19 @@ private:
     unsigned int m_numerology;
     unsigned int m_frame;
     lib_nr_remap_mode_t m_mode;
+    lib_nr_numerology_type_t m_spacing;
     unsigned int m_slots_per_frame;
+    std::string_view m_channel; ///< whose step runs
 };
 
 bool lib_nr_phy_t::_map_channels(unsigned int carrier, unsigned int numerology, unsigned int frame)
 {
     return pass_t(*this, carrier, numerology, frame, k_view).map();
+}
+
+void lib_nr_phy_t::_note_conflicts(unsigned int carrier, unsigned int numerology, unsigned int frame)
+{
+    pass_t(*this, carrier, numerology, frame, k_view).note_conflicts();
 }
 
 bool lib_nr_phy_t::_link_channels(unsigned int carrier, unsigned int numerology, unsigned int frame)

@@ -4,6 +4,7 @@
 #include "phy_common/lib_nr_phy_common.h"
 
 #include <algorithm>
+#include <cmath>
 
 // The road of its own that a PRACH carrier takes through the engine: bursts instead of slots.
 
@@ -21,6 +22,13 @@ lib_nr_prach_resource_manager_t& prach_grid() { return lib_nr_prach_resource_man
 bool is_prach_pass(const lib_nr_carrier_configure_manager_t& carrier, unsigned int numerology)
 {
     return carrier.get_ul_bwp(0).get_numerology() == carrier.get_numerology_manager(numerology).get_numerolgy();
+}
+
+/// The time offset of a burst. Whole seconds are whole frames, and taken out exactly; minus infinity counts as none.
+double get_time_offset_s(const lib_nr_ul_prach_configure_manager_t& prach)
+{
+    const double offset = prach.get_timeoffset();
+    return std::isfinite(offset) ? std::fmod(offset, 1.0) : 0.0;
 }
 
 /// The frame gate of a burst.
@@ -126,6 +134,7 @@ bool lib_nr_phy_t::_fill_prach_frame_data(unsigned int carrier, unsigned int num
     const std::uint64_t begin = std::min<std::uint64_t>(frame * frame_points, buffer.size());
     const lib_nr_carrier_configure_manager_t& configuration = m_waveform.get_carrier(carrier);
     const unsigned int bursts = is_prach_pass(configuration, numerology) ? configuration.get_ul_prach_number() : 0;
+    _note_prach_pass(carrier, numerology);
     unsigned int sent = 0;
     for (; sent < bursts; ++sent) {
         _update_prach_ofdm_config(configuration, numerology);
@@ -134,31 +143,31 @@ bool lib_nr_phy_t::_fill_prach_frame_data(unsigned int carrier, unsigned int num
             break;
         }
         m_prach_ofdm_modulator.set_prach_ofdm_info(prach_grid().get_prach_ofdm_info());
-        m_prach_ofdm_modulator.add_frame(
-            prach_grid().get_prach_payload_mapping(),
-            samples_of(m_waveform.get_waveform_sample_rate_hz(), configuration.get_ul_prach(sent).get_timeoffset()),
-            frame_points, buffer.data() + begin, buffer.size() - begin);
+        m_prach_ofdm_modulator.add_frame(prach_grid().get_prach_payload_mapping(),
+                                         _get_prach_shift(configuration.get_ul_prach(sent)), frame_points,
+                                         buffer.data() + begin, buffer.size() - begin);
+        const auto [cells, cells_outside] = prach_grid().get_written();
+        m_recorder.note_written({k_prach, carrier, sent}, {frame}, cells, cells_outside);
     }
-    _note_prach_frame(carrier, sent, bursts);
+    for (unsigned int stopped = sent + 1; stopped < bursts; ++stopped)
+        m_recorder.note_stop({k_prach, carrier, stopped}, sent);
     return sent == bursts;
 }
 
-/// The first bursts of a frame were sent, then one was not and stopped those behind it.
-void lib_nr_phy_t::_note_prach_frame(unsigned int carrier, unsigned int bursts_sent, unsigned int bursts)
+/// Samples that a burst is turned round within its frame.
+std::int64_t lib_nr_phy_t::_get_prach_shift(const lib_nr_ul_prach_configure_manager_t& prach) const
 {
-    for (unsigned int b = 0; b < bursts; ++b) {
-        if (!m_waveform.get_carrier(carrier).get_ul_prach(b).get_enable())
-            continue;
-        auto known = std::find_if(m_prach_sendings.begin(), m_prach_sendings.end(), [&](const auto& sending) {
-            return sending.carrier == carrier && sending.burst == b;
-        });
-        if (known == m_prach_sendings.end())
-            known = m_prach_sendings.insert(known, lib_nr_prach_sending_t{carrier, b, 0, {}});
-        if (b < bursts_sent)
-            ++known->frames;
-        else if (b > bursts_sent && !known->stopped_by)
-            known->stopped_by = bursts_sent;
-    }
+    return std::llround(get_time_offset_s(prach) * m_waveform.get_waveform_sample_rate_hz());
+}
+
+/// All bursts stand in uplink BWP 0.
+void lib_nr_phy_t::_note_prach_pass(unsigned int carrier, unsigned int numerology)
+{
+    const lib_nr_carrier_configure_manager_t& configuration = m_waveform.get_carrier(carrier);
+    const bool is_own = is_prach_pass(configuration, numerology);
+    for (unsigned int b = 0; b < configuration.get_ul_prach_number(); ++b)
+        if (configuration.get_ul_prach(b).get_enable())
+            m_recorder.note_pass({k_prach, carrier, b}, is_own, is_own);
 }
 
 void lib_nr_phy_t::_set_prach_resource_param(const lib_nr_carrier_configure_manager_t& carrier, unsigned int numerology,
@@ -172,7 +181,7 @@ void lib_nr_phy_t::_set_prach_resource_param(const lib_nr_carrier_configure_mana
     param.row_number = lib_nr_phy_common_t::get_symbol_size(param.format);
     param.ratio = static_cast<double>(lib_nr_phy_common_t::get_scs_hz_value(param.numerology)) /
                   static_cast<double>(prach.get_prach_scs());
-    param.time_offset_ms = prach.get_timeoffset() * 1000.0;
+    param.time_offset_ms = get_time_offset_s(prach) * 1000.0;
     prach_grid().set_resource_param(param);
 }
 

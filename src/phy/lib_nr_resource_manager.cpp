@@ -27,20 +27,6 @@ void print_subcarrier_error()
               << std::endl;
 }
 
-/// The owners that a channel leaves where they are, and goes without a conflict; none is
-/// `LIB_NR_RESOURCE_MAPPING_EMPTY`.
-std::array<std::uint8_t, 2> get_respected_owners(lib_nr_channel_resource_mapping_type_t type)
-{
-    switch (type) {
-    case LIB_NR_RESOURCE_MAPPING_PDSCH:
-        return {LIB_NR_RESOURCE_MAPPING_SSB, LIB_NR_RESOURCE_MAPPING_CSIRS};
-    case LIB_NR_RESOURCE_MAPPING_PUCCH:
-        return {LIB_NR_RESOURCE_MAPPING_PUCCH, LIB_NR_RESOURCE_MAPPING_PUCCH};
-    default:
-        return {LIB_NR_RESOURCE_MAPPING_EMPTY, LIB_NR_RESOURCE_MAPPING_EMPTY};
-    }
-}
-
 lib_nr_clipped_run_t clip_to(const lib_nr_resource_run_t& run, std::size_t symbol_number, std::size_t subcarrier_number)
 {
     lib_nr_clipped_run_t part{run, 0};
@@ -76,7 +62,7 @@ lib_nr_channel_resource_manager_t& lib_nr_channel_resource_manager_t::get_inst()
     return instance;
 }
 
-lib_nr_channel_resource_manager_t::lib_nr_channel_resource_manager_t() = default;
+lib_nr_channel_resource_manager_t::lib_nr_channel_resource_manager_t() { set_entry_at_work(0); }
 
 void lib_nr_channel_resource_manager_t::set_numerology(lib_nr_numerology_type_t numerology)
 {
@@ -110,7 +96,7 @@ void lib_nr_channel_resource_manager_t::init_resource_mapping()
     m_mapped_symbol_number = m_symbol_number;
     m_mapped_subcarrier_number = m_subcarrier_number;
     m_conflict_number = 0;
-    m_first_conflict.reset();
+    m_marks.clear();
     m_resource_mapping.clear();
     m_is_view_built = false;
 }
@@ -121,7 +107,7 @@ void lib_nr_channel_resource_manager_t::init_payload_mapping()
     m_payload_mapping.resize(m_symbol_number);
     for (auto& row : m_payload_mapping)
         row.assign(m_subcarrier_number, {});
-    m_written_cells = {};
+    m_slot_symbol_number = lib_nr_phy_common_t::get_symbol_number_in_slot(m_numerology, m_cyclic_prefix_type);
 }
 
 void lib_nr_channel_resource_manager_t::_update_parameter()
@@ -220,23 +206,30 @@ bool lib_nr_channel_resource_manager_t::deal_resource_mapping(
     std::uint8_t* const cells = m_cells.data();
     const bool is_plain = !m_is_view_built && type != LIB_NR_RESOURCE_MAPPING_CONFLICT;
     bool is_free = true;
-    for (const auto& [symbol, subcarrier] : elements) {
-        if (symbol >= symbol_number) {
-            print_symbol_in_frame_error();
-            return false;
-        }
-        if (subcarrier >= subcarrier_number) {
-            print_subcarrier_error();
-            return false;
-        }
+    lib_nr_resource_run_t marked; // neighbours are kept as one mark
+    std::size_t i = 0;
+    for (; i < elements.size(); ++i) {
+        const auto [symbol, subcarrier] = elements[i];
+        if (symbol >= symbol_number || subcarrier >= subcarrier_number)
+            break;
         _check_mapped(symbol, subcarrier);
+        if (symbol != marked.symbol || subcarrier != marked.first_subcarrier + static_cast<std::int64_t>(marked.count))
+        {
+            m_marks.add(type, m_entry_at_work, marked);
+            marked = {symbol, subcarrier, 0};
+        }
+        ++marked.count;
         std::uint8_t& cell = cells[symbol * row_length + subcarrier];
         if (is_plain && cell == LIB_NR_RESOURCE_MAPPING_EMPTY)
             cell = static_cast<std::uint8_t>(type);
         else
             is_free &= _mark_cell(symbol, subcarrier, type, cell);
     }
-    return is_free;
+    m_marks.add(type, m_entry_at_work, marked);
+    if (i == elements.size())
+        return is_free;
+    elements[i].symbol >= symbol_number ? print_symbol_in_frame_error() : print_subcarrier_error();
+    return false;
 }
 
 bool lib_nr_channel_resource_manager_t::is_resource_mapping_conflict() const
@@ -266,21 +259,6 @@ bool lib_nr_channel_resource_manager_t::_is_crb_range_valid(std::uint32_t start,
     return false;
 }
 
-/// True when no conflict arises.
-bool lib_nr_channel_resource_manager_t::_deal_channel_conflict(lib_nr_channel_resource_mapping_type_t type,
-                                                               std::uint8_t& cell)
-{
-    if (cell == LIB_NR_RESOURCE_MAPPING_EMPTY) {
-        cell = static_cast<std::uint8_t>(type);
-        return true;
-    }
-    const auto [first, second] = get_respected_owners(type);
-    if (cell == first || cell == second)
-        return true;
-    cell = LIB_NR_RESOURCE_MAPPING_CONFLICT;
-    return false;
-}
-
 bool lib_nr_channel_resource_manager_t::_mark_row(std::uint32_t symbol, std::uint64_t first, std::uint64_t last,
                                                   lib_nr_channel_resource_mapping_type_t type)
 {
@@ -296,6 +274,7 @@ template <class step_t>
 bool lib_nr_channel_resource_manager_t::_mark_cells(const lib_nr_resource_run_t& inside, step_t step,
                                                     lib_nr_channel_resource_mapping_type_t type)
 {
+    m_marks.add(type, m_entry_at_work, inside);
     std::uint8_t* const cells = m_cells.data() + static_cast<std::size_t>(inside.symbol) * m_mapped_subcarrier_number +
                                 static_cast<std::size_t>(inside.first_subcarrier);
     const std::size_t count = inside.count;
@@ -337,9 +316,11 @@ bool lib_nr_channel_resource_manager_t::mark_runs(const std::vector<lib_nr_resou
     bool is_inside = true;
     for (const lib_nr_resource_run_t& run : runs) {
         const lib_nr_resource_run_t inside = clip(run).run;
-        if (inside.count != run.count && is_inside) {
+        if (inside.count != run.count) {
+            m_marks.add_cut(type, m_entry_at_work, run);
+            if (is_inside)
+                run.symbol >= m_mapped_symbol_number ? print_symbol_in_frame_error() : print_subcarrier_error();
             is_inside = false;
-            run.symbol >= m_mapped_symbol_number ? print_symbol_in_frame_error() : print_subcarrier_error();
         }
         if (inside.count != 0)
             is_free &= run.step <= 1 ? _mark_cells(inside, std::integral_constant<std::size_t, 1>(), type)
@@ -388,9 +369,10 @@ lib_nr_cell_count_t lib_nr_channel_resource_manager_t::_store_run(const lib_nr_r
     const std::size_t width = run.symbol < payload.size() ? payload[run.symbol].size() : 0;
     const lib_nr_clipped_run_t part = clip_to(run, payload.size(), width);
     const lib_nr_cell_count_t stored = split_cells(run, part);
-    m_written_cells += stored;
+    m_written_at_work->cells_outside += stored.outside;
     if (part.run.count == 0)
         return stored;
+    note_written(run.symbol, part.run.count);
     std::complex<double>* const cells =
         payload[run.symbol].data() + static_cast<std::size_t>(part.run.first_subcarrier);
     values += part.left_out_ahead;
@@ -431,18 +413,52 @@ bool lib_nr_channel_resource_manager_t::_mark_cell(std::uint32_t symbol, std::ui
                                                    lib_nr_channel_resource_mapping_type_t type, std::uint8_t& cell)
 {
     const std::uint8_t before = cell;
-    const bool is_free = _deal_channel_conflict(type, cell);
+    const bool is_free = claim_cell(type, cell);
     if (cell == before)
         return is_free;
-    if (cell == LIB_NR_RESOURCE_MAPPING_CONFLICT) {
+    if (cell == LIB_NR_RESOURCE_MAPPING_CONFLICT)
         ++m_conflict_number;
-        if (!m_first_conflict)
-            m_first_conflict = lib_nr_resource_conflict_t{
-                symbol, subcarrier, static_cast<lib_nr_channel_resource_mapping_type_t>(before), type};
-    }
     if (m_is_view_built)
         m_resource_mapping.at(symbol).at(subcarrier) = static_cast<lib_nr_channel_resource_mapping_type_t>(cell);
     return is_free;
+}
+
+void lib_nr_channel_resource_manager_t::set_entry_at_work(std::uint32_t entry)
+{
+    m_entry_at_work = entry;
+    m_written_at_work = &m_written[entry];
+    m_slot_end = 0;
+}
+
+std::vector<lib_nr_resource_conflict_t> lib_nr_channel_resource_manager_t::get_conflicts() const
+{
+    return m_marks.get_conflicts(m_mapped_symbol_number, m_mapped_subcarrier_number);
+}
+
+std::vector<lib_nr_resource_cut_t> lib_nr_channel_resource_manager_t::get_cuts() const
+{
+    return m_marks.get_cuts(m_mapped_symbol_number, m_mapped_subcarrier_number);
+}
+
+std::map<std::uint32_t, lib_nr_resource_written_t> lib_nr_channel_resource_manager_t::take_written()
+{
+    std::map<std::uint32_t, lib_nr_resource_written_t> written;
+    written.swap(m_written);
+    set_entry_at_work(m_entry_at_work);
+    return written;
+}
+
+/// A slot counts once for what is written to it in a row.
+void lib_nr_channel_resource_manager_t::note_written(std::uint32_t symbol, std::uint32_t cells)
+{
+    m_written_at_work->cells += cells;
+    if (symbol < m_slot_end && symbol >= m_slot_end - m_slot_symbol_number)
+        return;
+    const std::uint32_t slot = symbol / m_slot_symbol_number;
+    m_slot_end = (slot + 1) * m_slot_symbol_number;
+    std::vector<std::uint32_t>& slots = m_written_at_work->slots;
+    if (slots.empty() || slots.back() != slot)
+        slots.push_back(slot);
 }
 
 /// Parameters set after the last initialisation pass the range checks before the map has their cells.

@@ -1,14 +1,14 @@
 #pragma once
 
 #include "common/nr_mod_lib_export.h"
+#include "phy/lib_nr_resource_marks.h"
+#include "phy/lib_nr_resource_type.h"
 #include "phy_common/lib_nr_numerology_type.h"
 
 #include <complex>
 #include <cstddef>
 #include <cstdint>
 #include <map>
-#include <optional>
-#include <utility>
 #include <vector>
 
 namespace vek::nr_mod_lib
@@ -19,21 +19,6 @@ enum lib_nr_remap_mode_t : std::uint32_t
 {
     LIB_NR_REMAPP_MODE_UI_VIEW_MAP = 0,
     LIB_NR_REMAPP_MODE_ENCODE_MAP = 1,
-};
-
-/// Owner of a cell of the resource map.
-enum lib_nr_channel_resource_mapping_type_t : std::uint32_t
-{
-    LIB_NR_RESOURCE_MAPPING_EMPTY = 0,
-    LIB_NR_RESOURCE_MAPPING_SSB = 1, ///< PSS, SSS, PBCH and its DMRS
-    LIB_NR_RESOURCE_MAPPING_PDCCH = 2,
-    LIB_NR_RESOURCE_MAPPING_CSIRS = 3,
-    LIB_NR_RESOURCE_MAPPING_PDSCH = 4,
-    LIB_NR_RESOURCE_MAPPING_PRS = 5,
-    LIB_NR_RESOURCE_MAPPING_PUCCH = 6,
-    LIB_NR_RESOURCE_MAPPING_PUSCH = 7,
-    LIB_NR_RESOURCE_MAPPING_SRS = 8,
-    LIB_NR_RESOURCE_MAPPING_CONFLICT = 9, ///< two channels claim the cell
 };
 
 /// A rectangle of resource blocks, its symbols counted from the start of the frame.
@@ -62,20 +47,12 @@ struct lib_nr_resource_element_index_t
     std::uint16_t subcarrier = 0;
 };
 
-/// Equally spaced cells of one symbol, the lowest first. A run may reach past the grid: what lies outside is left out.
-struct lib_nr_resource_run_t
+/// What an entry of a channel wrote into the payload map.
+struct lib_nr_resource_written_t
 {
-    std::uint32_t symbol = 0; ///< in the frame
-    std::int32_t first_subcarrier = 0;
-    std::uint32_t count = 0;
-    std::uint32_t step = 1; ///< in subcarriers; 0 counts as 1
-};
-
-/// The part of a run that lies in the grid; `run.count` is 0 where none does.
-struct lib_nr_clipped_run_t
-{
-    lib_nr_resource_run_t run;
-    std::uint32_t left_out_ahead = 0; ///< cells below the grid: the part's first cell is the run's cell of this index
+    std::uint64_t cells = 0;
+    std::uint64_t cells_outside = 0;  ///< that lay outside the map and were left out
+    std::vector<std::uint32_t> slots; ///< of the frame, in which cells were written, in that order
 };
 
 /// Cells of runs, by what became of them.
@@ -91,15 +68,6 @@ struct lib_nr_cell_count_t
         outside += other.outside;
         return *this;
     }
-};
-
-/// The first cell of a frame that two channels claimed.
-struct lib_nr_resource_conflict_t
-{
-    std::uint32_t symbol = 0; ///< in the frame
-    std::uint32_t subcarrier = 0;
-    lib_nr_channel_resource_mapping_type_t owner = LIB_NR_RESOURCE_MAPPING_EMPTY;    ///< who had the cell
-    lib_nr_channel_resource_mapping_type_t newcomer = LIB_NR_RESOURCE_MAPPING_EMPTY; ///< who claimed it too
 };
 
 /// The grid of one frame of one numerology: which channel owns each resource element (resource map), and the symbols
@@ -186,17 +154,27 @@ public:
     lib_nr_cell_count_t add_stream(const std::vector<lib_nr_resource_run_t>& runs,
                                    const std::vector<std::complex<double>>& values, double amplitude,
                                    payload_map_t& payload);
-    /// The cells that were written or added since the last call or initialisation of the payload map, and those that
-    /// the map had no room for.
-    lib_nr_cell_count_t take_written_cells() { return std::exchange(m_written_cells, {}); }
     /// Whether a channel of this spacing and prefix belongs into the grid as it is set: both have the same spacing and
     /// as many symbols in a slot.
     bool is_pass_of(lib_nr_numerology_type_t numerology, lib_nr_cyclic_prefix_type_t cp_type) const;
 
     /// Whether any cell is a conflict; false and a printed line where the map has no symbols.
     bool is_resource_mapping_conflict() const;
-    /// Where the first conflict since the last initialisation arose and between whom; nothing without a conflict.
-    const std::optional<lib_nr_resource_conflict_t>& get_first_conflict() const { return m_first_conflict; }
+
+    // Who marks and writes is told beforehand, by the place of the entry in its channel's list.
+
+    void set_entry_at_work(std::uint32_t entry);
+    /// The conflicts since the last initialisation, of each pair of entries, in the order in which they arose; the
+    /// marks are gone through again for it.
+    std::vector<lib_nr_resource_conflict_t> get_conflicts() const;
+    /// The entries that lost marks at the grid's edges since the last initialisation.
+    std::vector<lib_nr_resource_cut_t> get_cuts() const;
+    /// Runs marked since the last initialisation.
+    std::size_t get_mark_number() const { return m_marks.get_number(); }
+    /// Counts cells of a symbol of the frame that the entry at work has written by hand; runs count by themselves.
+    void note_written(std::uint32_t symbol, std::uint32_t cells);
+    /// What was written since the last call, by entry.
+    std::map<std::uint32_t, lib_nr_resource_written_t> take_written();
 
 private:
     lib_nr_channel_resource_manager_t();
@@ -206,7 +184,6 @@ private:
     void _build_view() const;
     bool _is_symbol_range_valid(std::uint32_t start, std::uint32_t count, std::uint32_t limit) const;
     bool _is_crb_range_valid(std::uint32_t start, std::uint32_t count) const;
-    static bool _deal_channel_conflict(lib_nr_channel_resource_mapping_type_t type, std::uint8_t& cell);
     bool _mark_row(std::uint32_t symbol, std::uint64_t first, std::uint64_t last,
                    lib_nr_channel_resource_mapping_type_t type);
     template <class step_t>
@@ -229,14 +206,19 @@ private:
     std::uint32_t m_rb_number = 0;
     std::uint32_t m_subcarrier_number = 0;
     payload_map_t m_payload_mapping;
-    lib_nr_cell_count_t m_written_cells;
 
     // The resource map as it was last initialised, one byte per cell, symbol by symbol.
     std::uint32_t m_mapped_symbol_number = 140;
     std::uint32_t m_mapped_subcarrier_number = 0;
     std::vector<std::uint8_t> m_cells;
     std::size_t m_conflict_number = 0;
-    std::optional<lib_nr_resource_conflict_t> m_first_conflict;
+    lib_nr_resource_marks_t m_marks;
+
+    std::uint32_t m_entry_at_work = 0;
+    std::map<std::uint32_t, lib_nr_resource_written_t> m_written;
+    lib_nr_resource_written_t* m_written_at_work = nullptr; ///< in `m_written`
+    std::uint32_t m_slot_symbol_number = 14;
+    std::uint32_t m_slot_end = 0; ///< of the slot that was written to last, 0 for none
 
     // The same as a map of maps, once somebody asked for it.
     mutable resource_map_t m_resource_mapping;

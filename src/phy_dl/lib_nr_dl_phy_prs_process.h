@@ -27,9 +27,10 @@ public:
     /// Marks or writes a slot of the frame; slots past the frame do nothing. False and a printed line for a mode that
     /// is none.
     bool dl_phy_prs_remap(unsigned int slot, lib_nr_remap_mode_t mode);
+    /// Whether a slot has an occasion of the resource.
+    bool _is_exist_prs(unsigned int slot) const;
 
 private:
-    bool _is_exist_prs(unsigned int slot) const;
     std::vector<unsigned int> _symbols_without_ssb(unsigned int slot) const;
     void _phy_prs_view_re_map(unsigned int slot);
     void _phy_prs_encode_re_map(unsigned int slot);

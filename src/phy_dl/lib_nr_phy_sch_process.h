@@ -76,6 +76,8 @@ public:
     double get_target_code_rate() const { return m_target_code_rate; }
     lib_nr_modulation_type_t get_modulation() const { return m_modulation; }
     double get_dmrs_power() const { return m_dmrs_power; }
+    /// Whether the last slot that was generated has symbols for DMRS.
+    bool has_dmrs() const { return !m_dmrs_symbols.empty(); }
 
     // The settings one by one, within the limits that the managers keep to; stored as they are, but for a value that is
     // none of its enumeration's, which counts as the first where nothing else is told. An identity is the one in use.

@@ -111,13 +111,17 @@ void lib_nr_ul_phy_prach_process_t::_nr_ul_phy_prach_encode_map()
         common_t::get_prach_first_row(m_preamble.format, m_configuration_table, m_configuration_idx, m_n_RA_t);
     const std::size_t row_number =
         common_t::get_num_ofdm_symbols(m_preamble.format, m_configuration_table, m_configuration_idx);
-    const std::int64_t first_column = _get_first_column();
-    for (std::size_t row = first_row; row < std::min(first_row + row_number, rows.size()); ++row)
-        for (std::size_t i = 0; i < m_sequence.size(); ++i) {
-            const std::size_t column = static_cast<std::size_t>(first_column) + i;
-            if (column < rows[row].size())
-                rows[row][column] = amplitude * m_sequence[i];
-        }
+    const auto first_column = static_cast<std::size_t>(_get_first_column());
+    prach_written_t written;
+    for (std::size_t row = first_row; row < std::min(first_row + row_number, rows.size()); ++row) {
+        const std::size_t room = rows[row].size() - std::min(rows[row].size(), first_column);
+        const std::size_t inside = std::min(room, m_sequence.size());
+        for (std::size_t i = 0; i < inside; ++i)
+            rows[row][first_column + i] = amplitude * m_sequence[i];
+        written.cells += inside;
+        written.cells_outside += m_sequence.size() - inside;
+    }
+    grid().set_written(written);
     _get_prach_general_ofdm_info(grid().get_prach_ofdm_info());
 }
 

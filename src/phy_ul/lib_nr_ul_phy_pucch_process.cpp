@@ -60,6 +60,7 @@ bool lib_nr_ul_phy_pucch_process_t::_run(const lib_nr_carrier_configure_manager_
     const std::optional<unsigned int> failed_before = m_failed_entry;
     m_failed_entry = failed_before.value_or(pucch_index);
     _set_pucch(carrier, pucch_index);
+    grid().set_entry_at_work(pucch_index);
     const bool succeeded = !_is_sent_in_pass(numerology) || call();
     if (succeeded)
         m_failed_entry = failed_before;

@@ -360,9 +360,47 @@ TEST_F(nrwave_program, maps_prach_bursts_and_tells_of_those_that_are_not_sent)
     const run_t generated = run("generate " + prach + "-o x");
     EXPECT_EQ(generated.status, 0);
     EXPECT_EQ(generated.err,
-              "carrier[0].ul_prach[0]: sent in no frame\n"
-              "carrier[0].ul_prach[1]: sent in no frame, stopped by ul_prach[0], which is disabled or not "
+              "carrier[0].ul_prach[0]: sent in no frame: its period, offset and place in the frame put it into none\n"
+              "carrier[0].ul_prach[1]: sent in no frame: stopped by ul_prach[0], which is disabled or not "
               "sent there\n");
+}
+
+TEST_F(nrwave_program, tells_what_is_not_sent_and_who_meets_whom)
+{
+    const auto steps_of = [](const std::vector<std::string>& steps) {
+        std::string options;
+        for (const std::string& step : steps)
+            options += "--set 'carrier[0]." + step + "' ";
+        return options;
+    };
+    const std::string narrow = "channel_bandwidth=LIB_NR_CHANNEL_FR1_20M";
+    const std::string uplink = "carrier_type=LIB_NR_UPLINK";
+    const std::vector<std::pair<std::string, std::string>> told = {
+        {steps_of({uplink, narrow, "numerology=LIB_NR_SCS_60K", "ul_bwp[0].cp_type=LIB_NR_EXTEND_CP",
+                   "ul_srs[0].enable=true"}),
+         "carrier[0].ul_srs[0]: sent in no slot: its prefix is not that of dl_bwp[0]\n"},
+        {steps_of({narrow, "dl_csirs[0].rb_offset=40", "dl_csirs[0].enable=true"}),
+         "carrier[0].dl_csirs[0]: 13 of 24 RBs lie outside the grid\n"},
+        {steps_of({uplink, narrow, "ul_pusch[0].symbol_num=4", "ul_pusch[0].enable=true"}),
+         "carrier[0].ul_pusch[0]: sent without DMRS: none of its symbols has a place for them\n"},
+    };
+    for (const auto& [options, line] : told) {
+        const run_t loose = run("generate " + options + "-o x --format cf32");
+        EXPECT_EQ(std::pair(loose.status, loose.err), std::pair(0, line));
+        const run_t strict = run("generate --strict " + options + "-o strict --format cf32");
+        EXPECT_EQ(std::pair(strict.status != 0, strict.err), std::pair(true, "nrwave: " + line));
+        EXPECT_FALSE(fs::exists(m_folder / "strict.cf32"));
+    }
+    EXPECT_EQ(run("generate " + steps_of({"numerology[0].rb_size=272"}) + "-o y").err,
+              "nrwave: the modulation failed in carrier 0, numerology 0, frame 0: the numerology does not fill the "
+              "channel bandwidth\n");
+    EXPECT_EQ(
+        run("generate " +
+            steps_of({narrow, "dl_ssb.enable=true", "dl_dci[0].start_symbol_within_slot=4", "dl_dci[0].enable=true"}) +
+            "-o y")
+            .err,
+        "nrwave: resource conflict: carrier[0].dl_dci[0] on carrier[0].dl_ssb, frame 0, slot 0, symbol 4, RB 15, "
+        "108 cells\n");
 }
 
 TEST_F(nrwave_program, generates_every_example_as_it_stands)

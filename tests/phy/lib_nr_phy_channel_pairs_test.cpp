@@ -72,9 +72,11 @@ void expect_pairs(const steps_t& carrier, const std::vector<channel_t>& channels
                                     that_get_along.end();
             ASSERT_EQ(generate(steps), gets_along);
             if (!gets_along) {
-                EXPECT_EQ(grid.get_first_conflict()->owner, first);
-                EXPECT_EQ(grid.get_first_conflict()->newcomer, second);
-                EXPECT_EQ(grid.get_first_conflict()->symbol, 5u);
+                const lib_nr_resource_conflict_t conflict = grid.get_conflicts().at(0);
+                EXPECT_EQ(conflict.owner, first);
+                EXPECT_EQ(conflict.newcomer, second);
+                EXPECT_EQ(conflict.newcomer_entry, a == b ? 1u : 0u);
+                EXPECT_EQ(conflict.symbol, 5u);
                 continue;
             }
             std::size_t written = 0;

@@ -497,12 +497,11 @@ TEST(lib_nr_phy, a_conflict_empties_the_results_and_tells_its_first_cell)
     EXPECT_TRUE(engine.get_baseband_signal_data().empty());
     EXPECT_TRUE(engine.get_frequency_spectrum_data().empty());
     EXPECT_TRUE(engine.get_waveform_ccdf_cruve_data().empty());
-    const auto& conflict = lib_nr_channel_resource_manager_t::get_inst().get_first_conflict();
-    ASSERT_TRUE(conflict.has_value());
-    EXPECT_EQ(conflict->symbol, 5u);
-    EXPECT_EQ(conflict->subcarrier, 36u);
-    EXPECT_EQ(conflict->owner, LIB_NR_RESOURCE_MAPPING_SSB);
-    EXPECT_EQ(conflict->newcomer, LIB_NR_RESOURCE_MAPPING_PDCCH);
+    ASSERT_EQ(engine.get_record().conflicts.size(), 1u);
+    const lib_nr_entry_conflict_t& conflict = engine.get_record().conflicts.front();
+    EXPECT_EQ(conflict.owner.channel, "SS/PBCH");
+    EXPECT_EQ(conflict.newcomer.channel, "PDCCH");
+    EXPECT_EQ(std::tuple(conflict.slot, conflict.symbol, conflict.rb, conflict.cells), std::tuple(0u, 5u, 3u, 12u));
 }
 
 TEST(lib_nr_phy, tells_each_step_of_a_frame_in_its_order)

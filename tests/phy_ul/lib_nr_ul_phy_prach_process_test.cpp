@@ -285,6 +285,25 @@ TEST(lib_nr_ul_phy_prach_process, bursts_are_sent_in_their_frames_and_stop_those
     EXPECT_NEAR(view.start_frequencies_hz[1], -6.0 * 25 * 15000 + 7 * 1250.0, 1e-6);
 }
 
+TEST(lib_nr_ul_phy_prach_process, a_time_offset_counts_within_the_frame_however_large_it_is)
+{
+    const std::string offset = "carrier[0].ul_prach[0].timeoffset=";
+    nr_test::waveform_of_t waveform(carrier_steps("LIB_NR_CHANNEL_FR1_5M", "LIB_NR_SCS_15K"));
+    const auto samples_at = [&](const std::string& seconds) {
+        nr_test::take(waveform, {offset + seconds});
+        return nr_test::generate(waveform).samples;
+    };
+    // All of them lie 2^-11 seconds behind whole ones.
+    const nr_test::signal_t expected = samples_at("0.00048828125");
+    EXPECT_NE(samples_at("0"), expected);
+    for (const char* seconds :
+         {"-0.99951171875", "-17.99951171875", "-71582.99951171875", "-1099511627775.99951171875"})
+        EXPECT_EQ(samples_at(seconds), expected) << seconds;
+    EXPECT_EQ(samples_at("-1e300"), samples_at("0"));
+    waveform.get_carrier(0)->get_ul_prach(0)->set_timeoffset(-HUGE_VAL);
+    EXPECT_EQ(nr_test::generate(waveform).samples, samples_at("0"));
+}
+
 TEST(lib_nr_ul_phy_prach_process, settings_that_do_not_go_together_are_corrected)
 {
     nr_test::waveform_of_t waveform(carrier_steps("FR1_20M", "15K"));

@@ -1,0 +1,21 @@
+#pragma once
+
+#include "phy/lib_nr_phy_record.h"
+
+#include <string>
+#include <vector>
+
+namespace nrwave
+{
+
+/// An entry by its path, as carrier[0].dl_pdsch[1] or carrier[0].dl_ssb.
+std::string path_of(const vek::nr_mod_lib::lib_nr_channel_entry_t& entry);
+
+/// A line for each enabled entry that a run sent nowhere, or without all that belongs to it, with the reason. What a
+/// failed step kept out is not told.
+std::vector<std::string> shortfalls_of(const vek::nr_mod_lib::lib_nr_phy_record_t& record);
+
+/// Between which entries a conflict arose, where, and over how many cells.
+std::string text_of(const vek::nr_mod_lib::lib_nr_entry_conflict_t& conflict);
+
+} // namespace nrwave

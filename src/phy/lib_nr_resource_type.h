@@ -1,0 +1,39 @@
+#pragma once
+
+#include <cstdint>
+
+namespace vek::nr_mod_lib
+{
+
+/// Owner of a cell of the resource map.
+enum lib_nr_channel_resource_mapping_type_t : std::uint32_t
+{
+    LIB_NR_RESOURCE_MAPPING_EMPTY = 0,
+    LIB_NR_RESOURCE_MAPPING_SSB = 1, ///< PSS, SSS, PBCH and its DMRS
+    LIB_NR_RESOURCE_MAPPING_PDCCH = 2,
+    LIB_NR_RESOURCE_MAPPING_CSIRS = 3,
+    LIB_NR_RESOURCE_MAPPING_PDSCH = 4,
+    LIB_NR_RESOURCE_MAPPING_PRS = 5,
+    LIB_NR_RESOURCE_MAPPING_PUCCH = 6,
+    LIB_NR_RESOURCE_MAPPING_PUSCH = 7,
+    LIB_NR_RESOURCE_MAPPING_SRS = 8,
+    LIB_NR_RESOURCE_MAPPING_CONFLICT = 9, ///< two channels claim the cell
+};
+
+/// Equally spaced cells of one symbol, the lowest first. A run may reach past the grid: what lies outside is left out.
+struct lib_nr_resource_run_t
+{
+    std::uint32_t symbol = 0; ///< in the frame
+    std::int32_t first_subcarrier = 0;
+    std::uint32_t count = 0;
+    std::uint32_t step = 1; ///< in subcarriers; 0 counts as 1
+};
+
+/// The part of a run that lies in the grid; `run.count` is 0 where none does.
+struct lib_nr_clipped_run_t
+{
+    lib_nr_resource_run_t run;
+    std::uint32_t left_out_ahead = 0; ///< cells below the grid: the part's first cell is the run's cell of this index
+};
+
+} // namespace vek::nr_mod_lib
