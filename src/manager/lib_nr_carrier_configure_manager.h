@@ -80,6 +80,9 @@ public:
 
     /// The waveform's radio frequency in hertz, at first 1 GHz; the SS/PBCH block takes its sum with the offset.
     void set_radio_frequency(double radio_frequency);
+    /// The waveform's number of antennas, at first 1: each PDSCH, PUSCH, CSI-RS and SRS has a port, or none, for each
+    /// of them, those added later too.
+    void set_antennas_number(unsigned int antennas_number);
 
     /// Offset of the carrier centre from the waveform's, in hertz, limited to 400 MHz either way. The SS/PBCH block
     /// takes the sum with the radio frequency given.
@@ -288,7 +291,8 @@ public:
     bool copy_dl_prs(unsigned int index);
     bool remove_dl_prs(unsigned int index);
 
-    /// As for the downlink, but without an initial BWP. The name of a copy gets "_copy" behind it.
+    /// As for the downlink, but without an initial BWP; PRACHs follow in single mode alone. The name of a copy gets
+    /// "_copy" behind it.
     void add_ul_bwp();
     bool copy_ul_bwp(unsigned int index);
     bool remove_ul_bwp(unsigned int index);
@@ -310,9 +314,10 @@ public:
     bool copy_ul_prach(unsigned int index);
     bool remove_ul_prach(unsigned int index);
 
-    // Bandwidth parts: each change is taken along by the channels in the BWP. A spacing that is not enabled becomes the
-    // first enabled one. The limits of an uplink BWP are the caller's: first and number of resource blocks. In multiple
-    // mode the PRACHs do not follow an uplink BWP, and a printed line tells so.
+    // Bandwidth parts: each change is taken along by the channels in the BWP, one of an uplink BWP's offset by all of
+    // them but the PUCCHs. A spacing that is not enabled becomes the first enabled one. The limits of an uplink BWP are
+    // the caller's: first and number of resource blocks. In multiple mode the PRACHs do not follow an uplink BWP, and a
+    // printed line tells so.
 
     bool set_dl_bwp_numerology(unsigned int index, lib_nr_numerology_type_t numerology);
     bool set_dl_bwp_rb_size(unsigned int index, unsigned int rb_size);
@@ -387,17 +392,22 @@ private:
     const lib_nr_phy_numerology_configure_manager_t& _dl_bwp_limits(const lib_nr_dl_bwp_configure_manager_t& bwp,
                                                                     std::string_view operation) const;
     void _update_all_dl_channels(unsigned int bwp_id);
-    void _follow_ul_bwp(lib_nr_ul_pucch_configure_manager_t& pucch, const lib_nr_ul_bwp_configure_manager_t& bwp) const;
-    void _follow_ul_bwp(lib_nr_ul_sch_configure_manager_t& sch, const lib_nr_ul_bwp_configure_manager_t& bwp) const;
-    void _follow_ul_bwp(lib_nr_ul_srs_configure_manager_t& srs, const lib_nr_ul_bwp_configure_manager_t& bwp) const;
-    void _follow_ul_bwp(lib_nr_ul_prach_configure_manager_t& prach, const lib_nr_ul_bwp_configure_manager_t& bwp) const;
+    void _follow_ul_bwp(lib_nr_ul_pucch_configure_manager_t& pucch, unsigned int bwp_id) const;
+    void _follow_ul_bwp(lib_nr_ul_sch_configure_manager_t& sch, unsigned int bwp_id) const;
+    void _follow_ul_bwp(lib_nr_ul_srs_configure_manager_t& srs, unsigned int bwp_id) const;
+    void _follow_ul_bwp(lib_nr_ul_prach_configure_manager_t& prach, unsigned int bwp_id) const;
     template <class channel_t>
     void _update_ul_channels(std::vector<channel_t>& channels, unsigned int bwp_id) const;
-    void _update_prachs(unsigned int bwp_id, std::string_view operation);
+    /// The PRACHs in single mode alone.
+    void _update_all_ul_channels(unsigned int bwp_id);
+    void _update_ul_channels_but_pucchs(unsigned int bwp_id);
+    /// A line in multiple mode, where the PRACHs do not follow.
+    void _tell_of_prachs(std::string_view operation) const;
 
     bool m_nr_ntn = false;
     bool m_enable = true;
     double m_radio_frequency = 1e9;
+    std::uint32_t m_antennas_number = 1;
     double m_frequency_offset_hz = 0.0;
     double m_timing_offset_s = 0.0;
     double m_power_boosting = 0.0;

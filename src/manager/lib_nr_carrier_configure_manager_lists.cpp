@@ -65,6 +65,21 @@ void update_dl_channels(std::vector<channel_t>& channels, unsigned int bwp_id,
             channel.update_by_dl_bwp(bwp);
 }
 
+/// Gives a channel one port for each antenna: those that it has, none on the others.
+template <class channel_t>
+void fit_antennas(channel_t& channel, unsigned int antennas)
+{
+    const auto ports = channel.get_antenna_port(); // a copy: the setter takes its list by reference
+    channel.set_antenna_port(ports, antennas);
+}
+
+template <class channel_t>
+void fit_all_antennas(std::vector<channel_t>& channels, unsigned int antennas)
+{
+    for (channel_t& channel : channels)
+        fit_antennas(channel, antennas);
+}
+
 /// Brings the channels that take the first DMRS symbol from the MIB in line with it.
 template <class channel_t, class bwp_t>
 void follow_mib_position(std::vector<channel_t>& channels, const std::vector<bwp_t>& bwps, unsigned int position)
@@ -76,6 +91,15 @@ void follow_mib_position(std::vector<channel_t>& channels, const std::vector<bwp
 }
 
 } // namespace
+
+void lib_nr_carrier_configure_manager_t::set_antennas_number(unsigned int antennas_number)
+{
+    m_antennas_number = antennas_number;
+    fit_all_antennas(m_dl_schs, antennas_number);
+    fit_all_antennas(m_ul_schs, antennas_number);
+    fit_all_antennas(m_dl_csirss, antennas_number);
+    fit_all_antennas(m_ul_srss, antennas_number);
+}
 
 // Following a downlink BWP
 
@@ -90,27 +114,31 @@ void lib_nr_carrier_configure_manager_t::_update_all_dl_channels(unsigned int bw
 // Following an uplink BWP
 
 void lib_nr_carrier_configure_manager_t::_follow_ul_bwp(lib_nr_ul_pucch_configure_manager_t& pucch,
-                                                        const lib_nr_ul_bwp_configure_manager_t& bwp) const
+                                                        unsigned int bwp_id) const
 {
+    // A PUCCH takes the number of its BWP from it, and a copied BWP has that of its source.
+    lib_nr_ul_bwp_configure_manager_t bwp = m_ul_bwps[bwp_id];
+    bwp.set_bwp_id(bwp_id);
     pucch.updata_param_when_bwp_change(bwp);
 }
 
 void lib_nr_carrier_configure_manager_t::_follow_ul_bwp(lib_nr_ul_sch_configure_manager_t& sch,
-                                                        const lib_nr_ul_bwp_configure_manager_t& bwp) const
+                                                        unsigned int bwp_id) const
 {
+    const lib_nr_ul_bwp_configure_manager_t& bwp = m_ul_bwps[bwp_id];
     sch.update_by_ul_bwp(bwp, get_numerology_manager(bwp.get_numerology()), m_bandwidth);
 }
 
 void lib_nr_carrier_configure_manager_t::_follow_ul_bwp(lib_nr_ul_srs_configure_manager_t& srs,
-                                                        const lib_nr_ul_bwp_configure_manager_t& bwp) const
+                                                        unsigned int bwp_id) const
 {
-    srs.update_by_ul_bwp(bwp);
+    srs.update_by_ul_bwp(m_ul_bwps[bwp_id]);
 }
 
 void lib_nr_carrier_configure_manager_t::_follow_ul_bwp(lib_nr_ul_prach_configure_manager_t& prach,
-                                                        const lib_nr_ul_bwp_configure_manager_t& bwp) const
+                                                        unsigned int bwp_id) const
 {
-    prach.update_by_ul_bwp(bwp);
+    prach.update_by_ul_bwp(m_ul_bwps[bwp_id]);
 }
 
 template <class channel_t>
@@ -119,14 +147,26 @@ void lib_nr_carrier_configure_manager_t::_update_ul_channels(std::vector<channel
 {
     for (channel_t& channel : channels)
         if (channel.get_bwp_id() == bwp_id)
-            _follow_ul_bwp(channel, m_ul_bwps[bwp_id]);
+            _follow_ul_bwp(channel, bwp_id);
 }
 
-void lib_nr_carrier_configure_manager_t::_update_prachs(unsigned int bwp_id, std::string_view operation)
+void lib_nr_carrier_configure_manager_t::_update_all_ul_channels(unsigned int bwp_id)
 {
+    _update_ul_channels(m_ul_pucchs, bwp_id);
+    _update_ul_channels_but_pucchs(bwp_id);
+}
+
+void lib_nr_carrier_configure_manager_t::_update_ul_channels_but_pucchs(unsigned int bwp_id)
+{
+    _update_ul_channels(m_ul_schs, bwp_id);
+    _update_ul_channels(m_ul_srss, bwp_id);
     if (_is_single_numerology())
         _update_ul_channels(m_ul_prachs, bwp_id);
-    else
+}
+
+void lib_nr_carrier_configure_manager_t::_tell_of_prachs(std::string_view operation) const
+{
+    if (!_is_single_numerology())
         std::cout << operation << ": It is not applicable for PRACH carrier.\n " << std::endl;
 }
 
@@ -163,11 +203,17 @@ void lib_nr_carrier_configure_manager_t::add_dl_dci() { append_entry(m_dl_dcis, 
 bool lib_nr_carrier_configure_manager_t::copy_dl_dci(unsigned int index) { return append_copy(m_dl_dcis, index); }
 bool lib_nr_carrier_configure_manager_t::remove_dl_dci(unsigned int index) { return remove_entry(m_dl_dcis, index); }
 
-void lib_nr_carrier_configure_manager_t::add_dl_sch() { append_entry(m_dl_schs, get_dl_bwp(k_first_dl_bwp)); }
+void lib_nr_carrier_configure_manager_t::add_dl_sch()
+{
+    fit_antennas(append_entry(m_dl_schs, get_dl_bwp(k_first_dl_bwp)), m_antennas_number);
+}
 bool lib_nr_carrier_configure_manager_t::copy_dl_sch(unsigned int index) { return append_copy(m_dl_schs, index); }
 bool lib_nr_carrier_configure_manager_t::remove_dl_sch(unsigned int index) { return remove_entry(m_dl_schs, index); }
 
-void lib_nr_carrier_configure_manager_t::add_dl_csirs() { append_entry(m_dl_csirss, get_dl_bwp(k_first_dl_bwp)); }
+void lib_nr_carrier_configure_manager_t::add_dl_csirs()
+{
+    fit_antennas(append_entry(m_dl_csirss, get_dl_bwp(k_first_dl_bwp)), m_antennas_number);
+}
 bool lib_nr_carrier_configure_manager_t::copy_dl_csirs(unsigned int index) { return append_copy(m_dl_csirss, index); }
 bool lib_nr_carrier_configure_manager_t::remove_dl_csirs(unsigned int index)
 {
@@ -199,6 +245,8 @@ bool lib_nr_carrier_configure_manager_t::remove_ul_bwp(unsigned int index)
         return false;
     number_anew(m_ul_bwps);
     _update_uplink_bwp_reference();
+    for (; index < m_ul_bwps.size(); ++index)
+        _update_all_ul_channels(index);
     return true;
 }
 
@@ -225,13 +273,17 @@ bool lib_nr_carrier_configure_manager_t::remove_ul_pucch(unsigned int index)
 void lib_nr_carrier_configure_manager_t::add_ul_sch()
 {
     const lib_nr_ul_bwp_configure_manager_t& bwp = get_ul_bwp(k_first_ul_bwp);
-    append_entry(m_ul_schs, bwp, get_numerology_manager(bwp.get_numerology()), m_bandwidth);
+    fit_antennas(append_entry(m_ul_schs, bwp, get_numerology_manager(bwp.get_numerology()), m_bandwidth),
+                 m_antennas_number);
 }
 
 bool lib_nr_carrier_configure_manager_t::copy_ul_sch(unsigned int index) { return append_copy(m_ul_schs, index); }
 bool lib_nr_carrier_configure_manager_t::remove_ul_sch(unsigned int index) { return remove_entry(m_ul_schs, index); }
 
-void lib_nr_carrier_configure_manager_t::add_ul_srs() { append_entry(m_ul_srss, get_ul_bwp(k_first_ul_bwp)); }
+void lib_nr_carrier_configure_manager_t::add_ul_srs()
+{
+    fit_antennas(append_entry(m_ul_srss, get_ul_bwp(k_first_ul_bwp)), m_antennas_number);
+}
 bool lib_nr_carrier_configure_manager_t::copy_ul_srs(unsigned int index) { return append_copy(m_ul_srss, index); }
 bool lib_nr_carrier_configure_manager_t::remove_ul_srs(unsigned int index) { return remove_entry(m_ul_srss, index); }
 
@@ -309,20 +361,16 @@ bool lib_nr_carrier_configure_manager_t::set_ul_bwp_numerology(unsigned int inde
     lib_nr_ul_bwp_configure_manager_t& bwp = m_ul_bwps.at(index);
     const lib_nr_numerology_type_t numerology_before = bwp.get_numerology();
     bwp.set_numerology(_enabled_numerology(numerology));
-    _update_ul_channels(m_ul_pucchs, index);
-    _update_ul_channels(m_ul_schs, index);
-    _update_ul_channels(m_ul_srss, index);
-    _update_prachs(index, "set_ul_bwp_numerology");
+    _update_all_ul_channels(index);
+    _tell_of_prachs("set_ul_bwp_numerology");
     return bwp.get_numerology() != numerology_before;
 }
 
 bool lib_nr_carrier_configure_manager_t::set_ul_bwp_cp_type(unsigned int index, lib_nr_cyclic_prefix_type_t cp_type)
 {
     const bool changed = m_ul_bwps.at(index).set_cp_type(cp_type);
-    _update_ul_channels(m_ul_pucchs, index);
-    _update_ul_channels(m_ul_schs, index);
-    _update_ul_channels(m_ul_srss, index);
-    _update_prachs(index, "set_ul_bwp_cp_type");
+    _update_all_ul_channels(index);
+    _tell_of_prachs("set_ul_bwp_cp_type");
     return changed;
 }
 
@@ -330,10 +378,8 @@ bool lib_nr_carrier_configure_manager_t::set_ul_bwp_rb_number(unsigned int index
                                                               unsigned int rb_start, unsigned int rb_size)
 {
     const bool changed = m_ul_bwps.at(index).set_rb_number(rb_number, rb_start, rb_size);
-    _update_ul_channels(m_ul_pucchs, index);
-    _update_ul_channels(m_ul_schs, index);
-    _update_ul_channels(m_ul_srss, index);
-    _update_prachs(index, "set_ul_bwp_rb_number");
+    _update_all_ul_channels(index);
+    _tell_of_prachs("set_ul_bwp_rb_number");
     return changed;
 }
 
@@ -341,9 +387,8 @@ bool lib_nr_carrier_configure_manager_t::set_ul_bwp_rb_offset(unsigned int index
                                                               unsigned int rb_start, unsigned int rb_size)
 {
     const bool changed = m_ul_bwps.at(index).set_rb_offset(rb_offset, rb_start, rb_size);
-    _update_ul_channels(m_ul_schs, index);
-    _update_ul_channels(m_ul_srss, index);
-    _update_prachs(index, "set_ul_bwp_rb_offset");
+    _update_ul_channels_but_pucchs(index);
+    _tell_of_prachs("set_ul_bwp_rb_offset");
     return changed;
 }
 
@@ -409,8 +454,7 @@ bool lib_nr_carrier_configure_manager_t::set_ul_pucch_bwp_id(unsigned int index,
     lib_nr_ul_pucch_configure_manager_t& pucch = m_ul_pucchs.at(index);
     const unsigned int id_before = pucch.get_bwp_id();
     const unsigned int id = existing_bwp_id(bwp_id, m_ul_bwps.size(), "set_ul_pucch_bwp_id");
-    pucch.set_bwp_id(m_ul_bwps[id]);
-    _follow_ul_bwp(pucch, m_ul_bwps[id]);
+    _follow_ul_bwp(pucch, id);
     return pucch.get_bwp_id() != id_before;
 }
 
@@ -419,7 +463,7 @@ bool lib_nr_carrier_configure_manager_t::set_ul_sch_bwp_id(unsigned int index, u
     lib_nr_ul_sch_configure_manager_t& sch = m_ul_schs.at(index);
     const unsigned int id = existing_bwp_id(bwp_id, m_ul_bwps.size(), "set_ul_sch_bwp_id");
     const bool changed = sch.set_bwp_id(id);
-    _follow_ul_bwp(sch, m_ul_bwps[id]);
+    _follow_ul_bwp(sch, id);
     return changed;
 }
 
@@ -428,14 +472,14 @@ bool lib_nr_carrier_configure_manager_t::set_ul_srs_bwp_id(unsigned int index, u
     lib_nr_ul_srs_configure_manager_t& srs = m_ul_srss.at(index);
     const unsigned int id = existing_bwp_id(bwp_id, m_ul_bwps.size(), "set_ul_srs_bwp_id");
     const bool changed = srs.set_bwp_id(id);
-    _follow_ul_bwp(srs, m_ul_bwps[id]);
+    _follow_ul_bwp(srs, id);
     return changed;
 }
 
 void lib_nr_carrier_configure_manager_t::set_ul_prach_bwp_id(unsigned int index, unsigned int bwp_id)
 {
     lib_nr_ul_prach_configure_manager_t& prach = m_ul_prachs.at(index);
-    _follow_ul_bwp(prach, m_ul_bwps[existing_bwp_id(bwp_id, m_ul_bwps.size(), "set_ul_prach_bwp_id")]);
+    _follow_ul_bwp(prach, existing_bwp_id(bwp_id, m_ul_bwps.size(), "set_ul_prach_bwp_id"));
 }
 
 // Starting lists

@@ -35,7 +35,8 @@ public:
     /// resource blocks, interlace numbers and HARQ-ACK stay.
     void init(const lib_nr_ul_bwp_configure_manager_t& bwp);
     /// Takes the BWP's id and brings slots, symbols and resource blocks inside its prefix, spacing and width; 240 kHz
-    /// has no uplink and switches the PUCCH off.
+    /// has no uplink and switches the PUCCH off. The number of resource blocks is cut to the room behind their offset
+    /// at every change, also where the offset stays: a BWP may become too narrow for the last of them alone.
     void updata_param_when_bwp_change(const lib_nr_ul_bwp_configure_manager_t& bwp);
 
     /// Always true.

@@ -37,6 +37,7 @@ void lib_nr_waveform_configure_manager_t::init()
     m_carriers.front().init();
     m_carriers.front().set_nr_ntn(m_nr_ntn);
     m_carriers.front().set_radio_frequency(m_radio_frequency);
+    m_carriers.front().set_antennas_number(m_antennas_number);
 
     const double rate = std::max(get_waveform_sample_rate_hz(), k_min_cfr_sample_rate);
     m_cfr_setting.init(rate, rate);
@@ -228,6 +229,7 @@ void lib_nr_waveform_configure_manager_t::add_carrier()
     lib_nr_carrier_configure_manager_t& carrier = m_carriers.emplace_back();
     carrier.set_nr_ntn(m_nr_ntn);
     carrier.set_radio_frequency(m_radio_frequency);
+    carrier.set_antennas_number(m_antennas_number);
 }
 
 bool lib_nr_waveform_configure_manager_t::copy_carrier(unsigned int index) { return append_copy(m_carriers, index); }
@@ -253,21 +255,8 @@ void lib_nr_waveform_configure_manager_t::_update_waveform_frames_number()
 
 void lib_nr_waveform_configure_manager_t::_update_waveform_antennas_number()
 {
-    for (lib_nr_carrier_configure_manager_t& carrier : m_carriers) {
-        const auto follow = [this](auto& channel) {
-            // A copy: the setter takes its list by reference.
-            const auto ports = channel.get_antenna_port();
-            channel.set_antenna_port(ports, m_antennas_number);
-        };
-        for (unsigned int i = 0; i < carrier.get_dl_sch_number(); ++i)
-            follow(carrier.get_dl_sch(i));
-        for (unsigned int i = 0; i < carrier.get_ul_sch_number(); ++i)
-            follow(carrier.get_ul_sch(i));
-        for (unsigned int i = 0; i < carrier.get_dl_csirs_number(); ++i)
-            follow(carrier.get_dl_csirs(i));
-        for (unsigned int i = 0; i < carrier.get_ul_srs_number(); ++i)
-            follow(carrier.get_ul_srs(i));
-    }
+    for (lib_nr_carrier_configure_manager_t& carrier : m_carriers)
+        carrier.set_antennas_number(m_antennas_number);
 }
 
 } // namespace vek::nr_mod_lib

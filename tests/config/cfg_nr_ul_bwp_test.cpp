@@ -39,6 +39,37 @@ TEST(cfg_nr_ul_bwp, limits_follow_the_numerology_of_its_own_spacing)
                                  {"carrier[0].ul_bwp[1].cp_type", nullptr, "LIB_NR_NORMAL_CP"}});
 }
 
+TEST(cfg_nr_ul_bwp, channels_follow_what_stands_at_their_number)
+{
+    cfg_nr_waveform_t waveform;
+    nr_test::run_rows(waveform, {{"carrier[0].carrier_type=LIB_NR_UPLINK"},
+                                 {"add carrier[0].ul_bwp"},
+                                 {"carrier[0].ul_bwp[1].rb_offset=200"},
+                                 {"copy carrier[0].ul_bwp[0]"},
+                                 {"carrier[0].ul_pucch[0].bwp_id", "2", "2", true},
+                                 {"carrier[0].ul_pusch[0].rb_num", nullptr, "273"},
+                                 {"remove carrier[0].ul_bwp[0]"},
+                                 {"carrier[0].ul_pusch[0].rb_num", nullptr, "73"},
+                                 {"carrier[0].ul_prach[0].rb_offset", nullptr, "200"},
+                                 {"carrier[0].ul_pucch[0].bwp_id", nullptr, "0"},
+                                 {"copy carrier[0].ul_bwp[0]"},
+                                 {"carrier[0].ul_pucch[0].bwp_id", "2", "2", true},
+                                 {"carrier[0].ul_bwp[2].rb_number", "20", "20", true},
+                                 {"carrier[0].ul_pucch[0].bwp_id", nullptr, "2"},
+                                 {"carrier[0].channel_bandwidth=LIB_NR_CHANNEL_FR2_1_100M"},
+                                 {"carrier[0].numerology_mode=LIB_NR_NUMBEROLOGY_MODE_MULTIPLE"},
+                                 {"carrier[0].numerology[2].enable=true"},
+                                 {"carrier[0].ul_bwp[2].numerology", "LIB_NR_SCS_240K", "LIB_NR_SCS_240K", true},
+                                 {"carrier[0].ul_pucch[0].enable", "true", "false", false},
+                                 {"carrier[0].ul_pucch[0].bwp_id", "1", "1", true},
+                                 {"carrier[0].ul_pucch[0].enable", "true", "true", true},
+                                 {"carrier[0].ul_srs[0].bwp_id", "1", "1", true},
+                                 {"carrier[0].ul_srs[0].enable", "true", "true", true},
+                                 {"remove carrier[0].ul_bwp[1]"},
+                                 {"carrier[0].ul_pucch[0].enable", nullptr, "false"},
+                                 {"carrier[0].ul_srs[0].enable", nullptr, "false"}});
+}
+
 TEST(cfg_nr_ul_bwp, a_file_brings_back_what_was_confirmed)
 {
     const std::string bands = "carrier[0].numerology[0].ul_guard_band";

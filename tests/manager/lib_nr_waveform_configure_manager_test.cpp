@@ -216,6 +216,12 @@ TEST(lib_nr_waveform_configure_manager, channels_follow_frames_antennas_and_freq
     EXPECT_EQ(carrier.get_ul_sch(0).get_antenna_port().size(), 4U);
     EXPECT_EQ(carrier.get_dl_csirs(0).get_antenna_port().size(), 4U);
     EXPECT_EQ(carrier.get_ul_srs(0).get_antenna_port().size(), 4U);
+    carrier.set_carrier_type(LIB_NR_PRACH);
+    carrier.add_dl_sch();
+    carrier.add_ul_srs();
+    EXPECT_EQ(carrier.get_dl_csirs(0).get_antenna_port().size(), 4U);
+    EXPECT_EQ(carrier.get_dl_sch(1).get_antenna_port().size(), 4U);
+    EXPECT_EQ(carrier.get_ul_srs(1).get_antenna_port().size(), 4U);
     waveform.set_antennas_number(4000000000U);
     EXPECT_EQ(waveform.get_antennas_number(), 32U);
 
