@@ -2,17 +2,16 @@
 
 #include "config/cfg_nr_waveform.h"
 
-#include <ostream>
 #include <string>
+#include <vector>
 
 namespace nrwave
 {
 
-/// Tells the paths at and below a path, one a line: the form of a setting with the enumerators that it knows, what a
-/// fresh waveform has, what is on offer in this one, and what it means. [i] in the path is any entry of a list.
-void describe(std::ostream& out, vek::nr_mod_lib::cfg_nr_waveform_t& waveform, const std::string& path);
-
-/// All settings as a document, docs/settings.md.
-void write_manual(std::ostream& out);
+/// The whole waveform as steps that bring a fresh one to the same settings.
+std::vector<std::string> steps_of(vek::nr_mod_lib::cfg_nr_waveform_t& waveform);
+/// The settings at a path as steps: a setting or figure alone; a list or façade with the `add` steps for the entries
+/// that a fresh waveform lacks, and a façade's figures as comments behind.
+std::vector<std::string> steps_at(vek::nr_mod_lib::cfg_nr_waveform_t& waveform, const std::string& path);
 
 } // namespace nrwave

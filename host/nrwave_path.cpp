@@ -143,6 +143,13 @@ target_t resolve(cfg_nr_waveform_t& waveform, const std::string& path, reading_t
     return target;
 }
 
+target_t resolve_first(cfg_nr_waveform_t& fresh, std::string path)
+{
+    for (std::size_t open = path.find('['); open != std::string::npos; open = path.find('[', open + 1))
+        path.replace(open, path.find(']', open) - open + 1, "[i]");
+    return resolve(fresh, path, reading_t::any_entry);
+}
+
 verb_target_t resolve_verb(cfg_nr_waveform_t& waveform, const std::string& verb, const std::string& path)
 {
     if (const verb_target_t whole = verb_at(waveform, verb, path, {}); whole.verb)

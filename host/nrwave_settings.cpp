@@ -1,7 +1,7 @@
 #include "host/nrwave_settings.h"
 
 #include "host/nrwave_failure.h"
-#include "host/nrwave_steps.h"
+#include "host/nrwave_mending.h"
 
 #include <pugixml.hpp>
 #include <sstream>

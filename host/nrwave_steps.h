@@ -49,13 +49,4 @@ private:
     bool m_in_settings_file = false;
 };
 
-/// The whole waveform as steps that bring a fresh one to the same settings.
-std::vector<std::string> steps_of(vek::nr_mod_lib::cfg_nr_waveform_t& waveform);
-/// The settings at a path as steps: a setting or figure alone; a list or façade with the `add` steps for the entries
-/// that a fresh waveform lacks, and a façade's figures as comments behind.
-std::vector<std::string> steps_at(vek::nr_mod_lib::cfg_nr_waveform_t& waveform, const std::string& path);
-/// Steps that bring a copy's settings to those of the original, where single steps can; the copy takes them.
-std::vector<std::string> mending_steps(vek::nr_mod_lib::cfg_nr_waveform_t& original,
-                                       vek::nr_mod_lib::cfg_nr_waveform_t& copy);
-
 } // namespace nrwave

@@ -1,6 +1,6 @@
 #include "host/commands/nrwave_commands.h"
 #include "host/commands/nrwave_configuration.h"
-#include "host/nrwave_listing.h"
+#include "host/nrwave_description.h"
 
 namespace nrwave
 {

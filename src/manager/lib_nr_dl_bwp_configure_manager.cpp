@@ -25,7 +25,7 @@ lib_nr_dl_bwp_configure_manager_t::lib_nr_dl_bwp_configure_manager_t(
 {
     init(numerology, id);
     for (unsigned int i = 0; i < k_coreset_number_maximum; ++i)
-        m_coresets.emplace_back(*this, get_first_coreset_index() + i);
+        m_coresets.emplace_back(m_bwp_rb_size, get_first_coreset_index() + i);
 }
 
 void lib_nr_dl_bwp_configure_manager_t::init(const lib_nr_phy_numerology_configure_manager_t& numerology,

@@ -1,7 +1,6 @@
 #include "manager/lib_nr_dl_coreset_configure_manager.h"
 
 #include "common/lib_common_list_parse.h"
-#include "manager/lib_nr_dl_bwp_configure_manager.h"
 #include "manager/lib_nr_setting.h"
 
 #include <algorithm>
@@ -40,14 +39,13 @@ std::string bitmap_text(const std::vector<int>& bitmap)
 
 } // namespace
 
-lib_nr_dl_coreset_configure_manager_t::lib_nr_dl_coreset_configure_manager_t(
-    const lib_nr_dl_bwp_configure_manager_t& bwp, unsigned int id)
+lib_nr_dl_coreset_configure_manager_t::lib_nr_dl_coreset_configure_manager_t(unsigned int bwp_rb_size, unsigned int id)
     : m_coreset_id(id)
 {
-    init(bwp);
+    init(bwp_rb_size);
 }
 
-void lib_nr_dl_coreset_configure_manager_t::init(const lib_nr_dl_bwp_configure_manager_t& bwp)
+void lib_nr_dl_coreset_configure_manager_t::init(unsigned int bwp_rb_size)
 {
     m_rb_offset = 0;
     m_duration = 1;
@@ -56,7 +54,7 @@ void lib_nr_dl_coreset_configure_manager_t::init(const lib_nr_dl_bwp_configure_m
     m_interleaver_size = LIB_NR_DCI_INTERLEAVER_SIZE_2;
     m_shift_idx = 0;
     m_precoder_granularity = REG_BUNDLE_SIZE;
-    set_fd_resources(std::string(k_most_groups, '1'), bwp.get_bwp_rb_size());
+    set_fd_resources(std::string(k_most_groups, '1'), bwp_rb_size);
 }
 
 bool lib_nr_dl_coreset_configure_manager_t::set_current_coreset_id(unsigned int id)

@@ -9,8 +9,6 @@
 namespace vek::nr_mod_lib
 {
 
-class lib_nr_dl_bwp_configure_manager_t;
-
 enum lib_nr_dl_dci_cce2reg_mapping_type_t : std::uint32_t
 {
     LIB_NR_CORSET_INTERLEAVE = 0,
@@ -45,10 +43,10 @@ enum lib_nr_coreset_precoder_granularity_t : std::uint32_t
 class NR_MOD_LIB_EXPORT lib_nr_dl_coreset_configure_manager_t
 {
 public:
-    lib_nr_dl_coreset_configure_manager_t(const lib_nr_dl_bwp_configure_manager_t& bwp, unsigned int id);
+    lib_nr_dl_coreset_configure_manager_t(unsigned int bwp_rb_size, unsigned int id);
 
     /// Everything but the id back to its default: all groups of the BWP, one symbol, no interleaving.
-    void init(const lib_nr_dl_bwp_configure_manager_t& bwp);
+    void init(unsigned int bwp_rb_size);
 
     /// 1 to 11, clamped.
     bool set_current_coreset_id(unsigned int id);

@@ -114,7 +114,12 @@ private:
     bool _link_channels(unsigned int carrier, unsigned int numerology, unsigned int frame);
     void _keep_first_failed_step();
     template <class call_t>
-    bool _call(unsigned int entry, std::optional<unsigned int> slot, lib_nr_remap_mode_t mode, call_t call);
+    bool _call(unsigned int entry, std::optional<unsigned int> slot, lib_nr_remap_mode_t mode, call_t call)
+    {
+        m_step->entry = entry;
+        m_step->slot = slot;
+        return m_instead_of_calls ? m_instead_of_calls(*m_step, mode) : call();
+    }
 
     bool _deal_payload_mapping(unsigned int carrier, unsigned int numerology, unsigned int frame);
     bool _fill_frame_data(unsigned int carrier, unsigned int numerology, unsigned int frame, signal_t& buffer);

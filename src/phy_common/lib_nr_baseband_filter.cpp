@@ -3,7 +3,6 @@
 #include "common/lib_common_math.h"
 #include "common/lib_filter.h"
 #include "common/lib_signal_power.h"
-#include "phy_common/lib_nr_ofdm_modulator.h"
 #include "phy_common/lib_nr_phy_common.h"
 #include "phy_common/tables/lib_nr_minimum_guard_band_table.h"
 
@@ -168,7 +167,7 @@ void lib_nr_baseband_filter_t::_generate_baseband_filter()
 {
     m_coefficients.clear();
     const double fft_length =
-        static_cast<double>(lib_nr_ofdm_modulator_t::get_fft_length(m_numerology, m_channel_bandwidth)) *
+        static_cast<double>(lib_nr_phy_common_t::get_fft_length(m_numerology, m_channel_bandwidth)) *
         m_oversampling_ratio;
     const double subcarrier_width = 2.0 / fft_length;
     const double half_number =

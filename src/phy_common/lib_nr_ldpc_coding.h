@@ -2,6 +2,7 @@
 
 #include "common/lib_test_peer.h"
 #include "common/nr_mod_lib_export.h"
+#include "phy_common/lib_nr_ldpc_type.h"
 
 #include <cstdint>
 #include <map>
@@ -10,13 +11,6 @@
 
 namespace vek::nr_mod_lib
 {
-
-/// Base graphs of TS 38.212 clause 5.3.2.
-enum lib_nr_ldpc_base_graph_type_t : std::uint32_t
-{
-    LIB_NR_LDPC_BASE_GRAPH_1 = 0,
-    LIB_NR_LDPC_BASE_GRAPH_2 = 1,
-};
 
 struct lib_nr_ldpc_packed_parity_t;
 

@@ -1,7 +1,7 @@
 #pragma once
 
 #include "common/nr_mod_lib_export.h"
-#include "phy_common/lib_nr_ldpc_coding.h"
+#include "phy_common/lib_nr_ldpc_type.h"
 
 #include <vector>
 

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "phy_common/lib_nr_ldpc_coding.h"
+#include "phy_common/lib_nr_ldpc_type.h"
 
 #include <array>
 #include <cstddef>

@@ -1,6 +1,5 @@
 #include "phy_common/lib_nr_ofdm_modulator.h"
 
-#include "common/lib_common_math.h"
 #include "common/lib_complex_product.h"
 #include "common/lib_large_buffer.h"
 #include "common/lib_ofdm_cyclic_special_case.h"
@@ -19,7 +18,6 @@ namespace vek::nr_mod_lib
 namespace
 {
 
-constexpr unsigned int k_minimum_fft_length = 4;
 constexpr double k_frame_seconds = 0.01;
 
 /// Fraction of a turn, in [0, 1), that position x frequency / sample rate leaves. The plain product of doubles loses
@@ -130,8 +128,7 @@ bool lib_nr_ofdm_modulator_t::set_target_sample_rate(double sample_rate)
 unsigned int lib_nr_ofdm_modulator_t::get_fft_length(lib_nr_numerology_type_t numerology,
                                                      lib_nr_channel_bw_type_t bandwidth)
 {
-    return common_lib::lib_common_math_t::get_min_pow_of_2(
-        lib_nr_phy_common_t::get_subcarrier_total_number(numerology, bandwidth), k_minimum_fft_length);
+    return lib_nr_phy_common_t::get_fft_length(numerology, bandwidth);
 }
 
 double lib_nr_ofdm_modulator_t::get_actual_sample_rate() const

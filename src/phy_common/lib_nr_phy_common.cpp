@@ -1,5 +1,6 @@
 #include "phy_common/lib_nr_phy_common.h"
 
+#include "common/lib_common_math.h"
 #include "phy_common/tables/lib_nr_srs_bandwidth_table.h"
 
 #include <algorithm>
@@ -14,6 +15,7 @@ namespace
 
 using bandwidth_list_t = std::vector<lib_nr_channel_bw_type_t>;
 
+constexpr unsigned int k_minimum_fft_length = 4;
 constexpr std::uint32_t k_spacing_number = 7;
 constexpr std::uint32_t k_bandwidth_number = 24;
 
@@ -160,6 +162,13 @@ unsigned int lib_nr_phy_common_t::get_subcarrier_total_number(lib_nr_numerology_
                                                               lib_nr_channel_bw_type_t bandwidth)
 {
     return k_subcarriers_per_rb * get_max_transmit_rb_num(numerology, bandwidth);
+}
+
+unsigned int lib_nr_phy_common_t::get_fft_length(lib_nr_numerology_type_t numerology,
+                                                 lib_nr_channel_bw_type_t bandwidth)
+{
+    return common_lib::lib_common_math_t::get_min_pow_of_2(get_subcarrier_total_number(numerology, bandwidth),
+                                                           k_minimum_fft_length);
 }
 
 std::vector<lib_nr_channel_bw_type_t> lib_nr_phy_common_t::get_valid_bandwidth_list(lib_nr_freq_range_type_t freq_range)

@@ -101,6 +101,8 @@ public:
     /// 12 times `get_max_transmit_rb_num`, with the same line.
     static unsigned int get_subcarrier_total_number(lib_nr_numerology_type_t numerology,
                                                     lib_nr_channel_bw_type_t bandwidth);
+    /// The power of two, at least 4, that holds them: length of the symbols' transform without oversampling.
+    static unsigned int get_fft_length(lib_nr_numerology_type_t numerology, lib_nr_channel_bw_type_t bandwidth);
     /// All bandwidths of a range; `LIB_NR_CHANNEL_FR1_100M` alone for an unknown range.
     static std::vector<lib_nr_channel_bw_type_t> get_valid_bandwidth_list(lib_nr_freq_range_type_t freq_range);
     /// The bandwidths of a range that go with a spacing. 240 kHz gives those of both FR2 ranges; 960 kHz leaves 400 MHz

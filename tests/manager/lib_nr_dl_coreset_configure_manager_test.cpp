@@ -1,8 +1,6 @@
 #include "manager/lib_nr_dl_coreset_configure_manager.h"
 
-#include "manager/lib_nr_dl_bwp_configure_manager.h"
 #include "support/captured_output.h"
-#include "support/numerology.h"
 
 #include <gtest/gtest.h>
 
@@ -15,11 +13,7 @@ namespace
 
 using namespace vek::nr_mod_lib;
 
-lib_nr_dl_coreset_configure_manager_t coreset_in(unsigned int bwp_rb_size)
-{
-    const auto numerology = nr_test::numerology_of(LIB_NR_SCS_30K, 0, bwp_rb_size);
-    return lib_nr_dl_coreset_configure_manager_t(lib_nr_dl_bwp_configure_manager_t(numerology, 1, false), 1);
-}
+lib_nr_dl_coreset_configure_manager_t coreset_in(unsigned int bwp_rb_size) { return {bwp_rb_size, 1}; }
 
 std::string text_of(const std::vector<int>& bitmap)
 {

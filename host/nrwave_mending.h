@@ -1,0 +1,15 @@
+#pragma once
+
+#include "config/cfg_nr_waveform.h"
+
+#include <string>
+#include <vector>
+
+namespace nrwave
+{
+
+/// Steps that bring a copy's settings to those of the original, where single steps can; the copy takes them.
+std::vector<std::string> mending_steps(vek::nr_mod_lib::cfg_nr_waveform_t& original,
+                                       vek::nr_mod_lib::cfg_nr_waveform_t& copy);
+
+} // namespace nrwave
