@@ -2,18 +2,13 @@
 # the CMake package and the pkg-config file. All of it may be moved elsewhere as a whole.
 include(CMakePackageConfigHelpers)
 
-# What the library's own sources alone include is not installed.
-set(internal_headers cfg_nr_leaf_rows.h cfg_nr_leaf_text.h cfg_nr_leaf_tables.h cfg_nr_sch_leaves.h lib_nr_phy_steps.h
-    lib_target_clones.h lib_large_buffer.h lib_complex_product.h)
-list(TRANSFORM internal_headers REPLACE "\\." "\\\\.")
-list(JOIN internal_headers "|" internal_headers)
-
 install(TARGETS nr_mod_lib EXPORT nr_mod_lib
   LIBRARY DESTINATION ${CMAKE_INSTALL_LIBDIR}
   ARCHIVE DESTINATION ${CMAKE_INSTALL_LIBDIR}
   RUNTIME DESTINATION ${CMAKE_INSTALL_BINDIR})
-install(DIRECTORY ${PROJECT_SOURCE_DIR}/src/ DESTINATION ${CMAKE_INSTALL_INCLUDEDIR}/nr_mod_lib
-  FILES_MATCHING PATTERN "*.h" PATTERN tables EXCLUDE REGEX "(${internal_headers})" EXCLUDE)
+install(CODE "set(NR_MOD_LIB_SOURCE_DIR [[${PROJECT_SOURCE_DIR}]])
+set(NR_MOD_LIB_INCLUDEDIR [[${CMAKE_INSTALL_INCLUDEDIR}]])")
+install(SCRIPT ${PROJECT_SOURCE_DIR}/cmake/install_headers.cmake)
 install(FILES ${NR_MOD_LIB_EXPORT_HEADER} DESTINATION ${CMAKE_INSTALL_INCLUDEDIR}/nr_mod_lib/common)
 install(EXPORT nr_mod_lib NAMESPACE vek:: DESTINATION ${CMAKE_INSTALL_LIBDIR}/cmake/nr_mod_lib
   FILE nr_mod_lib_targets.cmake)

@@ -1,7 +1,5 @@
 #pragma once
 
-#include "common/nr_mod_lib_export.h"
-
 #include <cstddef>
 #include <vector>
 
@@ -11,7 +9,7 @@ namespace vek::common_lib
 /// Tells the system that a range will be touched from end to end, so that it may lay it into huge pages: first touch
 /// then costs a fault every 2 MB in place of one every 4 KB. Ranges below a few of those, and systems without, are left
 /// alone.
-NR_MOD_LIB_EXPORT void ask_for_huge_pages(void* begin, std::size_t bytes);
+void ask_for_huge_pages(void* begin, std::size_t bytes);
 
 /// Makes room for a buffer of the length of a waveform or a frame. Storage that is too small is given back before the
 /// new is taken, with its values; storage that is large enough stays as it is.

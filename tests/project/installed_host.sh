@@ -1,6 +1,6 @@
 #!/usr/bin/env bash
 # Installs the build into a folder that it was not configured for, moves that folder, and from there starts the tool and
-# builds and runs the example host: by find_package and by pkg-config. Then every installed header compiles alone.
+# builds and runs the example hosts: by find_package, and one by pkg-config. Then every installed header compiles alone.
 # Arguments: build folder, source folder, compiler.
 set -euo pipefail
 build=$1 source=$2 compiler=$3
@@ -15,6 +15,8 @@ cmake -S "$source/examples" -B "$place/host" -G Ninja -DCMAKE_CXX_COMPILER="$com
     -DCMAKE_PREFIX_PATH="$place/moved" >/dev/null
 cmake --build "$place/host" >/dev/null
 "$place/host/first_waveform"
+"$place/host/save_and_recall" "$place/settings.xml"
+[ "$("$place/host/map_and_conflict" | wc -l)" = 5 ] # its own lines, none of the library's
 
 libdir=$(dirname "$(find "$place/moved" -name nr_mod_lib.pc)")
 export PKG_CONFIG_PATH=$libdir
@@ -24,5 +26,9 @@ export PKG_CONFIG_PATH=$libdir
 LD_LIBRARY_PATH=$(dirname "$libdir") "$place/by_pkg_config"
 
 headers=$place/moved/include/nr_mod_lib
-! find "$headers" -path '*tables*' | grep . # data of the library's own
+! find "$headers" -path '*tables*' -o -name 'cfg_nr_leaf_*.h' | grep . # the library's own
+# What neither exports nor is included by another is the library's own too.
+(cd "$headers" && find . -name '*.h' | sed 's,^\./,,' | while read -r header; do
+    grep -q NR_MOD_LIB_EXPORT "$header" || grep -rqF "#include \"$header\"" . || { echo "$header"; exit 1; }
+done)
 "$source/tests/project/headers_alone.sh" "$compiler" "$headers"
