@@ -43,9 +43,12 @@ public:
     bool set_current_carrier_index(unsigned int carrier);
     unsigned int get_current_carrier_id() const { return m_carrier_index; }
 
+    /// Whether the carrier is sent and counts for the sample rate.
     bool set_enable(bool enable) { return _target().set_enable(enable); }
     bool get_enable() const { return _target().get_enable(); }
-    /// Offset of the carrier centre from the waveform's, in hertz, limited to 400 MHz either way.
+    /// Offset of the carrier centre from the waveform's, in hertz, limited to 400 MHz either way. Its half widths,
+    /// times the rate that the widest carrier up to this one needs, add to the sample rate. Phase terms do not follow
+    /// it.
     bool set_frequency_offset(int frequency_offset);
     int get_frequency_offset() const;
     /// Delay in seconds, limited to 0 to 10 ms.
@@ -57,6 +60,7 @@ public:
     /// Degrees, at most 360.
     bool set_init_phase(unsigned int init_phase) { return _target().set_init_phase(init_phase); }
     unsigned int get_init_phase() const { return _target().get_init_phase(); }
+    /// Whether a low-pass filter cuts what modulation spreads outside the channel.
     bool set_baseband_filter(bool enable) { return _target().set_baseband_filter_enable(enable); }
     bool get_baseband_filter() const { return _target().is_baseband_filter_enable(); }
     /// A new type brings the carrier back to its defaults, but for timing offset, NTN mode and radio frequency.
@@ -72,6 +76,7 @@ public:
     /// Length of the transition between symbols as a fraction of the useful symbol, limited to 0 to 0.5.
     void set_windowing_beta(double beta) { _target().set_windowing_beta(beta); }
     double get_windowing_beta() const { return _target().get_windowing_beta(); }
+    /// Form of that transition.
     void set_windowing_method(common_lib::lib_ofdm_windowing_method_type_t method)
     {
         _target().set_windowing_method(method);

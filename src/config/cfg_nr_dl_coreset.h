@@ -37,6 +37,7 @@ public:
     /// Symbols, limited to 1 to 3. Below 3 a bundle size of 3 becomes 2. The DCIs of the BWP follow.
     bool set_duration(unsigned int duration);
     unsigned int get_duration() const { return _target().get_duration(); }
+    /// Whether the REGs of a CCE are interleaved; the bitmap is then fitted to whole rows of bundles.
     bool set_cce2reg_mapping_type(lib_nr_dl_dci_cce2reg_mapping_type_t type)
     {
         return _target().set_cce2reg_mapping_type(type);

@@ -108,6 +108,7 @@ public:
     /// Kept for the host: neither flag changes waveform or resource map.
     bool set_reused_for_pdsch(bool reused) { return _target().set_reused_for_pdsch(reused); }
     bool get_reused_for_pdsch() const { return _target().get_reused_for_pdsch(); }
+    /// As the flag above.
     bool set_zero_power(bool zero_power) { return _target().set_zero_power(zero_power); }
     bool get_zero_power() const { return _target().get_zero_power(); }
 

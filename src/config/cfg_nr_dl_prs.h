@@ -55,6 +55,7 @@ public:
     /// last without a break. Fits the bits of muting option 2.
     bool set_reptition_factor(lib_nr_prs_reptition_factor_t factor) { return _target().set_reptition_factor(factor); }
     lib_nr_prs_reptition_factor_t get_reptition_factor() const { return _target().get_reptition_factor(); }
+    /// Slots from one repetition to the next.
     bool set_time_gap(lib_nr_prs_time_gap_t gap) { return _target().set_time_gap(gap); }
     lib_nr_prs_time_gap_t get_time_gap() const { return _target().get_time_gap(); }
     /// Periods that a bit of muting option 1 stands for.

@@ -93,6 +93,7 @@ public:
     bool set_cell_barred(bool cell_barred) { return _target().set_cell_barred(cell_barred); }
     bool get_cell_barred() const { return _target().get_cell_barred(); }
 
+    /// As the bit above.
     bool set_intra_frequency_reselection(bool reselection)
     {
         return _target().set_intra_frequency_reselection(reselection);

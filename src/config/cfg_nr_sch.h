@@ -129,6 +129,7 @@ public:
     /// N_ID^0 and N_ID^1 of the DMRS, -1 to 65535; 0 and -1 stand for the cell's identity.
     bool set_nid0(int nid) { return _target().set_nid0(nid); }
     int get_nid0() const { return _target().get_nid0(); }
+    /// As N_ID^0.
     bool set_nid1(int nid) { return _target().set_nid1(nid); }
     int get_nid1() const { return _target().get_nid1(); }
     /// DMRS in dB above the channel's power, limited to -40 to 40.
@@ -186,6 +187,7 @@ public:
     /// PTRS in dB above the channel's power, limited to -40 to 40.
     bool set_ptrs_power(double power) { return _target().set_ptrs_power(power); }
     double get_ptrs_power() const { return _target().get_ptrs_power(); }
+    /// Resource blocks from one PTRS subcarrier to the next, K of TS 38.211 clause 7.4.1.2.2: 2 or 4.
     bool set_ptrs_freqency_density(lib_nr_sch_ptrs_frequency_density_size_t density)
     {
         return _target().set_ptrs_freqency_density(density);
@@ -194,6 +196,7 @@ public:
     {
         return _target().get_ptrs_freqency_density();
     }
+    /// Symbols from one PTRS symbol to the next, L of that clause: 1, 2 or 4.
     bool set_ptrs_time_density(lib_nr_sch_ptrs_time_density_t density)
     {
         return _target().set_ptrs_time_density(density);

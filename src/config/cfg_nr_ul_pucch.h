@@ -75,6 +75,7 @@ public:
     /// Second interlace, as the first; any negative value is -1, none.
     bool set_interlace1(int interlace);
     int get_interlace1() const { return _get_pucch_manager().get_interlace1(); }
+    /// How many of its resource blocks are used.
     bool set_pucch_interlace1(lib_nr_ul_pucch_interlace_rb_num_t rb_num);
     lib_nr_ul_pucch_interlace_rb_num_t get_pucch_interlace1() const
     {
@@ -84,6 +85,7 @@ public:
     /// -1, the cell's identity.
     bool set_hopping_id(int hopping_id) { return _get_pucch_manager().set_hopping_id(hopping_id); }
     int get_hopping_id() const { return _get_pucch_manager().get_hopping_id(); }
+    /// Hopping over sequence groups, over the two sequences of a group, or neither (TS 38.211 clause 6.3.2.2.1).
     bool set_pucch_group_hopping(lib_nr_ul_group_hopping_t hopping);
     lib_nr_ul_group_hopping_t get_pucch_group_hopping() const { return _get_pucch_manager().get_pucch_group_hopping(); }
     /// m_0 of formats 0 and 1, at most 11.
@@ -207,6 +209,7 @@ public:
     /// Bits a slot, 1 to 2 for formats 0 and 1 and 3 to 2026 for the others.
     bool set_payload_size(unsigned int size) { return _get_pucch_manager().set_payload_size(size); }
     unsigned int get_payload_size() const { return _get_pucch_manager().get_payload_size(); }
+    /// The user's bits, as "100" or "1,0,0".
     bool set_payload_user_bits(const std::string& text) { return _get_pucch_manager().set_payload_user_bits(text); }
     const std::string& get_payload_user_bits() const { return _get_pucch_manager().get_payload_user_bits(); }
 

@@ -87,6 +87,7 @@ public:
     /// B_SRS, 0 to 3, and C_SRS, 0 to 63: column and row of Table 6.4.1.4.3-1. P_F is 1 as for the comb.
     bool set_b_srs(unsigned char b_srs) { return _target().set_b_srs(b_srs); }
     unsigned char get_b_srs() const { return _target().get_b_srs(); }
+    /// Row of that table.
     bool set_c_srs(unsigned char c_srs) { return _target().set_c_srs(c_srs); }
     unsigned char get_c_srs() const { return _target().get_c_srs(); }
     /// 0 to 3; it hops where this is below B_SRS.

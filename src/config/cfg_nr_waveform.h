@@ -47,6 +47,8 @@ public:
     /// Whether the finished baseband is conjugated.
     bool set_mirror_spectrum(bool mirror);
     bool get_mirror_spectrum() const;
+    /// Whether each symbol carries the phase term of TS 38.211 clause 5.4 for the radio frequency, in every carrier the
+    /// same whatever its offset.
     bool set_phase_compensation(bool enable);
     bool get_phase_compensation() const;
     /// Whole hertz.
@@ -56,19 +58,23 @@ public:
     bool set_antennas_number(unsigned int number);
     unsigned int get_antennas_number() const;
 
-    /// Hertz.
+    /// Hertz. Counts the carriers in their order: one off the centre asks for the rate of the widest up to it, once
+    /// more for each of its own half widths. So a narrow carrier far out costs least ahead of a wide one.
     unsigned long long get_waveform_sample_rate() const;
     /// Seconds.
     double get_waveform_length() const;
     unsigned long long get_waveform_sample_points() const;
 
+    /// Whether peaks of the finished baseband are cut to the target.
     bool set_crest_factor_reduction_enable(bool enable);
     bool get_crest_factor_reduction_enable() const;
-    /// dB above the mean power.
+    /// dB above the mean power of what carries signal: silence does not count.
     bool set_cfr_target_papr(double target_papr);
     double get_cfr_target_papr() const;
+    /// Most passes over the signal, limited to 0 to 100.
     bool set_cfr_max_iteration(unsigned int number);
     unsigned int get_cfr_max_iteration() const;
+    /// Part of the excess taken off in a pass, limited to 0 to 100.
     bool set_cfr_cancel_percent(double percent);
     double get_cfr_cancel_percent() const;
     /// Samples, at most those of the waveform.

@@ -1,5 +1,6 @@
 #!/usr/bin/env python3
-"""Fails where a setter of a façade has no row in the leaf tables, or a row is wired to another setting's operations.
+"""Fails where a setter of a façade has no row in the leaf tables or no word above it, or a row is wired to another
+setting's operations.
 
 `set_x` of src/config/cfg_nr_y.h has a row named x in src/config/leaves/cfg_nr_y_leaves.*; only cursors have none. An
 override has the row of its base.
@@ -19,6 +20,18 @@ SETTER = re.compile(r"^\s*(?:virtual\s+)?(?:bool|int|void)\s+(set_\w+)\([^()]*\)
 ROW = re.compile(r"leaf<([^<>]*)>\(\s*\"(\w+)\"|indexed<([^<>]*)>\(\s*\"(\w+)\"", re.S)
 
 
+def without_word(text):
+    """Setters with no /// right above; a // comment above stands for all that follow it up to the next ///."""
+    above = comment = ""
+    for line in text.splitlines():
+        setter = SETTER.match(line)
+        if setter and not CURSOR.fullmatch(setter.group(1)) and comment != "//" and not above.startswith("///"):
+            yield setter.group(1)
+        above = line.strip()
+        if above.startswith("//"):
+            comment = "///" if above.startswith("///") else "//"
+
+
 def main():
     config = pathlib.Path(sys.argv[1]) / "src" / "config"
     wrong = []
@@ -27,6 +40,7 @@ def main():
         text = header.read_text(encoding="utf-8")
         if "class NR_MOD_LIB_EXPORT cfg_nr_" not in text:
             continue
+        wrong += [f"{header.name}: {name} has no word above it" for name in without_word(text)]
         rows = {}
         for leaves in (config / "leaves").glob(f"{header.stem}_leaves.*"):
             for arguments, name, indexed, indexed_name in ROW.findall(leaves.read_text(encoding="utf-8")):

@@ -26,7 +26,8 @@ constexpr auto single(const char* name, const cfg_nr_table_of_t<cfg_nr_leaf_deta
 constexpr auto k_leaves = row::leaves(
     row::leaf<&carrier_t::get_enable, &carrier_t::set_enable>("enable", "whether the carrier is sent"),
     row::leaf<&carrier_t::get_frequency_offset, &carrier_t::set_frequency_offset>(
-        "frequency_offset", "hertz from the waveform's centre, -400000000 to 400000000"),
+        "frequency_offset", "hertz from the waveform's centre, -400000000 to 400000000; raises the rate by the widest "
+                            "carrier up to this one"),
     row::leaf<&carrier_t::get_timing_offset, &carrier_t::set_timing_offset>("timing_offset",
                                                                             "delay in seconds, 0 to 0.01"),
     row::leaf<&carrier_t::get_power_boosting, &carrier_t::set_power_boosting>("power_boosting", "dB, -40 to 40"),

@@ -19,14 +19,14 @@ constexpr auto k_leaves = row::leaves(
     row::leaf<&waveform_t::get_mirror_spectrum, &waveform_t::set_mirror_spectrum>(
         "mirror_spectrum", "whether the finished baseband is conjugated"),
     row::leaf<&waveform_t::get_phase_compensation, &waveform_t::set_phase_compensation>(
-        "phase_compensation", "whether symbols carry the phase terms of the radio frequency"),
+        "phase_compensation", "whether symbols carry the phase terms of radio_frequency, whatever a carrier's offset"),
     row::leaf<&waveform_t::get_radio_frequency, &waveform_t::set_radio_frequency>("radio_frequency", "whole hertz"),
     row::leaf<&waveform_t::get_antennas_number, &waveform_t::set_antennas_number>("antennas_number",
                                                                                   "always 1, whatever is asked for"),
     row::leaf<&waveform_t::get_crest_factor_reduction_enable, &waveform_t::set_crest_factor_reduction_enable>(
         "crest_factor_reduction_enable", "whether peaks of the finished baseband are cut to cfr_target_papr"),
     row::leaf<&waveform_t::get_cfr_target_papr, &waveform_t::set_cfr_target_papr>(
-        "cfr_target_papr", "highest peak allowed, in dB above the mean power, 0 to 30"),
+        "cfr_target_papr", "highest peak allowed, in dB above the mean of what is not silence, 0 to 30"),
     row::leaf<&waveform_t::get_cfr_max_iteration, &waveform_t::set_cfr_max_iteration>(
         "cfr_max_iteration", "most passes over the signal, 0 to 100"),
     row::leaf<&waveform_t::get_cfr_cancel_percent, &waveform_t::set_cfr_cancel_percent>(
@@ -38,7 +38,8 @@ constexpr auto k_leaves = row::leaves(
         .outside_tree());
 
 constexpr auto k_figures = row::rows(
-    row::figure<&waveform_t::get_waveform_sample_rate>("waveform_sample_rate", "hertz"),
+    row::figure<&waveform_t::get_waveform_sample_rate>(
+        "waveform_sample_rate", "hertz; least with narrow carriers far out ahead of wide ones in the list"),
     row::figure<&waveform_t::get_waveform_sample_points>("waveform_sample_points", "samples of the whole waveform"),
     row::figure<&waveform_t::get_waveform_length>("waveform_length", "seconds"));
 
