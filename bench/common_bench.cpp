@@ -35,35 +35,6 @@ void count_samples(benchmark::State& state, std::size_t samples)
     state.SetItemsProcessed(state.iterations() * static_cast<std::int64_t>(samples));
 }
 
-void fft(benchmark::State& state)
-{
-    const auto length = static_cast<std::size_t>(state.range(0));
-    const signal_t in = make_noise(length);
-    signal_t out(length);
-    const lib_fft_plan_t& plan = lib_fft_plan_t::get(length, LIB_FFT_FORWARD);
-    for (auto _ : state) {
-        plan.execute(in.data(), out.data());
-        benchmark::DoNotOptimize(out.data());
-    }
-    count_samples(state, length);
-}
-BENCHMARK(fft)->Arg(256)->Arg(4096)->Arg(8192)->Arg(16384)->Arg(65536)->Arg(1228800);
-
-void fft_in_place(benchmark::State& state)
-{
-    const auto length = static_cast<std::size_t>(state.range(0));
-    const signal_t in = make_noise(length);
-    signal_t out(length);
-    const lib_fft_plan_t& plan = lib_fft_plan_t::get(length, LIB_FFT_FORWARD);
-    for (auto _ : state) {
-        std::copy(in.begin(), in.end(), out.begin());
-        plan.execute(out.data(), out.data());
-        benchmark::DoNotOptimize(out.data());
-    }
-    count_samples(state, length);
-}
-BENCHMARK(fft_in_place)->Arg(4096)->Arg(8192)->Arg(65536);
-
 void filter_frame(benchmark::State& state)
 {
     lib_fir_filter_design_t design;

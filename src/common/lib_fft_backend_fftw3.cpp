@@ -1,13 +1,11 @@
-#include "common/lib_fft_plan.h"
-
-#include "common/lib_prime_factor.h"
+#include "common/lib_fft_method.h"
 
 #include <fftw3.h>
 
 #include <algorithm>
 #include <new>
 
-namespace vek::common_lib
+namespace vek::common_lib::detail
 {
 
 namespace
@@ -42,6 +40,15 @@ fftw_complex* to_fftw(const std::complex<double>* values)
 // once: where that fails, std::bad_alloc tells.
 void make_sure_of(std::size_t bytes) { make_buffer(bytes / sizeof(fftw_complex) + 1); }
 
+std::size_t get_largest_prime_factor(std::size_t number)
+{
+    std::size_t largest = 1;
+    for (std::size_t factor = 2; factor * factor <= number; ++factor)
+        for (; number % factor == 0; number /= factor)
+            largest = factor;
+    return std::max(largest, number);
+}
+
 // Bounds of what FFTW was seen to take, with a margin. Lengths of small prime factors cost tables of a fraction of
 // their size; others take the detour by a convolution. The constants are the planner's own.
 constexpr std::size_t k_largest_direct_factor = 31;
@@ -54,64 +61,64 @@ bool is_aligned(const std::complex<double>* values)
     return fftw_alignment_of(reinterpret_cast<double*>(to_fftw(values))) == 0;
 }
 
-} // namespace
-
-// One plan for each of the two ways, made when first needed, always for aligned buffers: with other plans for other
-// alignments the last bits of a result would depend on where its buffer lies.
-struct lib_fft_plan_t::backend_t
+/// One plan for each of the four ways, made when first needed, always for aligned buffers: with other plans for other
+/// alignments the last bits of a result would depend on where its buffer lies.
+class fftw_method_t : public fft_method_t
 {
-    fftw_plan_ptr_t in_place;
-    fftw_plan_ptr_t out_of_place;
-    std::size_t length = 0;
-    int sign = FFTW_FORWARD;
-    bool is_direct = false;
+public:
+    explicit fftw_method_t(std::size_t length)
+        : m_length(length), m_is_direct(get_largest_prime_factor(length) <= k_largest_direct_factor)
+    {}
 
-    // For aligned buffers.
-    void execute(fftw_complex* in, fftw_complex* out)
+    void execute(lib_fft_direction_t direction, const std::complex<double>* in,
+                 std::complex<double>* out) const override
     {
-        fftw_plan_ptr_t& plan = in == out ? in_place : out_of_place;
-        const std::size_t bytes = length * sizeof(fftw_complex);
+        if (is_aligned(in) && is_aligned(out)) {
+            _execute_aligned(direction, to_fftw(in), to_fftw(out));
+            return;
+        }
+        // Vectors of samples are always aligned; this is for buffers of other origin, and takes the same plan.
+        const fftw_buffer_t aligned_in = make_buffer(m_length);
+        const fftw_buffer_t aligned_out = make_buffer(in == out ? 1 : m_length);
+        fftw_complex* result = in == out ? aligned_in.get() : aligned_out.get();
+        std::copy_n(in, m_length, reinterpret_cast<std::complex<double>*>(aligned_in.get()));
+        _execute_aligned(direction, aligned_in.get(), result);
+        std::copy_n(reinterpret_cast<std::complex<double>*>(result), m_length, out);
+    }
+
+private:
+    void _execute_aligned(lib_fft_direction_t direction, fftw_complex* in, fftw_complex* out) const
+    {
+        fftw_plan_ptr_t& plan = (in == out ? m_in_place : m_out_of_place)[direction == LIB_FFT_INVERSE ? 1 : 0];
+        const std::size_t bytes = m_length * sizeof(fftw_complex);
         if (plan == nullptr) {
-            make_sure_of((is_direct ? 2 : 8) * bytes + k_planner_bytes);
+            make_sure_of((m_is_direct ? 2 : 8) * bytes + k_planner_bytes);
             // Estimated, not measured: measuring takes seconds and its choice differs from run to run. It does not
             // touch the buffers.
-            const fftw_iodim64 samples = {static_cast<std::ptrdiff_t>(length), 1, 1};
-            plan.reset(fftw_plan_guru64_dft(1, &samples, 0, nullptr, in, out, sign, FFTW_ESTIMATE));
+            const fftw_iodim64 samples = {static_cast<std::ptrdiff_t>(m_length), 1, 1};
+            plan.reset(fftw_plan_guru64_dft(1, &samples, 0, nullptr, in, out,
+                                            direction == LIB_FFT_INVERSE ? FFTW_BACKWARD : FFTW_FORWARD,
+                                            FFTW_ESTIMATE));
             if (plan == nullptr)
                 throw std::bad_alloc();
         }
         // The plans of the hot loops take no buffer.
-        if (in == out || !is_direct || length > k_longest_without_buffer)
+        if (in == out || !m_is_direct || m_length > k_longest_without_buffer)
             make_sure_of(3 * bytes + k_buffer_bytes);
         fftw_execute_dft(plan.get(), in, out);
     }
+
+    std::size_t m_length;
+    bool m_is_direct;
+    mutable fftw_plan_ptr_t m_in_place[2];
+    mutable fftw_plan_ptr_t m_out_of_place[2];
 };
 
-lib_fft_plan_t::lib_fft_plan_t(std::size_t length, lib_fft_direction_t direction)
-    : m_length(length), m_backend(std::make_unique<backend_t>())
+} // namespace
+
+std::shared_ptr<const fft_method_t> make_fft_method(std::size_t length)
 {
-    m_backend->length = length;
-    m_backend->is_direct = get_largest_prime_factor(length) <= k_largest_direct_factor;
-    m_backend->sign = direction == LIB_FFT_INVERSE ? FFTW_BACKWARD : FFTW_FORWARD;
+    return std::make_shared<fftw_method_t>(length);
 }
 
-lib_fft_plan_t::~lib_fft_plan_t() = default;
-
-void lib_fft_plan_t::execute(const std::complex<double>* in, std::complex<double>* out) const
-{
-    if (m_length == 0)
-        return;
-    if (is_aligned(in) && is_aligned(out)) {
-        m_backend->execute(to_fftw(in), to_fftw(out));
-        return;
-    }
-    // Vectors of samples are always aligned; this is for buffers of other origin, and takes the same plan.
-    const fftw_buffer_t aligned_in = make_buffer(m_length);
-    const fftw_buffer_t aligned_out = make_buffer(in == out ? 1 : m_length);
-    fftw_complex* result = in == out ? aligned_in.get() : aligned_out.get();
-    std::copy_n(in, m_length, reinterpret_cast<std::complex<double>*>(aligned_in.get()));
-    m_backend->execute(aligned_in.get(), result);
-    std::copy_n(reinterpret_cast<std::complex<double>*>(result), m_length, out);
-}
-
-} // namespace vek::common_lib
+} // namespace vek::common_lib::detail

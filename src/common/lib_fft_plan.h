@@ -16,15 +16,24 @@ enum lib_fft_direction_t : std::uint32_t
     LIB_FFT_INVERSE = 1,
 };
 
+namespace detail
+{
+class fft_method_t;
+}
+
 /// A discrete Fourier transform of one length and direction, without scaling: forward sums x(n) exp(-j 2 pi k n / N),
-/// inverse X(k) exp(j 2 pi k n / N). Any length is fast, primes included. The backend chosen at build time stands
-/// behind it and nothing else knows it. Results do not depend on where the buffers lie in memory.
+/// inverse X(k) exp(j 2 pi k n / N). Any length is fast, primes included; the quickest are products of 2, 3 and 5. The
+/// backend chosen at build time stands behind it and nothing else knows it. Results do not depend on where the buffers
+/// lie in memory, and with the library's own backend not on the machine and the compiler either.
 ///
-/// With FFTW behind it, a host that uses FFTW in the same process shares two things with the library. The planner:
-/// plans of either must not be made while the other makes or destroys one, so a host plans outside the library's calls,
-/// or in the same thread; `fftw_cleanup` destroys the library's plans too and must not be called. And wisdom: the
-/// library estimates its plans, which enter the process's wisdom, and takes what measured wisdom the host has gathered
-/// for the same lengths, whereupon the last bits of results may differ.
+/// The library's own backend, the default, has nothing but tables that never change: plans may be made, asked for and
+/// executed by any number of threads at once. A thread that transforms keeps a buffer of at most 2 MB until it ends.
+///
+/// With FFTW behind it, one call at a time is meant for the process, and a host that uses FFTW in the same process
+/// shares two things with the library. The planner: plans of either must not be made while the other makes or destroys
+/// one, so a host plans outside the library's calls, or in the same thread; `fftw_cleanup` destroys the library's plans
+/// too and must not be called. And wisdom: the library estimates its plans, which enter the process's wisdom, and takes
+/// what measured wisdom the host has gathered for the same lengths, whereupon the last bits of results may differ.
 class NR_MOD_LIB_EXPORT lib_fft_plan_t
 {
 public:
@@ -39,16 +48,20 @@ public:
     static const lib_fft_plan_t& get(std::size_t length, lib_fft_direction_t direction);
 
     /// Reads and writes `get_length()` values. In place (`in == out`) or between buffers that do not overlap; then `in`
-    /// keeps its values. One call at a time for the process, `get` included. Throws `std::bad_alloc` where the backend
-    /// may not find the memory it needs.
+    /// keeps its values. Throws `std::bad_alloc` where the backend may not find the memory it needs, as do the
+    /// constructor and `get`; nothing is lost then, and a later call may succeed.
     void execute(const std::complex<double>* in, std::complex<double>* out) const;
     std::size_t get_length() const { return m_length; }
 
 private:
-    struct backend_t;
+    class store_t;
+
+    lib_fft_plan_t(std::size_t length, lib_fft_direction_t direction,
+                   std::shared_ptr<const detail::fft_method_t> method);
 
     std::size_t m_length;
-    std::unique_ptr<backend_t> m_backend;
+    lib_fft_direction_t m_direction;
+    std::shared_ptr<const detail::fft_method_t> m_method;
 };
 
 } // namespace vek::common_lib

@@ -1,0 +1,76 @@
+#pragma once
+
+#include "common/lib_fft_method.h"
+#include "common/lib_fft_units.h"
+#include "common/nr_mod_lib_export.h"
+
+#include <cstddef>
+#include <memory>
+#include <new>
+#include <vector>
+
+namespace vek::common_lib::detail
+{
+
+/// A transform by passes of small radices, for lengths without prime factors but 2, 3 and 5. The result has the same
+/// bits whatever the unit.
+class NR_MOD_LIB_EXPORT fft_direct_t : public fft_method_t
+{
+public:
+    /// By the widest unit that can run the length.
+    explicit fft_direct_t(std::size_t length);
+    fft_direct_t(std::size_t length, const fft_unit_t& unit);
+
+    void execute(lib_fft_direction_t direction, const std::complex<double>* in,
+                 std::complex<double>* out) const override;
+
+    /// The radices of a length in the order of the passes, at least two. Those of the fewest passes, and small ones
+    /// ahead: so it was measured.
+    static std::vector<std::size_t> get_radices(std::size_t length);
+
+private:
+    struct aligned_delete_t
+    {
+        void operator()(double* numbers) const { ::operator delete[](numbers, k_alignment); }
+    };
+    static constexpr std::align_val_t k_alignment{64};
+    using numbers_t = std::unique_ptr<double[], aligned_delete_t>;
+    static numbers_t _make_numbers(std::size_t count);
+
+    struct pass_t
+    {
+        std::size_t radix;
+        std::size_t stride;
+        std::size_t rest;
+        fft_pass_t run[2];     ///< forward and inverse
+        std::size_t root_step; ///< numbers for one p, or in the first pass for one vector of them
+        numbers_t roots;       ///< by p; those of the first pass in the order in which its stage reads them
+    };
+    /// One pass, or two of which the second follows while the values of the first are in the nearest cache.
+    struct stage_t
+    {
+        std::size_t first_pass;
+        bool is_pair;
+    };
+
+    void _add_pass(const fft_unit_t& unit, std::size_t radix, bool is_last);
+    void _fill_roots_of_first(const std::vector<std::complex<double>>& all_roots);
+    void _fill_roots(pass_t& pass, const std::vector<std::complex<double>>& all_roots) const;
+    bool _can_pair(std::size_t first_pass) const;
+    /// Of a value between the passes, in numbers.
+    std::size_t _place(std::size_t index) const;
+    void _run_stage(const stage_t& stage, lib_fft_direction_t direction, const double* in, double* out) const;
+    void _run_pass(const pass_t& pass, lib_fft_direction_t direction, const double* in, double* out) const;
+    void _run_first_pair(const pass_t& first, const pass_t& second, lib_fft_direction_t direction, const double* in,
+                         double* out) const;
+    void _run_pair(const pass_t& first, const pass_t& second, lib_fft_direction_t direction, const double* in,
+                   double* out) const;
+
+    std::size_t m_length;
+    std::size_t m_width;
+    bool m_is_in_planes;
+    std::vector<pass_t> m_passes;
+    std::vector<stage_t> m_stages;
+};
+
+} // namespace vek::common_lib::detail
