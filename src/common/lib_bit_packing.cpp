@@ -160,4 +160,18 @@ void unpack_bits(const std::uint64_t* words, std::size_t count, unsigned char* b
     widest().unpack(words, count, bits);
 }
 
+void append_packed_bits(const std::uint64_t* source, std::size_t first_bit, std::size_t count, std::uint64_t* target,
+                        std::size_t end)
+{
+    const std::size_t up = end % k_word_bits;
+    std::uint64_t* word = target + end / k_word_bits;
+    for (std::size_t i = 0; i < count; i += k_word_bits, ++word) {
+        std::uint64_t bits = read_packed_bits(source, first_bit + i);
+        if (count - i < k_word_bits)
+            bits &= (std::uint64_t{1} << (count - i)) - 1;
+        word[0] |= bits << up;
+        word[1] = (bits >> 1) >> (k_word_bits - 1 - up);
+    }
+}
+
 } // namespace vek::common_lib

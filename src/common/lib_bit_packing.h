@@ -25,6 +25,20 @@ NR_MOD_LIB_EXPORT void pack_bits_with_fillers(const unsigned char* bits, std::si
 /// Writes exactly `count` elements.
 NR_MOD_LIB_EXPORT void unpack_bits(const std::uint64_t* words, std::size_t count, unsigned char* bits);
 
+/// Appends bits: `count` of those from `first_bit` of a packed sequence on go to place `end` of another, whose bits
+/// from there on are zeros. The source goes on for a word behind its last bit, and so does the target, where zeros
+/// stay.
+NR_MOD_LIB_EXPORT void append_packed_bits(const std::uint64_t* source, std::size_t first_bit, std::size_t count,
+                                          std::uint64_t* target, std::size_t end);
+
+/// The 64 bits from a place of a packed sequence on; the sequence goes on for a word behind the one of that place.
+inline std::uint64_t read_packed_bits(const std::uint64_t* words, std::size_t first_bit)
+{
+    const std::uint64_t* word = words + first_bit / 64;
+    const std::size_t down = first_bit % 64;
+    return (word[0] >> down) | ((word[1] << 1) << (63 - down));
+}
+
 namespace detail
 {
 

@@ -87,6 +87,15 @@ void lib_prbs_code_t::set_prbs_seed_to_default() { m_seed = k_all_ones; }
 
 unsigned int lib_prbs_code_t::generate_prbs_code(unsigned int n, std::vector<unsigned char>& bits) const
 {
+    std::vector<std::uint64_t> words;
+    const unsigned int state = generate_prbs_words(n, words);
+    bits.resize(n);
+    unpack_bits(words.data(), n, bits.data());
+    return state;
+}
+
+unsigned int lib_prbs_code_t::generate_prbs_words(unsigned int n, std::vector<std::uint64_t>& words) const
+{
     const recursion_t recursion(m_custom_primitive_polynomial_enable ? m_primitive_polynomial : k_itu_pn9);
     const std::size_t degree = recursion.degree;
     const std::size_t needed = std::size_t{n} + degree; // the state behind the last bit included
@@ -94,7 +103,7 @@ unsigned int lib_prbs_code_t::generate_prbs_code(unsigned int n, std::vector<uns
 
     // A polynomial over two elements has p(x)^64 = p(x^64), so the recursion of the bits is that of whole words as
     // well.
-    std::vector<std::uint64_t> words(std::max(word_count, degree) + 1);
+    words.assign(std::max(word_count, degree) + 1, 0);
     run_register(recursion, m_seed & low_bits(recursion.degree), words, std::min(needed, 64 * degree));
     for (std::size_t i = 0; i + degree < word_count; ++i) {
         std::uint64_t word = words[i];
@@ -102,14 +111,7 @@ unsigned int lib_prbs_code_t::generate_prbs_code(unsigned int n, std::vector<uns
             word ^= words[i + tap];
         words[i + degree] = word;
     }
-
-    bits.resize(n);
-    const std::size_t whole_words = n / 64;
-    unpack_bits(words.data(), n, bits.data());
-
-    const unsigned int shift = n % 64;
-    const std::uint64_t above = shift == 0 ? 0 : words[whole_words + 1] << (64 - shift);
-    return static_cast<unsigned int>((words[whole_words] >> shift | above) & low_bits(recursion.degree));
+    return static_cast<unsigned int>(read_packed_bits(words.data(), n) & low_bits(recursion.degree));
 }
 
 } // namespace vek::common_lib

@@ -34,6 +34,8 @@ public:
     /// Replaces `bits` by the next n bits, one a byte, and returns the state behind them for a later `set_prbs_seed`.
     /// The object's own state stays: a second call gives the same bits.
     unsigned int generate_prbs_code(unsigned int n, std::vector<unsigned char>& bits) const;
+    /// The same with 64 bits a word, the first lowest; what stands behind the n bits does not count.
+    unsigned int generate_prbs_words(unsigned int n, std::vector<std::uint64_t>& words) const;
 
 private:
     bool m_custom_primitive_polynomial_enable;

@@ -71,9 +71,11 @@ const crc_tables_t& tables_of(std::uint32_t polynomial)
     return *k_tables_by_row[row];
 }
 
-// The remainder of `count` bits times x^L, the highest power in bit 0. Zeros ahead of a message don't change its
-// remainder, so what doesn't fill a word comes first, with zeros ahead.
-std::uint32_t crc_remainder(const crc_tables_t& tables, const unsigned char* bits, std::size_t count)
+// The remainder of `count` bits times x^L, the highest power in bit 0; `read(place, n)` gives the n bits from a place
+// on as a word. Zeros ahead of a message don't change its remainder, so what doesn't fill a word comes first, with
+// zeros ahead.
+template <class read_t>
+std::uint32_t crc_remainder(const crc_tables_t& tables, std::size_t count, read_t read)
 {
     const auto& remainder = tables.remainder;
     std::uint32_t state = 0;
@@ -88,9 +90,9 @@ std::uint32_t crc_remainder(const crc_tables_t& tables, const unsigned char* bit
     };
     const std::size_t head = count % 64;
     if (head != 0)
-        take_word(common_lib::pack_word(bits, head) << (64 - head));
+        take_word(read(0, head) << (64 - head));
     for (std::size_t i = head; i < count; i += 64)
-        take_word(common_lib::pack_word(bits + i));
+        take_word(read(i, 64));
     return state;
 }
 
@@ -105,6 +107,11 @@ void lib_nr_crc_calculator_t::set_crc_type(lib_nr_crc_type_t type)
 
 unsigned int lib_nr_crc_calculator_t::get_crc_length() const { return m_crc_length; }
 
+unsigned int lib_nr_crc_calculator_t::get_crc_length(lib_nr_crc_type_t type)
+{
+    return k_crc_rows[type < k_crc_rows.size() ? type : LIB_NR_CRC_TYPE_24A].length;
+}
+
 bool lib_nr_crc_calculator_t::deal_crc_attachment(const std::vector<unsigned char>& in, std::vector<unsigned char>& out)
 {
     if (m_crc_length + 1 > 32) {
@@ -112,7 +119,10 @@ bool lib_nr_crc_calculator_t::deal_crc_attachment(const std::vector<unsigned cha
                   << std::endl;
         return false;
     }
-    const std::uint32_t remainder = crc_remainder(tables_of(m_crc_polynomial), in.data(), in.size());
+    const std::uint32_t remainder =
+        crc_remainder(tables_of(m_crc_polynomial), in.size(), [&](std::size_t place, std::size_t bits) {
+            return bits < 64 ? common_lib::pack_word(&in[place], bits) : common_lib::pack_word(&in[place]);
+        });
     std::array<unsigned char, 32> parity{};
     common_lib::unpack_word(remainder, m_crc_length, parity.data());
 
@@ -123,6 +133,15 @@ bool lib_nr_crc_calculator_t::deal_crc_attachment(const std::vector<unsigned cha
     }
     out.insert(out.end(), parity.begin(), parity.begin() + m_crc_length);
     return true;
+}
+
+std::uint32_t lib_nr_crc_calculator_t::get_parity(lib_nr_crc_type_t type, const std::uint64_t* words,
+                                                  std::size_t first_bit, std::size_t count)
+{
+    const std::size_t row = type < k_crc_rows.size() ? type : LIB_NR_CRC_TYPE_24A;
+    return crc_remainder(*k_tables_by_row[row], count, [=](std::size_t place, std::size_t) {
+        return common_lib::read_packed_bits(words, first_bit + place);
+    });
 }
 
 void lib_nr_crc_calculator_t::_update_crc_length()

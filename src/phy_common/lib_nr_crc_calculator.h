@@ -3,6 +3,7 @@
 #include "common/lib_test_peer.h"
 #include "common/nr_mod_lib_export.h"
 
+#include <cstddef>
 #include <cstdint>
 #include <vector>
 
@@ -30,10 +31,17 @@ public:
     void set_crc_type(lib_nr_crc_type_t type);
     /// Number of parity bits L.
     unsigned int get_crc_length() const;
+    /// The same for a type; 24 for an unknown one.
+    static unsigned int get_crc_length(lib_nr_crc_type_t type);
     /// `out` becomes `in` followed by the L parity bits, highest power first; an empty `in` gives L zeros. Both may be
     /// the same vector. Prints and returns false, `out` untouched, where the polynomial doesn't fit into 32 bits,
     /// which no type reaches.
     bool deal_crc_attachment(const std::vector<unsigned char>& in, std::vector<unsigned char>& out);
+
+    /// The parity bits of `count` bits from `first_bit` of a packed sequence on, the first lowest, for bits in words of
+    /// 64; the sequence goes on for a word behind its last bit. 24A for an unknown type.
+    static std::uint32_t get_parity(lib_nr_crc_type_t type, const std::uint64_t* words, std::size_t first_bit,
+                                    std::size_t count);
 
 private:
     friend struct vek::test_peer_t<lib_nr_crc_calculator_t>;

@@ -51,33 +51,38 @@ void lib_nr_ldpc_code_block_segmentation_t::_update_code_block_size_max()
                   << std::endl;
 }
 
+lib_nr_ldpc_segments_t lib_nr_ldpc_code_block_segmentation_t::get_segments(std::size_t transport_block_size) const
+{
+    const std::size_t b = transport_block_size;
+    lib_nr_ldpc_segments_t segments{1, 0, 0, 0, 0};
+    if (b > m_code_block_size_max) {
+        segments.crc_length = m_crc_calculator.get_crc_length();
+        const std::size_t payload_max = m_code_block_size_max - segments.crc_length;
+        segments.count = (b + payload_max - 1) / payload_max;
+    }
+    segments.used_length = (b + segments.count * segments.crc_length) / segments.count;
+    segments.lifting_size = _get_ldpc_lifting_size(static_cast<unsigned int>(std::min<std::size_t>(b, 0xFFFFFFFFu)),
+                                                   static_cast<unsigned int>(segments.used_length));
+    segments.length = std::max<std::size_t>(
+        segments.used_length,
+        lib_nr_ldpc_coding_t::get_ldpc_coding_input_data_length(m_base_graph, segments.lifting_size));
+    return segments;
+}
+
 void lib_nr_ldpc_code_block_segmentation_t::deal_code_block_segmentation(const std::vector<unsigned char>& in,
                                                                          std::vector<std::vector<unsigned char>>& out)
 {
-    const std::size_t b = in.size();
-    std::size_t block_count = 1;
-    std::size_t crc_length = 0;
-    if (b > m_code_block_size_max) {
-        crc_length = m_crc_calculator.get_crc_length();
-        const std::size_t payload_max = m_code_block_size_max - crc_length;
-        block_count = (b + payload_max - 1) / payload_max;
-    }
-    const std::size_t used_length = (b + block_count * crc_length) / block_count; // K'
-    const unsigned int z = _get_ldpc_lifting_size(static_cast<unsigned int>(std::min<std::size_t>(b, 0xFFFFFFFFu)),
-                                                  static_cast<unsigned int>(used_length));
-    const std::size_t block_length =
-        std::max<std::size_t>(used_length, lib_nr_ldpc_coding_t::get_ldpc_coding_input_data_length(m_base_graph, z));
-
+    const lib_nr_ldpc_segments_t segments = get_segments(in.size());
     // Built apart, since `in` may be one of the old blocks.
-    std::vector<std::vector<unsigned char>> blocks(block_count);
+    std::vector<std::vector<unsigned char>> blocks(segments.count);
     auto next = in.begin();
     for (std::vector<unsigned char>& block : blocks) {
-        const auto end = next + static_cast<std::ptrdiff_t>(used_length - crc_length);
-        block.reserve(block_length);
+        const auto end = next + static_cast<std::ptrdiff_t>(segments.used_length - segments.crc_length);
+        block.reserve(segments.length);
         block.assign(next, end);
-        if (block_count > 1)
+        if (segments.count > 1)
             m_crc_calculator.deal_crc_attachment(block, block);
-        block.resize(block_length, k_filler);
+        block.resize(segments.length, k_filler);
         next = end;
     }
     out = std::move(blocks);

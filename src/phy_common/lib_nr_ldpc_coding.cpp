@@ -41,7 +41,8 @@ std::span<const lib_nr_ldpc_base_graph_row_t> get_base_graph_table(lib_nr_ldpc_b
 /// parity rows. The identity behind them is left out, since it only says which parity row a sum is.
 struct lib_nr_ldpc_coding_t::encoding_plan_t
 {
-    encoding_plan_t(const base_matrix_t& matrix, unsigned int information_columns, unsigned int z) : layout(z)
+    encoding_plan_t(unsigned int set, const base_matrix_t& matrix, unsigned int information_columns, unsigned int z)
+        : set_index(set), layout(z)
     {
         for (std::size_t row = 0; row < matrix.size(); ++row) {
             const unsigned int columns = row < k_core_rows ? information_columns : information_columns + k_core_rows;
@@ -52,6 +53,7 @@ struct lib_nr_ldpc_coding_t::encoding_plan_t
         }
     }
 
+    unsigned int set_index;
     lib_nr_ldpc_row_layout_t layout;
     std::vector<lib_nr_ldpc_term_t> terms;
     std::vector<std::uint32_t> term_ends; // by row
@@ -203,7 +205,8 @@ lib_nr_ldpc_coding_t::_get_encoding_plan(lib_nr_ldpc_base_graph_type_t base_grap
         plans_t plans;
         for (const auto& [set_index, sizes] : _init_nr_ldpc_lifting_size_map())
             for (const unsigned int size : sizes)
-                plans.try_emplace(size, _get_base_matrix(graph, set_index), get_information_columns(graph), size);
+                plans.try_emplace(size, set_index, _get_base_matrix(graph, set_index), get_information_columns(graph),
+                                  size);
         return plans;
     };
     static const plans_t plans_1 = build(LIB_NR_LDPC_BASE_GRAPH_1);
@@ -256,32 +259,41 @@ void lib_nr_ldpc_coding_t::_update_data_length()
 void lib_nr_ldpc_coding_t::_generate_parity_check_bit_data(const std::vector<unsigned char>& in,
                                                            lib_nr_ldpc_packed_parity_t& parity) const
 {
-    const encoding_plan_t& plan = _get_encoding_plan(m_base_graph, m_lifting_size);
+    std::array<std::uint64_t, 22 * k_ldpc_max_lifting_size / 64 + 2> bits;
+    common_lib::pack_bits_with_fillers(in.data(), in.size(), bits.data());
+    bits[(in.size() + 63) / 64] = 0;
+    encode_words(m_base_graph, m_lifting_size, bits.data(), k_core_rows, k_ldpc_max_parity_rows, parity);
+}
+
+void lib_nr_ldpc_coding_t::encode_words(lib_nr_ldpc_base_graph_type_t base_graph, unsigned int z,
+                                        const std::uint64_t* block, unsigned int first_row, unsigned int end_row,
+                                        lib_nr_ldpc_packed_parity_t& parity)
+{
+    const encoding_plan_t& plan = _get_encoding_plan(base_graph, z);
     const lib_nr_ldpc_row_layout_t& layout = plan.layout;
-    const std::size_t columns = get_information_columns(m_base_graph);
+    const std::size_t columns = get_information_columns(base_graph);
     const auto doubled_row = [&](auto& doubled, std::size_t column) {
         return doubled.data() + column * layout.doubled_words;
     };
 
-    std::array<std::uint64_t, 22 * k_ldpc_max_lifting_size / 64 + 2> bits;
-    common_lib::pack_bits_with_fillers(in.data(), in.size(), bits.data());
-    bits[(in.size() + 63) / 64] = 0;
     std::array<std::uint64_t, std::size_t{k_ldpc_max_doubled_rows} * 2 * k_ldpc_max_row_words> doubled;
     for (std::size_t column = 0; column < columns; ++column)
-        lib_nr_ldpc_double_row(layout, bits.data(), column * layout.z, doubled_row(doubled, column));
+        lib_nr_ldpc_double_row(layout, block, column * layout.z, doubled_row(doubled, column));
 
     std::array<std::uint64_t, k_core_rows * k_ldpc_max_row_words> s;
     lib_nr_ldpc_sum_rows(layout, plan.terms.data(), 0, plan.term_ends.data(), k_core_rows, doubled.data(), s.data());
-    lib_nr_ldpc_solve_core(m_base_graph, m_lifting_size_set_index, layout, s.data(), parity.words.data(),
+    lib_nr_ldpc_solve_core(base_graph, plan.set_index, layout, s.data(), parity.words.data(),
                            doubled_row(doubled, columns));
+
+    const unsigned int begin = std::max(first_row, k_core_rows);
+    const unsigned int end = std::min(end_row, static_cast<unsigned int>(plan.term_ends.size()));
+    if (begin >= end)
+        return;
     for (std::size_t row = 0; row < k_core_rows; ++row)
         lib_nr_ldpc_double_row(layout, parity.words.data() + row * layout.words, 0,
                                doubled_row(doubled, columns + row));
-
-    lib_nr_ldpc_sum_rows(layout, plan.terms.data(), plan.term_ends[k_core_rows - 1],
-                         plan.term_ends.data() + k_core_rows,
-                         static_cast<unsigned int>(plan.term_ends.size()) - k_core_rows, doubled.data(),
-                         parity.words.data() + std::size_t{k_core_rows} * layout.words);
+    lib_nr_ldpc_sum_rows(layout, plan.terms.data(), plan.term_ends[begin - 1], plan.term_ends.data() + begin,
+                         end - begin, doubled.data(), parity.words.data() + std::size_t{begin} * layout.words);
 }
 
 void lib_nr_ldpc_coding_t::_combine_parity_check_data(const std::vector<unsigned char>& in,

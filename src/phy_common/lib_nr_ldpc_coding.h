@@ -38,6 +38,12 @@ public:
     static unsigned int get_min_lifting_size_value(unsigned int minimum);
     static bool check_lifting_size_value(unsigned int z);
 
+    /// The same for a block in words of 64 bits, the first lowest, fillers being zeros, that goes on for a word behind
+    /// its last bit: the four core parity rows, and of the others those from `first_row` to `end_row` - 1. Graph and
+    /// lifting size must be known.
+    static void encode_words(lib_nr_ldpc_base_graph_type_t base_graph, unsigned int z, const std::uint64_t* block,
+                             unsigned int first_row, unsigned int end_row, lib_nr_ldpc_packed_parity_t& parity);
+
 private:
     friend struct vek::test_peer_t<lib_nr_ldpc_coding_t>;
 

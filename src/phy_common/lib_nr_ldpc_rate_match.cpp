@@ -230,9 +230,6 @@ void lib_nr_ldpc_rate_match_t::_update_code_block_size()
 
 void lib_nr_ldpc_rate_match_t::_update_version_start_index()
 {
-    // TS 38.212 Table 5.4.2.1-2, in units of N_cb / (66 Z) and N_cb / (50 Z).
-    constexpr std::array<unsigned int, 4> k_graph_1 = {0, 17, 33, 56};
-    constexpr std::array<unsigned int, 4> k_graph_2 = {0, 13, 25, 43};
     if (m_base_graph != LIB_NR_LDPC_BASE_GRAPH_1 && m_base_graph != LIB_NR_LDPC_BASE_GRAPH_2) {
         std::cout << "lib_nr_ldpc_rate_match_t::_update_version_start_index Report : Unknown Base Graph Type!"
                   << std::endl;
@@ -244,21 +241,37 @@ void lib_nr_ldpc_rate_match_t::_update_version_start_index()
                   << std::endl;
         return;
     }
-    const bool is_graph_1 = m_base_graph == LIB_NR_LDPC_BASE_GRAPH_1;
-    const unsigned int numerator = (is_graph_1 ? k_graph_1 : k_graph_2)[m_rv_id] * m_circular_buffer_length;
-    m_start_index = numerator / ((is_graph_1 ? 66 : 50) * m_lifting_size) * m_lifting_size;
+    m_start_index = get_start_index(m_base_graph, m_lifting_size, m_circular_buffer_length, m_rv_id);
+}
+
+unsigned int lib_nr_ldpc_rate_match_t::get_start_index(lib_nr_ldpc_base_graph_type_t base_graph, unsigned int z,
+                                                       unsigned int n_cb, unsigned int rv_id)
+{
+    // TS 38.212 Table 5.4.2.1-2, in units of N_cb / (66 Z) and N_cb / (50 Z).
+    constexpr std::array<unsigned int, 4> k_graph_1 = {0, 17, 33, 56};
+    constexpr std::array<unsigned int, 4> k_graph_2 = {0, 13, 25, 43};
+    const bool is_graph_1 = base_graph == LIB_NR_LDPC_BASE_GRAPH_1;
+    const unsigned int numerator = (is_graph_1 ? k_graph_1 : k_graph_2)[rv_id] * n_cb;
+    return numerator / ((is_graph_1 ? 66 : 50) * z) * z;
 }
 
 void lib_nr_ldpc_rate_match_t::_update_rate_matching_output_length()
 {
-    const std::uint64_t bits_per_unit = std::uint64_t{m_n_l} * m_q_m;
-    const std::uint64_t units = m_g / bits_per_unit;
-    const std::uint64_t longer_blocks = units % m_c;
-    const std::uint64_t short_length = bits_per_unit * (units / m_c);
+    m_output_length_list = get_output_lengths(m_g, m_q_m, m_n_l, m_c);
+}
+
+std::vector<std::uint32_t> lib_nr_ldpc_rate_match_t::get_output_lengths(unsigned int g, unsigned int q_m,
+                                                                        unsigned int n_l, unsigned int c)
+{
+    const std::uint64_t bits_per_unit = std::uint64_t{n_l} * q_m;
+    const std::uint64_t units = g / bits_per_unit;
+    const std::uint64_t longer_blocks = units % c;
+    const std::uint64_t short_length = bits_per_unit * (units / c);
     // Where no block is longer the second length is not used; it need not fit.
-    m_output_length_list.assign(m_c, static_cast<std::uint32_t>(short_length));
-    std::fill(m_output_length_list.end() - static_cast<std::ptrdiff_t>(longer_blocks), m_output_length_list.end(),
+    std::vector<std::uint32_t> lengths(c, static_cast<std::uint32_t>(short_length));
+    std::fill(lengths.end() - static_cast<std::ptrdiff_t>(longer_blocks), lengths.end(),
               static_cast<std::uint32_t>(short_length + bits_per_unit));
+    return lengths;
 }
 
 void lib_nr_ldpc_rate_match_t::_deal_bit_selection(const std::vector<unsigned char>& in, unsigned int length,

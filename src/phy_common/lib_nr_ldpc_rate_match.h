@@ -38,6 +38,13 @@ public:
     bool deal_rate_match(const std::vector<std::vector<unsigned char>>& in,
                          std::vector<std::vector<unsigned char>>& out);
 
+    /// The output bits E of each of C code blocks; C, layers and order are not 0.
+    static std::vector<std::uint32_t> get_output_lengths(unsigned int g, unsigned int q_m, unsigned int n_l,
+                                                         unsigned int c);
+    /// k_0, the bit of a circular buffer of N_cb bits that the output begins with; for known graphs and versions.
+    static unsigned int get_start_index(lib_nr_ldpc_base_graph_type_t base_graph, unsigned int z, unsigned int n_cb,
+                                        unsigned int rv_id);
+
 private:
     friend struct vek::test_peer_t<lib_nr_ldpc_rate_match_t>;
 

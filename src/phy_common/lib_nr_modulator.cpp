@@ -117,6 +117,21 @@ std::map<unsigned int, std::complex<double>> lib_nr_modulator_t::get_constellati
     return map;
 }
 
+std::vector<std::complex<double>> lib_nr_modulator_t::get_points(double amplitude) const
+{
+    std::vector<std::complex<double>> points(m_constellation_order > 0 ? std::size_t{1} << m_constellation_order : 0);
+    for (std::size_t symbol = 0; symbol < points.size(); ++symbol) {
+        std::size_t first_highest = 0;
+        for (unsigned int bit = 0; bit < m_constellation_order; ++bit)
+            first_highest = first_highest << 1 | (symbol >> bit & 1u);
+        points[symbol] = amplitude * m_constellation_map[first_highest];
+    }
+    if (m_modulation_type == LIB_NR_MODULATION_HALF_PI_BPSK)
+        for (std::size_t symbol = 0; symbol < 2; ++symbol)
+            points.emplace_back(-points[symbol].imag(), points[symbol].real());
+    return points;
+}
+
 void lib_nr_modulator_t::deal_nr_modulation(const std::vector<unsigned char>& bits,
                                             std::vector<std::complex<double>>& symbols) const
 {

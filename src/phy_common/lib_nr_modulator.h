@@ -38,6 +38,9 @@ public:
     /// The points by symbol value, the first bit of a symbol highest; 2^Qm entries, none without a constellation.
     /// Built at each call.
     std::map<unsigned int, std::complex<double>> get_constellation_map() const;
+    /// The points by symbol, the first bit lowest, times an amplitude. pi/2-BPSK has four: the bit above the symbol's
+    /// says whether its place in the stream is odd. None without a constellation.
+    std::vector<std::complex<double>> get_points(double amplitude) const;
     /// `symbols` becomes one point for each Qm bits. Bits that don't fill a last symbol are ignored and a line is
     /// printed; so are all bits where the modulator has no constellation. pi/2-BPSK turns every second symbol,
     /// counted from the first of this call.

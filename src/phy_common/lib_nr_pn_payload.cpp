@@ -1,6 +1,6 @@
 #include "phy_common/lib_nr_pn_payload.h"
 
-#include "common/lib_prbs_code.h"
+#include "common/lib_bit_packing.h"
 
 #include <algorithm>
 #include <array>
@@ -44,14 +44,33 @@ bool lib_nr_pn_payload_t::generate_repeated(unsigned int n, std::uint64_t positi
     return true;
 }
 
-bool lib_nr_pn_payload_t::_run_sequence(unsigned int n, std::vector<unsigned char>& bits)
+bool lib_nr_pn_payload_t::generate_words(unsigned int n, std::vector<std::uint64_t>& words)
+{
+    if (m_source != LIB_NR_USER_CFG) {
+        common_lib::lib_prbs_code_t prbs;
+        const bool is_known = _set_up(prbs);
+        m_seed = prbs.generate_prbs_words(n, words);
+        return is_known;
+    }
+    words.assign(std::size_t{n} / 64 + 2, 0);
+    common_lib::pack_bits(m_user_bits.data(), std::min<std::size_t>(n, m_user_bits.size()), words.data());
+    return true;
+}
+
+bool lib_nr_pn_payload_t::_set_up(common_lib::lib_prbs_code_t& prbs) const
 {
     const bool is_known = m_source < k_taps.size();
     const std::array<unsigned int, 2>& taps = k_taps[is_known ? m_source : LIB_NR_PN9_ITU];
-    common_lib::lib_prbs_code_t prbs;
     prbs.set_custom_primitive_polynomial_enable(true);
     prbs.set_prbs_primitive_polynomial({taps.begin(), taps.end()});
     prbs.set_prbs_seed(m_seed);
+    return is_known;
+}
+
+bool lib_nr_pn_payload_t::_run_sequence(unsigned int n, std::vector<unsigned char>& bits)
+{
+    common_lib::lib_prbs_code_t prbs;
+    const bool is_known = _set_up(prbs);
     m_seed = prbs.generate_prbs_code(n, bits);
     return is_known;
 }

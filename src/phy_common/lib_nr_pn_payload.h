@@ -1,5 +1,6 @@
 #pragma once
 
+#include "common/lib_prbs_code.h"
 #include "common/nr_mod_lib_export.h"
 #include "phy_common/lib_nr_pn_seq.h"
 
@@ -27,10 +28,14 @@ public:
     /// behind them. False for a source that is none; the sequence of `LIB_NR_PN9_ITU` stands in for it, and whoever
     /// asked tells the user.
     bool generate(unsigned int n, std::vector<unsigned char>& bits);
-    /// The same, but the user's bits repeat without end, and `bits` begins with the one at `position` of them.
+    /// The same in words of 64 bits, the first lowest; what stands behind the n bits does not count.
+    bool generate_words(unsigned int n, std::vector<std::uint64_t>& words);
+    /// As `generate`, but the user's bits repeat without end, and `bits` begins with the one at `position` of them.
     bool generate_repeated(unsigned int n, std::uint64_t position, std::vector<unsigned char>& bits);
 
 private:
+    /// The generator of the source, at the stream's state; whether the source is known.
+    bool _set_up(common_lib::lib_prbs_code_t& prbs) const;
     bool _run_sequence(unsigned int n, std::vector<unsigned char>& bits);
 
     lib_nr_pn_seq_t m_source;

@@ -25,7 +25,6 @@ namespace
 {
 
 constexpr unsigned int k_most_re_per_rb = 156;
-constexpr unsigned int k_largest_tbs_with_crc_16 = 3824;
 
 /// TS 38.211 clause 7.4.1.1: what is below 1 stands for the identity of the cell.
 unsigned int identity_in_use(int identity, unsigned int cell)
@@ -236,7 +235,7 @@ void lib_nr_phy_sch_process_t::_phy_sch_ldpc_base_graph_selection()
 void lib_nr_phy_sch_process_t::_phy_sch_block_segmentation_and_crc()
 {
     lib_nr_crc_calculator_t crc;
-    crc.set_crc_type(m_tbs <= k_largest_tbs_with_crc_16 ? LIB_NR_CRC_TYPE_16 : LIB_NR_CRC_TYPE_24A);
+    crc.set_crc_type(lib_nr_ldpc_code_block_segmentation_t::get_transport_block_crc_type(m_tbs));
     crc.deal_crc_attachment(m_payload, m_payload);
     lib_nr_ldpc_code_block_segmentation_t segmentation;
     segmentation.set_base_graph_type(m_base_graph);
