@@ -1,5 +1,5 @@
-// Transforms of the library beside plans that FFTW has measured, and how long a plan takes to make. Lengths: a symbol at
-// 30 kHz and 100 MHz, PRACH, transform precoding, a block of the filter, of the spectrum; a whole frame; primes.
+// Transforms of the library beside plans that FFTW has measured, and how long a plan takes to make. Lengths: a symbol
+// at 30 kHz and 100 MHz, PRACH, transform precoding, a block of the filter, of the spectrum; a whole frame; primes.
 #include "common/lib_fft_plan.h"
 #include "support/noise.h"
 
@@ -16,10 +16,7 @@ namespace
 using namespace vek::common_lib;
 using signal_t = std::vector<std::complex<double>>;
 
-void count_samples(benchmark::State& state)
-{
-    state.SetItemsProcessed(state.iterations() * state.range(0));
-}
+void count_samples(benchmark::State& state) { state.SetItemsProcessed(state.iterations() * state.range(0)); }
 
 void fft(benchmark::State& state)
 {

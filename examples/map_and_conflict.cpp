@@ -64,10 +64,11 @@ int main()
     // The copy lies where its original lies.
     carrier->copy_dl_dci(0);
     engine.waveform_config(waveform.get_waveform_manager());
-    const auto& conflict = grid.get_first_conflict();
-    if (engine.nr_phy_process() || !conflict)
+    if (engine.nr_phy_process() || engine.get_record().conflicts.empty())
         return 1;
-    out << name_of(conflict->newcomer) << " claims a cell of " << name_of(conflict->owner) << ": symbol "
-        << conflict->symbol << ", subcarrier " << conflict->subcarrier << '\n'
+    const auto& conflict = engine.get_record().conflicts.front();
+    out << conflict.newcomer.channel << ' ' << conflict.newcomer.entry << " claims " << conflict.cells << " cells of "
+        << conflict.owner.channel << ' ' << conflict.owner.entry << ", the first in slot " << conflict.slot
+        << ", symbol " << conflict.symbol << ", RB " << conflict.rb << '\n'
         << log.text().size() << " characters of the library's log\n";
 }

@@ -1,6 +1,7 @@
 #pragma once
 
-#include "common/lib_fft_plan.h"
+#include "common/lib_fft_direction.h"
+#include "common/nr_mod_lib_export.h"
 
 #include <complex>
 #include <cstddef>

@@ -1,20 +1,14 @@
 #pragma once
 
+#include "common/lib_fft_direction.h"
 #include "common/nr_mod_lib_export.h"
 
 #include <complex>
 #include <cstddef>
-#include <cstdint>
 #include <memory>
 
 namespace vek::common_lib
 {
-
-enum lib_fft_direction_t : std::uint32_t
-{
-    LIB_FFT_FORWARD = 0,
-    LIB_FFT_INVERSE = 1,
-};
 
 namespace detail
 {

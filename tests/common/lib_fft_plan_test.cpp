@@ -139,7 +139,10 @@ TEST(lib_fft_plan, threads_ask_for_plans_and_run_them_at_once)
 
 TEST(lib_fft_plan, loses_nothing_where_any_allocation_fails)
 {
-    for (const std::size_t length : {1014U, 1500U, 4800U, 162000U}) { // no other test's
+    // The first round makes what the process keeps for transforms within transforms.
+    for (const std::size_t length : {1014U, 1014U, 1500U, 1500U, 4800U, 4800U, 162000U, 162000U}) {
+        static std::size_t last_length = 0;
+        const bool is_first_round = std::exchange(last_length, length) != length;
         signal_t values = noise(length);
         long failures = 0;
         for (bool is_done = false; !is_done; ++failures) {
@@ -152,7 +155,8 @@ TEST(lib_fft_plan, loses_nothing_where_any_allocation_fails)
             } catch (const std::bad_alloc&) {
             }
             allocations_left = -1;
-            EXPECT_LE(blocks, before + (is_done ? 1 : 0)) << length << " " << failures; // the thread keeps a buffer
+            // The thread keeps a buffer.
+            EXPECT_TRUE(is_first_round || blocks <= before + (is_done ? 1 : 0)) << length << " " << failures;
         }
         EXPECT_GT(failures, 2) << length;
     }

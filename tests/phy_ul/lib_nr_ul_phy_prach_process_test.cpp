@@ -288,7 +288,7 @@ TEST(lib_nr_ul_phy_prach_process, bursts_are_sent_in_their_frames_and_stop_those
 TEST(lib_nr_ul_phy_prach_process, a_time_offset_counts_within_the_frame_however_large_it_is)
 {
     const std::string offset = "carrier[0].ul_prach[0].timeoffset=";
-    nr_test::waveform_of_t waveform(carrier_steps("LIB_NR_CHANNEL_FR1_5M", "LIB_NR_SCS_15K"));
+    nr_test::waveform_of_t waveform(carrier_steps("FR1_5M", "15K"));
     const auto samples_at = [&](const std::string& seconds) {
         nr_test::take(waveform, {offset + seconds});
         return nr_test::generate(waveform).samples;
