@@ -26,7 +26,9 @@ public:
     /// numerology's, and leaving 60 kHz ends an extended prefix. Refits the mask of the crest factor reduction.
     bool set_numerology(lib_nr_numerology_type_t numerology);
     lib_nr_numerology_type_t get_numerology() const { return _target().get_numerology(); }
-    /// Cyclic prefix of all uplink bandwidth parts of the carrier; the extended one goes with 60 kHz alone.
+    /// Cyclic prefix of all uplink bandwidth parts of the carrier; the extended one goes with 60 kHz alone. The symbols
+    /// of a frame are laid out by downlink BWP 0, of an uplink carrier too: with the extended prefix its spacing must
+    /// be 60 kHz and its prefix the extended one, or the channels of the uplink are not sent.
     bool set_cp_type(lib_nr_cyclic_prefix_type_t cp_type);
     lib_nr_cyclic_prefix_type_t get_cp_type() const { return _target().get_cp_type(); }
     /// First resource block, within the numerology of the part's own spacing and 6 below its end; cuts the number.

@@ -13,8 +13,10 @@ using row = rows_of_t<bwp_t>;
 
 constexpr auto k_leaves = row::leaves(
     row::leaf<&bwp_t::get_numerology, &bwp_t::set_numerology>("numerology", "spacing, of the carrier's enabled ones"),
-    row::leaf<&bwp_t::get_cp_type, &bwp_t::set_cp_type>("cp_type",
-                                                        "cyclic prefix of all uplink BWPs; extended at 60 kHz alone"),
+    row::leaf<&bwp_t::get_cp_type, &bwp_t::set_cp_type>(
+        "cp_type",
+        "cyclic prefix of all uplink BWPs; extended at 60 kHz alone, and sent with scs and cp_type of dl_bwp[0] "
+        "set likewise"),
     row::leaf<&bwp_t::get_rb_offset, &bwp_t::set_rb_offset>(
         "rb_offset", "first resource block, 6 below the numerology's end; cuts rb_number"),
     row::leaf<&bwp_t::get_rb_number, &bwp_t::set_rb_number>("rb_number",
