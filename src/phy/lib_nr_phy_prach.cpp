@@ -79,7 +79,7 @@ bool lib_nr_phy_t::_map_prach_frame(unsigned int carrier, unsigned int numerolog
         _locate_prach(prach);
         m_prach_ofdm_modulator.set_prach_ofdm_info(prach_grid().get_prach_ofdm_info());
         prach_resource_time_param_t time = m_prach_ofdm_modulator.nr_ul_phy_prach_time_map();
-        time.time_offset_ms = prach_grid().get_resource_param().time_offset_ms;
+        time.time_offset_ms = get_time_offset_s(prach) * 1000.0;
         prach_grid().set_resource_time_param(time);
     }
     std::cout << "lib_nr_phy_t::deal_prach_resource_mapping end" << std::endl;
@@ -175,13 +175,10 @@ void lib_nr_phy_t::_set_prach_resource_param(const lib_nr_carrier_configure_mana
 {
     prach_resource_param_t param;
     param.numerology = carrier.get_numerology_manager(numerology).get_numerolgy();
-    param.cp_type = carrier.get_ul_bwp(0).get_cp_type();
     param.bandwidth = carrier.get_bandwidth();
-    param.format = prach.get_Format();
-    param.row_number = lib_nr_phy_common_t::get_symbol_size(param.format);
+    param.row_number = lib_nr_phy_common_t::get_symbol_size(prach.get_Format());
     param.ratio = static_cast<double>(lib_nr_phy_common_t::get_scs_hz_value(param.numerology)) /
                   static_cast<double>(prach.get_prach_scs());
-    param.time_offset_ms = get_time_offset_s(prach) * 1000.0;
     prach_grid().set_resource_param(param);
 }
 

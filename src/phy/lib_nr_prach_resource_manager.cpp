@@ -64,8 +64,8 @@ void lib_nr_prach_resource_manager_t::set_resource_time_param(const prach_resour
 
 void lib_nr_prach_resource_manager_t::_update_numbers()
 {
-    m_param.max_rb_number = lib_nr_phy_common_t::get_max_transmit_rb_num(m_param.numerology, m_param.bandwidth);
-    m_param.subcarrier_total_number = k_subcarriers_per_rb * m_param.max_rb_number;
+    m_param.subcarrier_total_number =
+        lib_nr_phy_common_t::get_subcarrier_total_number(m_param.numerology, m_param.bandwidth);
 }
 
 } // namespace vek::nr_mod_lib

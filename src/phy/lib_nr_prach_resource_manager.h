@@ -16,14 +16,10 @@ namespace vek::nr_mod_lib
 struct prach_resource_param_t
 {
     lib_nr_numerology_type_t numerology = LIB_NR_SCS_30K;
-    lib_nr_cyclic_prefix_type_t cp_type = LIB_NR_NORMAL_CP;
     lib_nr_channel_bw_type_t bandwidth = LIB_NR_CHANNEL_FR1_100M;
-    unsigned int max_rb_number = 0;           ///< derived
     unsigned int subcarrier_total_number = 0; ///< derived
     unsigned int row_number = 1;              ///< symbols of the preamble format
     double ratio = 1.0;                       ///< spacing of the carrier over that of the PRACH
-    prach_format_t format = prach_format_0;
-    double time_offset_ms = 0.0;
 };
 
 /// Band of a burst, in hertz from the carrier's centre.
@@ -59,10 +55,9 @@ public:
 
     /// Takes effect on the maps with their next initialisation.
     void set_resource_param(const prach_resource_param_t& param) { m_param = param; }
-    const prach_resource_param_t& get_resource_param() const { return m_param; }
-    /// Derives RB and subcarrier number and empties the view.
+    /// Derives the subcarrier number and empties the view.
     void init_resource_mapping();
-    /// Derives RB and subcarrier number and makes a grid of zeros.
+    /// Derives the subcarrier number and makes a grid of zeros.
     void init_payload_mapping();
 
     /// Appends the band of a burst to the view.

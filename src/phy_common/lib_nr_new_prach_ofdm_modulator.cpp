@@ -157,7 +157,7 @@ bool lib_nr_new_prach_ofdm_modulator_t::add_frame(const grid_t& grid, std::int64
     const std::size_t begin = static_cast<std::size_t>(turned) + (turned < 0 ? length : 0);
 
     // The rows behind the first, up to a frame of them; those without a preamble take their time alone.
-    std::size_t since = m_info.start_offset;
+    std::size_t since = 0;
     const std::vector<std::complex<double>>* transformed = nullptr;
     signal_t samples(useful);
     signal_t piece;

@@ -16,16 +16,12 @@ namespace vek::nr_mod_lib
 struct prach_ofdm_info_param_t
 {
     prach_format_t format = prach_format_0;
-    unsigned int column_number = 0;
     /// Length of a row: the rate over the spacing.
     unsigned int fft_length = 0;
     unsigned int scs_hz = 1250;
     double sample_rate_hz = 0.0;
     std::vector<unsigned int> cp_lengths;
-    /// Samples ahead of the first row. The position of a burst in its frame holds them already, so it is 0.
-    unsigned int start_offset = 0;
     double frequency_shift_hz = 0.0;
-    unsigned int lra = 839;
 };
 
 /// Where a burst lies in its frame.

@@ -155,24 +155,6 @@ lib_nr_prach_preamble_t::get_restricted_cyclic_shift_parameters(prach_lra_type_t
                                     : parameters_of_type_b(length, ncs, distance);
 }
 
-std::vector<unsigned int> lib_nr_prach_preamble_t::get_cyclic_shifts(prach_lra_type_t lra,
-                                                                     prach_restricted_set_type_t set, int ncs,
-                                                                     unsigned int d_u)
-{
-    std::vector<unsigned int> shifts;
-    if (set == UNRESTRICTED) {
-        const unsigned int step = ncs > 0 ? static_cast<unsigned int>(ncs) : 0;
-        for (unsigned int v = 0; v < number_of_unrestricted_shifts(lra, ncs); ++v)
-            shifts.push_back(v * step);
-        return shifts;
-    }
-    const prach_restricted_parameters_t p = get_restricted_cyclic_shift_parameters(lra, set, ncs, d_u);
-    if (p.is_valid())
-        for (unsigned int v = 0; v < number_of_shifts(p); ++v)
-            shifts.push_back(shift_of(p, ncs, v));
-    return shifts;
-}
-
 prach_preamble_t lib_nr_prach_preamble_t::get_preamble(const prach_preamble_setting_t& setting)
 {
     const int ncs = lib_nr_phy_common_t::get_prach_ncs(setting.format, setting.lra, setting.restricted_set,

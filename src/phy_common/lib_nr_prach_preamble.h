@@ -3,8 +3,6 @@
 #include "common/nr_mod_lib_export.h"
 #include "phy_common/lib_nr_prach_type.h"
 
-#include <vector>
-
 namespace vek::nr_mod_lib
 {
 
@@ -64,10 +62,6 @@ public:
     static prach_restricted_parameters_t get_restricted_cyclic_shift_parameters(prach_lra_type_t lra,
                                                                                 prach_restricted_set_type_t set,
                                                                                 int ncs, unsigned int d_u);
-    /// The cyclic shifts C_v of one root by rising v; empty where a restricted set has none there. `d_u` counts for the
-    /// restricted sets alone.
-    static std::vector<unsigned int> get_cyclic_shifts(prach_lra_type_t lra, prach_restricted_set_type_t set, int ncs,
-                                                       unsigned int d_u);
 };
 
 } // namespace vek::nr_mod_lib

@@ -14,6 +14,7 @@
 #include "phy_common/tables/lib_nr_dmrs_position_table.h"
 #include "phy_common/tables/lib_nr_ptrs_subcarrier_table.h"
 #include "phy_dl/lib_nr_dl_phy_layer_mapping.h"
+#include "phy_dl/lib_nr_dl_phy_pre_coding.h"
 
 #include <algorithm>
 #include <iostream>
@@ -289,7 +290,12 @@ void lib_nr_phy_sch_process_t::_phy_sch_layer_mapping()
     mapping._dl_phy_pdsch_layer_mapping(m_codeword_symbols, m_layer_symbols);
 }
 
-void lib_nr_phy_sch_process_t::_phy_sch_precoding(const layers_t& in, layers_t& out) { out = in; }
+void lib_nr_phy_sch_process_t::_phy_sch_precoding(const layers_t& in, layers_t& out)
+{
+    lib_nr_dl_phy_pre_coding_t precoder;
+    precoder.set_port_number(m_layers);
+    precoder._dl_phy_pdsch_pre_coding(in, out);
+}
 
 void lib_nr_phy_sch_process_t::_clear_slot()
 {

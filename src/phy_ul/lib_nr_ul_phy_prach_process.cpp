@@ -163,14 +163,13 @@ unsigned int lib_nr_ul_phy_prach_process_t::_scaled(double samples) const
 
 void lib_nr_ul_phy_prach_process_t::_get_prach_general_ofdm_info(prach_ofdm_info_param_t& info) const
 {
+    unsigned int columns = 0;
     unsigned int rows = 0;
-    common_t::get_gridsize(m_max_rb_number, m_carrier_scs_hz, m_prach_scs, m_preamble.format, info.column_number, rows);
+    common_t::get_gridsize(m_max_rb_number, m_carrier_scs_hz, m_prach_scs, m_preamble.format, columns, rows);
     info.format = m_preamble.format;
-    info.lra = m_preamble.lra;
     info.scs_hz = m_prach_scs;
     info.sample_rate_hz = m_sample_rate_hz;
     info.fft_length = common_lib::bounded_cast<unsigned int>(m_sample_rate_hz / _get_scs_hz());
-    info.start_offset = 0;
 
     info.cp_lengths.clear();
     for (const unsigned int samples : _get_prefixes(rows))
@@ -178,8 +177,8 @@ void lib_nr_ul_phy_prach_process_t::_get_prach_general_ofdm_info(prach_ofdm_info
 
     const unsigned int columns_per_subcarrier = m_carrier_scs_hz / m_prach_scs;
     const double beyond =
-        info.column_number + 1.0 - static_cast<double>(m_max_rb_number * columns_per_subcarrier * k_subcarriers_per_rb);
-    info.frequency_shift_hz = info.column_number % 2 == 0 ? 0.0 : std::trunc(beyond * _get_scs_hz() * 0.5);
+        columns + 1.0 - static_cast<double>(m_max_rb_number * columns_per_subcarrier * k_subcarriers_per_rb);
+    info.frequency_shift_hz = columns % 2 == 0 ? 0.0 : std::trunc(beyond * _get_scs_hz() * 0.5);
 }
 
 /// Samples at 30.72 MHz in front of each row of the grid.

@@ -201,7 +201,7 @@ void lib_nr_ul_phy_pusch_process_t::_phy_sch_precoding(const layers_t& in, layer
 {
     _ul_phy_pusch_transfer_precoding();
     if (!m_enable_codebook || m_antenna_port_number == 1) {
-        out = in;
+        lib_nr_phy_sch_process_t::_phy_sch_precoding(in, out);
         return;
     }
     lib_nr_ul_phy_pre_coding_t precoder;

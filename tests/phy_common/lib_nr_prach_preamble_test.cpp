@@ -25,16 +25,18 @@ TEST(lib_nr_prach_preamble, windows_of_one_root_keep_apart_under_the_doppler_shi
             for (unsigned int zone = 0; zone < 16; ++zone) {
                 const int ncs = common::get_prach_ncs(format, PRACH_LRA_839, set, zone);
                 const int most = set == RESTRICTED_TYPE_A ? 1 : 2;
-                for (unsigned int u = 1; u < 839 && ncs > 0; ++u) {
+                for (unsigned int root = 0; root < 838 && ncs > 0; ++root) {
+                    const unsigned int u = common::get_prach_root(PRACH_LRA_839, root);
                     const auto d_u = static_cast<int>(preamble::get_restrictedset_cyclic_shift(PRACH_LRA_839, u));
                     EXPECT_TRUE(static_cast<int>(u) * d_u % 839 == 1 || static_cast<int>(u) * d_u % 839 == 838);
                     std::vector<int> taken(839);
-                    for (const unsigned int shift :
-                         preamble::get_cyclic_shifts(PRACH_LRA_839, set, ncs, static_cast<unsigned int>(d_u)))
+                    prach_preamble_setting_t setting = {format, PRACH_LRA_839, set, zone, root, 0};
+                    for (auto found = preamble::get_preamble(setting); found.is_found && found.logical_index == root;
+                         ++setting.preamble_index, found = preamble::get_preamble(setting))
                         for (int turn = -most; turn <= most; ++turn)
                             for (int i = 0; i < ncs; ++i)
-                                ++taken[static_cast<std::size_t>((static_cast<int>(shift) + turn * d_u + i + 1678) %
-                                                                 839)];
+                                ++taken[static_cast<std::size_t>(
+                                    (static_cast<int>(found.cyclic_shift) + turn * d_u + i + 1678) % 839)];
                     ASSERT_LE(*std::max_element(taken.begin(), taken.end()), 1)
                         << "format " << format << " set " << set << " zone " << zone << " root " << u;
                 }
