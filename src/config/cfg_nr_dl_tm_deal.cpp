@@ -260,7 +260,8 @@ split_band_t split_band(const split_t& split, int rb_number, int p, const lib_nr
     const auto bwp_size = static_cast<int>(bwp.get_bwp_rb_size());
     const int wide = rb_number - k_first;
     const int a = (rb_number + k_first % p - p - k_first) / p;
-    const double most = std::min((a - a % 2) / 2 + 1.0, std::floor(split.part * wide) / p);
+    const int pairs = (a - a % 2) / 2;
+    const double most = std::min(pairs + 1.0, std::floor(split.part * wide) / p);
     const int x = static_cast<int>(std::floor(most));
     const int c = (rb_number + k_first % p - k_first) / p - 1;
     const int groups = (bwp_size + bwp_start % p + p - 1) / p;

@@ -22,7 +22,6 @@ using common_lib::append_packed_bits;
 using common_lib::read_packed_bits;
 
 constexpr std::size_t k_word_bits = 64;
-constexpr unsigned int k_core_rows = 4;
 
 /// Words for so many bits, and one behind them.
 std::size_t words_for(std::size_t bits) { return bits / k_word_bits + 2; }
