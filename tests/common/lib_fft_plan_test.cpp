@@ -50,6 +50,13 @@ void* operator new(std::size_t size, std::align_val_t alignment)
 {
     return allocate(size, static_cast<std::size_t>(alignment));
 }
+void* operator new(std::size_t size, const std::nothrow_t&) noexcept
+try {
+    return operator new(size);
+} catch (const std::bad_alloc&) {
+    return nullptr;
+}
+void operator delete(void* block, const std::nothrow_t&) noexcept { release(block); }
 void operator delete(void* block) noexcept { release(block); }
 void operator delete(void* block, std::size_t) noexcept { release(block); }
 void operator delete(void* block, std::align_val_t) noexcept { release(block); }
