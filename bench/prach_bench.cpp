@@ -53,8 +53,7 @@ void prach_frame(benchmark::State& state)
     prach_resource_param_t param;
     param.numerology = carrier.get_numerology();
     param.bandwidth = carrier.get_bandwidth();
-    param.format = prach.get_Format();
-    param.row_number = lib_nr_phy_common_t::get_symbol_size(param.format);
+    param.row_number = lib_nr_phy_common_t::get_symbol_size(prach.get_Format());
     param.ratio = static_cast<double>(lib_nr_phy_common_t::get_scs_hz_value(param.numerology)) /
                   static_cast<double>(prach.get_prach_scs());
     lib_nr_ul_phy_prach_process_t process;
@@ -66,7 +65,7 @@ void prach_frame(benchmark::State& state)
         process.set_waveform_config(0, 0, 0, waveform);
         process.prach_process();
         modulator.cal_start_symbol(prach.get_configuration_table(), prach.get_configuration_idx(),
-                                   prach.get_n_RA_slot(), prach.get_n_RA_t(), param.format);
+                                   prach.get_n_RA_slot(), prach.get_n_RA_t(), prach.get_Format());
         modulator.cal_current_start_locate(prach.get_prach_scs(), prach.get_subframe_index(), prach.get_slot_index());
         modulator.set_prach_ofdm_info(grid.get_prach_ofdm_info());
         std::fill(frame.begin(), frame.end(), 0.0);
