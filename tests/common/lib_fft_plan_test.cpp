@@ -165,7 +165,7 @@ TEST(lib_fft_plan, loses_nothing_where_any_allocation_fails)
             // The thread keeps a buffer.
             EXPECT_TRUE(is_first_round || blocks <= before + (is_done ? 1 : 0)) << length << " " << failures;
         }
-        EXPECT_GT(failures, 2) << length;
+        EXPECT_GT(failures, 1) << length; // FFTW allocates by itself, out of our sight
     }
 }
 
