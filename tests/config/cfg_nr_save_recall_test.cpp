@@ -88,7 +88,7 @@ TEST(cfg_nr_save_recall, brings_back_carriers_types_and_numerologies)
     nr_test::choose_test_models_anew(single);
     ASSERT_TRUE(recall(recalled, saved(single)));
     EXPECT_EQ(recalled.get_carrier_number(), 1u);
-    EXPECT_TRUE(nr_test::differences(recalled, single).empty());
+    EXPECT_TRUE(nr_test::differences(recalled, single, nr_test::scope_t::in_the_tree).empty());
 }
 
 TEST(cfg_nr_save_recall, stands_with_its_own_cursors_wherever_the_host_left_them)

@@ -14,17 +14,66 @@ namespace
 
 constexpr unsigned int k_longest_list = 4;
 
-void compare(void* first, void* second, const cfg_nr_facade_table_t& table, const std::string& path,
+std::string all_values(const cfg_nr_leaf_t& leaf, void* facade)
+{
+    std::string text;
+    for (unsigned int i = 0; i < leaf.count(facade); ++i)
+        text += (i > 0 ? " and " : "") + leaf.read(facade, i);
+    return text;
+}
+
+std::string value_of(void* facade, const cfg_nr_facade_table_t& table, const char* name)
+{
+    const cfg_nr_leaf_t* leaf = find_row(table.leaves, name);
+    return leaf != nullptr ? leaf->read(facade) : std::string();
+}
+
+/// Whether a carrier's signal is made from a branch: channels and BWPs of its own direction.
+bool is_read(const std::string& branch, const std::string& carrier_type)
+{
+    if (branch == "ul_prach")
+        return carrier_type == "LIB_NR_PRACH";
+    return branch.rfind(carrier_type == "LIB_NR_DOWNLINK" ? "ul_" : "dl_", 0) != 0;
+}
+
+/// Whether the façade's own setter takes the value that it holds. Some states are there by the order of steps alone: a
+/// PRS that was moved to a spacing without its period.
+bool can_be_set(const cfg_nr_leaf_t& leaf, void* facade, const std::string& value)
+{
+    leaf.write(facade, value);
+    return leaf.read(facade) == value;
+}
+
+/// Of what is off only that it is off reaches a signal.
+bool is_silent(const cfg_nr_leaf_t& leaf, void* facade, const cfg_nr_facade_table_t& table)
+{
+    const std::string name = leaf.name;
+    return (name != "enable" && value_of(facade, table, "enable") == "false") ||
+           (name.rfind("cfr_", 0) == 0 && value_of(facade, table, "crest_factor_reduction_enable") == "false");
+}
+
+void compare(void* first, void* second, const cfg_nr_facade_table_t& table, const std::string& path, scope_t scope,
              std::vector<difference_t>& found)
 {
+    std::vector<difference_t> own;
+    bool can_be_told = true;
     for (const cfg_nr_leaf_t& leaf : table.leaves) {
-        const std::string a = leaf.read(first);
-        const std::string b = leaf.read(second);
-        if (leaf.in_tree && a != b)
-            found.push_back({path + leaf.name, a, b});
+        if (scope == scope_t::in_the_tree ? !leaf.in_tree : is_silent(leaf, first, table))
+            continue;
+        const std::string a = all_values(leaf, first);
+        const std::string b = all_values(leaf, second);
+        if (a == b)
+            continue;
+        own.push_back({path + leaf.name, a, b});
+        can_be_told = can_be_told && (leaf.is_indexed() || can_be_set(leaf, first, a));
     }
+    if (can_be_told)
+        found.insert(found.end(), own.begin(), own.end());
+    const std::string carrier_type = value_of(first, table, "carrier_type");
+    const bool is_off = value_of(first, table, "enable") == "false";
     for (const cfg_nr_branch_t& branch : table.branches) {
-        if (!branch.in_tree)
+        if ((scope == scope_t::in_the_tree ? !branch.in_tree : is_off) ||
+            (!carrier_type.empty() && !is_read(branch.name, carrier_type)))
             continue;
         const unsigned int entries = branch.count(first);
         if (entries != branch.count(second)) {
@@ -33,7 +82,7 @@ void compare(void* first, void* second, const cfg_nr_facade_table_t& table, cons
         }
         for (unsigned int i = 0; i < entries; ++i)
             compare(branch.enter_place(first, i), branch.enter_place(second, i), *branch.facade,
-                    path + branch.name + '[' + std::to_string(branch.first(first) + i) + "].", found);
+                    path + branch.name + '[' + std::to_string(branch.first(first) + i) + "].", scope, found);
     }
 }
 
@@ -73,23 +122,26 @@ void compare_with_offers(void* facade, const cfg_nr_facade_table_t& table, const
 
 leaf_walk_t::leaf_walk_t(cfg_nr_waveform_t& waveform, unsigned int seed) : m_waveform(waveform), m_random(seed) {}
 
-void leaf_walk_t::take_steps(unsigned int count)
+void leaf_walk_t::take_steps(unsigned int count, unsigned int settings)
 {
     for (unsigned int i = 0; i < count; ++i)
-        _take_step();
+        _take_step(settings);
 }
 
 /// Goes down from the waveform. At each façade all settings and verbs here and below are equally likely; a list that is
 /// passed changes its entries now and then.
-void leaf_walk_t::_take_step()
+void leaf_walk_t::_take_step(unsigned int settings)
 {
     void* facade = &m_waveform;
     const cfg_nr_facade_table_t* table = &g_cfg_nr_waveform_table;
     std::string path;
     for (;;) {
         unsigned int drawn = _below(rows_below(*table));
-        if (drawn < table->leaves.size())
-            return _set(facade, table->leaves.begin()[drawn], path);
+        if (drawn < table->leaves.size()) {
+            for (unsigned int i = 0; i < settings; ++i, drawn = _below(static_cast<unsigned int>(table->leaves.size())))
+                _set(facade, table->leaves.begin()[drawn], path);
+            return;
+        }
         drawn -= static_cast<unsigned int>(table->leaves.size());
         if (drawn < table->verbs.size())
             return _run(facade, table->verbs.begin()[drawn], path);
@@ -242,10 +294,10 @@ std::vector<difference_t> not_on_offer(cfg_nr_waveform_t& waveform)
     return found;
 }
 
-std::vector<difference_t> differences(cfg_nr_waveform_t& first, cfg_nr_waveform_t& second)
+std::vector<difference_t> differences(cfg_nr_waveform_t& first, cfg_nr_waveform_t& second, scope_t scope)
 {
     std::vector<difference_t> found;
-    compare(&first, &second, g_cfg_nr_waveform_table, "", found);
+    compare(&first, &second, g_cfg_nr_waveform_table, "", scope, found);
     return found;
 }
 

@@ -17,12 +17,13 @@ class leaf_walk_t
 public:
     leaf_walk_t(vek::nr_mod_lib::cfg_nr_waveform_t& waveform, unsigned int seed);
 
-    void take_steps(unsigned int count);
+    /// A step that comes to settings takes several of them in a row, all of the same façade.
+    void take_steps(unsigned int count, unsigned int settings = 1);
     /// What was done so far, for the report of a failure.
     const std::string& history() const { return m_history; }
 
 private:
-    void _take_step();
+    void _take_step(unsigned int settings);
     void _change_list(void* parent, const vek::nr_mod_lib::cfg_nr_branch_t& branch, const std::string& path);
     void _run(void* facade, const vek::nr_mod_lib::cfg_nr_verb_t& verb, const std::string& path);
     void _set(void* facade, const vek::nr_mod_lib::cfg_nr_leaf_t& leaf, const std::string& path);
@@ -51,8 +52,17 @@ struct difference_t
 /// All settings that hold what their list does not offer at the moment.
 std::vector<difference_t> not_on_offer(vek::nr_mod_lib::cfg_nr_waveform_t& waveform);
 
-/// All settings that the settings tree holds and that differ, and lists of unequal length.
+/// Which settings count: those that the settings tree holds, or those from which an enabled channel's signal is made.
+enum class scope_t
+{
+    in_the_tree,
+    read_by_a_signal,
+};
+
+/// All settings that differ, but for the channels and BWPs of a direction that a carrier does not send, and lists of
+/// unequal length. Where a façade holds a value that its own setter would not
+/// take any more, it is passed over: no file can bring such a state back. The values of the first are set anew.
 std::vector<difference_t> differences(vek::nr_mod_lib::cfg_nr_waveform_t& first,
-                                      vek::nr_mod_lib::cfg_nr_waveform_t& second);
+                                      vek::nr_mod_lib::cfg_nr_waveform_t& second, scope_t scope);
 
 } // namespace nr_test
