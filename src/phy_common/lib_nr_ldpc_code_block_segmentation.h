@@ -1,6 +1,5 @@
 #pragma once
 
-#include "common/lib_test_peer.h"
 #include "common/nr_mod_lib_export.h"
 #include "phy_common/lib_nr_crc_calculator.h"
 #include "phy_common/lib_nr_ldpc_coding.h"
@@ -53,8 +52,6 @@ public:
                                                  unsigned int layers, double code_rate);
 
 private:
-    friend struct vek::test_peer_t<lib_nr_ldpc_code_block_segmentation_t>;
-
     void _update_code_block_size_max();
 
     lib_nr_ldpc_base_graph_type_t m_base_graph = LIB_NR_LDPC_BASE_GRAPH_1;

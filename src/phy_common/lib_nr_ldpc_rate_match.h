@@ -1,6 +1,5 @@
 #pragma once
 
-#include "common/lib_test_peer.h"
 #include "common/nr_mod_lib_export.h"
 #include "phy_common/lib_nr_ldpc_coding.h"
 
@@ -46,8 +45,6 @@ public:
                                         unsigned int rv_id);
 
 private:
-    friend struct vek::test_peer_t<lib_nr_ldpc_rate_match_t>;
-
     bool _set_input_data_length(const std::vector<std::vector<unsigned char>>& in);
     bool _set_lifting_size(unsigned int z);
     void _update_code_block_size();

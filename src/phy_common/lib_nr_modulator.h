@@ -1,6 +1,5 @@
 #pragma once
 
-#include "common/lib_test_peer.h"
 #include "common/nr_mod_lib_export.h"
 
 #include <complex>
@@ -47,8 +46,6 @@ public:
     void deal_nr_modulation(const std::vector<unsigned char>& bits, std::vector<std::complex<double>>& symbols) const;
 
 private:
-    friend struct vek::test_peer_t<lib_nr_modulator_t>;
-
     void _init_constellation_map(lib_nr_modulation_type_t type);
     void _init_constellation_map_bpsk();
     void _init_constellation_map_qpsk();

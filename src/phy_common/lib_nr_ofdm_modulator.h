@@ -3,7 +3,6 @@
 #include "common/lib_ofdm_cyclic_config.h"
 #include "common/lib_ofdm_modulator.h"
 #include "common/lib_ofdm_windowing_method.h"
-#include "common/lib_test_peer.h"
 #include "common/nr_mod_lib_export.h"
 #include "phy_common/lib_nr_baseband_filter.h"
 #include "phy_common/lib_nr_numerology_type.h"
@@ -64,8 +63,6 @@ public:
     void _deal_phase_compensation(std::vector<sample_t>& main) const;
 
 private:
-    friend struct vek::test_peer_t<lib_nr_ofdm_modulator_t>;
-
     unsigned int _get_protocol_defined_fft_length() const;
     std::size_t _get_actual_fft_length() const;
     void _update_modulation_parameter();

@@ -1,6 +1,5 @@
 #pragma once
 
-#include "common/lib_test_peer.h"
 #include "common/nr_mod_lib_export.h"
 #include "phy_common/lib_nr_crc_calculator.h"
 
@@ -25,8 +24,6 @@ public:
                                        std::vector<std::vector<unsigned char>>& out);
 
 private:
-    friend struct vek::test_peer_t<lib_nr_polar_code_block_segmentation_t>;
-
     void _update_segment_number();
 
     unsigned int m_i_seg = 0;
