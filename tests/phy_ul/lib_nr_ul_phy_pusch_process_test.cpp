@@ -31,65 +31,6 @@ using steps_t = std::vector<std::string>;
 
 std::string pusch(unsigned int index) { return "carrier[0].ul_pusch[" + std::to_string(index) + "]"; }
 
-/// TS 38.214 clause 6.1.2.2: RB by RB. An interlace does not hold a set's last RB by its first number.
-std::vector<unsigned int> rbs_of(const lib_nr_carrier_configure_manager_t& carrier,
-                                 const lib_nr_ul_sch_configure_manager_t& sch)
-{
-    const lib_nr_ul_bwp_configure_manager_t& bwp = carrier.get_ul_bwp(sch.get_bwp_id());
-    const unsigned int start = bwp.get_rb_offset();
-    const unsigned int end = start + bwp.get_rb_number();
-    std::vector<unsigned int> rbs;
-    if (sch.get_ra_type() == LIB_NR_SCH_RA_TYPE1)
-        for (unsigned int i = 0; i < sch.get_rb_num(); ++i)
-            rbs.push_back(start + sch.get_rb_offset() + i);
-    const unsigned int P = 2u << sch.get_rbg_size();
-    if (sch.get_ra_type() == LIB_NR_SCH_RA_TYPE0)
-        for (unsigned int rb = start; rb < end; ++rb)
-            if (sch.get_rbg_bitmap_v().at(rb / P - start / P) != 0)
-                rbs.push_back(rb);
-    if (sch.get_ra_type() != LIB_NR_SCH_RA_TYPE2)
-        return rbs;
-    const unsigned int step = bwp.get_numerology() == LIB_NR_SCS_15K ? 10 : 5;
-    const auto sets = carrier.get_numerology_manager(0U).get_ul_guard_band().get_rb_set_info();
-    for (const unsigned int interlace : sch.get_interlace_index_v())
-        for (unsigned int i = 0; i < sch.get_rb_set_number(); ++i) {
-            const auto [first, last] = sets.at(static_cast<std::uint16_t>(sch.get_rb_set_start() + i));
-            for (unsigned int rb = first; rb + sch.get_unused_rb() <= last; ++rb)
-                if ((rb - first) % step == interlace && (interlace != 0 || rb != last))
-                    rbs.push_back(rb);
-        }
-    return rbs;
-}
-
-sch_channel_t channel_of(const lib_nr_carrier_configure_manager_t& carrier, unsigned int index, unsigned int slot)
-{
-    const lib_nr_ul_sch_configure_manager_t& sch = carrier.get_ul_sch(index);
-    const lib_nr_ul_bwp_configure_manager_t& bwp = carrier.get_ul_bwp(sch.get_bwp_id());
-    const unsigned int cell = carrier.get_cell_index();
-    const unsigned int nid = nr_test::sch_identity(sch.get_nid(), cell);
-    const unsigned int rapid = static_cast<unsigned int>(sch.get_rapid()) << 10;
-    sch_channel_t channel{sch,
-                          cell,
-                          bwp.get_cp_type() == LIB_NR_EXTEND_CP ? 12u : 14u,
-                          rbs_of(carrier, sch),
-                          nr_test::sch_dmrs_symbols(sch, &sch),
-                          sch.get_rapid() < 0 ? (sch.get_rnti() << 15) + nid : (sch.get_rnti() << 16) + rapid + nid};
-    const bool in_slot = sch.get_hopping_mode() == LIB_NR_SCH_HOPPING_MODE_INTRA;
-    if (in_slot)
-        channel.second_hop = sch.get_first_symbol() + sch.get_symbol_num() / 2;
-    const auto size = static_cast<int>(bwp.get_rb_number());
-    const auto offset = static_cast<int>(sch.get_hopping_rb_offset());
-    const auto end = static_cast<int>(sch.get_rb_offset() + sch.get_rb_num()) + offset;
-    for (unsigned int symbol = 0; symbol < channel.symbols_in_slot; ++symbol)
-        channel.shifts.push_back(symbol >= channel.second_hop ||
-                                         (slot % 2 == 1 && sch.get_hopping_mode() == LIB_NR_SCH_HOPPING_MODE_INTER)
-                                     ? offset - (end > size ? size : 0)
-                                     : 0);
-    channel.ptrs_ports = sch.get_ptrs_port_v();
-    channel.precoded = sch.get_enable_transfer_precoding() ? &sch : nullptr;
-    return channel;
-}
-
 /// The engine's run, and the PUSCHs in it.
 class run_t
 {
@@ -99,7 +40,7 @@ public:
     {}
     sch_channel_t channel(unsigned int index, unsigned int slot = 0) const
     {
-        return channel_of(m_carrier, index, slot);
+        return nr_test::pusch_channel_of(m_carrier, index, slot);
     }
     sch_slot_t receive(unsigned int index, unsigned int slot, unsigned int frame = 0)
     {

@@ -1,12 +1,17 @@
 #pragma once
 
 #include "config/cfg_nr_waveform.h"
+#include "receiver/sch_receiver.h"
 
 #include <random>
 #include <string>
 
 namespace nr_test
 {
+
+/// A PUSCH as its receiver has to know it in a slot, by its settings and those of its BWP.
+sch_channel_t pusch_channel_of(const vek::nr_mod_lib::lib_nr_carrier_configure_manager_t& carrier, unsigned int index,
+                               unsigned int slot);
 
 /// Sets every setting of an enabled PDSCH or PUSCH of a 20 MHz carrier at random, in two rounds, as the façade corrects
 /// it; but for those by which it would not be received alone.
