@@ -190,6 +190,15 @@ public:
     /// no slots: printed lines, and nothing can be sent. Of the PDSCH that is left by `clear_carrier`,
     /// `one_frame_period` and `dmrs_power` stand, of the DCI its level as far as the CORESET allows.
     bool deal_test_model();
+    /// Lays the uplink fixed reference channel chosen in `get_ul_frc` on the carrier: a coded PUSCH of PN9 with the
+    /// cell's identity 0 in all slots, or in TDD those of the uplink; an antenna for each layer. Of the PUSCH that is
+    /// left by `clear_carrier`, `dmrs_power`, `one_frame_period` and what its type of allocation does not use stand,
+    /// and so do the guard bands of the spacing, on which interlaces hang. Transform precoding is refused where the
+    /// PUSCH had another allocation than type 1: then a second call brings it.
+    void deal_ul_fixed_reference_channels();
+    /// The same with the uplink reference measurement channel chosen in `get_ul_rmc`, as many layers as the channel in
+    /// `get_ul_frc` has, and TDD slots of its own.
+    void deal_ul_reference_measurement_channels();
 
 private:
     using carrier_t = lib_nr_carrier_configure_manager_t;
@@ -237,6 +246,9 @@ private:
     void _test_model_pdsch_ref_cfg(cfg_nr_dl_sch_t& sch, const test_model_t& model);
     void _test_model_pdsch_set_modulation(cfg_nr_dl_sch_t& sch, const test_model_t& model);
     void _test_model_pdsch_set_modulation(cfg_nr_dl_sch_t& sch, lib_nr_modulation_type_t modulation);
+
+    void _frc_pusch_set_modulation(cfg_nr_ul_sch_t& channel);
+    void _rmc_pusch_set_modulation(cfg_nr_ul_sch_t& channel);
 
     cfg_nr_phy_numerology_t m_numerology;
     cfg_nr_dl_bwp_t m_dl_bwp;

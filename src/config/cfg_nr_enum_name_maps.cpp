@@ -1,30 +1,9 @@
 #include "config/cfg_nr_enum_name_maps.h"
 
-#include <cstddef>
+#include "config/cfg_nr_enum_name_rows.h"
 
 namespace vek::nr_mod_lib
 {
-
-namespace
-{
-
-template <class enum_t>
-struct enum_name_t
-{
-    enum_t value;
-    const char* name;
-};
-
-template <class enum_t, std::size_t count>
-enum_names_t<enum_t> name_map(const enum_name_t<enum_t> (&rows)[count])
-{
-    enum_names_t<enum_t> names;
-    for (const enum_name_t<enum_t>& row : rows)
-        names.emplace(row.value, row.name);
-    return names;
-}
-
-} // namespace
 
 const enum_names_t<lib_nr_dl_dci_cce2reg_mapping_type_t> g_lib_nr_dl_dci_cce2reg_mapping_type_t_name_map =
     name_map<lib_nr_dl_dci_cce2reg_mapping_type_t>({

@@ -8,6 +8,7 @@
 #include "manager/lib_nr_dl_prs_configure_manager.h"
 #include "manager/lib_nr_dl_ssb_configure_manager.h"
 #include "manager/lib_nr_dl_tm_configure_manager.h"
+#include "manager/lib_nr_ul_rmc_configure_manager.h"
 #include "manager/lib_nr_ul_srs_configure_manager.h"
 #include "phy/lib_nr_phy_record.h"
 #include "phy/lib_nr_resource_manager.h"
@@ -19,8 +20,10 @@
 #include "phy_common/lib_nr_numerology_type.h"
 #include "phy_common/lib_nr_pn_seq.h"
 #include "phy_common/lib_nr_prach_type.h"
+#include "phy_common/lib_nr_pucch_test_model_type.h"
 #include "phy_common/lib_nr_sch_type.h"
 #include "phy_common/lib_nr_tdd_slot_allocation.h"
+#include "phy_common/lib_nr_ul_frc_type.h"
 #include "phy_common/lib_nr_ul_pucch_type.h"
 
 #include <map>
@@ -128,6 +131,18 @@ extern NR_MOD_LIB_EXPORT const enum_names_t<T_SRS_PF_TYPE> g_T_SRS_PF_TYPE_name_
 extern NR_MOD_LIB_EXPORT const enum_names_t<T_SRS_GROUP_OR_SEQUEN_TYPE> g_T_SRS_GROUP_OR_SEQUEN_TYPE_name_map;
 extern NR_MOD_LIB_EXPORT const enum_names_t<T_SRS_RESOUR_TYPE> g_T_SRS_RESOUR_TYPE_name_map;
 extern NR_MOD_LIB_EXPORT const enum_names_t<T_SRS_POSRESOURCE_EN_TYPE> g_T_SRS_POSRESOURCE_EN_TYPE_name_map;
+extern NR_MOD_LIB_EXPORT const enum_names_t<lib_nr_ul_fixed_reference_channels_t>
+    g_lib_nr_ul_fixed_reference_channels_t_name_map;
+extern NR_MOD_LIB_EXPORT const enum_names_t<lib_nr_ul_frc_reference_channel_t>
+    g_lib_nr_ul_frc_reference_channel_t_name_map;
+extern NR_MOD_LIB_EXPORT const enum_names_t<lib_nr_ul_rmc_rb_allocation_t> g_lib_nr_ul_rmc_rb_allocation_t_name_map;
+extern NR_MOD_LIB_EXPORT const enum_names_t<lib_nr_pucch_test_model_t> g_lib_nr_pucch_test_model_t_name_map;
+extern NR_MOD_LIB_EXPORT const enum_names_t<lib_nr_pucch_test_model_subcarrier_spacing_t>
+    g_lib_nr_pucch_test_model_subcarrier_spacing_t_name_map;
+extern NR_MOD_LIB_EXPORT const enum_names_t<lib_nr_pucch_test_model_bandwidth_t>
+    g_lib_nr_pucch_test_model_bandwidth_t_name_map;
+extern NR_MOD_LIB_EXPORT const enum_names_t<lib_nr_pucch_format3_test_model_type_t>
+    g_lib_nr_pucch_format3_test_model_type_t_name_map;
 
 /// The table of an enumeration, for code that is generic in it: the argument's value plays no part.
 inline const auto& enum_name_map(lib_nr_dl_dci_cce2reg_mapping_type_t)
@@ -251,5 +266,27 @@ inline const auto& enum_name_map(T_SRS_PF_TYPE) { return g_T_SRS_PF_TYPE_name_ma
 inline const auto& enum_name_map(T_SRS_GROUP_OR_SEQUEN_TYPE) { return g_T_SRS_GROUP_OR_SEQUEN_TYPE_name_map; }
 inline const auto& enum_name_map(T_SRS_RESOUR_TYPE) { return g_T_SRS_RESOUR_TYPE_name_map; }
 inline const auto& enum_name_map(T_SRS_POSRESOURCE_EN_TYPE) { return g_T_SRS_POSRESOURCE_EN_TYPE_name_map; }
+inline const auto& enum_name_map(lib_nr_ul_fixed_reference_channels_t)
+{
+    return g_lib_nr_ul_fixed_reference_channels_t_name_map;
+}
+inline const auto& enum_name_map(lib_nr_ul_frc_reference_channel_t)
+{
+    return g_lib_nr_ul_frc_reference_channel_t_name_map;
+}
+inline const auto& enum_name_map(lib_nr_ul_rmc_rb_allocation_t) { return g_lib_nr_ul_rmc_rb_allocation_t_name_map; }
+inline const auto& enum_name_map(lib_nr_pucch_test_model_t) { return g_lib_nr_pucch_test_model_t_name_map; }
+inline const auto& enum_name_map(lib_nr_pucch_test_model_subcarrier_spacing_t)
+{
+    return g_lib_nr_pucch_test_model_subcarrier_spacing_t_name_map;
+}
+inline const auto& enum_name_map(lib_nr_pucch_test_model_bandwidth_t)
+{
+    return g_lib_nr_pucch_test_model_bandwidth_t_name_map;
+}
+inline const auto& enum_name_map(lib_nr_pucch_format3_test_model_type_t)
+{
+    return g_lib_nr_pucch_format3_test_model_type_t_name_map;
+}
 
 } // namespace vek::nr_mod_lib

@@ -126,4 +126,39 @@ void end_preset_sch(cfg_nr_sch_t& sch, const preset_sch_t& preset)
     sch.set_enable_ptrs(preset.ptrs);
 }
 
+void lay_preset_ul_bwp(cfg_nr_carrier_t& carrier, lib_nr_numerology_type_t numerology, unsigned int rb_number)
+{
+    cfg_nr_ul_bwp_t& bwp = *carrier.get_ul_bwp(0);
+    bwp.set_rb_offset(0);
+    bwp.set_rb_number(rb_number);
+    bwp.set_numerology(numerology);
+    bwp.set_cp_type(LIB_NR_NORMAL_CP);
+}
+
+void begin_preset_pusch(cfg_nr_ul_sch_t& sch, const preset_pusch_t& preset)
+{
+    sch.set_hopping_mode(LIB_NR_SCH_HOPPING_MODE_DISABLE);
+    begin_preset_sch(sch, preset.sch);
+    sch.set_enable_transfer_precoding(preset.transform_precoding);
+    sch.set_rapid(preset.sch.nid);
+    set_preset_ports(sch, preset.layers, 2);
+    sch.set_enable_codebook(false);
+    sch.set_antenna_port_number(preset.layers == 1 ? LIB_NR_ANTENNA_PORT_NUMBER_1 : LIB_NR_ANTENNA_PORT_NUMBER_2);
+    sch.set_tpmi(0);
+}
+
+void end_preset_pusch(cfg_nr_ul_sch_t& sch, const preset_pusch_t& preset)
+{
+    sch.set_x_overhead(LIB_NR_SCH_X_OVERHEAD_0);
+    sch.set_enable_lbrm(false);
+    sch.set_data_source(LIB_NR_PN9);
+    end_preset_sch(sch, preset.sch);
+    sch.set_dmrs_hopping(LIB_NR_SCH_DMRS_HOPPING_DISABLE);
+    sch.set_n_rs_id(preset.sch.nid);
+    sch.set_ptrs_power(0.0);
+    sch.set_ptrs_freqency_density(LIB_NR_SCH_PTRS_FREQUENCY_DENSITYE_2);
+    sch.set_ptrs_time_density(LIB_NR_SCH_PTRS_TIME_DENSITYE_1);
+    sch.set_ptrs_re_offset(0);
+}
+
 } // namespace vek::nr_mod_lib

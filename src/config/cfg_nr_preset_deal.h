@@ -25,6 +25,24 @@ void set_preset_ports(cfg_nr_sch_t& sch, unsigned int layers, unsigned int cdm_g
 /// The last settings: redundancy version 0, identities of the DMRS, whether there is a PTRS.
 void end_preset_sch(cfg_nr_sch_t& sch, const preset_sch_t& preset);
 
+/// What a preset gives a PUSCH of its own; n_RAPID and n_ID^RS are those of scrambling and DMRS.
+struct preset_pusch_t
+{
+    preset_sch_t sch;
+    bool transform_precoding = false;
+    unsigned int layers = 1;
+};
+
+/// Cell identity of the uplink's presets.
+inline constexpr unsigned int k_preset_ul_cell = 0;
+
+/// The first settings of a PUSCH, with its waveform and its ports; no hopping and no codebook.
+void begin_preset_pusch(cfg_nr_ul_sch_t& sch, const preset_pusch_t& preset);
+/// The last settings of a PUSCH: data of PN9, no hopping of the DMRS and no PTRS.
+void end_preset_pusch(cfg_nr_ul_sch_t& sch, const preset_pusch_t& preset);
+/// Uplink BWP 0 over the whole carrier.
+void lay_preset_ul_bwp(cfg_nr_carrier_t& carrier, lib_nr_numerology_type_t numerology, unsigned int rb_number);
+
 /// Downlink BWP 1 over the whole carrier, with one CORESET.
 void lay_preset_dl_bwp(cfg_nr_carrier_t& carrier, lib_nr_numerology_type_t numerology, unsigned int rb_number);
 /// Two symbols in the groups of the bitmap, not interleaved.

@@ -41,6 +41,14 @@ bool assign_index_text(std::vector<index_t>& list, std::string& stored_text, con
     return assign(list, read) || changed;
 }
 
+/// Appends an index to a text of indices.
+inline void append_index(std::string& text, unsigned int index)
+{
+    if (!text.empty())
+        text += ',';
+    text += std::to_string(index);
+}
+
 /// The text of a slot selection whose span of frames has changed: its own while one of its slots lies in the first
 /// frame, otherwise slot 0.
 template <class index_t>

@@ -7,6 +7,7 @@
 #include "phy_common/lib_nr_interlace.h"
 #include "phy_common/lib_nr_mcs.h"
 #include "phy_common/lib_nr_phy_common.h"
+#include "phy_common/lib_nr_transform_precoding.h"
 
 #include <algorithm>
 #include <iostream>
@@ -19,20 +20,6 @@ namespace
 {
 
 using parse_t = common_lib::lib_common_list_parse_t;
-
-/// The RB numbers up to 273 whose prime factors are 2, 3 and 5, TS 38.214 clause 6.1.2.2.
-constexpr unsigned int k_transform_precoded_rb_nums[] = {
-    1,   2,   3,   4,   5,   6,   8,   9,   10,  12,  15,  16,  18,  20,  24,  25,  27,  30,
-    32,  36,  40,  45,  48,  50,  54,  60,  64,  72,  75,  80,  81,  90,  96,  100, 108, 120,
-    125, 128, 135, 144, 150, 160, 162, 180, 192, 200, 216, 225, 240, 243, 250, 256, 270};
-
-/// The next such number; the greatest one within `room`, at least 1, where that is less.
-unsigned int fit_transform_precoded(unsigned int rb_num, unsigned int room)
-{
-    const auto first = std::begin(k_transform_precoded_rb_nums);
-    const auto last = std::upper_bound(first, std::end(k_transform_precoded_rb_nums), room) - 1;
-    return *std::lower_bound(first, last, rb_num);
-}
 
 } // namespace
 
@@ -145,7 +132,7 @@ void lib_nr_ul_sch_configure_manager_t::_follow_allocation()
 bool lib_nr_ul_sch_configure_manager_t::set_rb_num(unsigned int rb_num, unsigned int bwp_rb_size)
 {
     const unsigned int room = std::max(bwp_rb_size, get_rb_offset() + 1) - get_rb_offset();
-    const bool changed = m_enable_transfer_precoding ? assign(m_rb_num, fit_transform_precoded(rb_num, room))
+    const bool changed = m_enable_transfer_precoding ? assign(m_rb_num, fit_transform_precoded_rb_num(rb_num, room))
                                                      : lib_nr_sch_configure_manager_t::set_rb_num(rb_num, bwp_rb_size);
     set_hopping_rb_offset(m_hopping_rb_offset, bwp_rb_size);
     return changed;

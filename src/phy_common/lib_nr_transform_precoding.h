@@ -12,4 +12,11 @@ namespace vek::nr_mod_lib
 /// 1 / sqrt(length), so that the power stays.
 NR_MOD_LIB_EXPORT void deal_transform_precoding(std::complex<double>* symbol, std::size_t length);
 
+/// The largest number of resource blocks, at most so many, whose prime factors are 2, 3 and 5 (TS 38.214
+/// clause 6.1.2.2): a transform-precoded PUSCH has no others. 1 to 270.
+unsigned int largest_transform_precoded_rb_num(unsigned int rb_num);
+
+/// The next such number up; the largest one that there is room for, at least 1, where that is less.
+unsigned int fit_transform_precoded_rb_num(unsigned int rb_num, unsigned int room);
+
 } // namespace vek::nr_mod_lib

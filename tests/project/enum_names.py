@@ -15,7 +15,7 @@ def main():
     source = pathlib.Path(sys.argv[1]) / "src"
     tables = {}
     text = "".join(f.read_text(encoding="utf-8") for f in sorted((source / "config").glob("cfg_nr_enum_name_maps*.cpp")))
-    for name, rows in re.findall(r"g_(\w+)_name_map\s*=\s*name_map<\w+>\(\{(.*?)\}\);", text, re.S):
+    for name, rows in re.findall(r"g_(\w+)_name_map\s*=\s*name_map<\s*\w+\s*>\(\{(.*?)\}\);", text, re.S):
         tables[name] = re.findall(r'\{\s*(\w+),\s*"([^"]*)"\s*\}', rows)
     wrong = []
     found = set()

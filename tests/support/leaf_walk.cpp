@@ -163,7 +163,8 @@ void leaf_walk_t::_take_step(unsigned int settings)
 void leaf_walk_t::_run(void* facade, const cfg_nr_verb_t& verb, const std::string& path)
 {
     const unsigned int index = _below(k_longest_list);
-    m_history += std::string(verb.name) + ' ' + path + ' ' + std::to_string(index) + '\n';
+    m_history +=
+        std::string(verb.name) + ' ' + path + (verb.object ? verb.object : "") + ' ' + std::to_string(index) + '\n';
     verb.run(facade, index);
 }
 

@@ -65,7 +65,13 @@ constexpr auto k_figures =
 constexpr auto k_verbs =
     row::rows(row::verb<&carrier_t::deal_test_model>("apply", "lays the chosen test model on the carrier")
                   .of("dl_tm")
-                  .shortfall("applied without a PDSCH: FR2 has no FDD test model"));
+                  .shortfall("applied without a PDSCH: FR2 has no FDD test model"),
+              row::verb<&carrier_t::deal_ul_fixed_reference_channels>(
+                  "apply", "lays the chosen uplink fixed reference channel on the carrier")
+                  .of("ul_frc"),
+              row::verb<&carrier_t::deal_ul_reference_measurement_channels>(
+                  "apply", "lays the chosen uplink reference measurement channel on the carrier")
+                  .of("ul_rmc"));
 
 constexpr auto k_branches = row::rows(
     // The last enabled numerology cannot be switched off, so a recall enables and disables once more at the end.
@@ -109,8 +115,5 @@ constinit const cfg_nr_table_of_t<carrier_t> g_cfg_nr_carrier_table =
 
 // Façades whose settings are to come: the tree holds their blocks and counts their entries.
 constinit const cfg_nr_table_of_t<cfg_nr_dl_frc_t> g_cfg_nr_dl_frc_table{"cfg_nr_dl_frc"};
-constinit const cfg_nr_table_of_t<cfg_nr_ul_frc_t> g_cfg_nr_ul_frc_table{"cfg_nr_ul_frc"};
-constinit const cfg_nr_table_of_t<cfg_nr_ul_rmc_t> g_cfg_nr_ul_rmc_table{"cfg_nr_ul_rmc"};
-constinit const cfg_nr_table_of_t<cfg_nr_pucch_test_model_t> g_cfg_nr_pucch_test_model_table{"cfg_nr_pucch_test_model"};
 
 } // namespace vek::nr_mod_lib

@@ -143,6 +143,13 @@ struct cfg_nr_leaf_text_t<std::string> : cfg_nr_leaf_detail::no_enumerators_t
     }
 };
 
+/// Texts of the library, read only; a null one is empty.
+template <>
+struct cfg_nr_leaf_text_t<const char*>
+{
+    static std::string to_text(const char* value) { return value ? value : ""; }
+};
+
 /// Enumerations, by their exported name tables.
 template <class enum_t>
 struct cfg_nr_leaf_text_t<enum_t, std::enable_if_t<std::is_enum_v<enum_t>>>
