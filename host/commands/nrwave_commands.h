@@ -13,5 +13,6 @@ std::unique_ptr<command_t> get_command();
 std::unique_ptr<command_t> map_command();
 std::unique_ptr<command_t> save_command();
 std::unique_ptr<command_t> list_command();
+std::unique_ptr<command_t> presets_command();
 
 } // namespace nrwave

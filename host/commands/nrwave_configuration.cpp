@@ -18,7 +18,8 @@ void configuration_t::declare_steps(CLI::App& app)
         ->type_name("FILE")
         ->allow_extra_args(false);
     app.add_option("--set", m_steps,
-                   "One step: PATH=VALUE, \"add PATH\", \"copy PATH[i]\", \"remove PATH[i]\", \"load FILE.xml\"")
+                   "One step: PATH=VALUE, \"add PATH\", \"copy PATH[i]\", \"remove PATH[i]\", \"apply PRESET\", "
+                   "\"load FILE.xml\"")
         ->type_name("STEP")
         ->allow_extra_args(false);
     app.add_flag("--strict", m_strict,

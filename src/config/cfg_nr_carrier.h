@@ -190,6 +190,12 @@ public:
     /// no slots: printed lines, and nothing can be sent. Of the PDSCH that is left by `clear_carrier`,
     /// `one_frame_period` and `dmrs_power` stand, of the DCI its level as far as the CORESET allows.
     bool deal_test_model();
+    /// Lays the downlink fixed reference channel chosen in `get_dl_frc` on the carrier, for two frames and cell 0: a
+    /// coded PDSCH over the whole band, CSI-RS, and an SS/PBCH block where there are 24 resource blocks and the spacing
+    /// is not 60 kHz. Of the PDSCH, size and bitmap of resource block groups, bundle size, scaling and all of the PTRS
+    /// but that it is off stand, as do what interleaving uses of the CORESET, the slots of the first CSI-RS in NTN mode
+    /// at 60 kHz, its ports, power, second symbol and flags, and the settings of the DCI, which is off.
+    void deal_dl_fixed_reference_channels();
     /// Lays the uplink fixed reference channel chosen in `get_ul_frc` on the carrier: a coded PUSCH of PN9 with the
     /// cell's identity 0 in all slots, or in TDD those of the uplink; an antenna for each layer. Of the PUSCH that is
     /// left by `clear_carrier`, `dmrs_power`, `one_frame_period` and what its type of allocation does not use stand,
@@ -247,6 +253,11 @@ private:
     void _test_model_pdsch_set_modulation(cfg_nr_dl_sch_t& sch, const test_model_t& model);
     void _test_model_pdsch_set_modulation(cfg_nr_dl_sch_t& sch, lib_nr_modulation_type_t modulation);
 
+    using dl_frc_t = lib_nr_dl_frc_configure_manager_t;
+    void _frc_pdsch_set_allocation(cfg_nr_dl_sch_t& sch, const dl_frc_t& frc);
+    void _frc_pdsch_set_modulation(cfg_nr_dl_sch_t& sch, const dl_frc_t& frc);
+    void _frc_pdsch_set_csirs(const dl_frc_t& frc);
+    void _frc_pdsch_set_csirs(cfg_nr_dl_csirs_t& csirs, unsigned int index, const dl_frc_t& frc);
     void _frc_pusch_set_modulation(cfg_nr_ul_sch_t& channel);
     void _rmc_pusch_set_modulation(cfg_nr_ul_sch_t& channel);
 

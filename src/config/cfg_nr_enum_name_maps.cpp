@@ -331,6 +331,27 @@ const enum_names_t<lib_nr_test_mode_t> g_lib_nr_test_mode_t_name_map = name_map<
     {LIB_NR_FR2_TM3_1a, "LIB_NR_FR2_TM3_1a"},
 });
 
+const enum_names_t<lib_nr_dl_fixed_reference_channels_t> g_lib_nr_dl_fixed_reference_channels_t_name_map =
+    name_map<lib_nr_dl_fixed_reference_channels_t>({
+        {LIB_NR_DL_FRC_FR1_QPSK, "LIB_NR_DL_FRC_FR1_QPSK"},
+        {LIB_NR_DL_FRC_FR1_64QAM, "LIB_NR_DL_FRC_FR1_64QAM"},
+        {LIB_NR_DL_FRC_FR1_256QAM, "LIB_NR_DL_FRC_FR1_256QAM"},
+        {LIB_NR_DL_FRC_FR1_1024QAM, "LIB_NR_DL_FRC_FR1_1024QAM"},
+        {LIB_NR_DL_FRC_FR2_QPSK, "LIB_NR_DL_FRC_FR2_QPSK"},
+        {LIB_NR_DL_FRC_FR2_64QAM, "LIB_NR_DL_FRC_FR2_64QAM"},
+        {LIB_NR_DL_FRC_FR2_256QAM, "LIB_NR_DL_FRC_FR2_256QAM"},
+        {LIB_NR_NTN_FRC_FR1_A_3_2_1_1_1_QPSK, "LIB_NR_NTN_FRC_FR1_A_3_2_1_1_1_QPSK"},
+        {LIB_NR_NTN_FRC_FR1_A_3_2_1_1_2_16QAM, "LIB_NR_NTN_FRC_FR1_A_3_2_1_1_2_16QAM"},
+        {LIB_NR_NTN_FRC_FR2_A_3_2_1_2_1_QPSK, "LIB_NR_NTN_FRC_FR2_A_3_2_1_2_1_QPSK"},
+        {LIB_NR_NTN_FRC_FR2_A_3_2_1_2_2_16QAM, "LIB_NR_NTN_FRC_FR2_A_3_2_1_2_2_16QAM"},
+        {LIB_NR_NTN_FRC_FR2_A_3_2_1_2_3_64QAM, "LIB_NR_NTN_FRC_FR2_A_3_2_1_2_3_64QAM"},
+        {LIB_NR_NTN_FRC_FR2_A_3_2_1_3_1_QPSK, "LIB_NR_NTN_FRC_FR2_A_3_2_1_3_1_QPSK"},
+        {LIB_NR_NTN_FRC_FR2_A_3_2_1_3_2_16QAM, "LIB_NR_NTN_FRC_FR2_A_3_2_1_3_2_16QAM"},
+        {LIB_NR_NTN_FRC_FR2_A_3_2_1_3_3_QPSK, "LIB_NR_NTN_FRC_FR2_A_3_2_1_3_3_QPSK"},
+        {LIB_NR_NTN_FRC_FR2_A_3_2_1_3_4_16QAM, "LIB_NR_NTN_FRC_FR2_A_3_2_1_3_4_16QAM"},
+        {LIB_NR_NTN_FRC_FR2_A_3_2_1_3_5_64QAM, "LIB_NR_NTN_FRC_FR2_A_3_2_1_3_5_64QAM"},
+    });
+
 const enum_names_t<lib_nr_ldpc_base_graph_type_t> g_lib_nr_ldpc_base_graph_type_t_name_map =
     name_map<lib_nr_ldpc_base_graph_type_t>({
         {LIB_NR_LDPC_BASE_GRAPH_1, "LIB_NR_LDPC_BASE_GRAPH_1"},

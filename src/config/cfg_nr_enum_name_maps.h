@@ -5,6 +5,7 @@
 #include "manager/lib_nr_dl_coreset_configure_manager.h"
 #include "manager/lib_nr_dl_csirs_configure_manager.h"
 #include "manager/lib_nr_dl_dci_configure_manager.h"
+#include "manager/lib_nr_dl_frc_configure_manager.h"
 #include "manager/lib_nr_dl_prs_configure_manager.h"
 #include "manager/lib_nr_dl_ssb_configure_manager.h"
 #include "manager/lib_nr_dl_tm_configure_manager.h"
@@ -82,6 +83,8 @@ extern NR_MOD_LIB_EXPORT const enum_names_t<lib_nr_cyclic_prefix_type_t> g_lib_n
 extern NR_MOD_LIB_EXPORT const enum_names_t<lib_nr_lmax_t> g_lib_nr_lmax_t_name_map;
 extern NR_MOD_LIB_EXPORT const enum_names_t<lib_nr_duplex_type_t> g_lib_nr_duplex_type_t_name_map;
 extern NR_MOD_LIB_EXPORT const enum_names_t<lib_nr_test_mode_t> g_lib_nr_test_mode_t_name_map;
+extern NR_MOD_LIB_EXPORT const enum_names_t<lib_nr_dl_fixed_reference_channels_t>
+    g_lib_nr_dl_fixed_reference_channels_t_name_map;
 extern NR_MOD_LIB_EXPORT const enum_names_t<lib_nr_ldpc_base_graph_type_t> g_lib_nr_ldpc_base_graph_type_t_name_map;
 extern NR_MOD_LIB_EXPORT const enum_names_t<lib_nr_pn_seq_t> g_lib_nr_pn_seq_t_name_map;
 extern NR_MOD_LIB_EXPORT const enum_names_t<mcs_table_t> g_mcs_table_t_name_map;
@@ -205,6 +208,10 @@ inline const auto& enum_name_map(lib_nr_cyclic_prefix_type_t) { return g_lib_nr_
 inline const auto& enum_name_map(lib_nr_lmax_t) { return g_lib_nr_lmax_t_name_map; }
 inline const auto& enum_name_map(lib_nr_duplex_type_t) { return g_lib_nr_duplex_type_t_name_map; }
 inline const auto& enum_name_map(lib_nr_test_mode_t) { return g_lib_nr_test_mode_t_name_map; }
+inline const auto& enum_name_map(lib_nr_dl_fixed_reference_channels_t)
+{
+    return g_lib_nr_dl_fixed_reference_channels_t_name_map;
+}
 inline const auto& enum_name_map(lib_nr_ldpc_base_graph_type_t) { return g_lib_nr_ldpc_base_graph_type_t_name_map; }
 inline const auto& enum_name_map(lib_nr_pn_seq_t) { return g_lib_nr_pn_seq_t_name_map; }
 inline const auto& enum_name_map(mcs_table_t) { return g_mcs_table_t_name_map; }

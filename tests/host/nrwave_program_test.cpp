@@ -6,6 +6,7 @@
 #include <filesystem>
 #include <fstream>
 #include <gtest/gtest.h>
+#include <nlohmann/json.hpp>
 #include <set>
 #include <sstream>
 #include <string>
@@ -135,7 +136,7 @@ TEST_F(nrwave_program, fails_with_one_line_and_leaves_nothing_behind)
     fs::create_symlink("loop", m_folder / "loop");
     const std::set<std::string> before = files();
 
-    const std::array<std::pair<const char*, const char*>, 40> rows = {{
+    const std::array<std::pair<const char*, const char*>, 43> rows = {{
         {"generate --set nothing=1 -o x", "unknown path nothing"},
         {"generate --set carrier[0].nothing=1 -o x", "unknown path carrier[0].nothing"},
         {"generate --set carrier[1].enable=1 -o x", "index past the end"},
@@ -156,6 +157,9 @@ TEST_F(nrwave_program, fails_with_one_line_and_leaves_nothing_behind)
         {"generate --set 'copy carrier' -o x", "carrier[0]"},
         {"generate --set 'add carrier[0].numerology' -o x", "cannot add"},
         {"generate --set 'jump carrier[0]' -o x", "unknown step"},
+        {"generate --set 'apply carrier[0].dl_ssb' -o x", "unknown step apply carrier[0].dl_ssb"},
+        {"generate --set 'apply carrier[1].dl_tm' -o x", "index past the end"},
+        {"presets dl_ssb", "unknown family dl_ssb; there are dl_tm, "},
         {"generate --set 'load missing.xml' -o x", "cannot read"},
         {"generate --recipe bad.recipe -o x", "bad.recipe:4: unknown path no.such"},
         {"generate --recipe missing.recipe -o x", "cannot read missing.recipe"},
@@ -221,7 +225,11 @@ TEST_F(nrwave_program, tells_what_a_later_step_resets)
     const std::string told = "carrier[0].dl_ssb.active_idx: stored 1,3, reset to 0,1,2,3 by a later step\n";
     const std::string two = "add carrier\ncarrier[1].ncell_id=5\ncarrier[0].ncell_id=4\n";
     write("tree.xml", "<r ProtocolType='NR'><cfg_nr_waveform/></r>");
-    const std::array<std::pair<std::string, std::string>, 6> rows = {{
+    const std::string models =
+        "nr_ntn=true\ncarrier[0].dl_tm.bandwidth=LIB_NR_CHANNEL_FR2_1_50M\napply carrier[0].dl_tm\n";
+    const std::array<std::pair<std::string, std::string>, 8> rows = {{
+        {"carrier[0].ncell_id=4\napply carrier[0].dl_frc\n", ""},
+        {models, "carrier[0].dl_tm: applied without a PDSCH: FR2 has no FDD test model\n"},
         {ssb + wide, told},
         {ssb + wide + ssb, ""},
         {wide + ssb + "carrier[0].dl_ssb.active_idx=0,1,2,3\n", ""},
@@ -348,6 +356,32 @@ TEST_F(nrwave_program, maps_and_draws_what_it_generates)
               "at 30 kHz; everywhere else the spacing decides\n");
     EXPECT_EQ(run("list --manual").out, content(fs::path(NR_MOD_LIB_SOURCE_DIR) / "docs/settings.md"));
     EXPECT_NE(run("--help").out.find("generate"), std::string::npos);
+}
+
+// Every row can be chosen with the first bandwidth that it is listed with, and applied, without a word.
+TEST_F(nrwave_program, lists_presets_as_they_can_be_chosen)
+{
+    const auto known = nlohmann::json::parse(run("presets --ntn --json dl_frc").out);
+    EXPECT_EQ(known.size(), 10u);
+    EXPECT_EQ(known.at(2).dump(), R"({"bandwidths":["LIB_NR_CHANNEL_FR2_1_50M","LIB_NR_CHANNEL_FR2_1_100M",)"
+                                  R"("LIB_NR_CHANNEL_FR2_1_200M"],"duplex_types":["LIB_NR_DUPLEX_TYPE_FDD"],)"
+                                  R"("family":"dl_frc","name":"LIB_NR_NTN_FRC_FR2_A_3_2_1_2_1_QPSK","ntn":true,)"
+                                  R"("spacings":["LIB_NR_SCS_60K"]})");
+    EXPECT_NE(run("presets").out.find("dl_tm LIB_NR_FR2_TM2  LIB_NR_CHANNEL_FR2_1_50M to LIB_NR_CHANNEL_FR2_2_2000M; "
+                                      "LIB_NR_SCS_60K, LIB_NR_SCS_120K, LIB_NR_SCS_480K, LIB_NR_SCS_960K; "
+                                      "LIB_NR_DUPLEX_TYPE_TDD\n"),
+              std::string::npos);
+    std::string recipe;
+    for (const auto& row : nlohmann::json::parse(run("presets --json").out)) {
+        const std::string path = "carrier[0]." + row.at("family").get<std::string>();
+        const bool model = path == "carrier[0].dl_tm";
+        const std::string name =
+            path + (model ? ".test_model=" : ".fixed_reference_channels=") + row.at("name").get<std::string>();
+        const std::string bandwidth = path + ".bandwidth=" + row.at("bandwidths").at(0).get<std::string>();
+        recipe += (model ? bandwidth + '\n' + name : name + '\n' + bandwidth) + "\napply " + path + '\n';
+    }
+    write("all.recipe", recipe);
+    EXPECT_EQ(run("get --recipe all.recipe --strict nr_ntn").err, "");
 }
 
 TEST_F(nrwave_program, maps_prach_bursts_and_tells_of_those_that_are_not_sent)

@@ -1,7 +1,7 @@
 #include "phy_dl/lib_nr_dl_phy_pdsch_process.h"
 
 #include "receiver/sch_receiver.h"
-#include "support/generated.h"
+#include "support/pdsch_run.h"
 #include "support/settings.h"
 #include "support/shared_channel.h"
 #include "support/test_grid.h"
@@ -24,89 +24,7 @@ using nr_test::bits_t;
 using nr_test::sch_channel_t;
 using nr_test::sch_slot_t;
 
-/// TS 38.214 clauses 5.1.2.2.1 and 5.1.2.2.2, TS 38.211 clause 7.3.1.6: RB by RB.
-std::vector<unsigned int> rbs_of(const lib_nr_dl_sch_configure_manager_t& sch,
-                                 const lib_nr_dl_bwp_configure_manager_t& bwp)
-{
-    const unsigned int start = bwp.get_bwp_rb_start();
-    const unsigned int end = start + bwp.get_bwp_rb_size();
-    std::vector<unsigned int> rbs;
-    if (sch.get_ra_type() == LIB_NR_SCH_RA_TYPE0) {
-        const unsigned int P = 2u << sch.get_rbg_size();
-        for (unsigned int rb = start; rb < end; ++rb)
-            if (sch.get_rbg_bitmap_v().at(rb / P - start / P) != 0)
-                rbs.push_back(rb);
-        return rbs;
-    }
-    const unsigned int L = 2u << sch.get_vrb_bundle_size();
-    const unsigned int bundles = (end - 1) / L - start / L + 1;
-    for (unsigned int vrb = start + sch.get_rb_offset(); rbs.size() < sch.get_rb_num(); ++vrb) {
-        const unsigned int j = vrb / L - start / L;
-        const unsigned int moved = j == bundles - 1 ? j : j % 2 * (bundles / 2) + j / 2;
-        rbs.push_back(sch.get_vrb2prb_interleaver() == LIB_NR_SCH_INTERLEAVE ? (start / L + moved) * L + vrb % L : vrb);
-    }
-    return rbs;
-}
-
-sch_channel_t channel_of(const lib_nr_carrier_configure_manager_t& carrier, unsigned int index)
-{
-    const lib_nr_dl_sch_configure_manager_t& sch = carrier.get_dl_sch(index);
-    const lib_nr_dl_bwp_configure_manager_t& bwp = carrier.get_dl_bwp(sch.get_bwp_id());
-    const unsigned int cell = carrier.get_cell_index();
-    return {sch,
-            cell,
-            bwp.get_cp_type() == LIB_NR_EXTEND_CP ? 12u : 14u,
-            rbs_of(sch, bwp),
-            nr_test::sch_dmrs_symbols(sch),
-            (sch.get_rnti() << 15) + nr_test::sch_identity(sch.get_nid(), cell),
-            1.0 / (1 << sch.get_tb_scaling())};
-}
-
-/// The engine's run, and the PDSCHs in it.
-class run_t
-{
-public:
-    explicit run_t(const cfg_nr_waveform_t& waveform)
-        : m_carrier(waveform.get_waveform_manager().get_carrier(0)), m_generated(nr_test::generate(waveform))
-    {}
-    sch_channel_t channel(unsigned int index) const { return channel_of(m_carrier, index); }
-    sch_slot_t receive(unsigned int index, unsigned int slot, unsigned int frame = 0)
-    {
-        return receive_sch_slot(channel(index), rows(frame), slot, [&](unsigned int symbol, unsigned int subcarrier) {
-            const auto owner = m_grid.get_owner(symbol, subcarrier);
-            return owner == LIB_NR_RESOURCE_MAPPING_SSB || owner == LIB_NR_RESOURCE_MAPPING_CSIRS;
-        });
-    }
-    /// Cells that belong to PDSCHs; those that belong to nobody are silent.
-    std::size_t count_marks()
-    {
-        std::size_t marks = 0;
-        double loudest = 0.0;
-        for (unsigned int symbol = 0; symbol < m_grid.get_mapped_symbol_number(); ++symbol)
-            for (unsigned int k = 0; k < m_grid.get_mapped_subcarrier_number(); ++k) {
-                const auto owner = m_grid.get_owner(symbol, k);
-                marks += owner == LIB_NR_RESOURCE_MAPPING_PDSCH ? 1 : 0;
-                if (owner == LIB_NR_RESOURCE_MAPPING_EMPTY)
-                    loudest = std::max(loudest, std::abs(rows(0)[symbol][k]));
-            }
-        EXPECT_LT(loudest, 1e-9);
-        return marks;
-    }
-
-private:
-    const nr_test::rows_t& rows(unsigned int frame)
-    {
-        if (m_frames[frame].empty())
-            m_frames[frame] = nr_test::demodulate_frame(m_generated.samples, m_generated.setup,
-                                                        m_grid.get_mapped_subcarrier_number(), 0.0, frame);
-        return m_frames[frame];
-    }
-
-    const lib_nr_channel_resource_manager_t& m_grid = lib_nr_channel_resource_manager_t::get_inst(); // the last frame's
-    const lib_nr_carrier_configure_manager_t& m_carrier;
-    nr_test::generated_t m_generated;
-    std::map<unsigned int, nr_test::rows_t> m_frames;
-};
+using run_t = nr_test::pdsch_run_t;
 
 /// 20 MHz with some PDSCHs, one a slot.
 struct one_channel_a_slot_t : nr_test::waveform_of_t

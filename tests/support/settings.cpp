@@ -13,12 +13,13 @@ namespace nr_test
 
 using vek::nr_mod_lib::cfg_nr_waveform_t;
 
-void take(cfg_nr_waveform_t& waveform, const std::vector<std::string>& steps)
+std::string take(cfg_nr_waveform_t& waveform, const std::vector<std::string>& steps)
 {
-    const captured_output_t silence;
+    const captured_output_t output;
     nrwave::stepper_t stepper(waveform, [](const std::string&) {});
     for (const std::string& step : steps)
         stepper.apply(step);
+    return output.text();
 }
 
 std::string value_of(cfg_nr_waveform_t& waveform, const std::string& path)

@@ -10,8 +10,8 @@ namespace nr_test
 {
 
 /// Takes steps as the tool does: PATH=VALUE, add PATH, copy PATH[i], remove PATH[i]. A step that cannot be done throws;
-/// a value that is corrected does not. What the library prints is lost.
-void take(vek::nr_mod_lib::cfg_nr_waveform_t& waveform, const std::vector<std::string>& steps);
+/// a value that is corrected does not. Gives what the library prints.
+std::string take(vek::nr_mod_lib::cfg_nr_waveform_t& waveform, const std::vector<std::string>& steps);
 
 /// The default waveform after some steps.
 class waveform_of_t : public vek::nr_mod_lib::cfg_nr_waveform_t

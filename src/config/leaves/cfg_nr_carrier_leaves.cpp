@@ -66,6 +66,9 @@ constexpr auto k_verbs =
     row::rows(row::verb<&carrier_t::deal_test_model>("apply", "lays the chosen test model on the carrier")
                   .of("dl_tm")
                   .shortfall("applied without a PDSCH: FR2 has no FDD test model"),
+              row::verb<&carrier_t::deal_dl_fixed_reference_channels>(
+                  "apply", "lays the chosen downlink fixed reference channel on the carrier")
+                  .of("dl_frc"),
               row::verb<&carrier_t::deal_ul_fixed_reference_channels>(
                   "apply", "lays the chosen uplink fixed reference channel on the carrier")
                   .of("ul_frc"),
@@ -112,8 +115,5 @@ constexpr auto k_branches = row::rows(
 
 constinit const cfg_nr_table_of_t<carrier_t> g_cfg_nr_carrier_table =
     row::table("cfg_nr_carrier", k_leaves, k_figures, k_verbs, k_branches);
-
-// Façades whose settings are to come: the tree holds their blocks and counts their entries.
-constinit const cfg_nr_table_of_t<cfg_nr_dl_frc_t> g_cfg_nr_dl_frc_table{"cfg_nr_dl_frc"};
 
 } // namespace vek::nr_mod_lib

@@ -11,12 +11,12 @@ namespace vek::nr_mod_lib
 
 template <class row, class x_t = typename row::facade_type>
 constexpr auto k_preset_enable =
-    row::template leaf<&x_t::get_enable, &x_t::set_enable>("enable", "kept for the host; apply is what lays it down");
+    row::template leaf<&x_t::get_enable, &x_t::set_enable>("enable", "for the host's own use; nothing follows it");
 
 template <class row, class x_t = typename row::facade_type>
 constexpr auto
     k_preset_bandwidth = row::template leaf<&x_t::get_bandwidth, &x_t::set_bandwidth, &x_t::get_valid_bandwidth_list>(
-        "bandwidth", "of the channel; what depends on it follows");
+        "bandwidth", "of the carrier; spacing, duplex type and row follow");
 
 template <class row, class x_t = typename row::facade_type>
 constexpr auto k_preset_duplex_type =

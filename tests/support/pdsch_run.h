@@ -1,0 +1,106 @@
+#pragma once
+
+#include "phy/lib_nr_resource_manager.h"
+#include "receiver/sch_receiver.h"
+#include "support/generated.h"
+
+#include <algorithm>
+#include <cmath>
+#include <map>
+#include <vector>
+
+namespace nr_test
+{
+
+// PDSCHs as a receiver sees them.
+
+/// TS 38.214 clauses 5.1.2.2.1 and 5.1.2.2.2, TS 38.211 clause 7.3.1.6: RB by RB.
+inline std::vector<unsigned int> pdsch_rbs(const vek::nr_mod_lib::lib_nr_dl_sch_configure_manager_t& sch,
+                                           const vek::nr_mod_lib::lib_nr_dl_bwp_configure_manager_t& bwp)
+{
+    const unsigned int start = bwp.get_bwp_rb_start();
+    const unsigned int end = start + bwp.get_bwp_rb_size();
+    std::vector<unsigned int> rbs;
+    if (sch.get_ra_type() == vek::nr_mod_lib::LIB_NR_SCH_RA_TYPE0) {
+        const unsigned int P = 2u << sch.get_rbg_size();
+        for (unsigned int rb = start; rb < end; ++rb)
+            if (sch.get_rbg_bitmap_v().at(rb / P - start / P) != 0)
+                rbs.push_back(rb);
+        return rbs;
+    }
+    const unsigned int L = 2u << sch.get_vrb_bundle_size();
+    const unsigned int bundles = (end - 1) / L - start / L + 1;
+    for (unsigned int vrb = start + sch.get_rb_offset(); rbs.size() < sch.get_rb_num(); ++vrb) {
+        const unsigned int j = vrb / L - start / L;
+        const unsigned int moved = j == bundles - 1 ? j : j % 2 * (bundles / 2) + j / 2;
+        rbs.push_back(sch.get_vrb2prb_interleaver() == vek::nr_mod_lib::LIB_NR_SCH_INTERLEAVE
+                          ? (start / L + moved) * L + vrb % L
+                          : vrb);
+    }
+    return rbs;
+}
+
+inline sch_channel_t pdsch_channel(const vek::nr_mod_lib::lib_nr_carrier_configure_manager_t& carrier,
+                                   unsigned int index)
+{
+    const vek::nr_mod_lib::lib_nr_dl_sch_configure_manager_t& sch = carrier.get_dl_sch(index);
+    const vek::nr_mod_lib::lib_nr_dl_bwp_configure_manager_t& bwp = carrier.get_dl_bwp(sch.get_bwp_id());
+    const unsigned int cell = carrier.get_cell_index();
+    return {sch,
+            cell,
+            bwp.get_cp_type() == vek::nr_mod_lib::LIB_NR_EXTEND_CP ? 12u : 14u,
+            pdsch_rbs(sch, bwp),
+            sch_dmrs_symbols(sch),
+            (sch.get_rnti() << 15) + sch_identity(sch.get_nid(), cell),
+            1.0 / (1 << sch.get_tb_scaling())};
+}
+
+/// The engine's run, and the PDSCHs in it.
+class pdsch_run_t
+{
+public:
+    explicit pdsch_run_t(const vek::nr_mod_lib::cfg_nr_waveform_t& waveform)
+        : m_carrier(waveform.get_waveform_manager().get_carrier(0)), m_generated(generate(waveform))
+    {}
+    sch_channel_t channel(unsigned int index) const { return pdsch_channel(m_carrier, index); }
+    sch_slot_t receive(unsigned int index, unsigned int slot, unsigned int frame = 0)
+    {
+        return receive_sch_slot(channel(index), rows(frame), slot, [&](unsigned int symbol, unsigned int subcarrier) {
+            const auto owner = m_grid.get_owner(symbol, subcarrier);
+            return owner == vek::nr_mod_lib::LIB_NR_RESOURCE_MAPPING_SSB ||
+                   owner == vek::nr_mod_lib::LIB_NR_RESOURCE_MAPPING_CSIRS;
+        });
+    }
+    /// Cells that belong to PDSCHs; those that belong to nobody are silent.
+    std::size_t count_marks()
+    {
+        std::size_t marks = 0;
+        double loudest = 0.0;
+        for (unsigned int symbol = 0; symbol < m_grid.get_mapped_symbol_number(); ++symbol)
+            for (unsigned int k = 0; k < m_grid.get_mapped_subcarrier_number(); ++k) {
+                const auto owner = m_grid.get_owner(symbol, k);
+                marks += owner == vek::nr_mod_lib::LIB_NR_RESOURCE_MAPPING_PDSCH ? 1 : 0;
+                if (owner == vek::nr_mod_lib::LIB_NR_RESOURCE_MAPPING_EMPTY)
+                    loudest = std::max(loudest, std::abs(rows(0)[symbol][k]));
+            }
+        EXPECT_LT(loudest, 1e-9);
+        return marks;
+    }
+    /// All cells of a frame.
+    const rows_t& rows(unsigned int frame)
+    {
+        if (m_frames[frame].empty())
+            m_frames[frame] = demodulate_frame(m_generated.samples, m_generated.setup,
+                                               m_grid.get_mapped_subcarrier_number(), 0.0, frame);
+        return m_frames[frame];
+    }
+
+private:
+    const vek::nr_mod_lib::lib_nr_channel_resource_manager_t& m_grid =
+        vek::nr_mod_lib::lib_nr_channel_resource_manager_t::get_inst(); // the last frame's
+    const vek::nr_mod_lib::lib_nr_carrier_configure_manager_t& m_carrier;
+    generated_t m_generated;
+    std::map<unsigned int, rows_t> m_frames;
+};
+
+} // namespace nr_test
