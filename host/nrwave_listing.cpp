@@ -27,7 +27,7 @@ public:
             steps.push_back(verb_step(*find_row(table.verbs, "add"), path));
         for (const cfg_nr_leaf_t* leaf : table.leaves_in_recall_order())
             for (unsigned int i = 0; i < leaf->count(facade); ++i)
-                steps.push_back(setting_step(path, *leaf, facade, i));
+                append_steps_to(steps, path, *leaf, facade, i);
         for (const cfg_nr_verb_t& verb : table.verbs)
             if (verb.ends_steps && steps.size() > before)
                 steps.push_back(verb_step(verb, path));

@@ -57,9 +57,11 @@ void mend(cfg_nr_waveform_t& original, cfg_nr_waveform_t& copy, const std::strin
             const std::string value = leaf->read(wanted.facade, i);
             if (leaf->read(present.facade, i) == value)
                 continue;
+            for (const auto& [name, way] : leaf->detour(wanted.facade))
+                find_row(wanted.table->leaves, name)->write(present.facade, way);
             leaf->write(present.facade, value, i);
             if (leaf->read(present.facade, i) == value)
-                steps.push_back(setting_step(path, *leaf, present.facade, i));
+                append_steps_to(steps, path, *leaf, wanted.facade, i);
         }
     for (const cfg_nr_verb_t& verb : wanted.table->verbs)
         if (verb.ends_steps && steps.size() > before && verb.run(present.facade, 0))

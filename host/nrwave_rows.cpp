@@ -18,6 +18,16 @@ std::string path_of(const std::string& facade, const cfg_nr_leaf_t& leaf, unsign
 
 } // namespace
 
+void append_steps_to(std::vector<std::string>& steps, const std::string& path, const cfg_nr_leaf_t& leaf, void* facade,
+                     unsigned int index)
+{
+    const auto detour = leaf.detour(facade);
+    for (const auto& [name, value] : detour)
+        steps.push_back(below(path, name) + '=' + value);
+    if (detour.empty())
+        steps.push_back(setting_step(path, leaf, facade, index));
+}
+
 std::string setting_step(const std::string& path, const cfg_nr_leaf_t& leaf, void* facade, unsigned int index)
 {
     return path_of(path, leaf, index) + '=' + leaf.read(facade, index);

@@ -3,6 +3,7 @@
 #include "config/leaves/cfg_nr_leaf.h"
 
 #include <string>
+#include <vector>
 
 namespace nrwave
 {
@@ -10,6 +11,9 @@ namespace nrwave
 /// The step that gives a setting of a façade the value that it has there.
 std::string setting_step(const std::string& path, const vek::nr_mod_lib::cfg_nr_leaf_t& leaf, void* facade,
                          unsigned int index = 0);
+/// Appends the steps that lead to that value where it stands now: mostly that one alone.
+void append_steps_to(std::vector<std::string>& steps, const std::string& path,
+                     const vek::nr_mod_lib::cfg_nr_leaf_t& leaf, void* facade, unsigned int index = 0);
 /// The step that runs a verb of a façade, without an index.
 std::string verb_step(const vek::nr_mod_lib::cfg_nr_verb_t& verb, const std::string& facade);
 

@@ -1,9 +1,9 @@
 #include "host/nrwave_value.h"
 
+#include "common/lib_number_text.h"
 #include "common/lib_text.h"
 
 #include <algorithm>
-#include <charconv>
 #include <optional>
 #include <string_view>
 #include <vector>
@@ -26,13 +26,8 @@ std::vector<std::string> split(const std::string& text, char separator)
 
 std::optional<double> number(std::string_view text)
 {
-    if (!text.empty() && text.front() == '+')
-        text.remove_prefix(1);
     double value = 0;
-    const auto [end, error] = std::from_chars(text.data(), text.data() + text.size(), value);
-    if (error != std::errc{} || end != text.data() + text.size())
-        return std::nullopt;
-    return value;
+    return vek::common_lib::lib_number_text_t::text_to_double(text, value) ? std::optional(value) : std::nullopt;
 }
 
 /// Sign and digits without leading zeros: whole numbers of any size compare as texts.

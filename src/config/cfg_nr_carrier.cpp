@@ -127,8 +127,7 @@ std::vector<lib_nr_channel_bw_type_t> cfg_nr_carrier_t::get_valid_bandwidth_list
 
 bool cfg_nr_carrier_t::set_prach_cp_type(lib_nr_cyclic_prefix_type_t cp_type)
 {
-    for (unsigned int i = 0; i < get_ul_bwp_number(); ++i)
-        _target().set_ul_bwp_cp_type(i, cp_type);
+    _target().set_all_ul_bwps_cp_type(cp_type);
     return true;
 }
 

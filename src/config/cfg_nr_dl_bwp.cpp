@@ -41,10 +41,7 @@ bool cfg_nr_dl_bwp_t::set_scs(lib_nr_numerology_type_t scs)
 
 bool cfg_nr_dl_bwp_t::set_cp_type(lib_nr_cyclic_prefix_type_t cp_type)
 {
-    bool changed = false;
-    for (unsigned int i = 0; i < _carrier().get_dl_bwp_number(); ++i)
-        changed = _carrier().set_dl_bwp_cp_type(i, cp_type) || changed;
-    return changed;
+    return _carrier().set_all_dl_bwps_cp_type(cp_type);
 }
 
 } // namespace vek::nr_mod_lib

@@ -16,8 +16,7 @@ bool cfg_nr_ul_bwp_t::set_cp_type(lib_nr_cyclic_prefix_type_t cp_type)
 {
     if (cp_type == get_cp_type())
         return false;
-    for (unsigned int i = 0; i < _carrier().get_ul_bwp_number(); ++i)
-        _carrier().set_ul_bwp_cp_type(i, cp_type);
+    _carrier().set_all_ul_bwps_cp_type(cp_type);
     return get_cp_type() == cp_type;
 }
 

@@ -18,7 +18,6 @@ namespace
 
 constexpr double k_max_frequency_offset_hz = 4e8;
 constexpr double k_max_timing_offset_s = 0.01;
-constexpr double k_max_power_boosting = 40.0;
 constexpr unsigned int k_max_init_phase = 360;
 constexpr unsigned int k_max_cell_index = 1007;
 constexpr double k_default_windowing_beta = 0.01;
@@ -109,7 +108,7 @@ bool lib_nr_carrier_configure_manager_t::set_timing_offset_s(double timing_offse
 
 bool lib_nr_carrier_configure_manager_t::set_power_boosting(double power_boosting)
 {
-    return assign(m_power_boosting, std::clamp(power_boosting, -k_max_power_boosting, k_max_power_boosting));
+    return assign_power(m_power_boosting, power_boosting);
 }
 
 bool lib_nr_carrier_configure_manager_t::set_init_phase(unsigned int init_phase)
@@ -135,6 +134,7 @@ bool lib_nr_carrier_configure_manager_t::set_baseband_filter_enable(bool enable)
 
 bool lib_nr_carrier_configure_manager_t::set_carrier_type(lib_carrier_type_t carrier_type)
 {
+    carrier_type = known_or_first(carrier_type, LIB_NR_PRACH);
     if (carrier_type == m_carrier_type)
         return false;
     init();

@@ -51,6 +51,13 @@ enum lib_nr_numerology_mode_t : std::uint32_t
 using lib_nr_preset_choices_t = std::tuple<lib_nr_dl_tm_configure_manager_t, lib_nr_dl_frc_configure_manager_t,
                                            lib_nr_ul_frc_configure_manager_t, lib_nr_ul_rmc_configure_manager_t>;
 
+/// Bandwidth parts that stand together in their list.
+struct lib_nr_bwp_run_t
+{
+    unsigned int first;
+    unsigned int end; ///< behind the last
+};
+
 /// One radio channel of the waveform: its bandwidth, numerologies, bandwidth parts and the channels in them, and the
 /// rules that keep these consistent.
 ///
@@ -323,11 +330,13 @@ public:
     bool set_dl_bwp_rb_size(unsigned int index, unsigned int rb_size);
     bool set_dl_bwp_rb_start(unsigned int index, unsigned int rb_start);
     bool set_dl_bwp_cp_type(unsigned int index, lib_nr_cyclic_prefix_type_t cp_type);
+    bool set_all_dl_bwps_cp_type(lib_nr_cyclic_prefix_type_t cp_type);
     /// False for a BWP past the end; DCIs leave a CORESET that is no longer there for the first one.
     bool set_coreset_number(unsigned int bwp_index, unsigned int coreset_number);
     bool set_dl_coreset_duration(unsigned int bwp_index, unsigned int coreset_index, unsigned int duration);
     bool set_ul_bwp_numerology(unsigned int index, lib_nr_numerology_type_t numerology);
     bool set_ul_bwp_cp_type(unsigned int index, lib_nr_cyclic_prefix_type_t cp_type);
+    bool set_all_ul_bwps_cp_type(lib_nr_cyclic_prefix_type_t cp_type);
     bool set_ul_bwp_rb_number(unsigned int index, unsigned int rb_number, unsigned int rb_start, unsigned int rb_size);
     bool set_ul_bwp_rb_offset(unsigned int index, unsigned int rb_offset, unsigned int rb_start, unsigned int rb_size);
 
@@ -365,7 +374,7 @@ private:
                                           carrier.m_ul_prachs));
     }
 
-    bool _is_single_numerology() const { return m_numerology_mode == LIB_NR_NUMBEROLOGY_MODE_SINGLE; }
+    bool _is_single_numerology() const { return m_numerology_mode != LIB_NR_NUMBEROLOGY_MODE_MULTIPLE; }
     void _init_numerology_list();
     void _update_numerology_list();
     void _update_carrier_bandwidth();
@@ -384,6 +393,8 @@ private:
     /// Re-evaluates the bandwidth parts of the carrier's direction: each stays where it is while its spacing is
     /// enabled.
     void _update_bwp_list();
+    void _follow_dl_numerologies();
+    void _follow_ul_numerologies();
     void _update_downlink_bwp_reference();
     void _update_coreset_reference();
     void _update_uplink_bwp_reference();
@@ -391,16 +402,20 @@ private:
     /// The numerology in which a bandwidth part lies; a printed line where it is not enabled.
     const lib_nr_phy_numerology_configure_manager_t& _dl_bwp_limits(const lib_nr_dl_bwp_configure_manager_t& bwp,
                                                                     std::string_view operation) const;
-    void _update_all_dl_channels(unsigned int bwp_id);
+    lib_nr_bwp_run_t _all_dl_bwps() const { return {0, get_dl_bwp_number()}; }
+    lib_nr_bwp_run_t _all_ul_bwps() const { return {0, get_ul_bwp_number()}; }
+    template <class channel_t>
+    void _update_dl_channels(std::vector<channel_t>& channels, lib_nr_bwp_run_t bwps);
+    void _update_all_dl_channels(lib_nr_bwp_run_t bwps);
     void _follow_ul_bwp(lib_nr_ul_pucch_configure_manager_t& pucch, unsigned int bwp_id) const;
     void _follow_ul_bwp(lib_nr_ul_sch_configure_manager_t& sch, unsigned int bwp_id) const;
     void _follow_ul_bwp(lib_nr_ul_srs_configure_manager_t& srs, unsigned int bwp_id) const;
     void _follow_ul_bwp(lib_nr_ul_prach_configure_manager_t& prach, unsigned int bwp_id) const;
     template <class channel_t>
-    void _update_ul_channels(std::vector<channel_t>& channels, unsigned int bwp_id) const;
+    void _update_ul_channels(std::vector<channel_t>& channels, lib_nr_bwp_run_t bwps) const;
     /// The PRACHs in single mode alone.
-    void _update_all_ul_channels(unsigned int bwp_id);
-    void _update_ul_channels_but_pucchs(unsigned int bwp_id);
+    void _update_all_ul_channels(lib_nr_bwp_run_t bwps);
+    void _update_ul_channels_but_pucchs(lib_nr_bwp_run_t bwps);
     /// A line in multiple mode, where the PRACHs do not follow.
     void _tell_of_prachs(std::string_view operation) const;
 

@@ -56,13 +56,15 @@ bool move_to_dl_bwp(channel_t& channel, unsigned int bwp_id, const lib_nr_dl_bwp
     return changed;
 }
 
-template <class channel_t>
-void update_dl_channels(std::vector<channel_t>& channels, unsigned int bwp_id,
-                        const lib_nr_dl_bwp_configure_manager_t& bwp)
+lib_nr_bwp_run_t one_bwp(unsigned int index) { return {index, index + 1}; }
+
+/// Calls the step with each channel that lies in one of the BWPs, and the number of that one.
+template <class channel_t, class step_t>
+void for_each_in(lib_nr_bwp_run_t bwps, std::vector<channel_t>& channels, step_t step)
 {
     for (channel_t& channel : channels)
-        if (channel.get_bwp_id() == bwp_id)
-            channel.update_by_dl_bwp(bwp);
+        if (channel.get_bwp_id() >= bwps.first && channel.get_bwp_id() < bwps.end)
+            step(channel, channel.get_bwp_id());
 }
 
 /// Gives a channel one port for each antenna: those that it has, none on the others.
@@ -103,12 +105,18 @@ void lib_nr_carrier_configure_manager_t::set_antennas_number(unsigned int antenn
 
 // Following a downlink BWP
 
-void lib_nr_carrier_configure_manager_t::_update_all_dl_channels(unsigned int bwp_id)
+template <class channel_t>
+void lib_nr_carrier_configure_manager_t::_update_dl_channels(std::vector<channel_t>& channels, lib_nr_bwp_run_t bwps)
 {
-    const lib_nr_dl_bwp_configure_manager_t& bwp = m_dl_bwps[bwp_id];
-    update_dl_channels(m_dl_dcis, bwp_id, bwp);
-    update_dl_channels(m_dl_schs, bwp_id, bwp);
-    update_dl_channels(m_dl_csirss, bwp_id, bwp);
+    for_each_in(bwps, channels,
+                [this](channel_t& channel, unsigned int bwp_id) { channel.update_by_dl_bwp(m_dl_bwps[bwp_id]); });
+}
+
+void lib_nr_carrier_configure_manager_t::_update_all_dl_channels(lib_nr_bwp_run_t bwps)
+{
+    _update_dl_channels(m_dl_dcis, bwps);
+    _update_dl_channels(m_dl_schs, bwps);
+    _update_dl_channels(m_dl_csirss, bwps);
 }
 
 // Following an uplink BWP
@@ -143,25 +151,23 @@ void lib_nr_carrier_configure_manager_t::_follow_ul_bwp(lib_nr_ul_prach_configur
 
 template <class channel_t>
 void lib_nr_carrier_configure_manager_t::_update_ul_channels(std::vector<channel_t>& channels,
-                                                             unsigned int bwp_id) const
+                                                             lib_nr_bwp_run_t bwps) const
 {
-    for (channel_t& channel : channels)
-        if (channel.get_bwp_id() == bwp_id)
-            _follow_ul_bwp(channel, bwp_id);
+    for_each_in(bwps, channels, [this](channel_t& channel, unsigned int bwp_id) { _follow_ul_bwp(channel, bwp_id); });
 }
 
-void lib_nr_carrier_configure_manager_t::_update_all_ul_channels(unsigned int bwp_id)
+void lib_nr_carrier_configure_manager_t::_update_all_ul_channels(lib_nr_bwp_run_t bwps)
 {
-    _update_ul_channels(m_ul_pucchs, bwp_id);
-    _update_ul_channels_but_pucchs(bwp_id);
+    _update_ul_channels(m_ul_pucchs, bwps);
+    _update_ul_channels_but_pucchs(bwps);
 }
 
-void lib_nr_carrier_configure_manager_t::_update_ul_channels_but_pucchs(unsigned int bwp_id)
+void lib_nr_carrier_configure_manager_t::_update_ul_channels_but_pucchs(lib_nr_bwp_run_t bwps)
 {
-    _update_ul_channels(m_ul_schs, bwp_id);
-    _update_ul_channels(m_ul_srss, bwp_id);
+    _update_ul_channels(m_ul_schs, bwps);
+    _update_ul_channels(m_ul_srss, bwps);
     if (_is_single_numerology())
-        _update_ul_channels(m_ul_prachs, bwp_id);
+        _update_ul_channels(m_ul_prachs, bwps);
 }
 
 void lib_nr_carrier_configure_manager_t::_tell_of_prachs(std::string_view operation) const
@@ -175,7 +181,12 @@ void lib_nr_carrier_configure_manager_t::_tell_of_prachs(std::string_view operat
 void lib_nr_carrier_configure_manager_t::add_dl_bwp()
 {
     append_dl_bwp(m_dl_bwps, _first_enabled_numerology(), false);
-    _update_bwp_list();
+    // The BWPs of the carrier's direction follow its numerologies at all times: their channels alone are brought in
+    // line.
+    if (m_carrier_type == LIB_NR_DOWNLINK)
+        _update_all_dl_channels(_all_dl_bwps());
+    else
+        _follow_ul_numerologies();
     _update_downlink_bwp_reference();
 }
 
@@ -194,8 +205,7 @@ bool lib_nr_carrier_configure_manager_t::remove_dl_bwp(unsigned int index)
     number_anew(m_dl_bwps);
     _update_downlink_bwp_reference();
     // What moved down is another BWP to the channels that keep its number.
-    for (; index < m_dl_bwps.size(); ++index)
-        _update_all_dl_channels(index);
+    _update_all_dl_channels({index, get_dl_bwp_number()});
     return true;
 }
 
@@ -245,8 +255,7 @@ bool lib_nr_carrier_configure_manager_t::remove_ul_bwp(unsigned int index)
         return false;
     number_anew(m_ul_bwps);
     _update_uplink_bwp_reference();
-    for (; index < m_ul_bwps.size(); ++index)
-        _update_all_ul_channels(index);
+    _update_all_ul_channels({index, get_ul_bwp_number()});
     return true;
 }
 
@@ -302,7 +311,7 @@ bool lib_nr_carrier_configure_manager_t::set_dl_bwp_numerology(unsigned int inde
     const lib_nr_numerology_type_t numerology_before = bwp.get_numerology();
     bwp.set_numerology(_enabled_numerology(numerology));
     bwp.update_coresets();
-    _update_all_dl_channels(index);
+    _update_all_dl_channels(one_bwp(index));
     return bwp.get_numerology() != numerology_before;
 }
 
@@ -312,8 +321,8 @@ bool lib_nr_carrier_configure_manager_t::set_dl_bwp_rb_size(unsigned int index, 
     const lib_nr_phy_numerology_configure_manager_t& limits = _dl_bwp_limits(bwp, "set_dl_bwp_rb_size");
     const bool changed = bwp.set_bwp_rb_size(rb_size, limits.get_rb_start(), limits.get_rb_size());
     bwp.update_coresets();
-    update_dl_channels(m_dl_schs, index, bwp);
-    update_dl_channels(m_dl_csirss, index, bwp);
+    _update_dl_channels(m_dl_schs, one_bwp(index));
+    _update_dl_channels(m_dl_csirss, one_bwp(index));
     return changed;
 }
 
@@ -323,17 +332,26 @@ bool lib_nr_carrier_configure_manager_t::set_dl_bwp_rb_start(unsigned int index,
     const lib_nr_phy_numerology_configure_manager_t& limits = _dl_bwp_limits(bwp, "set_dl_bwp_rb_start");
     const bool changed = bwp.set_bwp_rb_start(rb_start, limits.get_rb_start(), limits.get_rb_size());
     bwp.update_coresets();
-    update_dl_channels(m_dl_schs, index, bwp);
-    update_dl_channels(m_dl_csirss, index, bwp);
+    _update_dl_channels(m_dl_schs, one_bwp(index));
+    _update_dl_channels(m_dl_csirss, one_bwp(index));
     return changed;
 }
 
 bool lib_nr_carrier_configure_manager_t::set_dl_bwp_cp_type(unsigned int index, lib_nr_cyclic_prefix_type_t cp_type)
 {
-    lib_nr_dl_bwp_configure_manager_t& bwp = m_dl_bwps.at(index);
-    const bool changed = bwp.set_cp_type(cp_type);
-    update_dl_channels(m_dl_dcis, index, bwp);
-    update_dl_channels(m_dl_schs, index, bwp);
+    const bool changed = m_dl_bwps.at(index).set_cp_type(cp_type);
+    _update_dl_channels(m_dl_dcis, one_bwp(index));
+    _update_dl_channels(m_dl_schs, one_bwp(index));
+    return changed;
+}
+
+bool lib_nr_carrier_configure_manager_t::set_all_dl_bwps_cp_type(lib_nr_cyclic_prefix_type_t cp_type)
+{
+    bool changed = false;
+    for (lib_nr_dl_bwp_configure_manager_t& bwp : m_dl_bwps)
+        changed = bwp.set_cp_type(cp_type) || changed;
+    _update_dl_channels(m_dl_dcis, _all_dl_bwps());
+    _update_dl_channels(m_dl_schs, _all_dl_bwps());
     return changed;
 }
 
@@ -350,9 +368,8 @@ bool lib_nr_carrier_configure_manager_t::set_coreset_number(unsigned int bwp_ind
 bool lib_nr_carrier_configure_manager_t::set_dl_coreset_duration(unsigned int bwp_index, unsigned int coreset_index,
                                                                  unsigned int duration)
 {
-    lib_nr_dl_bwp_configure_manager_t& bwp = m_dl_bwps.at(bwp_index);
-    const bool changed = bwp.get_coreset(coreset_index).set_duration(duration);
-    update_dl_channels(m_dl_dcis, bwp_index, bwp);
+    const bool changed = m_dl_bwps.at(bwp_index).get_coreset(coreset_index).set_duration(duration);
+    _update_dl_channels(m_dl_dcis, one_bwp(bwp_index));
     return changed;
 }
 
@@ -361,7 +378,7 @@ bool lib_nr_carrier_configure_manager_t::set_ul_bwp_numerology(unsigned int inde
     lib_nr_ul_bwp_configure_manager_t& bwp = m_ul_bwps.at(index);
     const lib_nr_numerology_type_t numerology_before = bwp.get_numerology();
     bwp.set_numerology(_enabled_numerology(numerology));
-    _update_all_ul_channels(index);
+    _update_all_ul_channels(one_bwp(index));
     _tell_of_prachs("set_ul_bwp_numerology");
     return bwp.get_numerology() != numerology_before;
 }
@@ -369,8 +386,19 @@ bool lib_nr_carrier_configure_manager_t::set_ul_bwp_numerology(unsigned int inde
 bool lib_nr_carrier_configure_manager_t::set_ul_bwp_cp_type(unsigned int index, lib_nr_cyclic_prefix_type_t cp_type)
 {
     const bool changed = m_ul_bwps.at(index).set_cp_type(cp_type);
-    _update_all_ul_channels(index);
+    _update_all_ul_channels(one_bwp(index));
     _tell_of_prachs("set_ul_bwp_cp_type");
+    return changed;
+}
+
+bool lib_nr_carrier_configure_manager_t::set_all_ul_bwps_cp_type(lib_nr_cyclic_prefix_type_t cp_type)
+{
+    bool changed = false;
+    for (lib_nr_ul_bwp_configure_manager_t& bwp : m_ul_bwps) {
+        changed = bwp.set_cp_type(cp_type) || changed;
+        _tell_of_prachs("set_ul_bwp_cp_type");
+    }
+    _update_all_ul_channels(_all_ul_bwps());
     return changed;
 }
 
@@ -378,7 +406,7 @@ bool lib_nr_carrier_configure_manager_t::set_ul_bwp_rb_number(unsigned int index
                                                               unsigned int rb_start, unsigned int rb_size)
 {
     const bool changed = m_ul_bwps.at(index).set_rb_number(rb_number, rb_start, rb_size);
-    _update_all_ul_channels(index);
+    _update_all_ul_channels(one_bwp(index));
     _tell_of_prachs("set_ul_bwp_rb_number");
     return changed;
 }
@@ -387,7 +415,7 @@ bool lib_nr_carrier_configure_manager_t::set_ul_bwp_rb_offset(unsigned int index
                                                               unsigned int rb_start, unsigned int rb_size)
 {
     const bool changed = m_ul_bwps.at(index).set_rb_offset(rb_offset, rb_start, rb_size);
-    _update_ul_channels_but_pucchs(index);
+    _update_ul_channels_but_pucchs(one_bwp(index));
     _tell_of_prachs("set_ul_bwp_rb_offset");
     return changed;
 }
@@ -399,7 +427,7 @@ bool lib_nr_carrier_configure_manager_t::set_numerology_guard_band(unsigned int 
         return false;
     for (unsigned int i = 0; i < m_ul_bwps.size(); ++i)
         if (m_ul_bwps[i].get_numerology() == numerology.get_numerolgy())
-            _update_ul_channels(m_ul_schs, i);
+            _update_ul_channels(m_ul_schs, one_bwp(i));
     return true;
 }
 
@@ -537,11 +565,27 @@ void lib_nr_carrier_configure_manager_t::_init_uplink_lists()
 void lib_nr_carrier_configure_manager_t::_update_bwp_list()
 {
     if (m_carrier_type == LIB_NR_DOWNLINK)
-        for (unsigned int i = 0; i < m_dl_bwps.size(); ++i)
-            set_dl_bwp_numerology(i, m_dl_bwps[i].get_numerology());
-    if (m_carrier_type == LIB_NR_UPLINK || m_carrier_type == LIB_NR_PRACH)
-        for (unsigned int i = 0; i < m_ul_bwps.size(); ++i)
-            set_ul_bwp_numerology(i, m_ul_bwps[i].get_numerology());
+        _follow_dl_numerologies();
+    else
+        _follow_ul_numerologies();
+}
+
+void lib_nr_carrier_configure_manager_t::_follow_dl_numerologies()
+{
+    for (lib_nr_dl_bwp_configure_manager_t& bwp : m_dl_bwps) {
+        bwp.set_numerology(_enabled_numerology(bwp.get_numerology()));
+        bwp.update_coresets();
+    }
+    _update_all_dl_channels(_all_dl_bwps());
+}
+
+void lib_nr_carrier_configure_manager_t::_follow_ul_numerologies()
+{
+    for (lib_nr_ul_bwp_configure_manager_t& bwp : m_ul_bwps) {
+        bwp.set_numerology(_enabled_numerology(bwp.get_numerology()));
+        _tell_of_prachs("set_ul_bwp_numerology");
+    }
+    _update_all_ul_channels(_all_ul_bwps());
 }
 
 void lib_nr_carrier_configure_manager_t::_update_downlink_bwp_reference()

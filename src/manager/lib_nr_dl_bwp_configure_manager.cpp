@@ -1,11 +1,11 @@
 #include "manager/lib_nr_dl_bwp_configure_manager.h"
 
 #include "manager/lib_nr_phy_numerology_configure_manager.h"
+#include "manager/lib_nr_rb_limits.h"
 #include "manager/lib_nr_setting.h"
 #include "phy_common/lib_nr_phy_common.h"
 
 #include <algorithm>
-#include <cstdint>
 
 namespace vek::nr_mod_lib
 {
@@ -13,7 +13,6 @@ namespace vek::nr_mod_lib
 namespace
 {
 
-constexpr unsigned int k_min_rb_size = lib_nr_phy_numerology_configure_manager_t::k_min_rb_size;
 constexpr unsigned int k_coreset_number_minimum = 1;
 constexpr unsigned int k_coreset_number_maximum = 3;
 
@@ -65,8 +64,8 @@ bool lib_nr_dl_bwp_configure_manager_t::set_bwp_rb_start(unsigned int value, uns
 bool lib_nr_dl_bwp_configure_manager_t::set_bwp_rb_size(unsigned int value, unsigned int limit_start,
                                                         unsigned int limit_number)
 {
-    if (value < k_min_rb_size) {
-        m_bwp_rb_size = k_min_rb_size;
+    if (value < lib_nr_rb_limits_t::k_least) {
+        m_bwp_rb_size = lib_nr_rb_limits_t::k_least;
         return false;
     }
     m_bwp_rb_size = value;
@@ -115,10 +114,9 @@ void lib_nr_dl_bwp_configure_manager_t::_update_rb_limit(unsigned int limit_star
 {
     m_rb_start_limit = limit_start;
     m_rb_number_limit = limit_number;
-    const std::uint64_t end = std::uint64_t{limit_start} + limit_number;
-    const std::uint64_t highest_start = end - std::min(k_min_rb_size, limit_number);
-    m_bwp_rb_start = static_cast<unsigned int>(std::clamp<std::uint64_t>(m_bwp_rb_start, limit_start, highest_start));
-    m_bwp_rb_size = static_cast<unsigned int>(std::min<std::uint64_t>(m_bwp_rb_size, end - m_bwp_rb_start));
+    const lib_nr_rb_limits_t limits{limit_start, limit_number};
+    m_bwp_rb_start = limits.fit_start(m_bwp_rb_start);
+    m_bwp_rb_size = limits.fit_size(m_bwp_rb_size, m_bwp_rb_start);
 }
 
 } // namespace vek::nr_mod_lib

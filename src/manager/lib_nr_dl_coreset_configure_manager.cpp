@@ -80,7 +80,7 @@ bool lib_nr_dl_coreset_configure_manager_t::set_fd_resources(const std::string& 
     m_fd_resources = parse_bitmap(text, groups);
     if (groups > 0 && count_ones(m_fd_resources) == 0)
         m_fd_resources.front() = 1;
-    if (m_cce2reg_mapping_type == LIB_NR_CORSET_INTERLEAVE && !_is_fd_resource_valid(m_fd_resources)) {
+    if (m_cce2reg_mapping_type != LIB_NR_CORSET_NO_INTERLEAVE && !_is_fd_resource_valid(m_fd_resources)) {
         // The bitmap before may be that of a wider BWP, and lose all of its groups.
         m_fd_resources = before;
         m_fd_resources.resize(groups, 0);
@@ -157,20 +157,20 @@ std::vector<int> lib_nr_dl_coreset_configure_manager_t::_shortest_valid_bitmap(s
 
 unsigned int lib_nr_dl_coreset_configure_manager_t::_get_reg_bundle_size() const
 {
-    const auto size = static_cast<unsigned int>(m_reg_bundle_size);
-    if (size == 2 || size == 3 || size == 6)
-        return size;
-    std::cout << "lib_nr_dl_coreset_configure_manager_t::_is_fd_resource_valid : Error reg_bundle_size!" << std::endl;
-    return 2;
+    const lib_nr_dl_dci_reg_bundle_size_t size = offered_or_first(m_reg_bundle_size, k_dci_reg_bundle_sizes);
+    if (size != m_reg_bundle_size)
+        std::cout << "lib_nr_dl_coreset_configure_manager_t::_is_fd_resource_valid : Error reg_bundle_size!"
+                  << std::endl;
+    return size;
 }
 
 unsigned int lib_nr_dl_coreset_configure_manager_t::_get_interleaver_size() const
 {
-    const auto size = static_cast<unsigned int>(m_interleaver_size);
-    if (size == 2 || size == 3 || size == 6)
-        return size;
-    std::cout << "lib_nr_dl_coreset_configure_manager_t::_is_fd_resource_valid : Error interleaver_size!" << std::endl;
-    return 2;
+    const lib_nr_dl_dci_interleaver_size_t size = offered_or_first(m_interleaver_size, k_dci_interleaver_sizes);
+    if (size != m_interleaver_size)
+        std::cout << "lib_nr_dl_coreset_configure_manager_t::_is_fd_resource_valid : Error interleaver_size!"
+                  << std::endl;
+    return size;
 }
 
 void lib_nr_dl_coreset_configure_manager_t::_drop_bundle_of_three()

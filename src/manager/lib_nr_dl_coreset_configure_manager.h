@@ -2,6 +2,7 @@
 
 #include "common/nr_mod_lib_export.h"
 
+#include <array>
 #include <cstdint>
 #include <string>
 #include <vector>
@@ -22,6 +23,8 @@ enum lib_nr_dl_dci_reg_bundle_size_t : std::uint32_t
     LIB_NR_DCI_REG_BUNDLE_SIZE_3 = 3,
     LIB_NR_DCI_REG_BUNDLE_SIZE_6 = 6,
 };
+inline constexpr std::array k_dci_reg_bundle_sizes = {LIB_NR_DCI_REG_BUNDLE_SIZE_2, LIB_NR_DCI_REG_BUNDLE_SIZE_3,
+                                                      LIB_NR_DCI_REG_BUNDLE_SIZE_6};
 
 /// The value is the size.
 enum lib_nr_dl_dci_interleaver_size_t : std::uint32_t
@@ -30,6 +33,8 @@ enum lib_nr_dl_dci_interleaver_size_t : std::uint32_t
     LIB_NR_DCI_INTERLEAVER_SIZE_3 = 3,
     LIB_NR_DCI_INTERLEAVER_SIZE_6 = 6,
 };
+inline constexpr std::array k_dci_interleaver_sizes = {LIB_NR_DCI_INTERLEAVER_SIZE_2, LIB_NR_DCI_INTERLEAVER_SIZE_3,
+                                                       LIB_NR_DCI_INTERLEAVER_SIZE_6};
 
 enum lib_nr_coreset_precoder_granularity_t : std::uint32_t
 {

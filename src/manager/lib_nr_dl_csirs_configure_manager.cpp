@@ -73,12 +73,12 @@ void lib_nr_dl_csirs_configure_manager_t::update_antenna_port_by_idx()
 
 bool lib_nr_dl_csirs_configure_manager_t::set_enable(bool enable, lib_nr_numerology_type_t bwp_numerology)
 {
-    return assign(m_enable, enable && bwp_numerology != LIB_NR_SCS_240K);
+    return assign(m_enable, enable && lib_nr_phy_common_t::carries_channels(bwp_numerology));
 }
 
 bool lib_nr_dl_csirs_configure_manager_t::set_power_bosting(double power)
 {
-    return assign(m_power_bosting, std::clamp(power, -40.0, 40.0));
+    return assign_power(m_power_bosting, power);
 }
 
 bool lib_nr_dl_csirs_configure_manager_t::set_csirs_port(const std::string& text)
@@ -171,7 +171,8 @@ bool lib_nr_dl_csirs_configure_manager_t::set_l0(unsigned int l0)
         std::cout << "error: table_index exceed the max limit." << std::endl;
         return assign(m_l0, k_default_l0);
     }
-    return assign(m_l0, std::min(l0, 14 - row->l_prime_number));
+    return assign(m_l0,
+                  std::min(l0, lib_nr_phy_common_t::get_symbol_number_in_slot(LIB_NR_NORMAL_CP) - row->l_prime_number));
 }
 
 bool lib_nr_dl_csirs_configure_manager_t::set_l1(unsigned int l1)

@@ -15,7 +15,6 @@ namespace
 
 constexpr unsigned int k_coresets_in_bwp = 3;
 constexpr unsigned int k_highest_id = 65535;
-constexpr double k_power_limit = 40.0;
 // Of a CCE, 6 REGs of 9 QPSK symbols each.
 constexpr unsigned int k_bits_in_cce = 108;
 constexpr unsigned int k_crc_bits = 24;
@@ -75,17 +74,14 @@ void lib_nr_dl_dci_configure_manager_t::update_by_dl_bwp(const lib_nr_dl_bwp_con
 
 bool lib_nr_dl_dci_configure_manager_t::set_enable(bool enable, lib_nr_numerology_type_t bwp_numerology)
 {
-    return assign(m_enable, enable && bwp_numerology != LIB_NR_SCS_240K);
+    return assign(m_enable, enable && lib_nr_phy_common_t::carries_channels(bwp_numerology));
 }
 
-bool lib_nr_dl_dci_configure_manager_t::set_pwr_boosting(double power)
-{
-    return assign(m_pwr_boosting, std::clamp(power, -k_power_limit, k_power_limit));
-}
+bool lib_nr_dl_dci_configure_manager_t::set_pwr_boosting(double power) { return assign_power(m_pwr_boosting, power); }
 
 bool lib_nr_dl_dci_configure_manager_t::set_dmrs_pwr_boosting(double power)
 {
-    return assign(m_dmrs_pwr_boosting, std::clamp(power, -k_power_limit, k_power_limit));
+    return assign_power(m_dmrs_pwr_boosting, power);
 }
 
 bool lib_nr_dl_dci_configure_manager_t::set_scrambling_id(int scrambling_id)
@@ -141,10 +137,7 @@ lib_nr_dl_dci_configure_manager_t::get_aggregation_level_list(const std::vector<
 {
     const std::ptrdiff_t groups = count_groups(coreset_bitmap);
     std::vector<lib_nr_dl_dci_aggregation_level_t> levels;
-    for (const auto level :
-         {LIB_NR_DCI_AGGREGATION_LEVEL_1, LIB_NR_DCI_AGGREGATION_LEVEL_2, LIB_NR_DCI_AGGREGATION_LEVEL_4,
-          LIB_NR_DCI_AGGREGATION_LEVEL_8, LIB_NR_DCI_AGGREGATION_LEVEL_16})
-    {
+    for (const lib_nr_dl_dci_aggregation_level_t level : k_dci_aggregation_levels) {
         const bool is_smallest = level == (m_search_space_type == LIB_NR_DCI_CSS ? LIB_NR_DCI_AGGREGATION_LEVEL_4
                                                                                  : LIB_NR_DCI_AGGREGATION_LEVEL_1);
         if (is_smallest || (!levels.empty() && static_cast<std::ptrdiff_t>(level) <= groups))
@@ -155,8 +148,8 @@ lib_nr_dl_dci_configure_manager_t::get_aggregation_level_list(const std::vector<
 
 bool lib_nr_dl_dci_configure_manager_t::set_allocated_candidate(unsigned int candidate)
 {
-    const auto number = static_cast<unsigned int>(m_candidates_num);
-    return assign(m_allocated_candidate, std::min(candidate, number - std::min(number, 1U)));
+    const unsigned int number = offered_or_first(m_candidates_num, k_dci_candidates_numbers);
+    return assign(m_allocated_candidate, std::min(candidate, number - 1));
 }
 
 bool lib_nr_dl_dci_configure_manager_t::set_slot_allocation(const std::string& text,
@@ -170,7 +163,8 @@ bool lib_nr_dl_dci_configure_manager_t::set_coding(bool coding) { return assign(
 
 bool lib_nr_dl_dci_configure_manager_t::set_data_block_size(unsigned int bits)
 {
-    const unsigned int most = static_cast<unsigned int>(m_aggregation_level) * k_bits_in_cce - k_crc_bits;
+    const unsigned int level = offered_or_first(m_aggregation_level, k_dci_aggregation_levels);
+    const unsigned int most = level * k_bits_in_cce - k_crc_bits;
     return assign(m_data_block_size, std::clamp(bits, 1U, std::min(most, k_most_data_bits)));
 }
 

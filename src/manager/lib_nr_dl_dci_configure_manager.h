@@ -5,6 +5,7 @@
 #include "phy_common/lib_nr_numerology_type.h"
 #include "phy_common/lib_nr_pn_seq.h"
 
+#include <array>
 #include <cstdint>
 #include <string>
 #include <vector>
@@ -23,6 +24,9 @@ enum lib_nr_dl_dci_aggregation_level_t : std::uint32_t
     LIB_NR_DCI_AGGREGATION_LEVEL_8 = 8,
     LIB_NR_DCI_AGGREGATION_LEVEL_16 = 16,
 };
+inline constexpr std::array k_dci_aggregation_levels = {LIB_NR_DCI_AGGREGATION_LEVEL_1, LIB_NR_DCI_AGGREGATION_LEVEL_2,
+                                                        LIB_NR_DCI_AGGREGATION_LEVEL_4, LIB_NR_DCI_AGGREGATION_LEVEL_8,
+                                                        LIB_NR_DCI_AGGREGATION_LEVEL_16};
 
 /// UE-specific or common search space.
 enum lib_nr_dl_dci_search_space_type_t : std::uint32_t
@@ -42,6 +46,9 @@ enum lib_nr_dl_dci_candidates_number_t : std::uint32_t
     LIB_NR_DCI_CANDIDATE_6 = 6,
     LIB_NR_DCI_CANDIDATE_8 = 8,
 };
+inline constexpr std::array k_dci_candidates_numbers = {
+    LIB_NR_DCI_CANDIDATE_1, LIB_NR_DCI_CANDIDATE_2, LIB_NR_DCI_CANDIDATE_3, LIB_NR_DCI_CANDIDATE_4,
+    LIB_NR_DCI_CANDIDATE_5, LIB_NR_DCI_CANDIDATE_6, LIB_NR_DCI_CANDIDATE_8};
 
 /// One DCI of a carrier: a block of test bits on one PDCCH candidate of a CORESET of a downlink BWP. The façade tells
 /// the rules; where a rule needs something of the BWP or the CORESET, it is an argument here.

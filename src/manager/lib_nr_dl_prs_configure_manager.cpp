@@ -95,10 +95,7 @@ bool lib_nr_dl_prs_configure_manager_t::set_enable(bool enable)
     return m_enable != before;
 }
 
-bool lib_nr_dl_prs_configure_manager_t::set_power(double power)
-{
-    return assign(m_power, std::clamp(power, -40.0, 40.0));
-}
+bool lib_nr_dl_prs_configure_manager_t::set_power(double power) { return assign_power(m_power, power); }
 
 bool lib_nr_dl_prs_configure_manager_t::set_numerology(lib_nr_numerology_type_t numerology)
 {
@@ -162,9 +159,7 @@ bool lib_nr_dl_prs_configure_manager_t::set_comb_size(lib_nr_prs_comb_size_t com
 
 bool lib_nr_dl_prs_configure_manager_t::set_periodicity(unsigned int periodicity)
 {
-    const std::vector<unsigned int> list = get_periodicity_list();
-    const bool is_listed = std::find(list.begin(), list.end(), periodicity) != list.end();
-    const bool changed = assign(m_periodicity, is_listed ? periodicity : list.front());
+    const bool changed = assign(m_periodicity, offered_or_first(periodicity, get_periodicity_list()));
     set_set_slot_offset(m_set_slot_offset);
     return changed;
 }
@@ -222,14 +217,14 @@ bool lib_nr_dl_prs_configure_manager_t::set_re_offset(unsigned int re_offset)
 
 bool lib_nr_dl_prs_configure_manager_t::set_symbol_offset(unsigned int offset)
 {
-    const unsigned int symbols_in_slot = m_cp_type == LIB_NR_EXTEND_CP ? 12 : 14;
+    const unsigned int symbols_in_slot = lib_nr_phy_common_t::get_symbol_number_in_slot(m_cp_type);
     return assign(m_symbol_offset, std::min(offset, symbols_in_slot - _get_symbol_number(m_symbol_number)));
 }
 
 bool lib_nr_dl_prs_configure_manager_t::set_symbol_number(lib_nr_prs_symbol_number number)
 {
-    const bool is_known = m_comb_size < k_symbol_numbers.size() && number < k_symbol_numbers.size();
-    const bool changed = assign(m_symbol_number, is_known ? k_symbol_numbers[m_comb_size][number] : number);
+    const auto& numbers = k_symbol_numbers[known_or_first(m_comb_size, LIB_NR_PRS_COMB_SIZE_12)];
+    const bool changed = assign(m_symbol_number, number < numbers.size() ? numbers[number] : number);
     set_symbol_offset(m_symbol_offset);
     return changed;
 }

@@ -2,6 +2,7 @@
 
 #include "manager/lib_nr_dl_bwp_configure_manager.h"
 #include "manager/lib_nr_setting.h"
+#include "phy_common/lib_nr_phy_common.h"
 
 #include <algorithm>
 
@@ -39,13 +40,9 @@ bool lib_nr_dl_sch_configure_manager_t::set_dmrs_port(const std::string& text) {
 // TS 38.214 Table 5.1.2.1-1. Type A starts at its DMRS at the latest, type B leaves room for its shortest length.
 bool lib_nr_dl_sch_configure_manager_t::set_first_symbol(unsigned int symbol, lib_nr_cyclic_prefix_type_t cp_type)
 {
-    unsigned int last = get_l0();
-    if (get_mapping_type() != LIB_NR_DMRS_MAPPING_TYPEA) {
-        if (cp_type == LIB_NR_EXTEND_CP)
-            last = _is_double_symbol() ? 6 : 10;
-        else
-            last = _is_double_symbol() ? 9 : 12;
-    }
+    const unsigned int last = _is_mapping_type_b()
+                                  ? lib_nr_phy_common_t::get_symbol_number_in_slot(cp_type) - _shortest_type_b(cp_type)
+                                  : get_l0();
     const bool changed = assign(m_first_symbol, std::min(symbol, last));
     set_symbol_num(m_symbol_num, cp_type);
     return changed;
@@ -53,8 +50,7 @@ bool lib_nr_dl_sch_configure_manager_t::set_first_symbol(unsigned int symbol, li
 
 bool lib_nr_dl_sch_configure_manager_t::set_symbol_num(unsigned int number, lib_nr_cyclic_prefix_type_t cp_type)
 {
-    const bool type_a = get_mapping_type() == LIB_NR_DMRS_MAPPING_TYPEA;
-    return assign(m_symbol_num, type_a ? _fit_type_a(number, cp_type) : _fit_type_b(number, cp_type));
+    return assign(m_symbol_num, _is_mapping_type_b() ? _fit_type_b(number, cp_type) : _fit_type_a(number, cp_type));
 }
 
 unsigned int lib_nr_dl_sch_configure_manager_t::_fit_type_a(unsigned int number,
@@ -69,12 +65,16 @@ unsigned int lib_nr_dl_sch_configure_manager_t::_fit_type_b(unsigned int number,
                                                             lib_nr_cyclic_prefix_type_t cp_type) const
 {
     const bool extended = cp_type == LIB_NR_EXTEND_CP;
-    if (extended && _is_double_symbol())
-        return 6;
-    const unsigned int least = _is_double_symbol() ? 5 : 2;
     const unsigned int most = std::min(_symbols_left(cp_type), extended ? 6U : 13U);
-    const unsigned int fitted = std::max(least, std::min(number, most));
+    const unsigned int fitted = std::max(_shortest_type_b(cp_type), std::min(number, most));
     return extended ? fitted / 2 * 2 : fitted;
+}
+
+unsigned int lib_nr_dl_sch_configure_manager_t::_shortest_type_b(lib_nr_cyclic_prefix_type_t cp_type) const
+{
+    if (!_is_double_symbol())
+        return 2;
+    return cp_type == LIB_NR_EXTEND_CP ? 6 : 5;
 }
 
 std::vector<lib_nr_sch_ra_type_t> lib_nr_dl_sch_configure_manager_t::get_ra_type_list() const

@@ -39,6 +39,7 @@ private:
 
     unsigned int _fit_type_a(unsigned int number, lib_nr_cyclic_prefix_type_t cp_type) const;
     unsigned int _fit_type_b(unsigned int number, lib_nr_cyclic_prefix_type_t cp_type) const;
+    unsigned int _shortest_type_b(lib_nr_cyclic_prefix_type_t cp_type) const;
 
     lib_nr_sch_interleave_t m_vrb2prb_interleaver = LIB_NR_SCH_NO_INTERLEAVE;
     lib_nr_sch_vrb_bundle_size_t m_vrb_bundle_size = LIB_NR_SCH_VRB_BUNDLE_SIZE_2;

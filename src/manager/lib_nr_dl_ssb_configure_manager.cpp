@@ -23,7 +23,6 @@ namespace
 
 constexpr unsigned int k_largest_unlimited = std::numeric_limits<std::int32_t>::max();
 constexpr double k_default_frequency = 1e9;
-constexpr double k_power_limit = 40.0;
 
 /// Resource blocks that the block leaves free. A numerology too narrow for the block leaves none.
 unsigned int get_spare_rb_number(unsigned int rb_size)
@@ -252,7 +251,7 @@ bool lib_nr_dl_ssb_configure_manager_t::set_power_boosting(const std::string& te
     for (const int index : m_active_idx) {
         const auto i = static_cast<std::size_t>(index);
         if (i < powers.size() && !std::isnan(asked[i]))
-            powers[i] = std::clamp(asked[i], -k_power_limit, k_power_limit);
+            powers[i] = limited_power(asked[i]);
     }
     const bool changed = assign(m_power_boosting, powers);
     m_power_boosting_text = power_list_to_text(m_power_boosting);
@@ -261,7 +260,7 @@ bool lib_nr_dl_ssb_configure_manager_t::set_power_boosting(const std::string& te
 
 bool lib_nr_dl_ssb_configure_manager_t::set_pss_power_boosting(double power)
 {
-    return assign(m_pss_power_boosting, std::clamp(power, -k_power_limit, k_power_limit));
+    return assign_power(m_pss_power_boosting, power);
 }
 
 bool lib_nr_dl_ssb_configure_manager_t::set_periodicity(lib_ssb_periodicity_t periodicity)

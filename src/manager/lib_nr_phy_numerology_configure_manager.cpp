@@ -1,9 +1,8 @@
 #include "manager/lib_nr_phy_numerology_configure_manager.h"
 
+#include "manager/lib_nr_rb_limits.h"
 #include "manager/lib_nr_setting.h"
 #include "phy_common/lib_nr_phy_common.h"
-
-#include <algorithm>
 
 namespace vek::nr_mod_lib
 {
@@ -26,19 +25,17 @@ bool lib_nr_phy_numerology_configure_manager_t::set_numerology(lib_nr_numerology
 
 bool lib_nr_phy_numerology_configure_manager_t::set_rb_size(unsigned int rb_size)
 {
-    const std::uint32_t max_rb_number = _max_rb_number();
-    const std::uint32_t size_before = m_rb_size;
-    m_rb_size = std::min(std::max(rb_size, k_min_rb_size), max_rb_number);
-    m_rb_start = std::min(m_rb_start, max_rb_number - k_min_rb_size);
-    m_rb_size = std::min(m_rb_size, max_rb_number - m_rb_start);
+    const lib_nr_rb_limits_t limits{0, _max_rb_number()};
+    m_rb_start = limits.fit_start(m_rb_start);
+    const bool changed = assign(m_rb_size, limits.fit_size(rb_size, m_rb_start));
     m_ul_guard_band.set_config(m_rb_size);
-    return m_rb_size != size_before;
+    return changed;
 }
 
 bool lib_nr_phy_numerology_configure_manager_t::set_rb_start(unsigned int rb_start)
 {
     const std::uint32_t max_rb_number = _max_rb_number();
-    const bool changed = assign(m_rb_start, std::min(rb_start, max_rb_number - k_min_rb_size));
+    const bool changed = assign(m_rb_start, lib_nr_rb_limits_t{0, max_rb_number}.fit_start(rb_start));
     if (m_rb_start + m_rb_size > max_rb_number)
         set_rb_size(max_rb_number - m_rb_start);
     return changed;

@@ -17,9 +17,6 @@ namespace vek::nr_mod_lib
 class NR_MOD_LIB_EXPORT lib_nr_phy_numerology_configure_manager_t
 {
 public:
-    /// The fewest resource blocks that a numerology or a bandwidth part may have.
-    static constexpr std::uint32_t k_min_rb_size = 6;
-
     bool set_enable(bool enable);
     bool get_enable() const { return m_enable; }
 

@@ -16,11 +16,8 @@ namespace vek::nr_mod_lib
 namespace
 {
 
-constexpr double k_max_power = 40.0;
 constexpr unsigned int k_max_l0 = 3;
 constexpr unsigned int k_min_l0 = 2;
-
-double limited_power(double power) { return std::clamp(power, -k_max_power, k_max_power); }
 
 } // namespace
 
@@ -28,13 +25,10 @@ double limited_power(double power) { return std::clamp(power, -k_max_power, k_ma
 
 bool lib_nr_sch_configure_manager_t::set_enable(bool enable, lib_nr_numerology_type_t numerology)
 {
-    return assign(m_enable, enable && numerology != LIB_NR_SCS_240K);
+    return assign(m_enable, enable && lib_nr_phy_common_t::carries_channels(numerology));
 }
 
-bool lib_nr_sch_configure_manager_t::set_power_boosting(double power)
-{
-    return assign(m_power_boosting, limited_power(power));
-}
+bool lib_nr_sch_configure_manager_t::set_power_boosting(double power) { return assign_power(m_power_boosting, power); }
 
 bool lib_nr_sch_configure_manager_t::set_rnti(unsigned int rnti) { return assign(m_rnti, std::min(rnti, 65535U)); }
 
@@ -60,7 +54,7 @@ bool lib_nr_sch_configure_manager_t::set_slot_allocation(const std::string& text
 
 unsigned int lib_nr_sch_configure_manager_t::_symbols_left(lib_nr_cyclic_prefix_type_t cp_type) const
 {
-    const unsigned int symbols = cp_type == LIB_NR_EXTEND_CP ? 12 : 14;
+    const unsigned int symbols = lib_nr_phy_common_t::get_symbol_number_in_slot(cp_type);
     return symbols - std::min(m_first_symbol, symbols);
 }
 
@@ -244,7 +238,7 @@ bool lib_nr_sch_configure_manager_t::set_nid0(int nid) { return assign(m_nid0, s
 
 bool lib_nr_sch_configure_manager_t::set_nid1(int nid) { return assign(m_nid1, std::clamp(nid, -1, 65535)); }
 
-bool lib_nr_sch_configure_manager_t::set_dmrs_power(double power) { return assign(m_dmrs_power, limited_power(power)); }
+bool lib_nr_sch_configure_manager_t::set_dmrs_power(double power) { return assign_power(m_dmrs_power, power); }
 
 // The groups of the ports in use carry no data; TS 38.211 Tables 7.4.1.1.2-1 and -2 give the group of a port.
 bool lib_nr_sch_configure_manager_t::set_cdm_groups_without_data_num(unsigned int number)
@@ -292,7 +286,7 @@ std::vector<lib_nr_sch_dmrs_additional_position_t> lib_nr_sch_configure_manager_
     if (_is_double_symbol())
         return list;
     list.push_back(LIB_NR_SCH_DMRS_ADDITIONAL_POSITION_2);
-    if (m_mapping_type != LIB_NR_DMRS_MAPPING_TYPEA || m_l0 != k_max_l0)
+    if (_is_mapping_type_b() || m_l0 != k_max_l0)
         list.push_back(LIB_NR_SCH_DMRS_ADDITIONAL_POSITION_3);
     return list;
 }
@@ -346,7 +340,7 @@ bool lib_nr_sch_configure_manager_t::set_enable_ptrs(bool enable)
     return assign(m_enable_ptrs, enable && m_dmrs_port.front() < (_is_configuration_type_1() ? 4U : 6U));
 }
 
-bool lib_nr_sch_configure_manager_t::set_ptrs_power(double power) { return assign(m_ptrs_power, limited_power(power)); }
+bool lib_nr_sch_configure_manager_t::set_ptrs_power(double power) { return assign_power(m_ptrs_power, power); }
 
 bool lib_nr_sch_configure_manager_t::set_ptrs_freqency_density(lib_nr_sch_ptrs_frequency_density_size_t density)
 {

@@ -167,6 +167,8 @@ protected:
     bool _set_dmrs_ports(const std::string& text, std::size_t most);
     /// Symbols of the slot from the first one of the channel on.
     unsigned int _symbols_left(lib_nr_cyclic_prefix_type_t cp_type) const;
+    bool _is_configuration_type_1() const { return m_dmrs_configuration_type != LIB_NR_DMRS_CFG_TYPE2; }
+    bool _is_mapping_type_b() const { return m_mapping_type == LIB_NR_DMRS_MAPPING_TYPEB; }
     bool _is_double_symbol() const { return m_dmrs_length == LIB_NR_SCH_DMRS_LENGTH_DOUBLE_SYMBOL; }
 
     unsigned int m_first_symbol = 0;
@@ -178,8 +180,6 @@ protected:
     unsigned int m_antenna_count = 1; ///< of the waveform
 
 private:
-    bool _is_configuration_type_1() const { return m_dmrs_configuration_type == LIB_NR_DMRS_CFG_TYPE1; }
-
     bool m_enable = false;
     double m_power_boosting = 0.0;
     unsigned int m_rnti = 1;

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "common/lib_common_list_parse.h"
+#include "phy_common/lib_nr_enumerator.h"
 
 #include <algorithm>
 #include <cstddef>
@@ -25,6 +26,11 @@ bool assign(field_t& field, const std::common_type_t<field_t>& value)
     field = value;
     return true;
 }
+
+/// Powers of carriers and channels lie within 40 dB.
+inline double limited_power(double power) { return std::clamp(power, -40.0, 40.0); }
+
+inline bool assign_power(double& field, double power) { return assign(field, limited_power(power)); }
 
 /// Reads a selection, such as the slots "0:2,5", of the indices below `count` from a text; a text without any of them
 /// leaves list and stored text as they are. True where either changed.
@@ -74,13 +80,6 @@ bool assign_bit_text(std::vector<bit_t>& bits, std::string& stored_text, const s
         read.resize(count);
     stored_text = common_lib::lib_common_list_parse_t::bit_list_to_string(read);
     return assign(bits, std::vector<bit_t>(read.begin(), read.end()));
-}
-
-/// The value where it is on offer, otherwise the first one that is.
-template <class value_t>
-value_t offered_or_first(const value_t& value, const std::vector<value_t>& offered)
-{
-    return std::find(offered.begin(), offered.end(), value) != offered.end() ? value : offered.front();
 }
 
 /// The entry at the index, or the last one for an index past the end. The list must not be empty.

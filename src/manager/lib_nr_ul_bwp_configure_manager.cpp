@@ -1,35 +1,14 @@
 #include "manager/lib_nr_ul_bwp_configure_manager.h"
 
 #include "manager/lib_nr_phy_numerology_configure_manager.h"
+#include "manager/lib_nr_rb_limits.h"
 #include "manager/lib_nr_setting.h"
 #include "phy_common/lib_nr_phy_common.h"
 
-#include <algorithm>
 #include <cstdint>
 
 namespace vek::nr_mod_lib
 {
-
-namespace
-{
-
-constexpr unsigned int k_min_rb_number = lib_nr_phy_numerology_configure_manager_t::k_min_rb_size;
-
-unsigned int fit_rb_offset(unsigned int value, unsigned int rb_start, unsigned int rb_size)
-{
-    const std::uint64_t highest = std::uint64_t{rb_start} + rb_size - std::min(k_min_rb_number, rb_size);
-    return static_cast<unsigned int>(std::clamp<std::uint64_t>(value, rb_start, highest));
-}
-
-unsigned int fit_rb_number(unsigned int value, unsigned int rb_offset, unsigned int rb_start, unsigned int rb_size)
-{
-    const std::uint64_t end = std::uint64_t{rb_start} + rb_size;
-    const std::uint64_t room = end > rb_offset ? end - rb_offset : 0;
-    return static_cast<unsigned int>(
-        std::clamp<std::uint64_t>(value, k_min_rb_number, std::max<std::uint64_t>(room, k_min_rb_number)));
-}
-
-} // namespace
 
 lib_nr_ul_bwp_configure_manager_t::lib_nr_ul_bwp_configure_manager_t(
     const lib_nr_phy_numerology_configure_manager_t& numerology, unsigned int id)
@@ -54,10 +33,9 @@ bool lib_nr_ul_bwp_configure_manager_t::set_numerology(const lib_nr_phy_numerolo
     m_numerology = numerology.get_numerolgy();
     if (!lib_nr_phy_common_t::has_extended_prefix(m_numerology))
         m_cp_type = LIB_NR_NORMAL_CP;
-    const unsigned int rb_start = numerology.get_rb_start();
-    const unsigned int rb_size = numerology.get_rb_size();
-    m_rb_offset = fit_rb_offset(m_rb_offset, rb_start, rb_size);
-    m_rb_number = fit_rb_number(m_rb_number, m_rb_offset, rb_start, rb_size);
+    const lib_nr_rb_limits_t limits{numerology.get_rb_start(), numerology.get_rb_size()};
+    m_rb_offset = limits.fit_start(m_rb_offset);
+    m_rb_number = limits.fit_size(m_rb_number, m_rb_offset);
     return true;
 }
 
@@ -68,15 +46,16 @@ bool lib_nr_ul_bwp_configure_manager_t::set_cp_type(lib_nr_cyclic_prefix_type_t 
 
 bool lib_nr_ul_bwp_configure_manager_t::set_rb_offset(unsigned int value, unsigned int rb_start, unsigned int rb_size)
 {
-    if (!assign(m_rb_offset, fit_rb_offset(value, rb_start, rb_size)))
+    const lib_nr_rb_limits_t limits{rb_start, rb_size};
+    if (!assign(m_rb_offset, limits.fit_start(value)))
         return false;
-    m_rb_number = fit_rb_number(m_rb_number, m_rb_offset, rb_start, rb_size);
+    m_rb_number = limits.fit_size(m_rb_number, m_rb_offset);
     return true;
 }
 
 bool lib_nr_ul_bwp_configure_manager_t::set_rb_number(unsigned int value, unsigned int rb_start, unsigned int rb_size)
 {
-    return assign(m_rb_number, fit_rb_number(value, m_rb_offset, rb_start, rb_size));
+    return assign(m_rb_number, lib_nr_rb_limits_t{rb_start, rb_size}.fit_size(value, m_rb_offset));
 }
 
 } // namespace vek::nr_mod_lib

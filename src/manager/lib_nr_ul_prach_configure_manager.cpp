@@ -18,7 +18,6 @@ namespace
 
 using common_t = lib_nr_phy_common_t;
 
-constexpr double k_most_boosting_db = 40.0;
 constexpr double k_most_timeoffset_s = 0.001;
 constexpr unsigned int k_most_preamble_index = 63;
 constexpr unsigned int k_most_zone = 15;
@@ -45,7 +44,7 @@ void lib_nr_ul_prach_configure_manager_t::update_by_bandwidth(
     const lib_nr_phy_numerology_configure_manager_t& numerology, lib_nr_channel_bw_type_t bandwidth)
 {
     const lib_nr_numerology_type_t spacing = numerology.get_numerolgy();
-    _force_off_at_240_khz(spacing);
+    _force_off_without_channels(spacing);
     const bool fr1 = is_fr1(bandwidth);
     set_configuration_table(fr1 ? FR1_FDD_SUL : FR2_TDD);
     set_lra(fr1 ? PRACH_LRA_839 : PRACH_LRA_139, spacing);
@@ -54,7 +53,7 @@ void lib_nr_ul_prach_configure_manager_t::update_by_bandwidth(
 
 void lib_nr_ul_prach_configure_manager_t::update_by_ul_bwp(const lib_nr_ul_bwp_configure_manager_t& bwp)
 {
-    _force_off_at_240_khz(bwp.get_numerology());
+    _force_off_without_channels(bwp.get_numerology());
     m_rb_offset = bwp.get_rb_offset();
     m_rb_num = bwp.get_rb_number();
 }
@@ -62,18 +61,18 @@ void lib_nr_ul_prach_configure_manager_t::update_by_ul_bwp(const lib_nr_ul_bwp_c
 bool lib_nr_ul_prach_configure_manager_t::set_enable(bool enable, lib_nr_numerology_type_t numerology)
 {
     m_enable = enable;
-    _force_off_at_240_khz(numerology);
+    _force_off_without_channels(numerology);
     return false;
 }
 
-void lib_nr_ul_prach_configure_manager_t::_force_off_at_240_khz(lib_nr_numerology_type_t numerology)
+void lib_nr_ul_prach_configure_manager_t::_force_off_without_channels(lib_nr_numerology_type_t numerology)
 {
-    m_enable = m_enable && numerology != LIB_NR_SCS_240K;
+    m_enable = m_enable && common_t::carries_channels(numerology);
 }
 
 bool lib_nr_ul_prach_configure_manager_t::set_power_boosting(double boosting)
 {
-    return assign(m_power_boosting, std::clamp(boosting, -k_most_boosting_db, k_most_boosting_db));
+    return assign_power(m_power_boosting, boosting);
 }
 
 bool lib_nr_ul_prach_configure_manager_t::set_timeoffset(double seconds)
@@ -114,7 +113,7 @@ bool lib_nr_ul_prach_configure_manager_t::set_n_RA_slot(unsigned int slot)
 
 bool lib_nr_ul_prach_configure_manager_t::set_n_RA_f(unsigned int occasion)
 {
-    return assign(m_n_RA_f, std::min(m_msg1_fdm - 1u, occasion));
+    return assign(m_n_RA_f, std::min(offered_or_first(m_msg1_fdm, get_msg1_fdm_for_ui()) - 1u, occasion));
 }
 
 bool lib_nr_ul_prach_configure_manager_t::set_configuration_table(prach_config_table_type_t table)

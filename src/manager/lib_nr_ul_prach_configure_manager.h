@@ -114,7 +114,7 @@ private:
     lib_nr_ul_prach_configure_manager_t() = default;
 
     configuration_table_t _row() const;
-    void _force_off_at_240_khz(lib_nr_numerology_type_t numerology);
+    void _force_off_without_channels(lib_nr_numerology_type_t numerology);
     void _check_lra(prach_format_t format);
     void _check_n_RA_slot();
     void _follow_lra();

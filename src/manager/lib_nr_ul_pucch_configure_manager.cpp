@@ -19,7 +19,6 @@ namespace vek::nr_mod_lib
 namespace
 {
 
-constexpr double k_power_limit = 40.0;
 constexpr double k_power_step = 1e-12;
 constexpr unsigned int k_symbol_room = 14; // with either prefix
 constexpr unsigned int k_max_cyclic_shift = 11;
@@ -59,10 +58,10 @@ unsigned int room_behind(unsigned int used, unsigned int bwp_rb_number)
     return bwp_rb_number > used ? bwp_rb_number - used : 0;
 }
 
-bool assign_power(double& field, double power)
+/// Steps too small to be heard are no change.
+bool assign_power_step(double& field, double power)
 {
-    const double limited = std::clamp(power, -k_power_limit, k_power_limit);
-    return std::abs(limited - field) > k_power_step && assign(field, limited);
+    return std::abs(limited_power(power) - field) > k_power_step && assign_power(field, power);
 }
 
 /// An identifier, or -1 for that of the cell.
@@ -123,7 +122,7 @@ void lib_nr_ul_pucch_configure_manager_t::updata_param_when_bwp_change(const lib
 {
     const lib_nr_numerology_type_t numerology = bwp.get_numerology();
     const unsigned int rb_number = bwp.get_rb_number();
-    if (numerology == LIB_NR_SCS_240K)
+    if (!lib_nr_phy_common_t::carries_channels(numerology))
         m_enable = false;
     m_rb_set_index = std::min(m_rb_set_index, rb_number - 1);
     m_bwp_id = bwp.get_bwp_id();
@@ -145,10 +144,10 @@ bool lib_nr_ul_pucch_configure_manager_t::set_name(const std::string& name)
 
 bool lib_nr_ul_pucch_configure_manager_t::set_enable(bool enable, lib_nr_numerology_type_t bwp_numerology)
 {
-    return bwp_numerology != LIB_NR_SCS_240K && assign(m_enable, enable);
+    return lib_nr_phy_common_t::carries_channels(bwp_numerology) && assign(m_enable, enable);
 }
 
-bool lib_nr_ul_pucch_configure_manager_t::set_power(double power) { return assign_power(m_power, power); }
+bool lib_nr_ul_pucch_configure_manager_t::set_power(double power) { return assign_power_step(m_power, power); }
 
 bool lib_nr_ul_pucch_configure_manager_t::set_pucch_format(lib_nr_ul_pucch_format_t format, unsigned int bwp_rb_number,
                                                            lib_nr_cyclic_prefix_type_t bwp_cp_type)
@@ -348,7 +347,10 @@ bool lib_nr_ul_pucch_configure_manager_t::set_additional_dmrs(bool additional_dm
     return assign(m_additional_dmrs, additional_dmrs);
 }
 
-bool lib_nr_ul_pucch_configure_manager_t::set_dmrs_power(double power) { return assign_power(m_dmrs_power, power); }
+bool lib_nr_ul_pucch_configure_manager_t::set_dmrs_power(double power)
+{
+    return assign_power_step(m_dmrs_power, power);
+}
 
 bool lib_nr_ul_pucch_configure_manager_t::set_dmrs_uplink_transform_precoding_pucch(bool precoding)
 {

@@ -83,9 +83,8 @@ bool lib_nr_ul_sch_configure_manager_t::set_cdm_groups_without_data_num(unsigned
 
 bool lib_nr_ul_sch_configure_manager_t::set_first_symbol(unsigned int symbol, lib_nr_cyclic_prefix_type_t cp_type)
 {
-    unsigned int last = 0;
-    if (get_mapping_type() != LIB_NR_DMRS_MAPPING_TYPEA)
-        last = (_hops_in_slot() ? 12 : _is_double_symbol() ? 9 : 13) - (cp_type == LIB_NR_EXTEND_CP ? 2 : 0);
+    const unsigned int last =
+        _is_mapping_type_b() ? lib_nr_phy_common_t::get_symbol_number_in_slot(cp_type) - _shortest_type_b() : 0;
     const bool changed = assign(m_first_symbol, std::min(symbol, last));
     set_symbol_num(m_symbol_num, cp_type);
     return changed;
@@ -98,9 +97,15 @@ bool lib_nr_ul_sch_configure_manager_t::set_symbol_num(unsigned int number, lib_
 
 unsigned int lib_nr_ul_sch_configure_manager_t::_least_symbol_num() const
 {
-    if (get_mapping_type() == LIB_NR_DMRS_MAPPING_TYPEA)
+    if (!_is_mapping_type_b())
         return _hops_in_slot() ? 8 : get_l0() == 2 ? 4 : 5;
-    return m_first_symbol + (_is_double_symbol() ? 5 : _hops_in_slot() ? 2 : 1);
+    return m_first_symbol + _shortest_type_b();
+}
+
+/// Hopping needs a symbol of each hop, and has single DMRS symbols.
+unsigned int lib_nr_ul_sch_configure_manager_t::_shortest_type_b() const
+{
+    return _hops_in_slot() ? 2 : _is_double_symbol() ? 5 : 1;
 }
 
 // TS 38.214 clause 6.1.2.2.3 has interlaces at 15 and 30 kHz.
@@ -212,7 +217,7 @@ bool lib_nr_ul_sch_configure_manager_t::set_modulation(lib_nr_modulation_type_t 
 {
     if (!_leaves_modulation_open())
         return false;
-    return assign(m_modulation, modulation == LIB_NR_MODULATION_QPSK ? modulation : LIB_NR_MODULATION_HALF_PI_BPSK);
+    return assign(m_modulation, offered_or_first(modulation, get_modulation_list()));
 }
 
 lib_nr_modulation_type_t lib_nr_ul_sch_configure_manager_t::get_modulation() const
@@ -377,7 +382,7 @@ bool lib_nr_ul_sch_configure_manager_t::set_n_rs_id(int id) { return assign(m_n_
 
 bool lib_nr_ul_sch_configure_manager_t::set_ptrs_port(const std::string& text)
 {
-    const int last_port = get_dmrs_configuration_type() == LIB_NR_DMRS_CFG_TYPE1 ? 3 : 5;
+    const int last_port = _is_configuration_type_1() ? 3 : 5;
     std::vector<unsigned int> ports;
     std::string read_text;
     parse_t::string_to_index_list_in_range(text, ports, read_text, 0, last_port);

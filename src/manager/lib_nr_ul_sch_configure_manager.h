@@ -115,6 +115,7 @@ private:
 
     bool _hops_in_slot() const { return m_hopping_mode == LIB_NR_SCH_HOPPING_MODE_INTRA; }
     unsigned int _least_symbol_num() const;
+    unsigned int _shortest_type_b() const;
     void _follow_allocation();
     bool _leaves_modulation_open() const;
     void _follow_layers();

@@ -25,13 +25,6 @@ narrow_t at_most(narrow_t value, unsigned int limit)
     return static_cast<narrow_t>(std::min<unsigned int>(value, limit));
 }
 
-/// The value where the list has it, else the list's first.
-template <class value_t>
-value_t one_of(const std::vector<value_t>& list, value_t value)
-{
-    return std::find(list.begin(), list.end(), value) == list.end() ? list.front() : value;
-}
-
 } // namespace
 
 lib_nr_ul_srs_configure_manager_t::lib_nr_ul_srs_configure_manager_t(const lib_nr_ul_bwp_configure_manager_t& bwp)
@@ -74,13 +67,10 @@ void lib_nr_ul_srs_configure_manager_t::update_by_ul_bwp(const lib_nr_ul_bwp_con
 
 bool lib_nr_ul_srs_configure_manager_t::set_enable(bool enable, lib_nr_numerology_type_t bwp_numerology)
 {
-    return assign(m_enable, enable && bwp_numerology != LIB_NR_SCS_240K);
+    return assign(m_enable, enable && lib_nr_phy_common_t::carries_channels(bwp_numerology));
 }
 
-bool lib_nr_ul_srs_configure_manager_t::set_power_bosting(double power)
-{
-    return assign(m_power_bosting, std::clamp(power, -40.0, 40.0));
-}
+bool lib_nr_ul_srs_configure_manager_t::set_power_bosting(double power) { return assign_power(m_power_bosting, power); }
 
 bool lib_nr_ul_srs_configure_manager_t::set_antenna_port(const std::vector<srs_antenna_port_t>& ports,
                                                          unsigned int antennas)
@@ -90,7 +80,7 @@ bool lib_nr_ul_srs_configure_manager_t::set_antenna_port(const std::vector<srs_a
 
 bool lib_nr_ul_srs_configure_manager_t::set_port_number(srs_port_number_t number)
 {
-    if (!assign(m_port_number, one_of(get_port_number_for_ui(), number)))
+    if (!assign(m_port_number, offered_or_first(number, get_port_number_for_ui())))
         return false;
     for (srs_antenna_port_t& port : m_antenna_port)
         if (port > static_cast<unsigned int>(m_port_number))
@@ -111,7 +101,7 @@ bool lib_nr_ul_srs_configure_manager_t::set_pos_resource(bool pos_resource)
 bool lib_nr_ul_srs_configure_manager_t::set_srs_periodity(srs_periodity_type_t periodicity,
                                                           lib_nr_numerology_type_t bwp_numerology)
 {
-    const bool changed = assign(m_periodicity, one_of(get_srs_periodity_for_ui(), periodicity));
+    const bool changed = assign(m_periodicity, offered_or_first(periodicity, get_srs_periodity_for_ui()));
     set_t_offset(m_t_offset, bwp_numerology);
     return changed;
 }
@@ -147,7 +137,7 @@ bool lib_nr_ul_srs_configure_manager_t::_set_periodic_slots(lib_nr_numerology_ty
 
 bool lib_nr_ul_srs_configure_manager_t::set_N_symb_srs(srs_N_symb_srs_value_t number)
 {
-    const bool changed = assign(m_N_symb, one_of(get_N_symb_srs_for_ui(), number));
+    const bool changed = assign(m_N_symb, offered_or_first(number, get_N_symb_srs_for_ui()));
     set_l_offset(m_l_offset);
     set_srs_repetition_factor(m_repetition_factor);
     return changed;
@@ -168,7 +158,7 @@ bool lib_nr_ul_srs_configure_manager_t::set_srs_repetition_factor(srs_repetition
 
 bool lib_nr_ul_srs_configure_manager_t::set_Ktc_number(srs_K_TC_value_t comb)
 {
-    const bool changed = assign(m_K_TC, one_of(get_Ktc_number_for_ui(), comb));
+    const bool changed = assign(m_K_TC, offered_or_first(comb, get_Ktc_number_for_ui()));
     _keep_comb();
     set_ktc_offset(m_ktc_offset);
     set_n_SRS_cs(m_n_SRS_cs);
@@ -220,7 +210,7 @@ bool lib_nr_ul_srs_configure_manager_t::set_n_ID_SRS(unsigned int identity)
 
 bool lib_nr_ul_srs_configure_manager_t::set_p_f(T_SRS_PF_TYPE p_f)
 {
-    const T_SRS_PF_TYPE offered = one_of(get_p_f_for_ui(), p_f);
+    const T_SRS_PF_TYPE offered = offered_or_first(p_f, get_p_f_for_ui());
     const bool changed = assign(m_p_f, _fits_comb(m_K_TC, offered) ? offered : SRS_SRS_PF_1);
     set_k_f(m_k_f);
     return changed;

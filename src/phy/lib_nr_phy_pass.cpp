@@ -22,7 +22,6 @@ using carrier_t = lib_nr_carrier_configure_manager_t;
 
 constexpr lib_nr_remap_mode_t k_view = LIB_NR_REMAPP_MODE_UI_VIEW_MAP;
 constexpr lib_nr_remap_mode_t k_encode = LIB_NR_REMAPP_MODE_ENCODE_MAP;
-constexpr unsigned char k_both_half_frames = 255;
 constexpr std::string_view k_ssb = "SS/PBCH";
 
 lib_nr_channel_resource_manager_t& grid() { return lib_nr_channel_resource_manager_t::get_inst(); }
@@ -369,8 +368,9 @@ private:
         const bool is_own = ssb.get_numerology() == m_spacing;
         m_engine.m_recorder.note_pass(_entry(0), is_own, is_own);
         const unsigned char half_frame = ssb.get_half_frame_idx();
-        return half_frame == k_both_half_frames ? _half_frame(ssb, 0) && _half_frame(ssb, 1)
-                                                : _half_frame(ssb, half_frame);
+        return half_frame == lib_nr_dl_ssb_configure_manager_t::k_both_half_frames
+                   ? _half_frame(ssb, 0) && _half_frame(ssb, 1)
+                   : _half_frame(ssb, half_frame);
     }
 
     bool _half_frame(const lib_nr_dl_ssb_configure_manager_t& ssb, unsigned int half)

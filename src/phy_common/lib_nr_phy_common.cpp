@@ -137,10 +137,15 @@ unsigned int lib_nr_phy_common_t::get_slot_in_frame(lib_nr_numerology_type_t num
     return 10U << get_u_from_scs(numerology);
 }
 
+unsigned int lib_nr_phy_common_t::get_symbol_number_in_slot(lib_nr_cyclic_prefix_type_t cp_type)
+{
+    return cp_type == LIB_NR_EXTEND_CP ? 12 : 14;
+}
+
 unsigned int lib_nr_phy_common_t::get_symbol_number_in_slot(lib_nr_numerology_type_t,
                                                             lib_nr_cyclic_prefix_type_t cp_type)
 {
-    return cp_type == LIB_NR_EXTEND_CP ? 12 : 14;
+    return get_symbol_number_in_slot(cp_type);
 }
 
 unsigned int lib_nr_phy_common_t::get_symbol_number_in_frame(lib_nr_numerology_type_t numerology,

@@ -81,6 +81,8 @@ public:
     static bool is_up_to_3_ghz(double frequency) { return frequency <= 3e9; }
     /// Whether a spacing has the extended cyclic prefix beside the normal one (TS 38.211 Table 4.2-1).
     static bool has_extended_prefix(lib_nr_numerology_type_t numerology) { return numerology == LIB_NR_SCS_60K; }
+    /// Whether channels are sent at a spacing: at 240 kHz only SS/PBCH blocks are (TS 38.211 Table 4.2-1).
+    static bool carries_channels(lib_nr_numerology_type_t numerology) { return numerology != LIB_NR_SCS_240K; }
     /// `NR_FR1` for an unknown bandwidth.
     static lib_nr_freq_range_type_t get_freq_range_type(lib_nr_channel_bw_type_t bandwidth);
     /// Whether a carrier of this bandwidth may have this spacing (TS 38.104 clause 5.3.5). Narrower in FR2-2 than the
@@ -90,6 +92,7 @@ public:
     /// Slots in a 10 ms frame; those of 15 kHz for an unknown spacing.
     static unsigned int get_slot_in_frame(lib_nr_numerology_type_t numerology);
     /// 12 for the extended prefix, else 14, whatever the spacing.
+    static unsigned int get_symbol_number_in_slot(lib_nr_cyclic_prefix_type_t cp_type);
     static unsigned int get_symbol_number_in_slot(lib_nr_numerology_type_t numerology,
                                                   lib_nr_cyclic_prefix_type_t cp_type);
     static unsigned int get_symbol_number_in_frame(lib_nr_numerology_type_t numerology,

@@ -1,3 +1,4 @@
+#include "phy_common/lib_nr_enumerator.h"
 #include "phy_common/lib_nr_phy_common.h"
 #include "phy_common/tables/lib_nr_prach_carrier_combination_table.h"
 #include "phy_common/tables/lib_nr_prach_configuration_table.h"
@@ -18,6 +19,11 @@ namespace vek::nr_mod_lib
 
 namespace
 {
+
+unsigned int carrier_khz_of(lib_nr_numerology_type_t numerology)
+{
+    return 15u << lib_nr_phy_common_t::get_u_from_scs(numerology);
+}
 
 constexpr unsigned int k_subframes_per_frame = 10;
 constexpr unsigned int k_60khz_slots_per_frame = 40;
@@ -175,7 +181,7 @@ int lib_nr_phy_common_t::get_prach_ncs(prach_format_t format, prach_lra_type_t l
                                        prach_restricted_set_type_t restricted_set, unsigned int zero_correlation_zone)
 {
     const std::size_t zone = std::min(zero_correlation_zone, 15u);
-    const std::size_t set = std::min<std::size_t>(restricted_set, RESTRICTED_TYPE_B);
+    const std::size_t set = known_or_first(restricted_set, RESTRICTED_TYPE_B);
     if (format == prach_format_3)
         return lib_nr_prach_cyclic_shift_format_3_table()[zone][set];
     if (is_long_prach_format(format))
@@ -188,7 +194,7 @@ bool lib_nr_phy_common_t::get_prach_carrier_combination(prach_lra_type_t lra, pr
                                                         lib_nr_numerology_type_t numerology, unsigned int& rb_number,
                                                         unsigned int& k_bar)
 {
-    const unsigned int carrier_khz = 15u << get_u_from_scs(numerology);
+    const unsigned int carrier_khz = carrier_khz_of(numerology);
     for (const lib_nr_prach_carrier_combination_t& row : lib_nr_prach_carrier_combination_table())
         if (row.lra == lra && row.prach_scs == scs && row.carrier_scs_khz == carrier_khz) {
             rb_number = row.rb_number;
@@ -297,7 +303,7 @@ void lib_nr_phy_common_t::check_aps_and_scs_and_ci(prach_config_table_type_t tab
 void lib_nr_phy_common_t::validate_prach_and_carrier(lib_nr_numerology_type_t numerology, prach_scs_type_t& scs,
                                                      prach_lra_type_t& lra)
 {
-    const unsigned int carrier_khz = 15u << get_u_from_scs(numerology);
+    const unsigned int carrier_khz = carrier_khz_of(numerology);
     const lib_nr_prach_carrier_combination_t* fallback = nullptr;
     for (const lib_nr_prach_carrier_combination_t& row : lib_nr_prach_carrier_combination_table()) {
         if (row.carrier_scs_khz != carrier_khz)

@@ -166,7 +166,7 @@ prach_preamble_t lib_nr_prach_preamble_t::get_preamble(const prach_preamble_sett
         preamble.logical_index = (setting.sequence_index + i) % root_number;
         preamble.u = lib_nr_phy_common_t::get_prach_root(setting.lra, preamble.logical_index);
         const unsigned int v = setting.preamble_index - before;
-        if (setting.restricted_set == UNRESTRICTED) {
+        if (!is_restricted(setting.restricted_set)) {
             const unsigned int number = number_of_unrestricted_shifts(setting.lra, ncs);
             before += number;
             if (v < number) {

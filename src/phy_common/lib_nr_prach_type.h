@@ -61,6 +61,12 @@ enum prach_restricted_set_type_t : std::uint32_t
     RESTRICTED_TYPE_B = 2,
 };
 
+/// A value that is no set counts as unrestricted.
+inline bool is_restricted(prach_restricted_set_type_t set)
+{
+    return set == RESTRICTED_TYPE_A || set == RESTRICTED_TYPE_B;
+}
+
 /// Occasions side by side in frequency at one time, msg1-FDM of TS 38.331.
 enum prach_msg1_fdm_type_t : std::uint32_t
 {

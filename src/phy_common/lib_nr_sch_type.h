@@ -1,5 +1,7 @@
 #pragma once
 
+#include "phy_common/lib_nr_enumerator.h"
+
 #include <cstdint>
 
 // The choices that the settings of a shared channel, PDSCH or PUSCH, offer.
@@ -170,27 +172,27 @@ enum lib_nr_antenna_port_number_t : std::uint32_t
 
 constexpr std::uint32_t number_of(lib_nr_sch_vrb_bundle_size_t size)
 {
-    return size <= LIB_NR_SCH_VRB_BUNDLE_SIZE_4 ? 2u << size : 2u;
+    return 2u << known_or_first(size, LIB_NR_SCH_VRB_BUNDLE_SIZE_4);
 }
 constexpr std::uint32_t number_of(lib_nr_sch_x_overhead_t overhead)
 {
-    return overhead <= LIB_NR_SCH_X_OVERHEAD_18 ? 6u * overhead : 0u;
+    return 6u * known_or_first(overhead, LIB_NR_SCH_X_OVERHEAD_18);
 }
 constexpr double number_of(lib_nr_sch_tb_scaling_t scaling)
 {
-    return scaling <= LIB_NR_SCH_TB_SCALING_0_25 ? 1.0 / (1u << scaling) : 1.0;
+    return 1.0 / (1u << known_or_first(scaling, LIB_NR_SCH_TB_SCALING_0_25));
 }
 constexpr std::uint32_t number_of(lib_nr_sch_ptrs_frequency_density_size_t density)
 {
-    return density <= LIB_NR_SCH_PTRS_FREQUENCY_DENSITYE_4 ? 2u << density : 2u;
+    return 2u << known_or_first(density, LIB_NR_SCH_PTRS_FREQUENCY_DENSITYE_4);
 }
 constexpr std::uint32_t number_of(lib_nr_sch_ptrs_time_density_t density)
 {
-    return density <= LIB_NR_SCH_PTRS_TIME_DENSITYE_4 ? 1u << density : 1u;
+    return 1u << known_or_first(density, LIB_NR_SCH_PTRS_TIME_DENSITYE_4);
 }
 constexpr std::uint32_t number_of(lib_nr_sch_rbg_size_t size)
 {
-    return size <= LIB_NR_SCH_RBG_SIZE_16 ? 2u << size : 2u;
+    return 2u << known_or_first(size, LIB_NR_SCH_RBG_SIZE_16);
 }
 
 } // namespace vek::nr_mod_lib

@@ -3,6 +3,7 @@
 #include "common/lib_common_math.h"
 #include "manager/lib_nr_waveform_configure_manager.h"
 #include "phy_common/lib_nr_crc_calculator.h"
+#include "phy_common/lib_nr_enumerator.h"
 #include "phy_common/lib_nr_modulator.h"
 #include "phy_common/lib_nr_phy_common.h"
 #include "phy_common/lib_nr_pn_payload.h"
@@ -13,7 +14,6 @@
 
 #include <algorithm>
 #include <cstddef>
-#include <initializer_list>
 #include <iostream>
 
 namespace vek::nr_mod_lib
@@ -29,13 +29,6 @@ constexpr unsigned int k_rbs_in_group = 6;
 constexpr unsigned int k_dmrs_in_rb = 3;
 
 lib_nr_channel_resource_manager_t& grid() { return lib_nr_channel_resource_manager_t::get_inst(); }
-
-/// The value, or the first of those that there are.
-template <class enum_t>
-enum_t one_of(std::initializer_list<enum_t> values, enum_t value)
-{
-    return std::find(values.begin(), values.end(), value) != values.end() ? value : *values.begin();
-}
 
 } // namespace
 
@@ -79,30 +72,22 @@ bool lib_nr_dl_phy_pdcch_process_t::set_waveform_config(unsigned int carrier_ind
 
 void lib_nr_dl_phy_pdcch_process_t::set_candidates_num(lib_nr_dl_dci_candidates_number_t number)
 {
-    m_candidates_num =
-        one_of({LIB_NR_DCI_CANDIDATE_1, LIB_NR_DCI_CANDIDATE_2, LIB_NR_DCI_CANDIDATE_3, LIB_NR_DCI_CANDIDATE_4,
-                LIB_NR_DCI_CANDIDATE_5, LIB_NR_DCI_CANDIDATE_6, LIB_NR_DCI_CANDIDATE_8},
-               number);
+    m_candidates_num = offered_or_first(number, k_dci_candidates_numbers);
 }
 
 void lib_nr_dl_phy_pdcch_process_t::set_aggregation_level(lib_nr_dl_dci_aggregation_level_t level)
 {
-    m_aggregation_level =
-        one_of({LIB_NR_DCI_AGGREGATION_LEVEL_1, LIB_NR_DCI_AGGREGATION_LEVEL_2, LIB_NR_DCI_AGGREGATION_LEVEL_4,
-                LIB_NR_DCI_AGGREGATION_LEVEL_8, LIB_NR_DCI_AGGREGATION_LEVEL_16},
-               level);
+    m_aggregation_level = offered_or_first(level, k_dci_aggregation_levels);
 }
 
 void lib_nr_dl_phy_pdcch_process_t::set_reg_bundle_size(lib_nr_dl_dci_reg_bundle_size_t size)
 {
-    m_reg_bundle_size =
-        one_of({LIB_NR_DCI_REG_BUNDLE_SIZE_2, LIB_NR_DCI_REG_BUNDLE_SIZE_3, LIB_NR_DCI_REG_BUNDLE_SIZE_6}, size);
+    m_reg_bundle_size = offered_or_first(size, k_dci_reg_bundle_sizes);
 }
 
 void lib_nr_dl_phy_pdcch_process_t::set_interleaver_size(lib_nr_dl_dci_interleaver_size_t size)
 {
-    m_interleaver_size =
-        one_of({LIB_NR_DCI_INTERLEAVER_SIZE_2, LIB_NR_DCI_INTERLEAVER_SIZE_3, LIB_NR_DCI_INTERLEAVER_SIZE_6}, size);
+    m_interleaver_size = offered_or_first(size, k_dci_interleaver_sizes);
 }
 
 bool lib_nr_dl_phy_pdcch_process_t::pdcch_encode_process(unsigned int slot)
@@ -212,7 +197,7 @@ unsigned int lib_nr_dl_phy_pdcch_process_t::_get_n_id() const
 // TS 38.211 clause 7.3.2.3
 unsigned int lib_nr_dl_phy_pdcch_process_t::_get_n_rnti() const
 {
-    return m_scrambling_id >= 0 && m_search_space_type == LIB_NR_DCI_USS ? m_crnti : 0;
+    return m_scrambling_id >= 0 && m_search_space_type != LIB_NR_DCI_CSS ? m_crnti : 0;
 }
 
 void lib_nr_dl_phy_pdcch_process_t::_dl_phy_pdcch_csrambling()
@@ -291,7 +276,7 @@ bool lib_nr_dl_phy_pdcch_process_t::_dci_interleaver(indices_t& regs, unsigned i
         std::cout << "pdcch error!!! agregation level exeed available cce." << std::endl;
         return false;
     }
-    const bool is_interleaved = m_cce2reg_mapping_type == LIB_NR_CORSET_INTERLEAVE;
+    const bool is_interleaved = m_cce2reg_mapping_type != LIB_NR_CORSET_NO_INTERLEAVE;
     const unsigned int bundle_size = is_interleaved ? m_reg_bundle_size : k_regs_in_cce;
     const indices_t bundles = is_interleaved ? _bundle_index_calculate(bundle_size) : indices_t();
     for (const unsigned int cce : cces)
@@ -315,7 +300,7 @@ lib_nr_dl_phy_pdcch_process_t::_search_space_calculate(unsigned int slot, unsign
         return {};
 
     std::uint64_t y = 0;
-    if (m_search_space_type == LIB_NR_DCI_USS) {
+    if (m_search_space_type != LIB_NR_DCI_CSS) {
         constexpr std::uint64_t k_a[] = {39827, 39829, 39839};
         y = n_rnti;
         for (unsigned int i = 0; i <= slot; ++i)

@@ -101,7 +101,7 @@ void lib_nr_dl_phy_pdsch_process_t::_phy_sch_rb_index()
         return;
     }
     std::vector<unsigned int> prb_of_vrb;
-    if (m_vrb2prb_interleaver == LIB_NR_SCH_INTERLEAVE)
+    if (m_vrb2prb_interleaver != LIB_NR_SCH_NO_INTERLEAVE)
         _dl_phy_pdsch_interleaver(prb_of_vrb);
     for (unsigned int vrb = m_rb_offset; vrb < m_rb_offset + m_rb_num; ++vrb)
         m_rb_list.push_back(m_bwp_rb_start + (vrb < prb_of_vrb.size() ? prb_of_vrb[vrb] : vrb));

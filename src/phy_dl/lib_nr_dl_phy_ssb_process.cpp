@@ -1,6 +1,7 @@
 #include "phy_dl/lib_nr_dl_phy_ssb_process.h"
 
 #include "common/lib_bounded_cast.h"
+#include "common/lib_common_math.h"
 #include "manager/lib_nr_carrier_configure_manager.h"
 #include "manager/lib_nr_phy_numerology_configure_manager.h"
 #include "manager/lib_nr_waveform_configure_manager.h"
@@ -429,7 +430,7 @@ bool lib_nr_dl_phy_ssb_process_t::_is_exist_ssb(unsigned int block_index) const
 double lib_nr_dl_phy_ssb_process_t::_get_amplitude(unsigned int block_index, double boosting) const
 {
     const double power = block_index < m_power_boosting.size() ? m_power_boosting[block_index] : 0.0;
-    return std::pow(10.0, (power + boosting) / 20.0);
+    return common_lib::lib_common_math_t::db_value_to_amplitude_ratio(power + boosting);
 }
 
 /// The one source of the block's cells, for the view and for the payload.

@@ -330,7 +330,7 @@ unsigned int lib_nr_phy_sch_process_t::_dmrs_sequence_length() const
 {
     if (m_rb_list.empty())
         return 0;
-    const unsigned int reference = m_dmrs_mapping_ref == LIB_NR_DMRS_MAPPING_REF_CRB ? m_bwp_rb_start : 0;
+    const unsigned int reference = m_dmrs_mapping_ref == LIB_NR_DMRS_MAPPING_REF_PRB ? 0 : m_bwp_rb_start;
     return (*std::max_element(m_rb_list.begin(), m_rb_list.end()) + 1 + reference) * _dmrs_per_rb();
 }
 

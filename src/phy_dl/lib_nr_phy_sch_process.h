@@ -188,7 +188,7 @@ protected:
 
     // Reference signals.
 
-    bool _is_type_1() const { return m_dmrs_configuration_type == LIB_NR_DMRS_CFG_TYPE1; }
+    bool _is_type_1() const { return m_dmrs_configuration_type != LIB_NR_DMRS_CFG_TYPE2; }
     bool _is_double_symbol() const { return m_dmrs_length == LIB_NR_SCH_DMRS_LENGTH_DOUBLE_SYMBOL; }
     /// Values of a DMRS sequence in one RB of one symbol.
     unsigned int _dmrs_per_rb() const { return _is_type_1() ? 6 : 4; }

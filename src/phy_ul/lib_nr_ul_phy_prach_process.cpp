@@ -1,6 +1,7 @@
 #include "phy_ul/lib_nr_ul_phy_prach_process.h"
 
 #include "common/lib_bounded_cast.h"
+#include "common/lib_common_math.h"
 #include "common/lib_fft_plan.h"
 #include "manager/lib_nr_waveform_configure_manager.h"
 #include "phy_common/lib_nr_phy_common.h"
@@ -106,7 +107,7 @@ bool lib_nr_ul_phy_prach_process_t::_nr_ul_phy_prach_sequence_gen()
 void lib_nr_ul_phy_prach_process_t::_nr_ul_phy_prach_encode_map()
 {
     auto& rows = grid().get_prach_payload_mapping();
-    const double amplitude = std::pow(10.0, m_power_boosting / 20.0);
+    const double amplitude = common_lib::lib_common_math_t::db_value_to_amplitude_ratio(m_power_boosting);
     const std::size_t first_row =
         common_t::get_prach_first_row(m_preamble.format, m_configuration_table, m_configuration_idx, m_n_RA_t);
     const std::size_t row_number =

@@ -294,7 +294,7 @@ void lib_nr_ul_phy_pusch_process_t::_list_dmrs_symbols_of_hops(std::vector<unsig
 void lib_nr_ul_phy_pusch_process_t::_phy_sch_rb_index()
 {
     m_rb_list.clear();
-    switch (m_ra_type) {
+    switch (known_or_first(m_ra_type, LIB_NR_SCH_RA_TYPE2)) {
     case LIB_NR_SCH_RA_TYPE0:
         _phy_sch_rb_index_type_0();
         return;

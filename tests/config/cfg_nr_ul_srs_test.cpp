@@ -1,6 +1,7 @@
 #include "config/cfg_nr_ul_srs.h"
 
 #include "host/nrwave_settings.h"
+#include "host/nrwave_listing.h"
 #include "support/settings.h"
 
 #include <gtest/gtest.h>
@@ -88,6 +89,16 @@ TEST(cfg_nr_ul_srs, settings_keep_to_their_limits_and_to_each_other)
     for (const row_t& row : rows)
         EXPECT_EQ(nr_test::value_of(recalled, at + row.setting), nr_test::value_of(waveform, at + row.setting))
             << row.setting;
+
+    nr_test::take(waveform, {at + "srs_periodity=LIB_NR_SRS_80MS_PERIODICITY", at + "t_offset=79",
+                             at + "srs_periodity=LIB_NR_SRS_0MS_PERIODICITY"});
+    for (const std::vector<std::string>& listing :
+         {nrwave::steps_of(waveform), nrwave::steps_at(waveform, "carrier[0].ul_srs[0]")})
+    {
+        nr_test::waveform_of_t listed(listing);
+        EXPECT_EQ(nr_test::value_of(listed, at + "slot_allocation"), "");
+        EXPECT_EQ(nr_test::value_of(listed, at + "srs_periodity"), "LIB_NR_SRS_0MS_PERIODICITY");
+    }
 
     nr_test::take(waveform,
                   {"carrier[0].channel_bandwidth=LIB_NR_CHANNEL_FR2_1_400M", "carrier[0].numerology=LIB_NR_SCS_240K"});

@@ -4,10 +4,12 @@
 
 #include <array>
 #include <cstddef>
+#include <cstdint>
 #include <optional>
 #include <pugixml.hpp>
 #include <string>
 #include <string_view>
+#include <utility>
 #include <vector>
 
 // What can be set, read and done at each façade, as tables: save and recall, the tool's paths and help, the manual, the
@@ -48,11 +50,13 @@ struct cfg_nr_leaf_t
     {
         std::string (*read)(void*, unsigned int) = nullptr;
         std::optional<bool> (*write)(void*, unsigned int, const std::string&) = nullptr;
+        bool (*write_number)(void*, std::uint32_t) = nullptr;
         void (*save)(void*, pugi::xml_node&, const char*) = nullptr;
         void (*recall)(void*, const pugi::xml_node&, const char*) = nullptr;
         std::vector<std::string> (*enumerators)() = nullptr;
         std::vector<std::string> (*on_offer)(void*) = nullptr;
         unsigned int (*count)(void*) = nullptr;
+        std::vector<std::pair<std::string, std::string>> (*detour)(void*) = nullptr;
     };
     calls_t calls;
 
@@ -64,6 +68,11 @@ struct cfg_nr_leaf_t
     {
         return calls.write(facade, index, text);
     }
+    /// Whether the setting is an enumeration, or a list of its values, and so may be written by number.
+    bool takes_number() const { return calls.write_number != nullptr; }
+    /// Hands the setter the enumerator of a number, also of one that no name stands for, as a host's cast would; a list
+    /// gets it as its one item. For what takes numbers alone.
+    bool write_number(void* facade, std::uint32_t number) const { return calls.write_number(facade, number); }
     /// Appends the element to the block of its façade. An enumerator outside its table throws std::out_of_range.
     void save(void* facade, pugi::xml_node& block) const { calls.save(facade, block, name); }
     /// Hands the element's value to the setter: 0, false, the empty text or the first enumerator where it is missing.
@@ -77,6 +86,12 @@ struct cfg_nr_leaf_t
     std::vector<std::string> on_offer(void* facade) const
     {
         return has_offer() ? calls.on_offer(facade) : std::vector<std::string>{};
+    }
+    /// Where the setter does not take the value that stands now: names and values of settings of the same façade that
+    /// lead to it, one after the other.
+    std::vector<std::pair<std::string, std::string>> detour(void* facade) const
+    {
+        return calls.detour ? calls.detour(facade) : std::vector<std::pair<std::string, std::string>>{};
     }
     bool is_indexed() const { return calls.count != nullptr; }
     /// Number of values: 1 but for an indexed setting.

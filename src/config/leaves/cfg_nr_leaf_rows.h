@@ -125,6 +125,14 @@ struct cfg_nr_leaf_row_t
         row.follower = name;
         return row;
     }
+    /// Some values are reached by way of other settings alone; the function gives them for the value that stands now.
+    template <auto detour>
+    constexpr cfg_nr_leaf_row_t by_way_of() const
+    {
+        cfg_nr_leaf_row_t row = *this;
+        row.leaf.calls.detour = [](void* facade) { return detour(*static_cast<const facade_t*>(facade)); };
+        return row;
+    }
     /// The settings tree does not hold it.
     constexpr cfg_nr_leaf_row_t outside_tree() const
     {
@@ -325,6 +333,11 @@ struct rows_of_t
                 return std::nullopt;
             return detail::succeeds<facade_t, set>(facade, *value);
         };
+        using item_t = typename detail::item_type_t<detail::argument_of<set>>::type;
+        if constexpr (std::is_enum_v<item_t>)
+            row.leaf.calls.write_number = [](void* facade, std::uint32_t number) {
+                return detail::succeeds<facade_t, set>(facade, detail::argument_of<set>{static_cast<item_t>(number)});
+            };
         row.leaf.calls.save = [](void* facade, pugi::xml_node& block, const char* element) {
             read_t::save(block, element, detail::call<facade_t, get>(facade));
         };

@@ -11,6 +11,17 @@ namespace
 using srs_t = cfg_nr_ul_srs_t;
 using row = rows_of_t<srs_t>;
 
+/// No text empties the list of slots, but a period that begins behind the frame does, and then may go.
+std::vector<std::pair<std::string, std::string>> way_to_no_slots(const srs_t& srs)
+{
+    if (srs.get_srs_periodity() != LIB_NR_SRS_0MS_PERIODICITY || !srs.get_slot_allocation().empty())
+        return {};
+    return {{"srs_periodity", "LIB_NR_SRS_1280MS_PERIODICITY"},
+            {"t_offset", "1279"},
+            {"srs_periodity", "LIB_NR_SRS_0MS_PERIODICITY"},
+            {"t_offset", "0"}};
+}
+
 // The settings tree holds none of it. Each row is corrected by those before it alone, so that a listing, taken as
 // steps, gives the same signal.
 constexpr auto k_leaves = row::leaves(
@@ -31,6 +42,7 @@ constexpr auto k_leaves = row::leaves(
     row::leaf<&srs_t::get_t_offset, &srs_t::set_t_offset>("t_offset", "slots, below the period").outside_tree(),
     row::leaf<&srs_t::get_slot_allocation_feedback, &srs_t::set_slot_allocation>(
         "slot_allocation", "slots of a frame, as 0:4,9; follows from period and offset where there is a period")
+        .by_way_of<&way_to_no_slots>()
         .outside_tree(),
     row::leaf<&srs_t::get_N_symb_srs, &srs_t::set_N_symb_srs>("N_symb_srs",
                                                               "symbols in a slot; fits l_offset and repetition")
