@@ -1,7 +1,7 @@
 #include "config/cfg_nr_ul_srs.h"
 
-#include "host/nrwave_settings.h"
 #include "host/nrwave_listing.h"
+#include "host/nrwave_settings.h"
 #include "support/settings.h"
 
 #include <gtest/gtest.h>
