@@ -350,6 +350,15 @@ lib_nr_cell_count_t lib_nr_channel_resource_manager_t::write_stream(const std::v
     return _store_stream(runs, values, m_payload_mapping, writing(amplitude));
 }
 
+lib_nr_cell_count_t lib_nr_channel_resource_manager_t::write_stream(const std::vector<lib_nr_resource_run_t>& runs,
+                                                                    const std::vector<std::uint16_t>& symbols,
+                                                                    const std::vector<std::complex<double>>& points)
+{
+    const std::complex<double>* const table = points.data();
+    return _store_stream(runs, symbols, m_payload_mapping,
+                         [table](std::complex<double>& cell, std::uint16_t symbol) { cell = table[symbol]; });
+}
+
 lib_nr_cell_count_t lib_nr_channel_resource_manager_t::add_stream(const std::vector<lib_nr_resource_run_t>& runs,
                                                                   const std::vector<std::complex<double>>& values,
                                                                   double amplitude, payload_map_t& payload)
@@ -361,10 +370,10 @@ lib_nr_cell_count_t lib_nr_channel_resource_manager_t::add_stream(const std::vec
 
 /// Puts values into the part of a run that a payload map has. A step known to be 1 at compile time lets the loop work
 /// on whole vectors.
-template <class store_t>
+template <class value_t, class store_t>
 lib_nr_cell_count_t lib_nr_channel_resource_manager_t::_store_run(const lib_nr_resource_run_t& run,
-                                                                  const std::complex<double>* values,
-                                                                  payload_map_t& payload, store_t store)
+                                                                  const value_t* values, payload_map_t& payload,
+                                                                  store_t store)
 {
     const std::size_t width = run.symbol < payload.size() ? payload[run.symbol].size() : 0;
     const lib_nr_clipped_run_t part = clip_to(run, payload.size(), width);
@@ -386,9 +395,9 @@ lib_nr_cell_count_t lib_nr_channel_resource_manager_t::_store_run(const lib_nr_r
     return stored;
 }
 
-template <class store_t>
+template <class value_t, class store_t>
 lib_nr_cell_count_t lib_nr_channel_resource_manager_t::_store_stream(const std::vector<lib_nr_resource_run_t>& runs,
-                                                                     const std::vector<std::complex<double>>& values,
+                                                                     const std::vector<value_t>& values,
                                                                      payload_map_t& payload, store_t store)
 {
     lib_nr_cell_count_t stored;

@@ -150,6 +150,10 @@ public:
     /// Where the stream ends early the cells left stay as they are, and count as neither inside nor outside.
     lib_nr_cell_count_t write_stream(const std::vector<lib_nr_resource_run_t>& runs,
                                      const std::vector<std::complex<double>>& values, double amplitude = 1.0);
+    /// The same for symbols that stand for points of a table.
+    lib_nr_cell_count_t write_stream(const std::vector<lib_nr_resource_run_t>& runs,
+                                     const std::vector<std::uint16_t>& symbols,
+                                     const std::vector<std::complex<double>>& points);
     /// The same, added to what the cells of a payload map hold, be it this grid's or another.
     lib_nr_cell_count_t add_stream(const std::vector<lib_nr_resource_run_t>& runs,
                                    const std::vector<std::complex<double>>& values, double amplitude,
@@ -191,13 +195,12 @@ private:
     bool _mark_cell(std::uint32_t symbol, std::uint32_t subcarrier, lib_nr_channel_resource_mapping_type_t type,
                     std::uint8_t& cell);
     void _check_mapped(std::uint32_t symbol, std::uint64_t subcarrier) const;
-    template <class store_t>
-    lib_nr_cell_count_t _store_run(const lib_nr_resource_run_t& run, const std::complex<double>* values,
-                                   payload_map_t& payload, store_t store);
-    template <class store_t>
+    template <class value_t, class store_t>
+    lib_nr_cell_count_t _store_run(const lib_nr_resource_run_t& run, const value_t* values, payload_map_t& payload,
+                                   store_t store);
+    template <class value_t, class store_t>
     lib_nr_cell_count_t _store_stream(const std::vector<lib_nr_resource_run_t>& runs,
-                                      const std::vector<std::complex<double>>& values, payload_map_t& payload,
-                                      store_t store);
+                                      const std::vector<value_t>& values, payload_map_t& payload, store_t store);
 
     lib_nr_numerology_type_t m_numerology = LIB_NR_SCS_15K;
     lib_nr_cyclic_prefix_type_t m_cyclic_prefix_type = LIB_NR_NORMAL_CP;

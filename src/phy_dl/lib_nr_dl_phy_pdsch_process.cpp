@@ -184,10 +184,8 @@ void lib_nr_dl_phy_pdsch_process_t::_phy_sch_encode_re_map(unsigned int port, un
     if (m_listed_slot != slot)
         _list_cells(port, slot, rb_list);
     m_listed_slot.reset(); // the marks may change before its next turn
-    // The code word's symbols one after the other, zeros where they end early.
-    symbols_t& symbols = m_codeword_symbols[0];
-    symbols.resize(std::max<std::size_t>(symbols.size(), grid().count(m_cells.data).all()));
-    grid().write_stream(m_cells.data, symbols, _amplitude_of(0.0));
+    // The code word's symbols one after the other; where they end early cells stay empty.
+    grid().write_stream(m_cells.data, m_codeword_numbers[0], _points(_amplitude_of(0.0)));
     const auto sequences = m_dmrs_sequences.find(_cdm_group_of(port));
     if (sequences == m_dmrs_sequences.end() || sequences->second.empty())
         return;

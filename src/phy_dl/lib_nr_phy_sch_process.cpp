@@ -182,7 +182,48 @@ void lib_nr_phy_sch_process_t::set_dmrs_type_a_position(lib_nr_sch_dmrs_type_a_p
 
 // From payload to symbols
 
+/// Draws from the payload's stream where the last slot left it.
+template <class generate_t>
+void lib_nr_phy_sch_process_t::_draw_payload(generate_t generate)
+{
+    lib_nr_pn_payload_t payload(m_data_source, m_data_source_custom);
+    payload.set_seed(m_pn_seed);
+    if (!generate(payload))
+        std::cout << "lib_nr_phy_sch_process_t::_phy_sch_payload_generation : Error PN code!" << std::endl;
+    m_pn_seed = payload.get_seed();
+}
+
 void lib_nr_phy_sch_process_t::_phy_sch_codeword(unsigned int codeword)
+{
+    if (m_enable_coding) {
+        _phy_sch_tbs();
+        _phy_sch_ldpc_base_graph_selection();
+    }
+    const unsigned int payload_bits = m_enable_coding ? m_tbs : m_g;
+    _draw_payload([&](lib_nr_pn_payload_t& payload) { return payload.generate_words(payload_bits, m_packed_payload); });
+
+    std::vector<std::uint16_t>& symbols = m_codeword_numbers[codeword];
+    const lib_nr_packed_code_word_t::settings_t settings = {m_base_graph, m_q_m, m_layers,
+                                                            m_g,          m_rv,  _scrambling_c_init(codeword)};
+    if (m_enable_coding)
+        m_code_word.encode(m_packed_payload, payload_bits, settings, symbols);
+    else
+        m_code_word.scramble(m_packed_payload, settings, symbols);
+    if (symbols.empty())
+        std::cout << "error,input data is empty" << std::endl;
+    if (m_modulation == LIB_NR_MODULATION_HALF_PI_BPSK)
+        for (std::size_t i = 1; i < symbols.size(); i += 2)
+            symbols[i] |= 2;
+}
+
+std::vector<std::complex<double>> lib_nr_phy_sch_process_t::_points(double amplitude) const
+{
+    std::vector<std::complex<double>> points = lib_nr_modulator_t(m_modulation).get_points(amplitude);
+    points.resize(std::max(points.size(), std::size_t{1} << m_q_m));
+    return points;
+}
+
+void lib_nr_phy_sch_process_t::_phy_sch_codeword_by_bytes(unsigned int codeword)
 {
     if (m_enable_coding) {
         _phy_sch_tbs();
@@ -218,11 +259,7 @@ void lib_nr_phy_sch_process_t::_phy_sch_tbs()
 
 void lib_nr_phy_sch_process_t::_phy_sch_payload_generation(unsigned int length)
 {
-    lib_nr_pn_payload_t payload(m_data_source, m_data_source_custom);
-    payload.set_seed(m_pn_seed);
-    if (!payload.generate(length, m_payload))
-        std::cout << "lib_nr_phy_sch_process_t::_phy_sch_payload_generation : Error PN code!" << std::endl;
-    m_pn_seed = payload.get_seed();
+    _draw_payload([&](lib_nr_pn_payload_t& payload) { return payload.generate(length, m_payload); });
 }
 
 /// TS 38.212 clause 7.2.2.
@@ -264,9 +301,14 @@ void lib_nr_phy_sch_process_t::_code_and_match(unsigned int i_lbrm)
     rate_match.deal_rate_match(m_encoded_blocks, m_rate_matched_blocks);
 }
 
+unsigned int lib_nr_phy_sch_process_t::_scrambling_c_init(unsigned int codeword) const
+{
+    return (m_rnti << 15) + (codeword << 14) + m_nid;
+}
+
 bool lib_nr_phy_sch_process_t::_phy_sch_scrambling(const bits_t& in, bits_t& out, unsigned int codeword)
 {
-    return _scramble((m_rnti << 15) + (codeword << 14) + m_nid, in, out);
+    return _scramble(_scrambling_c_init(codeword), in, out);
 }
 
 /// TS 38.211 clause 7.3.1.1, with the initial value given.
@@ -283,6 +325,12 @@ bool lib_nr_phy_sch_process_t::_scramble(unsigned int c_init, const bits_t& in, 
 
 void lib_nr_phy_sch_process_t::_phy_sch_layer_mapping()
 {
+    const std::vector<std::complex<double>> points = _points(1.0);
+    for (std::size_t codeword = 0; codeword < m_codeword_numbers.size(); ++codeword) {
+        m_codeword_symbols[codeword].clear();
+        for (const std::uint16_t symbol : m_codeword_numbers[codeword])
+            m_codeword_symbols[codeword].push_back(points[symbol]);
+    }
     lib_nr_dl_phy_layer_mapping_t mapping;
     mapping.set_layer_number(m_layers);
     mapping.set_cw1_symbol_number(static_cast<unsigned int>(m_codeword_symbols[0].size()));
@@ -300,6 +348,8 @@ void lib_nr_phy_sch_process_t::_phy_sch_precoding(const layers_t& in, layers_t& 
 void lib_nr_phy_sch_process_t::_clear_slot()
 {
     m_dmrs_sequences.clear();
+    for (std::vector<std::uint16_t>& symbols : m_codeword_numbers)
+        symbols.clear();
     for (symbols_t& symbols : m_codeword_symbols)
         symbols.clear();
     m_layer_symbols.clear();

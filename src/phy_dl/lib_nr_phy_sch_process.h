@@ -5,9 +5,11 @@
 #include "phy_common/lib_nr_ldpc_coding.h"
 #include "phy_common/lib_nr_mcs_table_type.h"
 #include "phy_common/lib_nr_modulator.h"
+#include "phy_common/lib_nr_packed_code_word.h"
 #include "phy_common/lib_nr_pn_seq.h"
 #include "phy_common/lib_nr_sch_type.h"
 
+#include <array>
 #include <complex>
 #include <cstddef>
 #include <cstdint>
@@ -170,11 +172,19 @@ protected:
 
     // The chain from payload to symbols.
 
-    /// A code word from its payload to its symbols.
+    /// A code word from its payload to its symbols, in packed words.
     void _phy_sch_codeword(unsigned int codeword);
+    /// The same by the operations on one bit per byte, one after the other, which the packed words stand in for.
+    void _phy_sch_codeword_by_bytes(unsigned int codeword);
+    /// The points of a code word's symbols, times an amplitude.
+    std::vector<std::complex<double>> _points(double amplitude) const;
+    /// Initial value of the scrambling sequence.
+    virtual unsigned int _scrambling_c_init(unsigned int codeword) const;
     /// An overhead above the resource elements that there are counts as all of them.
     void _phy_sch_tbs();
     void _phy_sch_payload_generation(unsigned int length);
+    template <class generate_t>
+    void _draw_payload(generate_t generate);
     void _phy_sch_ldpc_base_graph_selection();
     void _phy_sch_block_segmentation_and_crc();
     /// Codes the code blocks and matches them to G bits.
@@ -283,6 +293,9 @@ protected:
 
     // The slot in work.
     std::map<unsigned int, symbols_t> m_dmrs_sequences; ///< by CDM group
+    lib_nr_packed_code_word_t m_code_word;
+    std::vector<std::uint64_t> m_packed_payload;
+    std::array<std::vector<std::uint16_t>, 2> m_codeword_numbers; ///< symbols as numbers, by code word
     bits_t m_payload;
     lib_nr_ldpc_base_graph_type_t m_base_graph = LIB_NR_LDPC_BASE_GRAPH_1;
     std::vector<bits_t> m_code_blocks;

@@ -189,11 +189,9 @@ bool lib_nr_ul_phy_pusch_process_t::sch_encode_process(unsigned int slot)
 void lib_nr_ul_phy_pusch_process_t::_phy_sch_channel_coding_rate_match() { _code_and_match(m_enable_lbrm ? 1 : 0); }
 
 /// TS 38.211 clause 6.3.1.1; a RAPID is that of msgA.
-bool lib_nr_ul_phy_pusch_process_t::_phy_sch_scrambling(const bits_t& in, bits_t& out, unsigned int /*codeword*/)
+unsigned int lib_nr_ul_phy_pusch_process_t::_scrambling_c_init(unsigned int /*codeword*/) const
 {
-    const unsigned int c_init =
-        m_rapid < 0 ? (m_rnti << 15) + m_nid : (m_rnti << 16) + (static_cast<unsigned int>(m_rapid) << 10) + m_nid;
-    return _scramble(c_init, in, out);
+    return m_rapid < 0 ? (m_rnti << 15) + m_nid : (m_rnti << 16) + (static_cast<unsigned int>(m_rapid) << 10) + m_nid;
 }
 
 /// TS 38.211 clause 6.3.1.5.

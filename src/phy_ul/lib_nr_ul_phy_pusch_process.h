@@ -72,7 +72,7 @@ private:
     void _phy_sch_rs_generation(unsigned int port, unsigned int slot) override;
     void _phy_sch_caculate_g(unsigned int port, unsigned int slot) override;
     void _phy_sch_channel_coding_rate_match() override;
-    bool _phy_sch_scrambling(const bits_t& in, bits_t& out, unsigned int codeword) override;
+    unsigned int _scrambling_c_init(unsigned int codeword) const override;
     void _phy_sch_precoding(const layers_t& in, layers_t& out) override;
     void _phy_sch_view_re_map(unsigned int slot, const rb_list_t& rb_list) override;
     void _phy_sch_encode_re_map(unsigned int port, unsigned int slot, const rb_list_t& rb_list) override;

@@ -14,6 +14,7 @@
 #include <random>
 #include <string>
 #include <tuple>
+#include <utility>
 #include <vector>
 
 namespace
@@ -219,6 +220,41 @@ TEST(lib_nr_dl_phy_pdsch_process, works_without_a_configuration_and_tells_what_c
                              "lib_nr_phy_sch_process_t::_phy_sch_payload_generation : Error PN code!\n"
                              "error,input data is empty\n"
                              "lib_nr_phy_sch_process_t::phy_sch_remap : Error RE map mode!\n");
+}
+
+/// A slot's code word by packed words and by the operations on bytes.
+struct both_roads_t : lib_nr_dl_phy_pdsch_process_t
+{
+    void expect_equal()
+    {
+        m_rb_list = {0, 1, 2, 3, 7, 11, 12};
+        m_g = static_cast<unsigned int>(m_rb_list.size()) * 150 * m_q_m;
+        const unsigned int before = m_pn_seed;
+        _phy_sch_codeword(0);
+        const unsigned int behind = std::exchange(m_pn_seed, before);
+        _phy_sch_codeword_by_bytes(0);
+        EXPECT_EQ(m_pn_seed, behind);
+        std::vector<std::complex<double>> symbols;
+        for (const std::uint16_t symbol : m_codeword_numbers[0])
+            symbols.push_back(_points(1.0)[symbol]);
+        EXPECT_EQ(symbols, m_codeword_symbols[0]);
+    }
+};
+
+TEST(lib_nr_dl_phy_pdsch_process, packs_words_to_the_symbols_of_the_operations_on_bytes)
+{
+    for (const unsigned int mcs : {0u, 5u, 12u, 20u, 26u})
+        for (const bool coding : {false, true}) {
+            lib_nr_waveform_configure_manager_t waveform;
+            lib_nr_dl_sch_configure_manager_t& sch = waveform.get_carrier(0).get_dl_sch(0);
+            sch.set_mcs_table(mcs % 2 == 0 ? TABLE_5_1_3_1_2 : TABLE_5_1_3_1_4);
+            sch.set_mcs(mcs);
+            sch.set_enable_coding(coding);
+            sch.set_rv(mcs % 4);
+            both_roads_t process;
+            process.set_waveform_config(0, 0, 0, waveform);
+            process.expect_equal();
+        }
 }
 
 } // namespace
