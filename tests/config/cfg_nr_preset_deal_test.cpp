@@ -1,5 +1,6 @@
 #include "config/cfg_nr_preset_deal.h"
 
+#include "host/nrwave_listing.h"
 #include "host/nrwave_steps.h"
 #include "support/generated.h"
 #include "support/leaf_walk.h"
@@ -110,7 +111,8 @@ TEST(cfg_nr_preset_deal, a_preset_covers_what_another_left)
             nr_test::waveform_of_t fresh(steps_of(second));
             nr_test::waveform_of_t used(steps_of(first));
             take(used, steps_of(second));
-            for (const nr_test::difference_t& difference : nr_test::differences(fresh, used))
+            for (const nr_test::difference_t& difference :
+                 nr_test::differences(fresh, used, nr_test::scope_t::read_by_a_signal))
                 EXPECT_TRUE(is_left(used, difference.path, first.first))
                     << second.first << " behind " << first.first << ": " << difference.path << " is "
                     << difference.second << ", not " << difference.first;
