@@ -1,8 +1,8 @@
 #pragma once
 
-#include "config/cfg_nr_enum_name_maps.h"
-
 #include <cstddef>
+#include <map>
+#include <string>
 
 // How a name table is made from its rows. For the tables' sources alone.
 
@@ -17,9 +17,9 @@ struct enum_name_t
 };
 
 template <class enum_t, std::size_t count>
-enum_names_t<enum_t> name_map(const enum_name_t<enum_t> (&rows)[count])
+std::map<enum_t, std::string> name_map(const enum_name_t<enum_t> (&rows)[count])
 {
-    enum_names_t<enum_t> names;
+    std::map<enum_t, std::string> names;
     for (const enum_name_t<enum_t>& row : rows)
         names.emplace(row.value, row.name);
     return names;

@@ -73,6 +73,7 @@ public:
     /// 1 or 2, of the first test alone, which hops with 2.
     bool set_number_of_symbols(unsigned int number);
     unsigned int get_number_of_symbols() const { return m_number_of_symbols; }
+    /// Of the test of format 3: 1 resource block and 14 symbols, or 3 and 4.
     bool set_format3_test_type(lib_nr_pucch_format3_test_model_type_t type);
     lib_nr_pucch_format3_test_model_type_t get_format3_test_type() const { return m_format3_test_type; }
     /// Additional DMRS, in the tests of formats 3 and 4.

@@ -374,6 +374,8 @@ TEST_F(nrwave_program, lists_presets_as_they_can_be_chosen)
     std::string recipe;
     for (const auto& row : nlohmann::json::parse(run("presets --json").out)) {
         const std::string path = "carrier[0]." + row.at("family").get<std::string>();
+        if (path != "carrier[0].dl_tm" && path != "carrier[0].dl_frc")
+            continue; // held by the walks of their own tests
         const bool model = path == "carrier[0].dl_tm";
         const std::string name =
             path + (model ? ".test_model=" : ".fixed_reference_channels=") + row.at("name").get<std::string>();
