@@ -1,10 +1,14 @@
 #include "host/commands/nrwave_commands.h"
-#include "host/nrwave_failure.h"
+#include "host/nrwave_nearest.h"
 #include "host/nrwave_output.h"
 #include "host/nrwave_value.h"
 
+#include <algorithm>
 #include <array>
+#include <iostream>
 #include <new>
+#include <string>
+#include <vector>
 
 // The command-line tool: reads the command line and runs the command that it names.
 
@@ -18,9 +22,7 @@ int run(command_t& command, trace_t& trace)
 {
     try {
         command.run(trace);
-        trace.out.flush();
-        if (!trace.out)
-            throw failure_t("cannot write to standard output");
+        trace.flush_out();
         return 0;
     } catch (const std::bad_alloc&) {
         trace.err << "nrwave: not enough memory" << std::endl;
@@ -44,15 +46,22 @@ int main(int argc, char** argv)
     app.require_subcommand(1);
     app.set_version_flag("--version", NRWAVE_VERSION);
     app.failure_message([](const CLI::App*, const CLI::Error& error) {
-        return "nrwave: " + one_line(error.what()) + " (try --help)\n";
+        return "nrwave: " + shortened(one_line(error.what())) + " (try --help)\n";
     });
+    std::vector<std::string> names;
     for (const auto& command : commands) {
+        names.emplace_back(command->name());
         CLI::App& declared = *app.add_subcommand(command->name(), command->help());
         command->declare(declared);
         declared.add_flag("-v,--verbose", verbose, "Show the library's own trace on standard error");
     }
 
     guard_outputs();
+    if (argc > 1 && argv[1][0] != '-' && std::find(names.begin(), names.end(), argv[1]) == names.end()) {
+        std::cerr << "nrwave: unknown command " << one_line(shortened(argv[1])) << nearest_to(argv[1], names)
+                  << " (try --help)" << std::endl;
+        return 1;
+    }
     CLI11_PARSE(app, argc, argv);
 
     trace_t trace(verbose);

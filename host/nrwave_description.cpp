@@ -4,6 +4,7 @@
 #include "host/nrwave_rows.h"
 #include "host/nrwave_value.h"
 
+#include <ostream>
 #include <utility>
 
 namespace nrwave
@@ -14,13 +15,7 @@ using namespace vek::nr_mod_lib;
 namespace
 {
 
-std::string joined(const std::vector<std::string>& items)
-{
-    std::string text;
-    for (const std::string& item : items)
-        text += (text.empty() ? std::string{} : std::string{", "}) + item;
-    return text;
-}
+std::string shown(const std::string& value) { return value.empty() ? "empty" : value; }
 
 /// How a description of the tables is written down, row by row.
 class description_t
@@ -62,47 +57,36 @@ protected:
         return text + (list.can_remove() ? ", remove" : "");
     }
     /// What a fresh waveform has; nothing for what has several values, of which it has none.
-    static std::string standard(const cfg_nr_leaf_t& leaf, void* fresh)
+    static std::optional<std::string> standard(const cfg_nr_leaf_t& leaf, void* fresh)
     {
-        if (leaf.is_indexed())
-            return {};
-        const std::string value = leaf.read(fresh);
-        return value.empty() ? "empty" : value;
+        return leaf.is_indexed() ? std::nullopt : std::optional(leaf.read(fresh));
     }
 };
 
-/// One line a row, for the terminal.
-class description_lines_t : public description_t
+/// Row by row, as the listing shows them.
+class description_rows_t : public description_t
 {
 public:
-    explicit description_lines_t(std::ostream& out) : m_out(out) {}
+    std::vector<description_row_t> rows;
 
     void begin_facade(const std::string& path, const cfg_nr_branch_t* branch) override
     {
         if (branch)
-            m_out << path << "  " << (branch->is_list() ? operations(*branch) + "; " : "") << branch->help << '\n';
+            rows.push_back({path, branch->is_list() ? operations(*branch) : "", {}, {}, {}, branch->help});
     }
     void setting(const std::string& path, const cfg_nr_leaf_t& leaf, void* facade, void* fresh) override
     {
-        const std::vector<std::string> names = leaf.enumerators();
-        m_out << path << "  " << form_name(leaf.form) << (names.empty() ? "" : " ") << joined(names);
-        if (const std::string value = standard(leaf, fresh); !value.empty())
-            m_out << "; default " << value;
-        if (const std::vector<std::string> offer = leaf.on_offer(facade); offer != names && !offer.empty())
-            m_out << "; on offer " << joined(offer);
-        m_out << "; " << leaf.help << '\n';
+        rows.push_back(
+            {path, form_name(leaf.form), standard(leaf, fresh), leaf.enumerators(), leaf.on_offer(facade), leaf.help});
     }
     void figure(const std::string& path, const cfg_nr_figure_t& figure) override
     {
-        m_out << path << "  read only; " << figure.help << '\n';
+        rows.push_back({path, "read only", {}, {}, {}, figure.help});
     }
     void verb(const std::string& path, const cfg_nr_verb_t& verb) override
     {
-        m_out << verb_step(verb, path) << (verb.takes_index ? "[i]" : "") << "  step; " << verb.help << '\n';
+        rows.push_back({verb_step(verb, path) + (verb.takes_index ? "[i]" : ""), "step", {}, {}, {}, verb.help});
     }
-
-private:
-    std::ostream& m_out;
 };
 
 /// A chapter a façade, for the manual.
@@ -127,8 +111,8 @@ public:
         else
             for (const std::string& name : names)
                 form += (name == names.front() ? " `" : ", `") + name + '`';
-        const std::string value = standard(leaf, fresh);
-        row(path.substr(path.rfind('.') + 1), form, value.empty() ? value : '`' + value + '`', leaf.help);
+        const std::optional<std::string> value = standard(leaf, fresh);
+        row(path.substr(path.rfind('.') + 1), form, value ? '`' + shown(*value) + '`' : "", leaf.help);
     }
     void figure(const std::string& path, const cfg_nr_figure_t& figure) override
     {
@@ -155,20 +139,32 @@ private:
 
 } // namespace
 
-void describe(std::ostream& out, cfg_nr_waveform_t& waveform, const std::string& path)
+std::vector<description_row_t> described(cfg_nr_waveform_t& waveform, const std::string& path)
 {
     cfg_nr_waveform_t fresh_waveform;
-    description_lines_t lines(out);
+    description_rows_t description;
     const target_t target = resolve(waveform, path, reading_t::any_entry);
     const target_t fresh = resolve_first(fresh_waveform, path);
     if (target.leaf)
-        lines.setting(path, *target.leaf, target.facade, fresh.facade);
+        description.setting(path, *target.leaf, target.facade, fresh.facade);
     else if (target.figure)
-        lines.figure(path, *target.figure);
+        description.figure(path, *target.figure);
     else if (target.list && !target.index)
-        lines.branch(path, *target.list, target.list_parent, fresh.list_parent);
+        description.branch(path, *target.list, target.list_parent, fresh.list_parent);
     else
-        lines.facade(path, target.facade, fresh.facade, *target.table);
+        description.facade(path, target.facade, fresh.facade, *target.table, target.list);
+    return std::move(description.rows);
+}
+
+std::string line_of(const description_row_t& row)
+{
+    std::string line = row.path + "  ";
+    for (const std::string& part :
+         {row.form + (row.values.empty() ? "" : ' ' + joined(row.values)),
+          row.standard ? "default " + shown(*row.standard) : std::string{},
+          row.on_offer.empty() || row.on_offer == row.values ? std::string{} : "on offer " + joined(row.on_offer)})
+        line += part.empty() ? part : part + "; ";
+    return line + row.meaning;
 }
 
 void write_manual(std::ostream& out)

@@ -1,6 +1,7 @@
 #include "host/nrwave_input.h"
 
 #include "host/nrwave_failure.h"
+#include "host/nrwave_value.h"
 
 #include <algorithm>
 #include <fstream>
@@ -17,11 +18,11 @@ std::string inputs_t::read(const std::filesystem::path& file)
     std::ifstream stream;
     if (::stat(file.c_str(), &info) == 0) {
         if (S_ISDIR(info.st_mode))
-            throw failure_t("cannot read " + file.string() + ": it is a folder");
+            throw failure_t("cannot read " + shortened(file.string()) + ": it is a folder");
         stream.open(file, std::ios::binary);
     }
     if (!stream.is_open())
-        throw failure_t("cannot read " + file.string());
+        throw failure_t("cannot read " + shortened(file.string()));
     m_read.push_back(info);
 
     std::string text;
@@ -30,10 +31,10 @@ std::string inputs_t::read(const std::filesystem::path& file)
         stream.read(block.data(), static_cast<std::streamsize>(block.size()));
         text.append(block, 0, static_cast<std::size_t>(stream.gcount()));
         if (text.size() > k_most)
-            throw failure_t("cannot read " + file.string() + ": it is too long");
+            throw failure_t("cannot read " + shortened(file.string()) + ": it is too long");
     }
     if (stream.bad())
-        throw failure_t("cannot read " + file.string());
+        throw failure_t("cannot read " + shortened(file.string()));
 
     constexpr const char* k_mark = "\xEF\xBB\xBF";
     if (text.rfind(k_mark, 0) == 0)

@@ -1,6 +1,7 @@
 #include "host/nrwave_output.h"
 
 #include "host/nrwave_failure.h"
+#include "host/nrwave_value.h"
 
 #include <array>
 #include <cerrno>
@@ -12,7 +13,6 @@
 #include <system_error>
 #include <unistd.h>
 #include <utility>
-#include <vector>
 
 namespace nrwave
 {
@@ -96,10 +96,12 @@ bool is_written_through(const fs::path& place)
     return descriptor_of(target) || (fs::exists(status) && !fs::is_regular_file(status) && !fs::is_directory(status));
 }
 
+bool is_standard_output(const fs::path& place) { return descriptor_of(followed(place)) == STDOUT_FILENO; }
+
 output_t::output_t(const fs::path& place, const inputs_t& inputs) : m_name(place.string()), m_place(followed(place))
 {
     if (!place.has_filename())
-        throw failure_t("cannot write " + m_name + ": no name of a file");
+        throw failure_t("cannot write " + shortened(m_name) + ": no name of a file");
     if (is_written_through(m_place))
         return;
     if (fs::is_symlink(fs::symlink_status(m_place)))
@@ -107,9 +109,9 @@ output_t::output_t(const fs::path& place, const inputs_t& inputs) : m_name(place
     struct stat present = {};
     const bool exists = ::stat(m_place.c_str(), &present) == 0;
     if (exists && S_ISDIR(present.st_mode))
-        throw failure_t("cannot write " + m_name + ": it is a folder");
+        throw failure_t("cannot write " + shortened(m_name) + ": it is a folder");
     if (exists && inputs.contain(present))
-        throw failure_t("cannot write " + m_name + ": it is one of the inputs");
+        throw failure_t("cannot write " + shortened(m_name) + ": it is one of the inputs");
     if (exists && ::access(m_place.c_str(), W_OK) != 0)
         _fail(errno);
 
@@ -166,7 +168,7 @@ void output_t::_move() const
 
 void output_t::_fail(int error) const
 {
-    throw failure_t("cannot write " + m_name + ": " + std::system_category().message(error));
+    throw failure_t("cannot write " + shortened(m_name) + ": " + std::system_category().message(error));
 }
 
 outputs_t::~outputs_t()
@@ -192,7 +194,16 @@ void outputs_t::make_folder(const fs::path& folder)
     if (::mkdir(folder.c_str(), 0777) == 0)
         g_unfinished.push_back(folder.string());
     else if (errno != EEXIST)
-        throw failure_t("cannot make the folder " + folder.string() + ": " + std::system_category().message(errno));
+        throw failure_t("cannot make the folder " + shortened(folder.string()) + ": " +
+                        std::system_category().message(errno));
+}
+
+std::vector<std::string> outputs_t::names() const
+{
+    std::vector<std::string> names;
+    for (const output_t& output : m_outputs)
+        names.push_back(output.m_name);
+    return names;
 }
 
 void outputs_t::keep()

@@ -6,6 +6,7 @@
 #include <list>
 #include <string>
 #include <string_view>
+#include <vector>
 
 namespace nrwave
 {
@@ -13,6 +14,9 @@ namespace nrwave
 /// Whether a place is written to as it stands and never replaced: a device, a FIFO, a socket, an open file such as
 /// /dev/stdout.
 bool is_written_through(const std::filesystem::path& place);
+
+/// Whether a place leads to the standard output of the program.
+bool is_standard_output(const std::filesystem::path& place);
 
 /// One file of a run. It is written beside its place, or through to it.
 class output_t
@@ -58,6 +62,8 @@ public:
     output_t& add(const std::filesystem::path& place);
     void make_folder(const std::filesystem::path& folder);
 
+    /// The places of all files, as they were named.
+    std::vector<std::string> names() const;
     /// Moves all files to their places.
     void keep();
 

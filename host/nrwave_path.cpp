@@ -1,6 +1,8 @@
 #include "host/nrwave_path.h"
 
+#include "host/nrwave_catalogue.h"
 #include "host/nrwave_failure.h"
+#include "host/nrwave_value.h"
 
 #include <algorithm>
 #include <charconv>
@@ -28,7 +30,7 @@ unsigned int index_in(std::string_view number, const std::string& path)
     const auto [after, error] = std::from_chars(number.data(), number.data() + number.size(), index);
     if (error != std::errc{} ||
         std::string_view(after, static_cast<std::size_t>(number.data() + number.size() - after)) != "]")
-        throw failure_t("bad index in " + path);
+        throw failure_t("bad index in " + shortened(path));
     return index;
 }
 
@@ -38,7 +40,7 @@ segment_t take_segment(std::string_view& rest, const std::string& path, reading_
     const std::size_t end = std::min(rest.find('.'), rest.size());
     std::string_view text = rest.substr(0, end);
     if (text.empty() || end + 1 == rest.size())
-        throw failure_t("unknown path " + path);
+        throw failure_t(unknown_path_line(path));
     rest.remove_prefix(std::min(end + 1, rest.size()));
 
     segment_t segment{text, false, std::nullopt};
@@ -56,7 +58,7 @@ segment_t take_segment(std::string_view& rest, const std::string& path, reading_
 
 failure_t past_the_end(const std::string& path, unsigned int count)
 {
-    return failure_t("index past the end in " + path + ": there are " + std::to_string(count));
+    return failure_t("index past the end in " + shortened(path) + ": there are " + std::to_string(count));
 }
 
 /// The last name of a path where it is a setting or a figure.
@@ -79,7 +81,7 @@ bool resolve_value(target_t& target, const segment_t& segment, const std::string
 void enter(target_t& target, const cfg_nr_branch_t& branch, const segment_t& segment, const std::string& path)
 {
     if (segment.has_index && !branch.is_list())
-        throw failure_t("no list takes an index in " + path);
+        throw failure_t("no list takes an index in " + shortened(path));
     target.list = branch.is_list() ? &branch : nullptr;
     target.list_parent = target.facade;
     target.index.reset();
@@ -91,9 +93,6 @@ void enter(target_t& target, const cfg_nr_branch_t& branch, const segment_t& seg
         target.facade = branch.enter(target.facade, target.index.value_or(0));
     target.table = branch.facade;
 }
-
-/// Whether the path ended at a façade, not at a value or a list as a whole.
-bool is_facade(const target_t& target) { return !target.leaf && !target.figure && !(target.list && !target.index); }
 
 const cfg_nr_verb_t* find_verb(const cfg_nr_facade_table_t& table, const std::string& verb, const std::string& object)
 {
@@ -130,18 +129,20 @@ target_t resolve(cfg_nr_waveform_t& waveform, const std::string& path, reading_t
 
     for (std::string_view rest = path; !rest.empty();) {
         if (target.list && !target.index)
-            throw failure_t("a list needs an index in " + path);
+            throw failure_t("a list needs an index in " + shortened(path));
         const segment_t segment = take_segment(rest, path, reading);
         const cfg_nr_branch_t* branch = find_row(target.table->branches, segment.name);
         const bool may_be_value = !branch || (!segment.has_index && reading != reading_t::list_first);
         if (rest.empty() && may_be_value && resolve_value(target, segment, path))
             return target;
         if (!branch)
-            throw failure_t("unknown path " + path);
+            throw failure_t(unknown_path_line(path));
         enter(target, *branch, segment, path);
     }
     return target;
 }
+
+bool is_facade(const target_t& target) { return !target.leaf && !target.figure && !(target.list && !target.index); }
 
 target_t resolve_first(cfg_nr_waveform_t& fresh, std::string path)
 {
@@ -161,7 +162,7 @@ verb_target_t resolve_verb(cfg_nr_waveform_t& waveform, const std::string& verb,
     if (!target.verb)
         return {};
     if (target.verb->takes_index != has_index)
-        throw failure_t(verb + (has_index ? " takes no index in " : " takes an index behind ") + path);
+        throw failure_t(verb + (has_index ? " takes no index in " : " takes an index behind ") + shortened(path));
     if (has_index)
         target.index = index_in(path.substr(bracket + 1), path);
     return target;

@@ -39,6 +39,9 @@ enum class reading_t
 target_t resolve(vek::nr_mod_lib::cfg_nr_waveform_t& waveform, const std::string& path,
                  reading_t reading = reading_t::setting_first);
 
+/// Whether a path ended at a façade, not at a value or a list as a whole.
+bool is_facade(const target_t& target);
+
 /// The target of the same path in a fresh waveform, where every list begins with the entry that an added one equals.
 target_t resolve_first(vek::nr_mod_lib::cfg_nr_waveform_t& fresh, std::string path);
 

@@ -83,6 +83,8 @@ std::string path_of(const lib_nr_channel_entry_t& entry)
 std::vector<std::string> shortfalls_of(const lib_nr_phy_record_t& record)
 {
     std::vector<std::string> lines;
+    if (record.entries.empty())
+        lines.emplace_back("nothing is sent: no channel is enabled");
     for (const lib_nr_entry_record_t& entry : record.entries) {
         const std::string name = path_of(entry) + ": ";
         if (entry.silence != LIB_NR_SILENCE_NONE) {

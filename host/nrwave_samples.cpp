@@ -1,6 +1,8 @@
 #include "host/nrwave_samples.h"
 
 #include "host/nrwave_failure.h"
+#include "host/nrwave_nearest.h"
+#include "host/nrwave_value.h"
 
 #include <algorithm>
 #include <array>
@@ -35,13 +37,14 @@ std::string_view bytes_of(const std::complex<number_t>* samples, std::size_t cou
 }
 
 /// Single precision a block at a time: no second copy of the waveform.
-void write_single(output_t& output, const std::vector<std::complex<double>>& samples)
+void write_single(output_t& output, const std::vector<std::complex<double>>& samples, level_t& level)
 {
     std::array<std::complex<float>, 8192> block;
     for (std::size_t begin = 0; begin < samples.size(); begin += block.size()) {
         const std::size_t count = std::min(block.size(), samples.size() - begin);
         for (std::size_t i = 0; i < count; ++i)
             block[i] = {static_cast<float>(samples[begin + i].real()), static_cast<float>(samples[begin + i].imag())};
+        level.add(block.data(), count);
         output.write(bytes_of(block.data(), count));
     }
 }
@@ -50,7 +53,7 @@ void write_single(output_t& output, const std::vector<std::complex<double>>& sam
 const std::string& named(const std::string& prefix)
 {
     if (!std::filesystem::path(prefix).has_filename())
-        throw failure_t("cannot write " + prefix + suffix(sample_format_t::sigmf) + ": no name in front");
+        throw failure_t("cannot write " + shortened(prefix) + suffix(sample_format_t::sigmf) + ": no name in front");
     return prefix;
 }
 
@@ -76,8 +79,13 @@ sample_format_t sample_format_of(const std::string& name)
     for (std::size_t i = 0; i < k_formats.size(); ++i)
         if (name == k_formats[i].name)
             return static_cast<sample_format_t>(i);
-    throw failure_t("unknown format " + name + "; there are sigmf, cf32 and cf64");
+    std::vector<std::string> names;
+    for (const format_row_t& row : k_formats)
+        names.emplace_back(row.name);
+    throw failure_t("unknown format " + shortened(name) + nearest_to(name, names));
 }
+
+const char* name_of(sample_format_t format) { return k_formats[static_cast<std::size_t>(format)].name; }
 
 sample_files_t::sample_files_t(outputs_t& outputs, const std::string& prefix, sample_format_t format)
     : m_format(format), m_data(outputs.add(is_written_through(prefix) ? prefix : named(prefix) + suffix(format)))
@@ -86,14 +94,18 @@ sample_files_t::sample_files_t(outputs_t& outputs, const std::string& prefix, sa
         m_meta = &outputs.add(prefix + ".sigmf-meta");
 }
 
-void sample_files_t::write(const std::vector<std::complex<double>>& samples, const recording_t& recording)
+level_t sample_files_t::write(const std::vector<std::complex<double>>& samples, const recording_t& recording)
 {
+    level_t level;
     if (m_meta)
         m_meta->write(meta_of(recording));
-    if (m_format == sample_format_t::cf64)
+    if (m_format == sample_format_t::cf64) {
+        level.add(samples.data(), samples.size());
         m_data.write(bytes_of(samples.data(), samples.size()));
+    }
     else
-        write_single(m_data, samples);
+        write_single(m_data, samples, level);
+    return level;
 }
 
 } // namespace nrwave

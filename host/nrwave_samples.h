@@ -1,5 +1,6 @@
 #pragma once
 
+#include "host/analysis/nrwave_level.h"
 #include "host/nrwave_output.h"
 
 #include <complex>
@@ -19,6 +20,7 @@ enum class sample_format_t
 
 /// The format of a name, such as cf32; an unknown name is a failure.
 sample_format_t sample_format_of(const std::string& name);
+const char* name_of(sample_format_t format);
 
 /// What a SigMF file says of its samples.
 struct recording_t
@@ -35,7 +37,8 @@ public:
     /// A prefix that names a device, a FIFO or an open file takes the bare samples itself.
     sample_files_t(outputs_t& outputs, const std::string& prefix, sample_format_t format);
 
-    void write(const std::vector<std::complex<double>>& samples, const recording_t& recording);
+    /// Writes the samples and gives their level as the format holds them.
+    level_t write(const std::vector<std::complex<double>>& samples, const recording_t& recording);
 
 private:
     sample_format_t m_format;

@@ -3,6 +3,7 @@
 #include "host/nrwave_failure.h"
 #include "host/nrwave_path.h"
 #include "host/nrwave_settings.h"
+#include "host/nrwave_shorthand.h"
 #include "host/nrwave_value.h"
 
 #include <algorithm>
@@ -36,7 +37,22 @@ void refuse_control_characters(const std::string& step)
         throw failure_t((*found == '\n'   ? "a newline in the step "
                          : *found == '\0' ? "a NUL in the step "
                                           : "a control character in the step ") +
-                        one_line(step));
+                        shortened(one_line(step)));
+}
+
+/// Where a path of a section leads; without one it is the section's own.
+std::string joined_path(const std::string& section, const std::string& path)
+{
+    return path.empty() ? section : below(section, path);
+}
+
+std::string in_full(const std::string& path, const cfg_nr_leaf_t& leaf, const std::string& value)
+{
+    try {
+        return value_in_full(leaf, leaf.form == cfg_nr_leaf_form_t::text ? value : trimmed(value));
+    } catch (const failure_t& failure) {
+        throw failure_t(path + ": " + failure.what());
+    }
 }
 
 } // namespace
@@ -45,7 +61,7 @@ stepper_t::stepper_t(cfg_nr_waveform_t& waveform, on_correction_t on_correction)
     : m_waveform(waveform), m_on_correction(std::move(on_correction)), m_stored(waveform)
 {}
 
-void stepper_t::apply(const std::string& step, const std::string& folder)
+void stepper_t::apply(const std::string& step, const std::string& folder, const std::string& section)
 {
     std::string rest = trimmed(step);
     refuse_control_characters(rest);
@@ -54,31 +70,46 @@ void stepper_t::apply(const std::string& step, const std::string& folder)
     if (equals == std::string::npos || rest.find_first_of(" \t") < equals) {
         for (const char* verb : {"add", "copy", "remove"})
             if (take_verb(rest, verb))
-                return _change_list(verb, rest);
+                return _change_list(verb, joined_path(section, rest));
         if (take_verb(rest, "load"))
             return load((std::filesystem::path(folder) / rest).string());
+        if (take_verb(rest, "include"))
+            return apply_recipe((std::filesystem::path(folder) / rest).string());
     }
     if (equals == std::string::npos)
-        return _run_verb(rest);
+        return _run_verb(rest, section);
     const std::size_t value = rest.find_first_not_of(" \t", equals + 1);
-    _set(trimmed(rest.substr(0, equals)), value == std::string::npos ? std::string{} : rest.substr(value));
+    _set(joined_path(section, trimmed(rest.substr(0, equals))),
+         value == std::string::npos ? std::string{} : rest.substr(value));
 }
 
 void stepper_t::apply_recipe(const std::string& file)
 {
+    if (m_in_settings_file)
+        throw failure_t("a settings file cannot include a recipe, " + file);
+    std::error_code ignored;
+    for (const std::string& open : m_open_recipes)
+        if (std::filesystem::equivalent(open, file, ignored))
+            throw failure_t(file + " includes itself");
     std::istringstream recipe(m_inputs.read(file));
+    m_open_recipes.push_back(file);
     const std::string folder = std::filesystem::path(file).parent_path().string();
+    std::string section;
     std::string line;
     for (unsigned int number = 1; std::getline(recipe, line); ++number) {
         const std::string text = trimmed(line);
         if (text.empty() || text.front() == '#')
             continue;
         try {
-            apply(text, folder);
+            if (text.front() == '[')
+                section = _section_of(text);
+            else
+                apply(text, folder, section);
         } catch (const failure_t& failure) {
             throw failure_t(file + ':' + std::to_string(number) + ": " + failure.what());
         }
     }
+    m_open_recipes.pop_back();
 }
 
 void stepper_t::load(const std::string& file)
@@ -114,23 +145,35 @@ void stepper_t::_set(const std::string& path, const std::string& value)
     const unsigned int index = target.index.value_or(0);
     if (leaf.is_indexed() && !target.index)
         throw failure_t(path + " takes an index");
-    if (!leaf.write(target.facade, leaf.form == cfg_nr_leaf_form_t::text ? value : trimmed(value), index)) {
+    const std::string full = in_full(path, leaf, value);
+    if (!leaf.write(target.facade, full, index)) {
         const bool named = !leaf.enumerators().empty();
-        throw failure_t(path + ": " + (value.empty() ? "an empty value" : value) + " is " +
+        throw failure_t(path + ": " + (value.empty() ? "an empty value" : shortened(value)) + " is " +
                         (named ? "not among its enumerators" : std::string("no ") + form_name(leaf.form)));
     }
     const std::string stored = leaf.read(target.facade, index);
-    if (!same_value(leaf.form, value, stored))
-        m_on_correction(path + ": asked " + value + ", stored " + stored);
+    if (!same_value(leaf.form, full, stored))
+        m_on_correction(path + ": asked " + shortened(value) + ", stored " + shortened(stored));
     m_stored.remember(path, stored);
 }
 
-void stepper_t::_run_verb(const std::string& step)
+void stepper_t::_run_verb(const std::string& step, const std::string& section)
 {
     const std::size_t blank = std::min(step.find_first_of(" \t"), step.size());
     const std::string name = step.substr(0, blank);
-    if (!_ran_verb(name, trimmed(step.substr(blank))))
-        throw failure_t("unknown step " + step);
+    if (!_ran_verb(name, joined_path(section, trimmed(step.substr(blank)))))
+        throw failure_t("unknown step " + shortened(step));
+}
+
+/// The path between the brackets of a section's head.
+std::string stepper_t::_section_of(const std::string& line) const
+{
+    if (line.back() != ']')
+        throw failure_t("no ] ends " + shortened(line));
+    const std::string path = trimmed(line.substr(1, line.size() - 2));
+    if (!is_facade(resolve(m_waveform, path, reading_t::list_first)))
+        throw failure_t(shortened(path) + " heads no section: it is a setting or a whole list");
+    return path;
 }
 
 /// Whether the façade at the path has a verb of that name, which has then been run.

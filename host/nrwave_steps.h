@@ -11,8 +11,9 @@
 namespace nrwave
 {
 
-/// Applies steps to a waveform: PATH=VALUE, add PATH, copy PATH[i], remove PATH[i], load FILE.xml, and the verbs of the
-/// façades, such as apply carrier[0].dl_tm.
+/// Applies steps to a waveform: PATH=VALUE, add PATH, copy PATH[i], remove PATH[i], load FILE.xml, include FILE, and
+/// the verbs of the façades, such as apply carrier[0].dl_tm. Values may be short: 3.5G, and the unique tail of an
+/// enumerator.
 ///
 /// The library corrects rather than refuses: a value that reads back otherwise is told to `on_correction` as
 /// "PATH: asked A, stored B". What cannot be done at all is a failure, as is a control character in a step.
@@ -23,11 +24,13 @@ public:
 
     stepper_t(vek::nr_mod_lib::cfg_nr_waveform_t& waveform, on_correction_t on_correction);
 
-    /// One step; files that it names are relative to a folder.
-    void apply(const std::string& step, const std::string& folder = {});
-    /// A recipe: one step a line; blank lines and lines that begin with # are passed over. Failures name the line.
+    /// One step; files that it names are relative to a folder, its path begins at that of a section.
+    void apply(const std::string& step, const std::string& folder = {}, const std::string& section = {});
+    /// A recipe: one step a line; blank lines and lines that begin with # are passed over. [PATH] heads a section,
+    /// whose paths begin there; [] ends it, as does the recipe's end. One that includes itself, by whatever way, is a
+    /// failure. Failures name the line.
     void apply_recipe(const std::string& file);
-    /// Recalls a settings file, then its own steps, which cannot load another.
+    /// Recalls a settings file, then its own steps, which name no other file.
     void load(const std::string& file);
 
     /// When all steps are done: tells each setting that a later step has reset, as "PATH: stored A, reset to B by a
@@ -38,7 +41,8 @@ public:
 
 private:
     void _set(const std::string& path, const std::string& value);
-    void _run_verb(const std::string& step);
+    void _run_verb(const std::string& step, const std::string& section);
+    std::string _section_of(const std::string& line) const;
     bool _ran_verb(const std::string& name, const std::string& path);
     void _change_list(const std::string& verb, const std::string& path);
 
@@ -47,6 +51,7 @@ private:
     inputs_t m_inputs;
     stored_t m_stored;
     bool m_in_settings_file = false;
+    std::vector<std::string> m_open_recipes; // each includes the next
 };
 
 } // namespace nrwave

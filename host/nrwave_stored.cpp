@@ -69,8 +69,8 @@ std::vector<std::string> stored_t::resets() const
     for (const auto& [path, value] : m_values) {
         const std::optional<std::string> now = value_at(m_waveform, path);
         if (!still_holds(m_waveform, path, value, now))
-            lines.push_back(path + ": stored " + value + (now ? ", reset to " + *now : std::string(", taken away")) +
-                            " by a later step");
+            lines.push_back(path + ": stored " + shortened(value) +
+                            (now ? ", reset to " + shortened(*now) : std::string(", taken away")) + " by a later step");
     }
     return lines;
 }

@@ -1,5 +1,7 @@
 #pragma once
 
+#include "host/nrwave_failure.h"
+
 #include <iostream>
 #include <streambuf>
 
@@ -21,6 +23,13 @@ public:
     {
         std::cout.rdbuf(m_cout);
         std::cerr.rdbuf(m_cerr);
+    }
+    /// What is still on its way to standard output; one that takes no more is a failure.
+    void flush_out()
+    {
+        out.flush();
+        if (!out)
+            throw failure_t("cannot write to standard output");
     }
     trace_t(const trace_t&) = delete;
     trace_t& operator=(const trace_t&) = delete;

@@ -4,6 +4,8 @@
 #include "common/lib_text.h"
 
 #include <algorithm>
+#include <charconv>
+#include <functional>
 #include <optional>
 #include <string_view>
 #include <vector>
@@ -103,6 +105,27 @@ std::string one_line(const std::string& text)
             line += c;
     }
     return line;
+}
+
+std::string shortened(const std::string& value)
+{
+    constexpr std::size_t k_most = 200;
+    if (value.size() <= k_most)
+        return value;
+    const auto goes_on = [](char byte) { return (static_cast<unsigned char>(byte) & 0xc0) == 0x80; }; // in UTF-8
+    std::size_t cut = k_most;
+    while (cut > k_most - 4 && goes_on(value[cut]))
+        --cut;
+    const auto characters = std::count_if(value.begin(), value.end(), std::not_fn(goes_on));
+    return value.substr(0, cut) + "... (" + std::to_string(characters) + " characters)";
+}
+
+std::string joined(const std::vector<std::string>& items)
+{
+    std::string text;
+    for (const std::string& item : items)
+        text += (text.empty() ? "" : ", ") + item;
+    return text;
 }
 
 std::string trimmed(const std::string& text) { return std::string(vek::common_lib::trimmed(text)); }

@@ -1,11 +1,27 @@
 #include "host/commands/nrwave_configuration.h"
 
 #include "host/nrwave_failure.h"
+#include "host/nrwave_shorthand.h"
 #include "host/nrwave_steps.h"
 #include "host/nrwave_value.h"
 
 namespace nrwave
 {
+
+CLI::Option& declare_output(CLI::App& app, std::string& place, const char* type, const char* help)
+{
+    return *app.add_option("-o,--output", place, help)
+                ->type_name(type)
+                ->required()
+                ->transform([](const std::string& name) { return name == "-" ? "/dev/stdout" : name; });
+}
+
+CLI::Option& declare_number(CLI::App& app, const char* name, unsigned int& number, const char* help)
+{
+    return *app.add_option(name, number, help)->type_name("NUMBER")->transform([](const std::string& text) {
+        return whole_number_in_full(text).value_or(text);
+    });
+}
 
 void configuration_t::declare_file(CLI::App& app)
 {
@@ -18,8 +34,8 @@ void configuration_t::declare_steps(CLI::App& app)
         ->type_name("FILE")
         ->allow_extra_args(false);
     app.add_option("--set", m_steps,
-                   "One step: PATH=VALUE, \"add PATH\", \"copy PATH[i]\", \"remove PATH[i]\", \"apply PRESET\", "
-                   "\"load FILE.xml\"")
+                   "One step: 'PATH=VALUE', 'add PATH', 'copy PATH[i]', 'remove PATH[i]', 'apply PRESET', "
+                   "'load FILE.xml', 'include RECIPE'")
         ->type_name("STEP")
         ->allow_extra_args(false);
     app.add_flag("--strict", m_strict,

@@ -5,6 +5,9 @@
 #include "host/nrwave_pictures.h"
 #include "host/nrwave_record.h"
 #include "host/nrwave_samples.h"
+#include "host/nrwave_summary.h"
+
+#include <nlohmann/json.hpp>
 
 namespace nrwave
 {
@@ -34,12 +37,19 @@ public:
     {
         m_configuration.declare_file(app);
         m_configuration.declare_steps(app);
-        app.add_option("-o,--output", m_output, "What the names of the files begin with")
-            ->type_name("PREFIX")
-            ->required();
+        declare_output(app, m_output, "PREFIX",
+                       "What the names of the files begin with; - writes the bare samples to "
+                       "standard output");
         app.add_option("--format", m_format, "sigmf (default), cf32 or cf64")->type_name("FORMAT");
         app.add_option("--report", m_report, "Folder for pictures: spectrum, CCDF, power, resource map")
             ->type_name("DIR");
+        CLI::Option* quiet = app.add_flag("--quiet", m_quiet, "Say nothing of what was written");
+        app.add_flag("--json", m_json, "Say it as a JSON object")->excludes(quiet);
+        app.footer(
+            "Examples:\n"
+            "  nrwave generate --set 'carrier[0].dl_ssb.enable=true' -o first --report first\n"
+            "  nrwave generate --recipe examples/full_cell.recipe --set radio_frequency=3.7G -o cell --format cf32\n"
+            "  nrwave generate settings.xml --format cf32 -o - | wc -c");
     }
 
     void run(trace_t& trace) override
@@ -58,16 +68,28 @@ public:
             m_configuration.tell(line, trace);
         if (!m_report.empty())
             draw_report(waveform, engine, outputs, m_report);
-        files.write(engine.get_baseband_signal_data(),
-                    {waveform.get_waveform_sample_rate(), waveform.get_radio_frequency(), description_of(waveform)});
+        const std::uint64_t rate = waveform.get_waveform_sample_rate();
+        const level_t level = files.write(engine.get_baseband_signal_data(),
+                                          {rate, waveform.get_radio_frequency(), description_of(waveform)});
+        if (!m_quiet && !is_standard_output(m_output))
+            tell({outputs.names(), name_of(format), rate, level}, trace);
         outputs.keep();
     }
 
 private:
+    /// Told while the files can still be taken back.
+    void tell(const summary_t& summary, trace_t& trace) const
+    {
+        trace.out << (m_json ? json_of(summary).dump(2) + '\n' : text_of(summary));
+        trace.flush_out();
+    }
+
     configuration_t m_configuration;
     std::string m_output;
     std::string m_format = "sigmf";
     std::string m_report;
+    bool m_quiet = false;
+    bool m_json = false;
 };
 
 } // namespace

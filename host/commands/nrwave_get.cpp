@@ -20,6 +20,10 @@ public:
         app.add_option("words", m_words, "A settings file to begin with, then paths; no path: everything")
             ->type_name("[FILE.xml] [PATH]");
         m_configuration.declare_steps(app);
+        app.footer("Examples:\n"
+                   "  nrwave get --recipe examples/full_cell.recipe                     everything, as a recipe\n"
+                   "  nrwave get --recipe examples/full_cell.recipe 'carrier[0].dl_ssb' waveform_sample_rate\n"
+                   "  nrwave get settings.xml > settings.recipe");
     }
 
     void run(trace_t& trace) override

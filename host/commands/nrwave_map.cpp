@@ -4,6 +4,7 @@
 #include "host/nrwave_output.h"
 #include "host/nrwave_pictures.h"
 #include "host/nrwave_prach.h"
+#include "host/nrwave_value.h"
 
 namespace nrwave
 {
@@ -22,17 +23,20 @@ public:
     {
         m_configuration.declare_file(app);
         m_configuration.declare_steps(app);
-        app.add_option("--carrier", m_carrier, "Index of the carrier")->required();
-        app.add_option("--numerology", m_numerology, "Index of the numerology")->required();
-        app.add_option("--frame", m_frame, "Index of the frame")->required();
-        app.add_option("-o,--output", m_output, "FILE.csv or FILE.png")->type_name("FILE")->required();
+        declare_number(app, "--carrier", m_carrier, "Index of the carrier, 0 where it is not given");
+        declare_number(app, "--numerology", m_numerology, "Index of the numerology, likewise");
+        declare_number(app, "--frame", m_frame, "Index of the frame, likewise");
+        declare_output(app, m_output, "FILE", "FILE.csv or FILE.png; - writes the table to standard output");
+        app.footer("Examples:\n"
+                   "  nrwave map --recipe examples/full_cell.recipe -o map.png\n"
+                   "  nrwave map --recipe examples/full_cell.recipe --frame 0 -o - | grep -c PDSCH");
     }
 
     void run(trace_t& trace) override
     {
         const bool picture = m_output.ends_with(".png");
         if (!picture && !m_output.ends_with(".csv") && !is_written_through(m_output))
-            throw failure_t("a map is a .csv or a .png file, not " + m_output);
+            throw failure_t("a map is a .csv or a .png file, not " + shortened(m_output));
         cfg_nr_waveform_t waveform;
         const inputs_t inputs = m_configuration.apply(waveform, trace);
         lib_nr_phy_t engine;

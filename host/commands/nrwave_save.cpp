@@ -20,7 +20,10 @@ public:
     {
         m_configuration.declare_file(app);
         m_configuration.declare_steps(app);
-        app.add_option("-o,--output", m_output, "The settings file")->type_name("FILE.xml")->required();
+        declare_output(app, m_output, "FILE.xml", "The settings file; - writes to standard output");
+        app.footer("Examples:\n"
+                   "  nrwave save --recipe examples/ssb_100mhz.recipe -o settings.xml\n"
+                   "  nrwave save settings.xml --set 'carrier[0].ncell_id=17' -o other.xml");
     }
 
     void run(trace_t& trace) override

@@ -1,0 +1,61 @@
+#include "host/nrwave_summary.h"
+
+#include "host/nrwave_value.h"
+
+#include <charconv>
+#include <nlohmann/json.hpp>
+
+namespace nrwave
+{
+
+namespace
+{
+
+/// The shortest text that reads back as the number, whatever the locale.
+std::string shortest(double number)
+{
+    char digits[32];
+    return {digits, std::to_chars(digits, digits + sizeof digits, number).ptr};
+}
+
+std::string decibels(const std::optional<double>& level, const char* unit)
+{
+    if (!level)
+        return "none, silence";
+    char digits[32];
+    const double rounded = *level == 0.0 ? 0.0 : *level;
+    return std::string(digits,
+                       std::to_chars(digits, digits + sizeof digits, rounded, std::chars_format::fixed, 2).ptr) +
+           ' ' + unit;
+}
+
+nlohmann::ordered_json or_null(const std::optional<double>& level)
+{
+    return level ? nlohmann::ordered_json(*level) : nlohmann::ordered_json();
+}
+
+} // namespace
+
+std::string text_of(const summary_t& summary)
+{
+    return "files   " + joined(summary.files) + "\nrate    " + std::to_string(summary.rate) + " Hz\nlength  " +
+           std::to_string(summary.level.samples()) + " samples, " + shortest(summary.seconds()) + " s\npeak    " +
+           decibels(summary.level.peak_dbfs(), "dBFS") + "\nRMS     " + decibels(summary.level.rms_dbfs(), "dBFS") +
+           "\nPAPR    " + decibels(summary.level.papr_db(), "dB") + "\nclip    " + std::to_string(summary.clipped) +
+           " samples\n";
+}
+
+nlohmann::ordered_json json_of(const summary_t& summary)
+{
+    return {{"files", summary.files},
+            {"format", summary.format},
+            {"rate", summary.rate},
+            {"samples", summary.level.samples()},
+            {"seconds", summary.seconds()},
+            {"peak_dbfs", or_null(summary.level.peak_dbfs())},
+            {"rms_dbfs", or_null(summary.level.rms_dbfs())},
+            {"papr_db", or_null(summary.level.papr_db())},
+            {"clipped", summary.clipped}};
+}
+
+} // namespace nrwave

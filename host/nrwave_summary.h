@@ -1,0 +1,34 @@
+#pragma once
+
+#include "host/analysis/nrwave_level.h"
+
+#include <cstdint>
+#include <nlohmann/json_fwd.hpp>
+#include <string>
+#include <vector>
+
+namespace nrwave
+{
+
+/// What a run has written: figures of the samples as they stand in the file.
+struct summary_t
+{
+    std::vector<std::string> files;
+    std::string format;
+    std::uint64_t rate = 0; ///< hertz
+    level_t level;
+    std::uint64_t clipped = 0; ///< samples that the format holds at full scale
+
+    double seconds() const
+    {
+        return rate == 0 ? 0.0 : static_cast<double>(level.samples()) / static_cast<double>(rate);
+    }
+};
+
+/// A line each: files, rate, length, peak, RMS, PAPR, clip count.
+std::string text_of(const summary_t& summary);
+
+/// The same under the names that these figures have wherever they stand in JSON; null where silence has none.
+nlohmann::ordered_json json_of(const summary_t& summary);
+
+} // namespace nrwave
