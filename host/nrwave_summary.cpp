@@ -58,4 +58,9 @@ nlohmann::ordered_json json_of(const summary_t& summary)
             {"clipped", summary.clipped}};
 }
 
+std::string written(const nlohmann::ordered_json& json)
+{
+    return json.dump(2, ' ', false, nlohmann::ordered_json::error_handler_t::replace) + '\n';
+}
+
 } // namespace nrwave

@@ -31,4 +31,7 @@ std::string text_of(const summary_t& summary);
 /// The same under the names that these figures have wherever they stand in JSON; null where silence has none.
 nlohmann::ordered_json json_of(const summary_t& summary);
 
+/// JSON as a text. Of a file's name that is not UTF-8 what is foreign is replaced.
+std::string written(const nlohmann::ordered_json& json);
+
 } // namespace nrwave

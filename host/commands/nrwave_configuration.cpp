@@ -8,17 +8,16 @@
 namespace nrwave
 {
 
-CLI::Option& declare_output(CLI::App& app, std::string& place, const char* type, const char* help)
+void declare_output(CLI::App& app, std::string& place, const char* type, const char* help)
 {
-    return *app.add_option("-o,--output", place, help)
-                ->type_name(type)
-                ->required()
-                ->transform([](const std::string& name) { return name == "-" ? "/dev/stdout" : name; });
+    app.add_option("-o,--output", place, help)->type_name(type)->required()->transform([](const std::string& name) {
+        return name == "-" ? "/dev/stdout" : name;
+    });
 }
 
-CLI::Option& declare_number(CLI::App& app, const char* name, unsigned int& number, const char* help)
+void declare_number(CLI::App& app, const char* name, unsigned int& number, const char* help)
 {
-    return *app.add_option(name, number, help)->type_name("NUMBER")->transform([](const std::string& text) {
+    app.add_option(name, number, help)->type_name("NUMBER")->transform([](const std::string& text) {
         return whole_number_in_full(text).value_or(text);
     });
 }

@@ -13,9 +13,9 @@ namespace nrwave
 {
 
 /// -o, where - stands for standard output.
-CLI::Option& declare_output(CLI::App& app, std::string& place, const char* type, const char* help);
+void declare_output(CLI::App& app, std::string& place, const char* type, const char* help);
 /// A whole number, which may have an exponent or a suffix as the values of settings.
-CLI::Option& declare_number(CLI::App& app, const char* name, unsigned int& number, const char* help);
+void declare_number(CLI::App& app, const char* name, unsigned int& number, const char* help);
 
 /// What configures a waveform on the command line: a settings file, recipes and single steps, in that order.
 class configuration_t

@@ -80,7 +80,7 @@ private:
     /// Told while the files can still be taken back.
     void tell(const summary_t& summary, trace_t& trace) const
     {
-        trace.out << (m_json ? json_of(summary).dump(2) + '\n' : text_of(summary));
+        trace.out << (m_json ? written(json_of(summary)) : text_of(summary));
         trace.flush_out();
     }
 
