@@ -89,7 +89,7 @@ public:
 private:
     void _execute_aligned(lib_fft_direction_t direction, fftw_complex* in, fftw_complex* out) const
     {
-        fftw_plan_ptr_t& plan = (in == out ? m_in_place : m_out_of_place)[direction == LIB_FFT_INVERSE ? 1 : 0];
+        fftw_plan_ptr_t& plan = (in == out ? m_in_place : m_out_of_place)[direction];
         const std::size_t bytes = m_length * sizeof(fftw_complex);
         if (plan == nullptr) {
             make_sure_of((m_is_direct ? 2 : 8) * bytes + k_planner_bytes);

@@ -4,6 +4,8 @@
 #include "common/lib_fft_roots.h"
 
 #include <algorithm>
+#include <limits>
+#include <span>
 
 namespace vek::common_lib::detail
 {
@@ -11,82 +13,61 @@ namespace vek::common_lib::detail
 namespace
 {
 
-// Values that a pair of passes takes at a time out of every one of its rows: whole cache lines.
+// Neighbouring values in a tile of a pair of passes: whole cache lines.
 constexpr std::size_t k_tile_run = 8;
-constexpr std::size_t k_tile_numbers = 2 * k_tile_run * 20 * 15;
+constexpr std::size_t k_tile_numbers = 2 * k_tile_run * 20 * 15; // the largest radices that make a pair
 
-// Where a last tile that overlaps the one before does not cost more than all save.
+// Whether a last tile that overlaps the one before costs less than all of them save.
 bool is_good_for_tiles(std::size_t count) { return count % k_tile_run == 0 || count >= 8 * k_tile_run; }
 
-std::size_t take_out(std::size_t factor, std::size_t& length)
+struct radix_cost_t
 {
-    std::size_t exponent = 0;
-    for (; length % factor == 0; length /= factor)
-        ++exponent;
-    return exponent;
-}
+    std::size_t radix;
+    double cost; ///< of its pass, for a value: operations, and 8 for the way there and back; more where registers spill
+};
 
-void append(std::vector<std::size_t>& radices, std::size_t count, std::size_t radix)
-{
-    radices.insert(radices.end(), count, radix);
-}
+// Lengths of whole blocks begin with a radix of 8.
+constexpr radix_cost_t k_later_in_blocks[] = {{15, 34.0}, {12, 24.0}, {10, 26.5}, {9, 27.0}, {8, 20.0},
+                                              {6, 20.5},  {5, 23.0},  {4, 16.5},  {3, 17.0}, {2, 18.0}};
+constexpr radix_cost_t k_later_in_planes[] = {{15, 34.0}, {9, 27.0}, {6, 20.5}, {5, 23.0}, {3, 17.0}, {2, 18.0}};
+// With what the pass behind it loses, whose runs are as long as the radix and seldom whole vectors.
+constexpr radix_cost_t k_first_in_planes[] = {{20, 40.0}, {15, 35.5}, {12, 31.0}, {10, 38.5}, {9, 42.5}, {5, 60.0}};
 
-// Multiples of 8: the first radix is 8.
-std::vector<std::size_t> radices_in_blocks(std::size_t twos, std::size_t threes, std::size_t fives)
+/// The cheapest way to take a number apart.
+class radix_search_t
 {
-    std::size_t eights = (twos - 3) / 3;
-    std::size_t fours = 0;
-    std::vector<std::size_t> mixed;
-    if (twos % 3 == 2)
-        fours = 1;
-    else if (twos % 3 == 1) {
-        if (threes % 2 == 1)
-            mixed.push_back(6), --threes;
-        else if (fives > 0)
-            mixed.push_back(10), --fives;
-        else if (eights > 0)
-            fours = 2, --eights;
-        else
-            mixed.push_back(2);
+public:
+    explicit radix_search_t(std::span<const radix_cost_t> offered) : m_offered(offered) {}
+
+    void take_apart(std::size_t number, std::size_t first_offer = 0)
+    {
+        if (number == 1 && m_cost < m_best_cost) {
+            m_best_cost = m_cost;
+            m_best = m_radices;
+        }
+        for (std::size_t i = first_offer; i < m_offered.size() && number > 1; ++i)
+            if (number % m_offered[i].radix == 0)
+                add_and_take_apart(m_offered[i], number, i);
     }
-    if (fours > 0 && threes % 2 == 1)
-        mixed.push_back(12), --threes, --fours;
 
-    std::vector<std::size_t> radices = {8};
-    append(radices, fours, 4);
-    radices.insert(radices.end(), mixed.begin(), mixed.end());
-    append(radices, threes % 2, 3);
-    append(radices, fives, 5);
-    append(radices, threes / 2, 9);
-    append(radices, eights, 8);
-    return radices;
-}
+    void add_and_take_apart(const radix_cost_t& offer, std::size_t number, std::size_t first_offer)
+    {
+        m_radices.push_back(offer.radix);
+        m_cost += offer.cost;
+        take_apart(number / offer.radix, first_offer);
+        m_cost -= offer.cost;
+        m_radices.pop_back();
+    }
 
-// All others. The first radix is the largest that there is, so that many vectors fit into the strides behind it.
-std::vector<std::size_t> radices_in_planes(std::size_t twos, std::size_t threes, std::size_t fives)
-{
-    std::vector<std::size_t> radices;
-    std::size_t last = 1;
-    if (twos == 2 && fives > 0)
-        radices.push_back(20), --fives;
-    else if (twos == 2 && threes > 0)
-        radices.push_back(12), --threes;
-    else if (twos == 2)
-        radices.push_back(4);
-    else if (twos == 1 && fives > 0)
-        radices.push_back(10), --fives;
-    else if (twos == 1 && threes % 2 == 1)
-        last = 6, --threes;
-    else if (twos == 1)
-        last = 2;
-    if (threes % 2 == 1 && fives > 0)
-        radices.push_back(15), --threes, --fives;
-    append(radices, threes / 2, 9);
-    append(radices, fives, 5);
-    append(radices, threes % 2, 3);
-    append(radices, last == 1 ? 0 : 1, last);
-    return radices;
-}
+    const std::vector<std::size_t>& get_best() const { return m_best; }
+
+private:
+    std::span<const radix_cost_t> m_offered;
+    std::vector<std::size_t> m_radices;
+    std::vector<std::size_t> m_best;
+    double m_cost = 0.0;
+    double m_best_cost = std::numeric_limits<double>::infinity();
+};
 
 const fft_unit_t& widest_unit_for(std::size_t length)
 {
@@ -100,13 +81,20 @@ const fft_unit_t& widest_unit_for(std::size_t length)
 
 std::vector<std::size_t> fft_direct_t::get_radices(std::size_t length)
 {
-    const std::size_t twos = take_out(2, length);
-    const std::size_t threes = take_out(3, length);
-    const std::size_t fives = take_out(5, length);
-    std::vector<std::size_t> radices =
-        twos >= 3 ? radices_in_blocks(twos, threes, fives) : radices_in_planes(twos, threes, fives);
+    const bool is_in_blocks = length % 8 == 0;
+    radix_search_t search(is_in_blocks ? std::span<const radix_cost_t>(k_later_in_blocks) : k_later_in_planes);
+    if (is_in_blocks)
+        search.add_and_take_apart({8, 0.0}, length, 0);
+    else
+        for (const radix_cost_t& first : k_first_in_planes)
+            if (length % first.radix == 0)
+                search.add_and_take_apart(first, length, 0);
+    std::vector<std::size_t> radices = search.get_best();
     if (radices.size() < 2)
-        radices.resize(2, 1);
+        return {length, 1};
+    // Small ones ahead, but eights last.
+    std::sort(radices.begin() + 1, radices.end(),
+              [](std::size_t a, std::size_t b) { return a != 8 && (b == 8 || a < b); });
     return radices;
 }
 
@@ -121,68 +109,83 @@ fft_direct_t::fft_direct_t(std::size_t length, const fft_unit_t& unit)
     : m_length(length), m_width(unit.width), m_is_in_planes(unit.is_in_planes)
 {
     const std::vector<std::size_t> radices = get_radices(length);
-    for (std::size_t i = 0; i < radices.size(); ++i)
-        _add_pass(unit, radices[i], i + 1 == radices.size());
+    for (const std::size_t radix : radices)
+        _add_pass(radix);
     for (std::size_t i = 0; i < m_passes.size(); i += m_stages.back().is_pair ? 2 : 1)
         m_stages.push_back({i, _can_pair(i)});
+    for (const std::size_t inverse : {0U, 1U}) {
+        for (pass_t& pass : m_passes)
+            pass.run[inverse] = unit.middle[pass.radix];
+        m_passes.front().run[inverse] =
+            (m_stages.front().is_pair ? unit.first_in_tiles : unit.first)[inverse][radices.front()];
+        m_passes.back().run[inverse] = unit.last[inverse][radices.back()];
+    }
 
     const std::vector<std::complex<double>> all_roots = make_roots_of_unity(length);
     _fill_roots_of_first(all_roots);
-    for (std::size_t i = 1; i + 1 < m_passes.size(); ++i)
-        _fill_roots(m_passes[i], all_roots);
+    for (std::size_t i = 1; i + 1 < m_passes.size(); ++i) {
+        pass_t& pass = m_passes[i];
+        pass.root_step = 2 * (pass.radix - 1);
+        pass.roots = _make_numbers(pass.rest * pass.root_step);
+        for (std::size_t p = 0; p < pass.rest; ++p)
+            _fill_root_numbers(pass, all_roots, p, pass.roots.get() + p * pass.root_step);
+    }
 }
 
-void fft_direct_t::_add_pass(const fft_unit_t& unit, std::size_t radix, bool is_last)
+void fft_direct_t::_add_pass(std::size_t radix)
 {
     pass_t pass{};
     pass.radix = radix;
     pass.stride = m_passes.empty() ? 1 : m_passes.back().stride * m_passes.back().radix;
     pass.rest = m_length / pass.stride / radix;
-    for (const std::size_t inverse : {0U, 1U})
-        pass.run[inverse] = m_passes.empty() ? unit.first[inverse][radix]
-                            : is_last        ? unit.last[inverse][radix]
-                                             : unit.middle[radix];
     m_passes.push_back(std::move(pass));
 }
 
 void fft_direct_t::_fill_roots_of_first(const std::vector<std::complex<double>>& all_roots)
 {
     pass_t& pass = m_passes.front();
-    std::vector<std::size_t> begins; // the first p of each vector
-    if (m_stages.front().is_pair) {
-        const std::size_t rest = m_passes[1].rest;
-        for (std::size_t p = 0; p < rest; p += k_tile_run)
-            for (std::size_t lane = 0; lane < k_tile_run; lane += m_width)
-                for (std::size_t i = 0; i < m_passes[1].radix; ++i)
-                    begins.push_back(std::min(p, rest - k_tile_run) + lane + rest * i);
-    }
-    else
+    if (!m_stages.front().is_pair) {
+        pass.root_step = 2 * m_width * (pass.radix - 1);
+        pass.roots = _make_numbers((pass.rest + m_width - 1) / m_width * pass.root_step);
         for (std::size_t p = 0; p < pass.rest; p += m_width)
-            begins.push_back(std::min(p, pass.rest - m_width));
-
-    pass.root_step = 2 * m_width * (pass.radix - 1);
-    pass.roots = _make_numbers(begins.size() * pass.root_step);
+            _fill_root_vectors(pass, all_roots, std::min(p, pass.rest - m_width),
+                               pass.roots.get() + p / m_width * pass.root_step);
+        return;
+    }
+    // Of the p of a tile, the root is the product of that of the first p of their run and that of the place in the run:
+    // else the roots would take as much of the caches as the values.
+    const std::size_t rest = m_passes[1].rest;
+    pass.root_step = 2 * (pass.radix - 1);
+    pass.roots = _make_numbers((rest + k_tile_run - 1) / k_tile_run * m_passes[1].radix * pass.root_step);
     double* root = pass.roots.get();
-    for (const std::size_t begin : begins)
-        for (std::size_t k = 1; k < pass.radix; ++k, root += 2 * m_width)
-            for (std::size_t lane = 0; lane < m_width; ++lane) {
-                const std::size_t p = begin + (m_width == 1 ? 0 : lane / 2 + (lane % 2) * (m_width / 2));
-                root[lane] = all_roots[p * k].real();
-                root[m_width + lane] = all_roots[p * k].imag();
-            }
+    for (std::size_t p = 0; p < rest; p += k_tile_run)
+        for (std::size_t i = 0; i < m_passes[1].radix; ++i, root += pass.root_step)
+            _fill_root_numbers(pass, all_roots, std::min(p, rest - k_tile_run) + rest * i, root);
+    m_roots_in_run = _make_numbers(k_tile_run * pass.root_step);
+    for (std::size_t p = 0; p < k_tile_run; p += m_width)
+        _fill_root_vectors(pass, all_roots, p, m_roots_in_run.get() + p * pass.root_step);
 }
 
-void fft_direct_t::_fill_roots(pass_t& pass, const std::vector<std::complex<double>>& all_roots) const
+// Of p and the places behind it, as one vector for each k.
+void fft_direct_t::_fill_root_vectors(const pass_t& pass, const std::vector<std::complex<double>>& all_roots,
+                                      std::size_t p, double* roots) const
 {
-    pass.root_step = 2 * (pass.radix - 1);
-    pass.roots = _make_numbers(pass.rest * pass.root_step);
-    double* root = pass.roots.get();
-    for (std::size_t p = 0; p < pass.rest; ++p)
-        for (std::size_t k = 1; k < pass.radix; ++k) {
-            const std::complex<double>& value = all_roots[p * k * pass.stride];
-            *root++ = value.real();
-            *root++ = value.imag();
+    for (std::size_t k = 1; k < pass.radix; ++k, roots += 2 * m_width)
+        for (std::size_t lane = 0; lane < m_width; ++lane) {
+            const std::complex<double>& value = all_roots[(p + place_of_lane(lane, m_width)) * k];
+            roots[lane] = value.real();
+            roots[m_width + lane] = value.imag();
         }
+}
+
+void fft_direct_t::_fill_root_numbers(const pass_t& pass, const std::vector<std::complex<double>>& all_roots,
+                                      std::size_t p, double* roots)
+{
+    for (std::size_t k = 1; k < pass.radix; ++k) {
+        const std::complex<double>& value = all_roots[p * k * pass.stride];
+        *roots++ = value.real();
+        *roots++ = value.imag();
+    }
 }
 
 bool fft_direct_t::_can_pair(std::size_t first_pass) const
@@ -287,10 +290,11 @@ void fft_direct_t::_run_first_pair(const pass_t& first, const pass_t& second, li
     from_tile.root_step = second.root_step;
     for (std::size_t begin = 0; begin < second.rest; begin += k_tile_run) {
         const std::size_t p = std::min(begin, second.rest - k_tile_run); // the last tile may overlap the one before
-        for (std::size_t lane = 0; lane < k_tile_run; lane += m_width) {
-            first.run[direction](into_tile, in + 2 * (p + lane), tile + _place(lane * first.radix));
-            into_tile.roots += second.radix * first.root_step;
+        for (std::size_t i = 0; i < k_tile_run; i += m_width) {
+            into_tile.roots_in_run = m_roots_in_run.get() + i * first.root_step;
+            first.run[direction](into_tile, in + 2 * (p + i), tile + _place(i * first.radix));
         }
+        into_tile.roots += second.radix * first.root_step;
         from_tile.roots = second.roots.get() + p * second.root_step;
         second.run[direction](from_tile, tile, out + _place(first.radix * second.radix * p));
     }

@@ -24,8 +24,7 @@ public:
     void execute(lib_fft_direction_t direction, const std::complex<double>* in,
                  std::complex<double>* out) const override;
 
-    /// The radices of a length in the order of the passes, at least two. Those of the fewest passes, and small ones
-    /// ahead: so it was measured.
+    /// The radices of a length in the order of the passes, at least two; the cheapest. They depend on no unit.
     static std::vector<std::size_t> get_radices(std::size_t length);
 
 private:
@@ -43,8 +42,8 @@ private:
         std::size_t stride;
         std::size_t rest;
         fft_pass_t run[2];     ///< forward and inverse
-        std::size_t root_step; ///< numbers for one p, or in the first pass for one vector of them
-        numbers_t roots;       ///< by p; those of the first pass in the order in which its stage reads them
+        std::size_t root_step; ///< numbers for one p; in a first pass without tiles, for one vector of them
+        numbers_t roots;       ///< by p; in a first pass with tiles, those of the runs in the order of their reading
     };
     /// One pass, or two of which the second follows while the values of the first are in the nearest cache.
     struct stage_t
@@ -53,9 +52,12 @@ private:
         bool is_pair;
     };
 
-    void _add_pass(const fft_unit_t& unit, std::size_t radix, bool is_last);
+    void _add_pass(std::size_t radix);
     void _fill_roots_of_first(const std::vector<std::complex<double>>& all_roots);
-    void _fill_roots(pass_t& pass, const std::vector<std::complex<double>>& all_roots) const;
+    void _fill_root_vectors(const pass_t& pass, const std::vector<std::complex<double>>& all_roots, std::size_t p,
+                            double* roots) const;
+    static void _fill_root_numbers(const pass_t& pass, const std::vector<std::complex<double>>& all_roots,
+                                   std::size_t p, double* roots);
     bool _can_pair(std::size_t first_pass) const;
     /// Of a value between the passes, in numbers.
     std::size_t _place(std::size_t index) const;
@@ -71,6 +73,7 @@ private:
     bool m_is_in_planes;
     std::vector<pass_t> m_passes;
     std::vector<stage_t> m_stages;
+    numbers_t m_roots_in_run; ///< for the first pass with tiles
 };
 
 } // namespace vek::common_lib::detail

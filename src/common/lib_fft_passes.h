@@ -29,7 +29,8 @@ struct fft_sweep_t
     std::size_t in_distance = 0;  ///< from i to i + 1
     std::size_t out_distance = 0; ///< from k to k + 1
     const double* roots = nullptr;
-    std::size_t root_step = 0; ///< in numbers
+    std::size_t root_step = 0;            ///< in numbers
+    const double* roots_in_run = nullptr; ///< of the first pass with tiles, in vectors
 };
 
 template <std::size_t width>
@@ -51,11 +52,7 @@ struct fft_values_t
 };
 
 /// Vectors of real and imaginary parts come out of interleaved samples, and go back, in this order at the least cost.
-template <std::size_t width>
-constexpr std::size_t place_of_lane(std::size_t lane)
-{
-    return lane / 2 + (lane % 2) * (width / 2);
-}
+constexpr std::size_t place_of_lane(std::size_t lane, std::size_t width) { return lane / 2 + lane % 2 * (width / 2); }
 
 /// Between the passes the values lie in blocks of one vector of real and one of imaginary parts, the lanes of a block
 /// in the order of place_of_lane. Strides are multiples of the width.
@@ -413,9 +410,9 @@ private:
     std::ptrdiff_t m_odd_multiples[(radix + 1) / 2];
 };
 
-/// The first pass, of stride 1, with lanes over p: a step is a vector of them. Reads samples; its roots come in
-/// vectors.
-template <std::size_t w, std::size_t radix, class layout_t, bool is_inverse>
+/// The first pass, of stride 1, with lanes over p: a step is a vector of them. Reads samples. Its roots come in
+/// vectors, or with tiles as the products of numbers and vectors.
+template <std::size_t w, std::size_t radix, class layout_t, bool is_inverse, bool has_tiles>
 struct fft_first_pass_t
 {
     NR_MOD_LIB_INLINE static void run(const fft_sweep_t& sweep, const double* in, double* out)
@@ -432,7 +429,11 @@ struct fft_first_pass_t
             });
             combine(a);
             repeat<radix - 1>([&](auto i) NR_MOD_LIB_INLINE_LAMBDA {
-                const fft_values_t<w> root = load<w>(roots + 2 * w * i, w);
+                fft_values_t<w> root;
+                if constexpr (has_tiles)
+                    root = turned(load<w>(sweep.roots_in_run + 2 * w * i, w), roots[2 * i], roots[2 * i + 1]);
+                else
+                    root = load<w>(roots + 2 * w * i, w);
                 a[i + 1] = turned(a[i + 1], root.re, root.im);
             });
             store_columns(a, out + layout_t::place(step * sweep.out_step), sweep.out_length);
@@ -448,11 +449,11 @@ private:
             constexpr std::size_t first = std::min(piece * w, radix - w);
             fft_values_t<w> rows[w];
             repeat<w>([&](auto l) NR_MOD_LIB_INLINE_LAMBDA {
-                rows[l] = a[first + (layout_t::is_plane ? l : place_of_lane<w>(l))];
+                rows[l] = a[first + (layout_t::is_plane ? l : place_of_lane(l, w))];
             });
             transpose<w>(rows);
             repeat<w>([&](auto l) NR_MOD_LIB_INLINE_LAMBDA {
-                store<w>(rows[l], out + layout_t::place(radix * place_of_lane<w>(l) + first),
+                store<w>(rows[l], out + layout_t::place(radix * place_of_lane(l, w) + first),
                          layout_t::distance_of_parts(length));
             });
         });

@@ -79,7 +79,9 @@ lib_fft_plan_t::lib_fft_plan_t(std::size_t length, lib_fft_direction_t direction
 
 lib_fft_plan_t::lib_fft_plan_t(std::size_t length, lib_fft_direction_t direction,
                                std::shared_ptr<const detail::fft_method_t> method)
-    : m_length(length), m_direction(direction), m_method(std::move(method))
+    : m_length(length),
+      m_direction(direction == LIB_FFT_INVERSE ? LIB_FFT_INVERSE : LIB_FFT_FORWARD),
+      m_method(std::move(method))
 {}
 
 lib_fft_plan_t::~lib_fft_plan_t() = default;

@@ -50,7 +50,7 @@ using radices_t = std::index_sequence<radix...>;
 // What get_fft_radices in lib_fft_direct.cpp draws from.
 using whole_radices_t = radices_t<1, 2, 3, 4, 5, 6, 8, 9, 10, 12, 15, 20>;
 using first_in_blocks_t = radices_t<8>;
-using later_in_blocks_t = radices_t<2, 3, 4, 5, 6, 8, 9, 10, 12>;
+using later_in_blocks_t = radices_t<2, 3, 4, 5, 6, 8, 9, 10, 12, 15>;
 using first_in_planes_t = radices_t<5, 9, 10, 12, 15, 20>;
 using later_in_planes_t = radices_t<2, 3, 5, 6, 9, 15>;
 
@@ -64,8 +64,10 @@ struct maker_t
     {
         const auto add = [&](auto r) {
             if constexpr (r >= width) {
-                unit.first[0][r] = machine_t::template run<fft_first_pass_t<width, r, layout, false>>;
-                unit.first[1][r] = machine_t::template run<fft_first_pass_t<width, r, layout, true>>;
+                unit.first[0][r] = machine_t::template run<fft_first_pass_t<width, r, layout, false, false>>;
+                unit.first[1][r] = machine_t::template run<fft_first_pass_t<width, r, layout, true, false>>;
+                unit.first_in_tiles[0][r] = machine_t::template run<fft_first_pass_t<width, r, layout, false, true>>;
+                unit.first_in_tiles[1][r] = machine_t::template run<fft_first_pass_t<width, r, layout, true, true>>;
             }
         };
         (add(std::integral_constant<std::size_t, radix>()), ...);

@@ -22,6 +22,7 @@ struct fft_unit_t
     std::size_t width = 0; ///< numbers in a vector
     bool is_in_planes = false;
     std::array<passes_t, 2> first{};
+    std::array<passes_t, 2> first_in_tiles{};
     passes_t middle{};
     std::array<passes_t, 2> last{};
 

@@ -97,9 +97,11 @@ double relative_error(const signal_t& in, const signal_t& out, double sign)
 TEST(lib_fft_plan, equals_the_sum_that_defines_it_in_place_and_out_of_place)
 {
     // By passes, in two steps, by a convolution, and by mixtures of these.
-    for (const std::size_t length : {1U,   2U,   3U,    4U,    5U,    7U,    12U,   30U,   97U,    128U,    375U,
-                                     540U, 839U, 1009U, 1536U, 2250U, 3584U, 4096U, 6075U, 65536U, 153600U, 170000U})
-    {
+    std::vector<std::size_t> lengths = {375,  432,  486,  512,  540,  640,  648,   729,   768,    839,    1009,  1800,
+                                        2250, 2700, 3000, 3584, 4096, 6075, 65536, 91125, 100000, 153600, 170000};
+    for (std::size_t length = 1; length <= 200; ++length)
+        lengths.push_back(length);
+    for (const std::size_t length : lengths) {
         const signal_t in = noise(length);
         for (const auto direction : {LIB_FFT_FORWARD, LIB_FFT_INVERSE}) {
             const lib_fft_plan_t& plan = lib_fft_plan_t::get(length, direction);
