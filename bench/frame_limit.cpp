@@ -4,6 +4,7 @@
 #include "phy/lib_nr_phy.h"
 #include "phy/lib_nr_resource_manager.h"
 #include "support/engine_peer.h"
+#include "support/fft_peer.h"
 
 #include <algorithm>
 #include <cmath>
@@ -18,46 +19,37 @@
 #include <iostream>
 #include <limits>
 #include <malloc.h>
+#include <map>
 #include <string>
 #include <sys/resource.h>
 #include <vector>
 
-// Whole waveforms through the engine against the work that nobody can leave out: the transforms of the OFDM symbols, of
-// the filter and of the spectrum, and a pass over two waveforms, a payload map and a frame. Each waveform runs in a
-// process of its own, so that its peak memory is its own. Page faults count on neither side: engine and reference both
-// work on memory that was touched before. The cold run, the first of a process with all its faults and plans, is told
-// apart.
+// Whole waveforms through the engine against the work that nobody can leave out: the transforms that the engine was
+// seen to run, and a pass over two waveforms, a payload map and a frame. The second mark has the same transforms by
+// plans that FFTW measured before. Engine and reference alternate, so that what else the machine does meets both. Each
+// waveform runs in a process of its own, so that its peak memory is its own. Page faults count on neither side: engine
+// and reference both work on memory that was touched before. The cold run, the first of a process with all its faults
+// and tables, is told apart; so is the time of a host that reads the samples and no other result.
 
 namespace
 {
 
 using namespace vek::nr_mod_lib;
+using vek::common_lib::lib_fft_direction_t;
+using vek::common_lib::lib_fft_plan_t;
 using complex_t = std::complex<double>;
 
 constexpr unsigned int k_symbols = 280;
 constexpr unsigned int k_subcarriers = 3276;
-constexpr unsigned int k_fft_length = 4096;
 constexpr std::size_t k_frame_samples = 1228800;
-constexpr std::size_t k_filter_block = 4096; // the quickest length for this order
-constexpr std::size_t k_filter_order = 1024;
-constexpr std::size_t k_spectrum_length = 65536;
-constexpr unsigned int k_spectrum_blocks = 20;
-
-struct transform_t
-{
-    std::size_t length;
-    std::size_t count;
-    bool inverse;
-};
 
 /// A waveform of one carrier at 100 MHz and 30 kHz, as a fresh configuration is. A new one is a row here: its steps as
-/// in a recipe, and the transforms that its channels need in a frame, beside those of every waveform.
+/// in a recipe.
 struct waveform_t
 {
     const char* name;
     std::vector<std::string> steps;
     bool fills_grid; ///< with symbols of the benchmark's own, which do not count
-    std::vector<transform_t> channel_transforms;
 };
 
 /// A PDSCH of 273 RBs and 256QAM in every slot, behind a PDCCH and round SS/PBCH blocks and CSI-RS.
@@ -112,20 +104,24 @@ std::vector<std::string> pusch_steps(const std::vector<std::string>& settings)
     return steps;
 }
 
+/// A burst of format A1 in every frame.
+std::vector<std::string> prach_steps()
+{
+    return {"carrier[0].carrier_type=LIB_NR_PRACH", "carrier[0].ul_prach[0].configuration_table=FR1_TDD",
+            "carrier[0].ul_prach[0].configuration_idx=77", "carrier[0].ul_prach[0].prach_scs=PRACH_SCS_30K"};
+}
+
 const std::vector<waveform_t>& waveforms()
 {
-    constexpr std::size_t k_precoded_length = 270 * 12;
-    constexpr std::size_t k_precoded_symbols = 20 * 13; // all but one DMRS symbol a slot
     static const std::vector<waveform_t> rows = {
-        {"full_grid", {}, true, {}},
-        {"full_cell_coded", full_cell("true"), false, {}},
-        {"full_cell_uncoded", full_cell("false"), false, {}},
-        {"uplink_control", uplink_control_steps(), false, {}},
-        {"pusch_coded", pusch_steps({}), false, {}},
-        {"pusch_transform_precoded",
-         pusch_steps({"enable_transfer_precoding=true"}),
-         false,
-         {{k_precoded_length, k_precoded_symbols, false}}},
+        {"full_grid", {}, true},
+        {"full_cell_coded", full_cell("true"), false},
+        {"full_cell_uncoded", full_cell("false"), false},
+        {"uplink_control", uplink_control_steps(), false},
+        {"pusch_coded", pusch_steps({}), false},
+        {"pusch_transform_precoded", pusch_steps({"enable_transfer_precoding=true"}), false},
+        {"ssb", {"carrier[0].dl_ssb.enable=true"}, false},
+        {"prach", prach_steps(), false},
     };
     return rows;
 }
@@ -146,13 +142,12 @@ double seconds(const std::function<void()>& work)
 }
 
 /// The quickest of a few runs: what disturbs a machine only adds.
-double quickest(unsigned int runs, const std::function<void()>& work)
+struct quickest_t
 {
-    double best = seconds(work);
-    for (unsigned int i = 1; i < runs; ++i)
-        best = std::min(best, seconds(work));
-    return best;
-}
+    double best = std::numeric_limits<double>::infinity();
+
+    void add(double time) { best = std::min(best, time); }
+};
 
 rusage usage()
 {
@@ -181,95 +176,108 @@ void fill_grid(unsigned int, unsigned int, unsigned int)
         }
 }
 
-/// Those of every waveform, and apart from them those of its channels.
-std::vector<transform_t> common_transforms(unsigned int frames)
+using transform_counts_t = std::map<std::pair<std::size_t, lib_fft_direction_t>, std::size_t>;
+transform_counts_t counted;
+
+/// The transforms that some work runs.
+transform_counts_t count_transforms(const std::function<void()>& work)
 {
-    const std::size_t blocks = (k_frame_samples + k_filter_order) / (k_filter_block - k_filter_order) + 1;
-    return {{k_fft_length, std::size_t{k_symbols} * frames, true},
-            {k_filter_block, blocks * frames, false},
-            {k_filter_block, blocks * frames, true},
-            {k_spectrum_length, k_spectrum_blocks, false}};
+    using peer_t = vek::test_peer_t<lib_fft_plan_t>;
+    counted.clear();
+    peer_t::observe([](std::size_t length, lib_fft_direction_t direction) { ++counted[{length, direction}]; });
+    work();
+    peer_t::observe(nullptr);
+    return counted;
 }
 
-std::vector<transform_t> channel_transforms(const waveform_t& waveform, unsigned int frames)
+/// All transforms of one length and direction in a row, through the library's door and by a measured plan.
+class transform_timer_t
 {
-    std::vector<transform_t> transforms = waveform.channel_transforms;
-    for (transform_t& transform : transforms)
-        transform.count *= frames;
-    return transforms;
-}
+public:
+    transform_timer_t(std::size_t length, lib_fft_direction_t direction)
+        : m_in(length), m_out(length), m_plan(lib_fft_plan_t::get(length, direction))
+    {
+        m_measured = fftw_plan_dft_1d(static_cast<int>(length), reinterpret_cast<fftw_complex*>(m_in.data()),
+                                      reinterpret_cast<fftw_complex*>(m_out.data()),
+                                      direction == vek::common_lib::LIB_FFT_INVERSE ? FFTW_BACKWARD : FFTW_FORWARD,
+                                      FFTW_MEASURE);
+        std::fill(m_in.begin(), m_in.end(), complex_t(1.0, -1.0));
+    }
+
+    void time(std::size_t count)
+    {
+        const auto per_transform = [count](const std::function<void()>& transform) {
+            return seconds([&] {
+                       for (std::size_t i = 0; i < count; ++i)
+                           transform();
+                   }) /
+                   static_cast<double>(count);
+        };
+        own.add(per_transform([this] { m_plan.execute(m_in.data(), m_out.data()); }));
+        measured.add(per_transform([this] { fftw_execute(m_measured); }));
+    }
+
+    quickest_t own;
+    quickest_t measured;
+
+private:
+    std::vector<complex_t> m_in;
+    std::vector<complex_t> m_out;
+    const lib_fft_plan_t& m_plan;
+    fftw_plan m_measured; // ends with the process
+};
 
 /// A pass over the buffers that no engine can do without: each set to zero, then added up.
-double pass_seconds(unsigned int frames, unsigned int runs)
+class pass_t
 {
-    std::vector<complex_t> first(k_frame_samples * frames);
-    std::vector<complex_t> second(first.size());
-    std::vector<complex_t> payload(std::size_t{k_symbols} * k_subcarriers);
-    std::vector<complex_t> frame(k_frame_samples);
-    return quickest(runs, [&] {
-        for (auto* buffer : {&first, &second, &payload, &frame})
+public:
+    explicit pass_t(unsigned int frames)
+        : m_first(k_frame_samples * frames),
+          m_second(m_first.size()),
+          m_payload(std::size_t{k_symbols} * k_subcarriers),
+          m_frame(k_frame_samples)
+    {}
+
+    void run()
+    {
+        for (auto* buffer : {&m_first, &m_second, &m_payload, &m_frame})
             std::fill(buffer->begin(), buffer->end(), complex_t());
-        for (std::size_t i = 0; i < first.size(); ++i)
-            first[i] += second[i];
-        for (std::size_t i = 0; i < frame.size(); ++i)
-            frame[i] += first[i];
+        for (std::size_t i = 0; i < m_first.size(); ++i)
+            m_first[i] += m_second[i];
+        for (std::size_t i = 0; i < m_frame.size(); ++i)
+            m_frame[i] += m_first[i];
         // What nobody reads would be left out.
-        volatile double sink = first[first.size() / 2].real() + payload[payload.size() / 2].real() + frame[1].real();
+        volatile double sink = m_first[m_first.size() / 2].real() + m_payload[1].real() + m_frame[1].real();
         static_cast<void>(sink);
-    });
-}
-
-/// The same transforms through the library's wrapper, and through plans that were measured before.
-double transform_seconds(const std::vector<transform_t>& transforms, unsigned int runs, bool measured)
-{
-    double total = 0;
-    for (const transform_t& transform : transforms) {
-        std::vector<complex_t> in(transform.length, complex_t(1.0, -1.0));
-        std::vector<complex_t> out(transform.length);
-        if (measured) {
-            std::vector<complex_t> kept = in;
-            auto* raw_in = reinterpret_cast<fftw_complex*>(in.data());
-            auto* raw_out = reinterpret_cast<fftw_complex*>(out.data());
-            fftw_plan plan = fftw_plan_dft_1d(static_cast<int>(transform.length), raw_in, raw_out,
-                                              transform.inverse ? FFTW_BACKWARD : FFTW_FORWARD, FFTW_MEASURE);
-            in = kept;
-            total += quickest(runs, [&] {
-                for (std::size_t i = 0; i < transform.count; ++i)
-                    fftw_execute(plan);
-            });
-            fftw_destroy_plan(plan);
-        }
-        else {
-            const auto& plan = vek::common_lib::lib_fft_plan_t::get(
-                transform.length,
-                transform.inverse ? vek::common_lib::LIB_FFT_INVERSE : vek::common_lib::LIB_FFT_FORWARD);
-            total += quickest(runs, [&] {
-                for (std::size_t i = 0; i < transform.count; ++i)
-                    plan.execute(in.data(), out.data());
-            });
-        }
     }
-    return total;
-}
 
-/// Times in seconds of processor time.
-struct result_t
+private:
+    std::vector<complex_t> m_first;
+    std::vector<complex_t> m_second;
+    std::vector<complex_t> m_payload;
+    std::vector<complex_t> m_frame;
+};
+
+/// The engine's time and that of the unavoidable work, in seconds of processor time.
+struct times_t
 {
     double engine;
+    double unavoidable;
+    double unavoidable_measured; ///< with plans that were measured before
+
+    double ratio() const { return engine / unavoidable; }
+    double ratio_measured() const { return engine / unavoidable_measured; }
+};
+
+struct result_t
+{
+    times_t all;     ///< all results read
+    times_t samples; ///< the samples alone
     double engine_cold;
-    double transforms;
-    double transforms_measured; ///< with plans that were measured before
-    double channels;            ///< the channels' own transforms
-    double channels_measured;
-    double pass;
     double memory; ///< peak resident bytes over those of one waveform buffer
     double faults; ///< of a warm run
 
-    double unavoidable() const { return transforms + channels + pass; }
-    double ratio() const { return engine / unavoidable(); }
-    double ratio_measured() const { return engine / (transforms_measured + channels_measured + pass); }
-    double ratio_cold() const { return engine_cold / unavoidable(); }
-    double ratio_without_channels() const { return engine / (transforms + pass); }
+    double ratio_cold() const { return engine_cold / all.unavoidable; }
 };
 
 // The order of the members, for the way from process to process.
@@ -287,11 +295,64 @@ void configure(const waveform_t& row, unsigned int frames, cfg_nr_waveform_t& wa
     waveform.set_frame_number(frames);
 }
 
+void run_engine(const waveform_t& row, unsigned int frames, bool reads_all, lib_nr_phy_t& engine)
+{
+    std::size_t results = 1;
+    bool is_whole = engine.nr_phy_process() && !engine.get_first_failed_step() &&
+                    engine.get_baseband_signal_data().size() == k_frame_samples * frames;
+    if (reads_all)
+        for (const std::size_t size :
+             {engine.get_frequency_spectrum_data().size(), engine.get_waveform_ccdf_cruve_data().size(),
+              engine.get_waveform_ccdf_marker_data().size(), engine.get_burst_ccdf_cruve_data().size(),
+              engine.get_burst_ccdf_marker_data().size()})
+            results *= size;
+    if (!is_whole || results == 0) {
+        std::fprintf(stderr, "frame_limit: %s: the waveform is not whole\n", row.name);
+        std::exit(1);
+    }
+}
+
+/// Engine and reference in turn.
+void measure_times(const waveform_t& row, unsigned int frames, lib_nr_phy_t& engine, result_t& result)
+{
+    const auto run_all = [&] { run_engine(row, frames, true, engine); };
+    const auto run_for_samples = [&] { run_engine(row, frames, false, engine); };
+    const transform_counts_t counts_all = count_transforms(run_all);
+    const transform_counts_t counts_samples = count_transforms(run_for_samples);
+    std::map<transform_counts_t::key_type, transform_timer_t> timers;
+    for (const auto& [key, count] : counts_all)
+        timers.try_emplace(key, key.first, key.second);
+    pass_t pass(frames);
+
+    quickest_t all;
+    quickest_t samples;
+    quickest_t filling;
+    quickest_t passing;
+    for (unsigned int round = 0; round < (frames == 1 ? 15U : 7U); ++round) {
+        all.add(seconds(run_all));
+        samples.add(seconds(run_for_samples));
+        for (auto& [key, timer] : timers)
+            timer.time(counts_all.at(key));
+        passing.add(seconds([&] { pass.run(); }));
+        filling.add(row.fills_grid ? seconds([] { fill_grid(0, 0, 0); }) : 0.0);
+    }
+    const auto times = [&](const quickest_t& run, const transform_counts_t& counts) {
+        times_t found{run.best - frames * filling.best, passing.best, passing.best};
+        for (const auto& [key, count] : counts) {
+            found.unavoidable += static_cast<double>(count) * timers.at(key).own.best;
+            found.unavoidable_measured += static_cast<double>(count) * timers.at(key).measured.best;
+        }
+        return found;
+    };
+    result.all = times(all, counts_all);
+    result.samples = times(samples, counts_samples);
+    result.engine_cold -= frames * filling.best;
+}
+
 /// In a process of its own: the cold run and memory first, then what stays with the process.
 result_t measure(const waveform_t& row, unsigned int frames)
 {
     std::streambuf* original = std::cout.rdbuf(nullptr);
-    const unsigned int runs = frames == 1 ? 9 : 5;
     cfg_nr_waveform_t waveform;
     configure(row, frames, waveform);
     const std::size_t samples = waveform.get_waveform_manager().get_waveform_sample_points();
@@ -300,14 +361,7 @@ result_t measure(const waveform_t& row, unsigned int frames)
     engine.waveform_config(waveform.get_waveform_manager());
     if (row.fills_grid)
         vek::test_peer_t<lib_nr_phy_t>::after_channel_steps(engine, fill_grid);
-    const auto run = [&] {
-        if (!engine.nr_phy_process() || engine.get_first_failed_step() ||
-            engine.get_baseband_signal_data().size() != k_frame_samples * frames)
-        {
-            std::fprintf(stderr, "frame_limit: %s: the waveform is not whole\n", row.name);
-            std::exit(1);
-        }
-    };
+    const auto run = [&] { run_engine(row, frames, true, engine); };
     result_t result{};
     result.engine_cold = seconds(run);
     run();
@@ -315,20 +369,11 @@ result_t measure(const waveform_t& row, unsigned int frames)
 
     keep_memory_in_the_process();
     run();
-    result.engine = quickest(runs, run);
+    run();
     const long faults = usage().ru_minflt;
     run();
     result.faults = static_cast<double>(usage().ru_minflt - faults);
-    if (row.fills_grid) {
-        const double filling = frames * quickest(runs, [] { fill_grid(0, 0, 0); });
-        result.engine -= filling;
-        result.engine_cold -= filling;
-    }
-    result.pass = pass_seconds(frames, runs);
-    result.transforms = transform_seconds(common_transforms(frames), runs, false);
-    result.transforms_measured = transform_seconds(common_transforms(frames), runs, true);
-    result.channels = transform_seconds(channel_transforms(row, frames), runs, false);
-    result.channels_measured = transform_seconds(channel_transforms(row, frames), runs, true);
+    measure_times(row, frames, engine, result);
     std::cout.rdbuf(original);
     return result;
 }
@@ -353,26 +398,26 @@ result_t measure_apart(const char* program, const waveform_t& row, unsigned int 
 void print_text(const waveform_t& row, const result_t& one, const result_t& four)
 {
     std::printf(
-        "%s: %.2f times the unavoidable work (%.2f with measured plans, %.2f cold), peak %.2f waveform "
-        "buffers; 4 frames: %.2f times (%.2f cold), peak %.2f; time grows %.2f-fold; page faults of a warm run: "
-        "%.0f and %.0f\n",
-        row.name, one.ratio(), one.ratio_measured(), one.ratio_cold(), one.memory, four.ratio(), four.ratio_cold(),
-        four.memory, four.engine / one.engine, one.faults, four.faults);
-    if (one.channels > 0)
-        std::printf("%s: %.2f times where its channels' own transforms are not counted as unavoidable\n", row.name,
-                    one.ratio_without_channels());
+        "%s: %.2f times the unavoidable work (%.2f with measured plans, %.2f cold), peak %.2f waveform buffers; "
+        "4 frames: %.2f times (%.2f with measured plans, %.2f cold), peak %.2f; time grows %.2f-fold; page faults "
+        "of a warm run: %.0f and %.0f\n",
+        row.name, one.all.ratio(), one.all.ratio_measured(), one.ratio_cold(), one.memory, four.all.ratio(),
+        four.all.ratio_measured(), four.ratio_cold(), four.memory, four.all.engine / one.all.engine, one.faults,
+        four.faults);
+    std::printf("%s, samples alone: %.2f of that time, %.2f times their unavoidable work (%.2f with measured plans)\n",
+                row.name, one.samples.engine / one.all.engine, one.samples.ratio(), one.samples.ratio_measured());
 }
 
 void print_json(const waveform_t& row, const result_t& one, const result_t& four, bool is_first)
 {
     std::printf("%s{\"waveform\": \"%s\", \"ratio\": %.3f, \"ratio_measured_plans\": %.3f, \"memory\": %.3f, "
                 "\"ratio_4_frames\": %.3f, \"ratio_measured_plans_4_frames\": %.3f, \"memory_4_frames\": %.3f, "
-                "\"ratio_cold\": %.3f, "
-                "\"ratio_cold_4_frames\": %.3f, \"time_4_frames\": %.3f, \"ratio_without_channel_transforms\": %.3f, "
-                "\"page_faults\": %.0f}",
-                is_first ? "" : ",\n ", row.name, one.ratio(), one.ratio_measured(), one.memory, four.ratio(),
-                four.ratio_measured(), four.memory, one.ratio_cold(), four.ratio_cold(), four.engine / one.engine,
-                one.ratio_without_channels(), one.faults);
+                "\"time_4_frames\": %.3f, \"ratio_samples\": %.3f, \"ratio_samples_measured_plans\": %.3f, "
+                "\"time_samples\": %.3f, \"ratio_cold\": %.3f, \"ratio_cold_4_frames\": %.3f, \"page_faults\": %.0f}",
+                is_first ? "" : ",\n ", row.name, one.all.ratio(), one.all.ratio_measured(), one.memory,
+                four.all.ratio(), four.all.ratio_measured(), four.memory, four.all.engine / one.all.engine,
+                one.samples.ratio(), one.samples.ratio_measured(), one.samples.engine / one.all.engine,
+                one.ratio_cold(), four.ratio_cold(), one.faults);
 }
 
 const waveform_t* find(const char* name)

@@ -73,6 +73,8 @@ private:
     std::array<std::atomic<entry_t*>, 61> m_lists{};
 };
 
+std::atomic<void (*)(std::size_t, lib_fft_direction_t)> lib_fft_plan_t::s_observer = nullptr;
+
 lib_fft_plan_t::lib_fft_plan_t(std::size_t length, lib_fft_direction_t direction)
     : lib_fft_plan_t(length, direction, make_method(length))
 {}
@@ -94,8 +96,11 @@ const lib_fft_plan_t& lib_fft_plan_t::get(std::size_t length, lib_fft_direction_
 
 void lib_fft_plan_t::execute(const std::complex<double>* in, std::complex<double>* out) const
 {
-    if (m_method != nullptr)
-        m_method->execute(m_direction, in, out);
+    if (m_method == nullptr)
+        return;
+    if (auto* const observer = s_observer.load(std::memory_order_relaxed))
+        observer(m_length, m_direction);
+    m_method->execute(m_direction, in, out);
 }
 
 } // namespace vek::common_lib

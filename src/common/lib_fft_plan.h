@@ -1,8 +1,10 @@
 #pragma once
 
 #include "common/lib_fft_direction.h"
+#include "common/lib_test_peer.h"
 #include "common/nr_mod_lib_export.h"
 
+#include <atomic>
 #include <complex>
 #include <cstddef>
 #include <memory>
@@ -48,10 +50,14 @@ public:
     std::size_t get_length() const { return m_length; }
 
 private:
+    friend struct vek::test_peer_t<lib_fft_plan_t>;
     class store_t;
 
     lib_fft_plan_t(std::size_t length, lib_fft_direction_t direction,
                    std::shared_ptr<const detail::fft_method_t> method);
+
+    /// Called ahead of every transform, none by default; benchmarks count by it.
+    static std::atomic<void (*)(std::size_t length, lib_fft_direction_t direction)> s_observer;
 
     std::size_t m_length;
     lib_fft_direction_t m_direction;
