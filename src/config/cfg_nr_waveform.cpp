@@ -38,6 +38,11 @@ unsigned long long cfg_nr_waveform_t::get_radio_frequency() const
 }
 bool cfg_nr_waveform_t::set_antennas_number(unsigned int) { return m_waveform.set_antennas_number(k_antennas_number); }
 unsigned int cfg_nr_waveform_t::get_antennas_number() const { return m_waveform.get_antennas_number(); }
+bool cfg_nr_waveform_t::set_standard_rules(bool standard_rules)
+{
+    return m_waveform.set_standard_rules(standard_rules);
+}
+bool cfg_nr_waveform_t::get_standard_rules() const { return m_waveform.get_standard_rules(); }
 
 unsigned long long cfg_nr_waveform_t::get_waveform_sample_rate() const
 {

@@ -58,6 +58,12 @@ public:
     bool set_antennas_number(unsigned int number);
     unsigned int get_antennas_number() const;
 
+    /// Whether the standard's rules hold where this library's own ones prescribe another signal: the deviations of
+    /// `phy_common/lib_nr_deviation.h`, docs/deviations.md. No other setting depends on it. Neither `init` nor a recall
+    /// changes it, and the tree does not hold it.
+    bool set_standard_rules(bool standard_rules);
+    bool get_standard_rules() const;
+
     /// Hertz. Counts the carriers in their order: one off the centre asks for the rate of the widest up to it, once
     /// more for each of its own half widths. So a narrow carrier far out costs least ahead of a wide one.
     unsigned long long get_waveform_sample_rate() const;

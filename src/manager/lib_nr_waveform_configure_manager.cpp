@@ -100,6 +100,11 @@ bool lib_nr_waveform_configure_manager_t::set_antennas_number(unsigned int anten
     return true;
 }
 
+bool lib_nr_waveform_configure_manager_t::set_standard_rules(bool standard_rules)
+{
+    return assign(m_standard_rules, standard_rules);
+}
+
 double lib_nr_waveform_configure_manager_t::get_waveform_sample_rate_hz() const
 {
     double rate = 0.0;

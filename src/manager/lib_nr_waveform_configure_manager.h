@@ -22,7 +22,8 @@ class NR_MOD_LIB_EXPORT lib_nr_waveform_configure_manager_t
 public:
     lib_nr_waveform_configure_manager_t();
 
-    /// Back to one frame with one default carrier. The NTN flag stays, and so does the first carrier's timing offset.
+    /// Back to one frame with one default carrier. The NTN flag and the standard's rules stay, and so does the first
+    /// carrier's timing offset.
     void init();
 
     /// Non-terrestrial mode of the whole waveform; a change is followed by `init`.
@@ -62,6 +63,9 @@ public:
     /// Samples of a full frame of 10 ms, whatever the number of subframes.
     unsigned long long get_frame_sample_points() const;
     double get_waveform_length_s() const;
+
+    bool set_standard_rules(bool standard_rules);
+    bool get_standard_rules() const { return m_standard_rules; }
 
     // Crest factor reduction
 
@@ -106,6 +110,7 @@ private:
     void _update_waveform_antennas_number();
 
     bool m_nr_ntn = false;
+    bool m_standard_rules = false;
     std::uint32_t m_frames_number = 1;
     std::uint32_t m_subframes_number = 10;
     bool m_mirror_spectrum = false;

@@ -35,6 +35,9 @@ constexpr auto k_leaves = row::leaves(
         "cfr_block_size", "samples worked on at a time, at most those of the waveform"),
     row::leaf<&waveform_t::get_cfr_filter_mask_data_arr, &waveform_t::set_cfr_filter_mask_data_arr>(
         "cfr_filter_mask_data_arr", "where cut peaks may spread: hertz and dB, within half the sample rate either way")
+        .outside_tree(),
+    row::leaf<&waveform_t::get_standard_rules, &waveform_t::set_standard_rules>(
+        "standard_rules", "whether the standard's rules hold where this library's own differ, see deviations.md")
         .outside_tree());
 
 constexpr auto k_figures = row::rows(
