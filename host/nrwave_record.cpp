@@ -52,7 +52,7 @@ std::string reason_of(const lib_nr_entry_record_t& entry)
     case LIB_NR_SILENCE_TAKEN:
         return "all of its cells belong to channels ahead of it";
     case LIB_NR_SILENCE_GRID:
-        return "all of its cells lie outside the grid";
+        return is_prach(entry) ? "all of it lies outside the carrier" : "all of its cells lie outside slot or grid";
     case LIB_NR_SILENCE_NONE:
     case LIB_NR_SILENCE_FAILED:
         break;
@@ -66,7 +66,7 @@ std::string cut_of(const lib_nr_entry_record_t& entry)
     if (entry.rbs_outside != 0)
         return std::to_string(entry.rbs_outside) + " of " + std::to_string(entry.rbs) + " RBs lie outside the grid";
     return std::to_string(entry.cells_outside) + " of " + std::to_string(entry.cells + entry.cells_outside) +
-           " cells lie outside the grid";
+           (is_prach(entry) ? " subcarriers lie outside the carrier" : " cells lie outside its slots");
 }
 
 } // namespace

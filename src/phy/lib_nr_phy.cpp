@@ -83,6 +83,13 @@ void lib_nr_phy_t::_keep_first_failed_step()
         m_first_failed_step = m_step;
 }
 
+/// Whether the waveform goes on at a fraction of a frame, which it may end within.
+bool lib_nr_phy_t::_is_within_waveform(unsigned int frame, double fraction) const
+{
+    const double frames = m_waveform.get_frame_number() * (m_waveform.get_subframes_number() / 10.0);
+    return frame + fraction < frames;
+}
+
 bool lib_nr_phy_t::_generate()
 {
     if (m_waveform.get_carrier_number() == 0) {

@@ -113,6 +113,7 @@ private:
     void _note_conflicts(unsigned int carrier, unsigned int numerology, unsigned int frame);
     bool _link_channels(unsigned int carrier, unsigned int numerology, unsigned int frame);
     void _keep_first_failed_step();
+    bool _is_within_waveform(unsigned int frame, double fraction) const;
     template <class call_t>
     bool _call(unsigned int entry, std::optional<unsigned int> slot, lib_nr_remap_mode_t mode, call_t call)
     {
@@ -130,6 +131,7 @@ private:
     bool _deal_prach_payload_mapping(unsigned int carrier, unsigned int numerology, unsigned int frame,
                                      unsigned int burst);
     bool _fill_prach_frame_data(unsigned int carrier, unsigned int numerology, unsigned int frame, signal_t& buffer);
+    bool _is_burst_within_waveform(unsigned int frame, unsigned int burst) const;
     void _note_prach_pass(unsigned int carrier, unsigned int numerology);
     std::int64_t _get_prach_shift(const lib_nr_ul_prach_configure_manager_t& prach) const;
     bool _nr_ul_prach_link_process(unsigned int carrier, unsigned int numerology, unsigned int burst);

@@ -223,10 +223,12 @@ private:
 
     void _note_written()
     {
-        for (auto& [entry, written] : grid().take_written()) {
-            for (std::uint32_t& slot : written.slots)
-                slot += m_frame * m_slots_per_frame;
-            m_engine.m_recorder.note_written(_entry(entry), written.slots, written.cells, written.cells_outside);
+        for (const auto& [entry, written] : grid().take_written()) {
+            std::vector<std::uint32_t> slots;
+            for (const std::uint32_t slot : written.slots)
+                if (m_engine._is_within_waveform(m_frame, static_cast<double>(slot) / m_slots_per_frame))
+                    slots.push_back(m_frame * m_slots_per_frame + slot);
+            m_engine.m_recorder.note_written(_entry(entry), slots, written.cells);
         }
     }
 

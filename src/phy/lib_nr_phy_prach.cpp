@@ -15,6 +15,7 @@ namespace
 {
 
 constexpr const char* k_prach = "PRACH";
+constexpr double k_frame_ms = 10.0;
 
 lib_nr_prach_resource_manager_t& prach_grid() { return lib_nr_prach_resource_manager_t::get_inst(); }
 
@@ -146,12 +147,23 @@ bool lib_nr_phy_t::_fill_prach_frame_data(unsigned int carrier, unsigned int num
         m_prach_ofdm_modulator.add_frame(prach_grid().get_prach_payload_mapping(),
                                          _get_prach_shift(configuration.get_ul_prach(sent)), frame_points,
                                          buffer.data() + begin, buffer.size() - begin);
-        const auto [cells, cells_outside] = prach_grid().get_written();
-        m_recorder.note_written({k_prach, carrier, sent}, {frame}, cells, cells_outside);
+        std::vector<std::uint32_t> frames;
+        if (_is_burst_within_waveform(frame, sent))
+            frames.push_back(frame);
+        m_recorder.note_written({k_prach, carrier, sent}, frames, prach_grid().get_written_cells());
     }
     for (unsigned int stopped = sent + 1; stopped < bursts; ++stopped)
         m_recorder.note_stop({k_prach, carrier, stopped}, sent);
     return sent == bursts;
+}
+
+/// By the view, which has the bursts ahead of one that is sent. A burst that passes its frame's end comes back at its
+/// beginning.
+bool lib_nr_phy_t::_is_burst_within_waveform(unsigned int frame, unsigned int burst) const
+{
+    const lib_nr_prach_resource_mapping_t& view = prach_grid().get_resource_mapping();
+    const double begin = view.start_times_ms.at(burst);
+    return view.end_times_ms.at(burst) < begin || _is_within_waveform(frame, begin / k_frame_ms);
 }
 
 /// Samples that a burst is turned round within its frame.

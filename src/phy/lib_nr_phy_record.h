@@ -19,7 +19,7 @@ enum lib_nr_silence_t : std::uint32_t
     LIB_NR_SILENCE_RB = 5,      ///< it has no resource blocks
     LIB_NR_SILENCE_PORT = 6,    ///< its first antenna port is none, or carries nothing
     LIB_NR_SILENCE_TAKEN = 7,   ///< all of its cells belong to channels ahead of it
-    LIB_NR_SILENCE_GRID = 8,    ///< all of its cells lie outside the grid
+    LIB_NR_SILENCE_GRID = 8,    ///< all of its cells lie outside slot or grid
     LIB_NR_SILENCE_FAILED = 9,  ///< a channel step failed, or there was a conflict, before it could be sent
 };
 
@@ -37,8 +37,8 @@ struct lib_nr_entry_record_t : lib_nr_channel_entry_t
     /// Where cells were written, in the order of the run: slots of its spacing, frames for a PRACH burst, both counted
     /// from the start of the waveform.
     std::vector<std::uint32_t> slots;
-    std::uint64_t cells = 0;         ///< written; of a PRACH burst those of its own grid
-    std::uint64_t cells_outside = 0; ///< left out, since they lie outside the grid
+    std::uint64_t cells = 0;         ///< written, also behind the waveform's end; of a PRACH burst in its own grid
+    std::uint64_t cells_outside = 0; ///< left out, since they lie outside slot or grid
     unsigned int rbs = 0;            ///< of the symbol that lost most resource blocks to the grid's edges; 0 for PRACH
     unsigned int rbs_outside = 0;    ///< of these
     bool has_dmrs = true;            ///< false for a shared channel that was sent without, having no symbol for them

@@ -64,16 +64,16 @@ void lib_nr_phy_recorder_t::note_missing_dmrs(const lib_nr_channel_entry_t& entr
 }
 
 void lib_nr_phy_recorder_t::note_written(const lib_nr_channel_entry_t& entry, const std::vector<std::uint32_t>& slots,
-                                         std::uint64_t cells, std::uint64_t cells_outside)
+                                         const lib_nr_cell_count_t& cells)
 {
     const auto place = _place_of(entry);
     if (!place)
         return;
     lib_nr_entry_record_t& record = m_record.entries[*place];
-    if (cells != 0)
+    if (cells.inside != 0)
         record.slots.insert(record.slots.end(), slots.begin(), slots.end());
-    record.cells += cells;
-    record.cells_outside += cells_outside;
+    record.cells += cells.inside;
+    record.cells_outside += cells.outside;
 }
 
 void lib_nr_phy_recorder_t::note_stop(const lib_nr_channel_entry_t& entry, unsigned int stopped_by)
@@ -108,7 +108,7 @@ lib_nr_silence_t lib_nr_phy_recorder_t::_silence_of(const lib_nr_entry_record_t&
 {
     const std::string_view channel = entry.channel;
     const bool is_shared = channel == "PDSCH" || channel == "PUSCH";
-    if (entry.cells != 0)
+    if (!entry.slots.empty())
         return LIB_NR_SILENCE_NONE;
     if (entry.silence != LIB_NR_SILENCE_SLOT)
         return entry.silence;
@@ -116,6 +116,8 @@ lib_nr_silence_t lib_nr_phy_recorder_t::_silence_of(const lib_nr_entry_record_t&
         return LIB_NR_SILENCE_FAILED;
     if (entry.stopped_by)
         return LIB_NR_SILENCE_STOPPED;
+    if (entry.cells != 0) // all behind the waveform's end
+        return LIB_NR_SILENCE_SLOT;
     if (entry.cells_outside != 0)
         return LIB_NR_SILENCE_GRID;
     if (!state.is_called || (channel == "SS/PBCH" && !state.is_marked))

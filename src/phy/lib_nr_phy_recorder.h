@@ -1,6 +1,7 @@
 #pragma once
 
 #include "phy/lib_nr_phy_record.h"
+#include "phy/lib_nr_resource_type.h"
 
 #include <cstddef>
 #include <optional>
@@ -28,9 +29,9 @@ public:
     /// In one of the entry's symbols.
     void note_cut(const lib_nr_channel_entry_t& entry, unsigned int rbs, unsigned int rbs_outside);
     void note_missing_dmrs(const lib_nr_channel_entry_t& entry);
-    /// Slots, or frames of a PRACH burst, counted from the start of the waveform.
-    void note_written(const lib_nr_channel_entry_t& entry, const std::vector<std::uint32_t>& slots, std::uint64_t cells,
-                      std::uint64_t cells_outside);
+    /// Slots, or frames of a PRACH burst, counted from the start of the waveform; those behind its end left out.
+    void note_written(const lib_nr_channel_entry_t& entry, const std::vector<std::uint32_t>& slots,
+                      const lib_nr_cell_count_t& cells);
     /// A PRACH burst ahead of the entry kept it out of a frame.
     void note_stop(const lib_nr_channel_entry_t& entry, unsigned int stopped_by);
     void note_conflict(const lib_nr_entry_conflict_t& conflict);

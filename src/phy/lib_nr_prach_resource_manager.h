@@ -1,6 +1,7 @@
 #pragma once
 
 #include "common/nr_mod_lib_export.h"
+#include "phy/lib_nr_resource_type.h"
 #include "phy_common/lib_nr_new_prach_ofdm_modulator.h"
 #include "phy_common/lib_nr_numerology_type.h"
 #include "phy_common/lib_nr_prach_type.h"
@@ -39,13 +40,6 @@ struct lib_nr_prach_resource_mapping_t
     std::vector<double> end_frequencies_hz;
 };
 
-/// Cells of a burst that went into its grid, and that lay outside and were left out.
-struct prach_written_t
-{
-    std::uint64_t cells = 0;
-    std::uint64_t cells_outside = 0;
-};
-
 /// The grid of one PRACH burst, a row per preamble symbol and a column per PRACH subcarrier, and the view of where the
 /// bursts lie. One for the process, shared by all engines.
 class NR_MOD_LIB_EXPORT lib_nr_prach_resource_manager_t
@@ -68,8 +62,8 @@ public:
     const lib_nr_prach_resource_mapping_t& get_resource_mapping() const { return m_resource_mapping; }
     std::vector<std::vector<std::complex<double>>>& get_prach_payload_mapping() { return m_payload_mapping; }
     /// What the burst's process wrote, and what it found out for the modulator.
-    void set_written(const prach_written_t& written) { m_written = written; }
-    const prach_written_t& get_written() const { return m_written; }
+    void set_written_cells(const lib_nr_cell_count_t& cells) { m_written_cells = cells; }
+    const lib_nr_cell_count_t& get_written_cells() const { return m_written_cells; }
     prach_ofdm_info_param_t& get_prach_ofdm_info() { return m_ofdm_info; }
 
 private:
@@ -80,7 +74,7 @@ private:
     prach_resource_param_t m_param;
     lib_nr_prach_resource_mapping_t m_resource_mapping;
     std::vector<std::vector<std::complex<double>>> m_payload_mapping;
-    prach_written_t m_written;
+    lib_nr_cell_count_t m_written_cells;
     prach_ofdm_info_param_t m_ofdm_info;
 };
 

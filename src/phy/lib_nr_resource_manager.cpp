@@ -378,10 +378,10 @@ lib_nr_cell_count_t lib_nr_channel_resource_manager_t::_store_run(const lib_nr_r
     const std::size_t width = run.symbol < payload.size() ? payload[run.symbol].size() : 0;
     const lib_nr_clipped_run_t part = clip_to(run, payload.size(), width);
     const lib_nr_cell_count_t stored = split_cells(run, part);
-    m_written_at_work->cells_outside += stored.outside;
+    m_written_at_work->cells += stored;
     if (part.run.count == 0)
         return stored;
-    note_written(run.symbol, part.run.count);
+    _note_slot(run.symbol);
     std::complex<double>* const cells =
         payload[run.symbol].data() + static_cast<std::size_t>(part.run.first_subcarrier);
     values += part.left_out_ahead;
@@ -458,9 +458,8 @@ std::map<std::uint32_t, lib_nr_resource_written_t> lib_nr_channel_resource_manag
 }
 
 /// A slot counts once for what is written to it in a row.
-void lib_nr_channel_resource_manager_t::note_written(std::uint32_t symbol, std::uint32_t cells)
+void lib_nr_channel_resource_manager_t::_note_slot(std::uint32_t symbol)
 {
-    m_written_at_work->cells += cells;
     if (symbol < m_slot_end && symbol >= m_slot_end - m_slot_symbol_number)
         return;
     const std::uint32_t slot = symbol / m_slot_symbol_number;

@@ -50,24 +50,8 @@ struct lib_nr_resource_element_index_t
 /// What an entry of a channel wrote into the payload map.
 struct lib_nr_resource_written_t
 {
-    std::uint64_t cells = 0;
-    std::uint64_t cells_outside = 0;  ///< that lay outside the map and were left out
+    lib_nr_cell_count_t cells;
     std::vector<std::uint32_t> slots; ///< of the frame, in which cells were written, in that order
-};
-
-/// Cells of runs, by what became of them.
-struct lib_nr_cell_count_t
-{
-    std::uint64_t inside = 0;
-    std::uint64_t outside = 0; ///< of the grid
-
-    std::uint64_t all() const { return inside + outside; }
-    lib_nr_cell_count_t& operator+=(const lib_nr_cell_count_t& other)
-    {
-        inside += other.inside;
-        outside += other.outside;
-        return *this;
-    }
 };
 
 /// The grid of one frame of one numerology: which channel owns each resource element (resource map), and the symbols
@@ -175,9 +159,9 @@ public:
     std::vector<lib_nr_resource_cut_t> get_cuts() const;
     /// Runs marked since the last initialisation.
     std::size_t get_mark_number() const { return m_marks.get_number(); }
-    /// Counts cells of a symbol of the frame that the entry at work has written by hand; runs count by themselves.
-    void note_written(std::uint32_t symbol, std::uint32_t cells);
-    /// What was written since the last call, by entry.
+    /// Counts cells that the entry at work has no place for, and gives no run.
+    void leave_out(std::uint64_t cells) { m_written_at_work->cells.outside += cells; }
+    /// What was written or added since the last call, by entry.
     std::map<std::uint32_t, lib_nr_resource_written_t> take_written();
 
 private:
@@ -195,6 +179,7 @@ private:
     bool _mark_cell(std::uint32_t symbol, std::uint32_t subcarrier, lib_nr_channel_resource_mapping_type_t type,
                     std::uint8_t& cell);
     void _check_mapped(std::uint32_t symbol, std::uint64_t subcarrier) const;
+    void _note_slot(std::uint32_t symbol);
     template <class value_t, class store_t>
     lib_nr_cell_count_t _store_run(const lib_nr_resource_run_t& run, const value_t* values, payload_map_t& payload,
                                    store_t store);

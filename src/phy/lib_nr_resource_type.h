@@ -36,4 +36,19 @@ struct lib_nr_clipped_run_t
     std::uint32_t left_out_ahead = 0; ///< cells below the grid: the part's first cell is the run's cell of this index
 };
 
+/// Cells of runs, by what became of them.
+struct lib_nr_cell_count_t
+{
+    std::uint64_t inside = 0;
+    std::uint64_t outside = 0; ///< of the grid
+
+    std::uint64_t all() const { return inside + outside; }
+    lib_nr_cell_count_t& operator+=(const lib_nr_cell_count_t& other)
+    {
+        inside += other.inside;
+        outside += other.outside;
+        return *this;
+    }
+};
+
 } // namespace vek::nr_mod_lib

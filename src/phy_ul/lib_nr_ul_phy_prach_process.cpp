@@ -113,16 +113,16 @@ void lib_nr_ul_phy_prach_process_t::_nr_ul_phy_prach_encode_map()
     const std::size_t row_number =
         common_t::get_num_ofdm_symbols(m_preamble.format, m_configuration_table, m_configuration_idx);
     const auto first_column = static_cast<std::size_t>(_get_first_column());
-    prach_written_t written;
+    lib_nr_cell_count_t written;
     for (std::size_t row = first_row; row < std::min(first_row + row_number, rows.size()); ++row) {
         const std::size_t room = rows[row].size() - std::min(rows[row].size(), first_column);
         const std::size_t inside = std::min(room, m_sequence.size());
         for (std::size_t i = 0; i < inside; ++i)
             rows[row][first_column + i] = amplitude * m_sequence[i];
-        written.cells += inside;
-        written.cells_outside += m_sequence.size() - inside;
+        written.inside += inside;
+        written.outside += m_sequence.size() - inside;
     }
-    grid().set_written(written);
+    grid().set_written_cells(written);
     _get_prach_general_ofdm_info(grid().get_prach_ofdm_info());
 }
 

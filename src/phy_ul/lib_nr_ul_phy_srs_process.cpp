@@ -145,6 +145,8 @@ bool lib_nr_ul_phy_srs_process_t::nr_ul_phy_srs_encode_map(unsigned int slot)
     _list_symbols(slot);
     for (const symbol_t& symbol : m_symbols)
         grid().write_run(symbol.run, _nr_ul_phy_srs_sequence_gen(symbol.u, symbol.v).data(), m_amplitude);
+    if (m_has_port)
+        grid().leave_out((m_N_symb - m_symbols.size()) * (m_subcarriers / (m_p_f * m_K_TC)));
     return true;
 }
 

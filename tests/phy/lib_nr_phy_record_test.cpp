@@ -17,6 +17,7 @@ using steps_t = std::vector<std::string>;
 
 const std::string k_narrow = ".channel_bandwidth=LIB_NR_CHANNEL_FR1_20M";
 const std::string k_block = ".dl_ssb.enable=true";
+const std::string k_pusch = ".ul_pusch[0].enable=true";
 const std::string k_srs = ".ul_srs[0].enable=true";
 const std::string k_uplink = ".carrier_type=LIB_NR_UPLINK";
 
@@ -69,7 +70,7 @@ TEST(lib_nr_phy_record, counts_the_cells_and_slots_that_the_payload_map_holds)
         {"PDCCH", 0, {k_narrow, "frame_number=2", ".dl_dci[0].enable=true"}},
         {"PDSCH", 4, {k_narrow, k_block, ".dl_pdsch[0].slot_allocation=0:2", ".dl_pdsch[0].enable=true"}},
         {"PUCCH", 0, {k_uplink, k_narrow, ".ul_pucch[0].allocated_slots=2,5", ".ul_pucch[0].enable=true"}},
-        {"PUSCH", 0, {k_uplink, k_narrow, ".ul_pusch[0].slot_allocation=4", ".ul_pusch[0].enable=true"}},
+        {"PUSCH", 0, {k_uplink, k_narrow, ".ul_pusch[0].slot_allocation=4", k_pusch}},
         {"SRS", 0, {k_uplink, "frame_number=2", ".ul_srs[0].c_srs=63", ".ul_srs[0].n_shift=20", k_srs}},
     };
     for (const row_t& row : rows) {
@@ -104,7 +105,12 @@ TEST(lib_nr_phy_record, tells_why_an_entry_is_silent)
          {".dl_pdsch[0].ra_type=LIB_NR_SCH_RA_TYPE0", ".dl_pdsch[0].rbg_bitmap=0", ".dl_pdsch[0].enable=true"}},
         {LIB_NR_SILENCE_GRID, {k_uplink, k_narrow, ".ul_srs[0].n_shift=60", k_srs}},
         {LIB_NR_SILENCE_GRID, {prach, ".channel_bandwidth=LIB_NR_CHANNEL_FR1_5M", ".ul_prach[0].n_RA_start=11"}},
+        {LIB_NR_SILENCE_GRID,
+         {k_uplink, wide, ".dl_bwp[0].scs=LIB_NR_SCS_60K", ".dl_bwp[0].cp_type=LIB_NR_EXTEND_CP", extended,
+          ".ul_srs[0].l_offset=13", k_srs}},
         {LIB_NR_SILENCE_SLOT, {prach, ".ul_prach[0].configuration_idx=13"}},
+        {LIB_NR_SILENCE_SLOT, {prach, "subframes_number=1"}},
+        {LIB_NR_SILENCE_SLOT, {k_uplink, "subframes_number=3", ".ul_pusch[0].slot_allocation=6", k_pusch}},
         {LIB_NR_SILENCE_STOPPED, {prach, "add carrier[0].ul_prach", ".ul_prach[0].enable=false"}},
     };
     for (const auto& [silence, steps] : rows) {

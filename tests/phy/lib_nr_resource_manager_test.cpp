@@ -236,6 +236,8 @@ TEST(lib_nr_resource_manager, writes_adds_and_counts_the_part_of_runs_that_lies_
                                                      {140, 0, 6}, {9, -2000000000, 6}, {11, 12, 6}, {13, -9, 6, 2}};
     std::size_t inside = 0;
     std::size_t next = 0;
+    grid().take_written();
+    grid().set_entry_at_work(2);
     for (const lib_nr_resource_run_t& run : runs) {
         grid().write_run(run, values.data(), 0.5);
         for (int i = 0; i < 6; ++i, ++next) {
@@ -249,6 +251,9 @@ TEST(lib_nr_resource_manager, writes_adds_and_counts_the_part_of_runs_that_lies_
         }
         EXPECT_EQ(grid().get_payload_mapping(), expected) << run.symbol;
     }
+    const lib_nr_resource_written_t written = grid().take_written().at(2);
+    EXPECT_TRUE(written.cells.inside == inside && written.cells.all() == 8 * 6);
+    EXPECT_EQ(written.slots, (std::vector<std::uint32_t>{0, 9, 0}));
     EXPECT_TRUE(grid().count(runs).inside == inside && grid().count(runs).all() == 8 * 6);
 
     grid().init_payload_mapping();
