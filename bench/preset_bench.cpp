@@ -30,5 +30,17 @@ BENCHMARK_CAPTURE(
     [](cfg_nr_carrier_t& carrier) { carrier.deal_test_model(); });
 BENCHMARK_CAPTURE(preset, dl_frc, choose_nothing,
                   [](cfg_nr_carrier_t& carrier) { carrier.deal_dl_fixed_reference_channels(); });
+BENCHMARK_CAPTURE(
+    preset, ul_frc,
+    [](cfg_nr_carrier_t& carrier) {
+        carrier.get_ul_frc()->set_fixed_reference_channels(LIB_NR_FR1_FRC_A_3);
+        carrier.get_ul_frc()->set_frc_reference_channels(LIB_NR_G_FR1_A3_28);
+        carrier.get_ul_frc()->set_bandwidth(LIB_NR_CHANNEL_FR1_100M);
+    },
+    [](cfg_nr_carrier_t& carrier) { carrier.deal_ul_fixed_reference_channels(); });
+BENCHMARK_CAPTURE(preset, ul_rmc, choose_nothing,
+                  [](cfg_nr_carrier_t& carrier) { carrier.deal_ul_reference_measurement_channels(); });
+BENCHMARK_CAPTURE(preset, pucch_test_model, choose_nothing,
+                  [](cfg_nr_carrier_t& carrier) { carrier.get_pucch_test_model()->apply_test_model(); });
 
 } // namespace

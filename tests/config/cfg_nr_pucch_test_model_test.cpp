@@ -5,7 +5,7 @@
 #include "receiver/bits.h"
 #include "receiver/pucch_receiver.h"
 #include "support/generated.h"
-#include "support/presets.h"
+#include "support/preset_choices.h"
 #include "support/settings.h"
 #include "support/test_grid.h"
 
@@ -15,7 +15,6 @@
 #include <cstdint>
 #include <gtest/gtest.h>
 #include <optional>
-#include <set>
 #include <string>
 #include <vector>
 
@@ -76,46 +75,38 @@ void expect_told(cfg_nr_waveform_t& waveform)
     EXPECT_EQ(test.get_intra_slot_frequency_hopping(), test.get_symbol_num() > 1 && type < 7);
 }
 
+// The texts are held by their 64-bit FNV-1a.
 TEST(cfg_nr_pucch_test_model, every_choice_configures_the_carrier_as_its_text_tells)
 {
     constexpr std::array<std::uint64_t, k_tests> k_texts = {
         0x12b60d9f1cd1488bu, 0x1e89b85f38aab93eu, 0xb91da0a5b63014e0u, 0x0b7d75cfa1b54f84u, 0xdb0292e7134baa79u,
         0xd80da2b2174d113fu, 0x0296f912829412e4u, 0x0d996ddb6cd7014bu, 0xd19bb2b26322cd0bu, 0xe617aef3b2b09366u,
         0xad21a8fcf4e1c461u, 0xed15db5deb2871e7u, 0x5a3cf5ec4f669ce0u, 0x1799157fba09c199u};
-    std::set<std::string> printed;
+    const nr_test::preset_family_t family = {"pucch_test_model",
+                                             {{"test_model_type", {}},
+                                              {"subcarrier_spacing", {}},
+                                              {"bandwidth", {}},
+                                              {"duplex_type", {}},
+                                              {"number_of_symbols", {"1", "2"}},
+                                              {"format3_test_type", {}},
+                                              {"additional_dmes_state", {"false", "true"}}}};
     unsigned int choices = 0;
-    for (unsigned int i = 0; i < k_tests * 4 * 8 * 32; ++i) {
-        const nr_test::captured_output_t output;
-        cfg_nr_waveform_t waveform;
-        waveform.set_nr_ntn(i / 4 / 8 / 16 / k_tests != 0);
-        cfg_nr_pucch_test_model_t& test = *waveform.get_carrier(0)->get_pucch_test_model();
-        test.set_test_model_type(static_cast<lib_nr_pucch_test_model_t>(i / 512 % k_tests));
-        const auto spacing = static_cast<lib_nr_pucch_test_model_subcarrier_spacing_t>(i / 128 % 4);
-        const auto bandwidth = static_cast<lib_nr_pucch_test_model_bandwidth_t>(i / 16 % 8);
-        test.set_subcarrier_spacing(spacing);
-        test.set_bandwidth(bandwidth);
-        if (test.get_subcarrier_spacing() != spacing || test.get_bandwidth() != bandwidth)
-            continue;
-        test.set_duplex_type(static_cast<lib_nr_duplex_type_t>(i % 2));
-        test.set_number_of_symbols(1 + i / 2 % 2);
-        test.set_format3_test_type(static_cast<lib_nr_pucch_format3_test_model_type_t>(i / 4 % 2));
-        test.set_additional_dmes_state(i / 8 % 2 != 0);
-        SCOPED_TRACE(i);
-        EXPECT_TRUE(test.apply_test_model());
-        expect_told(waveform);
-        ++choices;
-        std::uint64_t text = 0xcbf29ce484222325u;
-        for (const char* letter = test.get_display_infomation(); *letter != '\0'; ++letter)
-            text = (text ^ static_cast<unsigned char>(*letter)) * 0x100000001b3u;
-        EXPECT_EQ(text, k_texts[test.get_test_model_type()]);
-        for (const std::string& line : nr_test::surprises(output.text()))
-            printed.insert(line);
-        if (HasFailure())
-            return;
-    }
+    for (const bool ntn : {false, true})
+        for (const nr_test::steps_t& choice : nr_test::every_choice(family, ntn)) {
+            SCOPED_TRACE(testing::PrintToString(choice));
+            cfg_nr_waveform_t waveform;
+            EXPECT_EQ(nr_test::unexpected_of_presets(nr_test::take(waveform, choice), ntn), "");
+            expect_told(waveform);
+            ++choices;
+            const cfg_nr_pucch_test_model_t& test = *waveform.get_carrier(0)->get_pucch_test_model();
+            std::uint64_t text = 0xcbf29ce484222325u;
+            for (const char* letter = test.get_display_infomation(); *letter != '\0'; ++letter)
+                text = (text ^ static_cast<unsigned char>(*letter)) * 0x100000001b3u;
+            EXPECT_EQ(text, k_texts[test.get_test_model_type()]);
+            if (HasFailure())
+                return;
+        }
     EXPECT_EQ(choices, 3488u);
-    for (const std::string& line : printed)
-        ADD_FAILURE() << line;
 }
 
 /// What the slots say, decoded, in their order.
@@ -187,36 +178,26 @@ TEST(cfg_nr_pucch_test_model, uci_of_every_test_is_decoded)
 
 TEST(cfg_nr_pucch_test_model, choices_stay_within_what_the_test_offers)
 {
-    nr_test::waveform_of_t waveform({});
-    const std::string scs = "LIB_NR_TEST_MODEL_SCS_";
-    const auto row = [&](const char* name, const std::string& asked, const std::string& stored, bool changed) {
-        nr_test::run_rows(waveform, {{name, asked.c_str(), stored.c_str(), changed}}, "carrier[0].pucch_test_model");
-    };
-    const auto bandwidth = [&](const std::string& stored) {
-        EXPECT_EQ(nr_test::value_of(waveform, "carrier[0].pucch_test_model.bandwidth"),
-                  "LIB_NR_TEST_MODEL_BANDWIDTH_" + stored);
-    };
-    row("subcarrier_spacing", scs + "15K", scs + "15K", true);
-    bandwidth("FR1_20MHZ");
-    row("subcarrier_spacing", scs + "60K", scs + "60K", true);
-    bandwidth("FR2_50MHZ");
-    row("subcarrier_spacing", scs + "120K", scs + "120K", true);
-    bandwidth("FR2_100MHZ");
-    const std::string interlaced = "TS_38_141_839_UCI_BLER_PERFORMANCE_FOR_INTERLACED_PUCCH_FORMAT_2";
-    const std::string first = "TS_38_141_831_ACK_MISSED_DETECTION_FOR_PUCCH_FORMAT_0";
-    row("duplex_type", "LIB_NR_DUPLEX_TYPE_TDD", "LIB_NR_DUPLEX_TYPE_TDD", true);
-    row("test_model_type", interlaced, interlaced, true);
-    row("subcarrier_spacing", scs + "60K", scs + "30K", false);
-    bandwidth("FR1_20MHZ");
-    row("test_model_type", first, first, true);
-    row("subcarrier_spacing", scs + "30K", scs + "30K", false);
-    bandwidth("FR1_20MHZ");
-    row("number_of_symbols", "5", "2", true);
-    row("number_of_symbols", "0", "1", true);
-    row("number_of_downlink_slots", "4294967295", "10", true); // a pattern of the spacing that the clamp gave
-    row("number_of_uplink_slots", "0", "1", true);
-    row("number_of_downlink_slots", "0", "0", true);
-    row("number_of_uplink_slots", "4294967295", "10", true);
+    cfg_nr_waveform_t waveform;
+    cfg_nr_pucch_test_model_t& test = *waveform.get_carrier(0)->get_pucch_test_model();
+    EXPECT_TRUE(test.set_subcarrier_spacing(LIB_NR_TEST_MODEL_SCS_15K));
+    EXPECT_EQ(test.get_bandwidth(), LIB_NR_TEST_MODEL_BANDWIDTH_FR1_20MHZ);
+    EXPECT_TRUE(test.set_subcarrier_spacing(LIB_NR_TEST_MODEL_SCS_60K));
+    EXPECT_EQ(test.get_bandwidth(), LIB_NR_TEST_MODEL_BANDWIDTH_FR2_50MHZ);
+    EXPECT_FALSE(test.set_bandwidth(LIB_NR_TEST_MODEL_BANDWIDTH_FR1_5MHZ));
+    test.set_duplex_type(LIB_NR_DUPLEX_TYPE_TDD);
+    EXPECT_TRUE(test.set_test_model_type(TS_38_141_839_UCI_BLER_PERFORMANCE_FOR_INTERLACED_PUCCH_FORMAT_2));
+    EXPECT_FALSE(test.set_subcarrier_spacing(LIB_NR_TEST_MODEL_SCS_60K));
+    test.set_test_model_type(TS_38_141_835_UCI_BLER_PERFORMANCE_FOR_PUCCH_FORMAT_4);
+    EXPECT_EQ(test.get_subcarrier_spacing(), LIB_NR_TEST_MODEL_SCS_30K);
+    EXPECT_EQ(test.get_bandwidth(), LIB_NR_TEST_MODEL_BANDWIDTH_FR1_20MHZ);
+    EXPECT_TRUE(test.set_number_of_symbols(5));
+    EXPECT_EQ(test.get_number_of_symbols(), 2u);
+    EXPECT_TRUE(test.set_number_of_symbols(0));
+    test.set_number_of_downlink_slots(0xFFFFFFFF);
+    EXPECT_EQ(test.get_number_of_downlink_slots(), 10u) << "the pattern follows the spacing that the clamp gave";
+    EXPECT_TRUE(test.set_number_of_uplink_slots(0));
+    EXPECT_EQ(test.get_number_of_uplink_slots(), 1u);
 }
 
 TEST(cfg_nr_pucch_test_model, is_sent_in_the_uplink_slots_of_the_pattern)

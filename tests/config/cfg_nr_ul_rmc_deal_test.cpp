@@ -2,14 +2,13 @@
 #include "phy_common/lib_nr_phy_common.h"
 #include "receiver/bits.h"
 #include "support/generated.h"
-#include "support/presets.h"
+#include "support/preset_choices.h"
 #include "support/settings.h"
 #include "support/shared_channel.h"
 #include "support/test_grid.h"
 
 #include <algorithm>
 #include <gtest/gtest.h>
-#include <set>
 #include <string>
 #include <utility>
 #include <vector>
@@ -138,8 +137,8 @@ unsigned int sent_of(unsigned int number, unsigned int room, bool precoded)
                         : rules_t{room, false, false, false, true, false, false, false, 1}.R(std::min(number, room));
 }
 
-/// What a choice that asked for x comes to; applied, with what that printed.
-void expect_told(cfg_nr_waveform_t& waveform, unsigned int x, std::set<std::string>& printed)
+/// What a choice that asked for x comes to, and the PUSCH with it.
+void expect_told(cfg_nr_waveform_t& waveform, unsigned int x)
 {
     cfg_nr_carrier_t& carrier = *waveform.get_carrier(0);
     const cfg_nr_ul_rmc_t& rmc = *carrier.get_ul_rmc();
@@ -148,10 +147,6 @@ void expect_told(cfg_nr_waveform_t& waveform, unsigned int x, std::set<std::stri
     EXPECT_EQ(std::pair(rmc.get_rb_offset(), rmc.get_rb_number()), rules(allocation));
     const bool is_cut = allocation >= 9 && allocation <= 11 && rmc.get_rb_number() < rules.R(x);
     EXPECT_EQ(rmc.get_x_rb(), allocation == 8 || is_cut ? rmc.get_rb_number() : x);
-    const nr_test::captured_output_t output;
-    carrier.deal_ul_reference_measurement_channels();
-    for (const std::string& line : nr_test::surprises(output.text()))
-        printed.insert(line);
     const cfg_nr_ul_sch_t& sch = *carrier.get_ul_pusch(0);
     EXPECT_EQ(carrier.get_channel_bandwidth(), rmc.get_bandwidth());
     EXPECT_EQ(carrier.get_numerology(), rmc.get_numerology());
@@ -170,93 +165,72 @@ void expect_told(cfg_nr_waveform_t& waveform, unsigned int x, std::set<std::stri
 
 TEST(cfg_nr_ul_rmc_deal, every_choice_configures_a_fresh_carrier_by_its_rules)
 {
-    std::set<std::string> printed;
-    unsigned int choices = 0;
-    const auto apply = [&](bool ntn, unsigned int x, const auto& choose) {
-        const nr_test::captured_output_t silence;
+    const nr_test::preset_family_t all = {"ul_rmc",
+                                          {{"bandwidth", {}},
+                                           {"numerology", {}},
+                                           {"enable_transfer_precoding", {"true", "false"}},
+                                           {"modulation", {}},
+                                           {"modified_mpr_behaviour", {"false", "true"}},
+                                           {"rmc_rb_allocation", {}},
+                                           {"duplex_type", {}}}};
+    const std::string fr2 = "LIB_NR_CHANNEL_FR2_1_";
+    const nr_test::preset_family_t of_x = {"ul_rmc",
+                                           {{"bandwidth", {fr2 + "50M", fr2 + "100M", fr2 + "200M", fr2 + "400M"}},
+                                            {"numerology", {}},
+                                            {"enable_transfer_precoding", {"true", "false"}},
+                                            {"modified_mpr_behaviour", {"false", "true"}},
+                                            {"rmc_rb_allocation",
+                                             {"LIB_NR_UL_RMC_OUTER_XRB_LEFT", "LIB_NR_UL_RMC_OUTER_XRB_RIGHT",
+                                              "LIB_NR_UL_RMC_INNER_XRB_LEFT", "LIB_NR_UL_RMC_INNER_XRB_RIGHT"}},
+                                            {"x_rb", {"7", "300"}}}};
+    std::vector<nr_test::steps_t> choices = nr_test::every_choice(all, false);
+    for (const auto& more : {nr_test::every_choice(all, true), nr_test::every_choice(of_x, false)})
+        choices.insert(choices.end(), more.begin(), more.end());
+    for (const nr_test::steps_t& choice : choices) {
+        SCOPED_TRACE(testing::PrintToString(choice));
+        const std::string last = choice[choice.size() - 2];
+        const std::size_t x_rb = last.find("x_rb=");
         cfg_nr_waveform_t waveform;
-        waveform.set_nr_ntn(ntn);
-        choose(*waveform.get_carrier(0)->get_ul_rmc());
-        expect_told(waveform, x, printed);
-        ++choices;
-    };
-    for (const bool ntn : {false, true}) {
-        cfg_nr_waveform_t lists;
-        lists.set_nr_ntn(ntn);
-        cfg_nr_ul_rmc_t& offered = *lists.get_carrier(0)->get_ul_rmc();
-        for (const auto bandwidth : offered.get_valid_bandwidth_list()) {
-            offered.set_bandwidth(bandwidth);
-            for (const auto numerology : offered.get_valid_numerology_list())
-                for (const auto allocation : offered.get_valid_rmc_rb_allocation_list())
-                    for (const bool precoded : {true, false}) {
-                        offered.set_enable_transfer_precoding(precoded);
-                        for (const auto modulation : offered.get_valid_modulation_list())
-                            for (const bool modified : {false, true})
-                                for (const unsigned int x : {1u, 7u, 300u}) {
-                                    if (x > 1 && (allocation < LIB_NR_UL_RMC_OUTER_XRB_LEFT ||
-                                                  allocation > LIB_NR_UL_RMC_INNER_XRB_RIGHT))
-                                        continue;
-                                    SCOPED_TRACE(testing::Message() << ntn << ' ' << bandwidth << ' ' << numerology
-                                                                    << ' ' << allocation << ' ' << precoded << ' '
-                                                                    << modulation << ' ' << modified << ' ' << x);
-                                    apply(ntn, x, [&](cfg_nr_ul_rmc_t& rmc) {
-                                        rmc.set_bandwidth(bandwidth);
-                                        rmc.set_numerology(numerology);
-                                        rmc.set_enable_transfer_precoding(precoded);
-                                        rmc.set_modulation(modulation);
-                                        rmc.set_modified_mpr_behaviour(modified);
-                                        rmc.set_rmc_rb_allocation(allocation);
-                                        rmc.set_x_rb(x);
-                                        const auto duplex = rmc.get_valid_duplex_type_list();
-                                        rmc.set_duplex_type(duplex[choices % duplex.size()]);
-                                    });
-                                    if (HasFailure())
-                                        return;
-                                }
-                    }
-        }
+        EXPECT_EQ(nr_test::unexpected_of_presets(nr_test::take(waveform, choice), false), "");
+        expect_told(waveform, x_rb == std::string::npos ? 1 : std::stoul(last.substr(x_rb + 5)));
+        if (HasFailure())
+            return;
     }
-    EXPECT_EQ(choices, 9380u);
-    for (const std::string& line : printed)
-        ADD_FAILURE() << line;
+    EXPECT_EQ(choices.size(), 0u);
 }
 
 TEST(cfg_nr_ul_rmc_deal, narrow_channels_of_every_allocation_are_decoded)
 {
     unsigned int decoded = 0;
     for (const std::string bandwidth : {"FR1_5M", "FR2_1_50M"}) {
-        cfg_nr_waveform_t lists;
-        const nr_test::captured_output_t silence;
-        nr_test::take(lists, {"carrier[0].ul_rmc.bandwidth=LIB_NR_CHANNEL_" + bandwidth});
-        for (const auto allocation : lists.get_carrier(0)->get_ul_rmc()->get_valid_rmc_rb_allocation_list())
-            for (const bool precoded : {false, true}) {
-                SCOPED_TRACE(testing::Message() << bandwidth << ' ' << allocation << ' ' << precoded);
-                nr_test::waveform_of_t waveform({"carrier[0].ul_rmc.bandwidth=LIB_NR_CHANNEL_" + bandwidth});
-                cfg_nr_carrier_t& carrier = *waveform.get_carrier(0);
-                cfg_nr_ul_rmc_t& rmc = *carrier.get_ul_rmc();
-                rmc.set_enable_transfer_precoding(precoded);
-                rmc.set_numerology(rmc.get_valid_numerology_list().back());
-                const auto modulations = rmc.get_valid_modulation_list();
-                rmc.set_modulation(modulations[decoded % modulations.size()]);
-                rmc.set_rmc_rb_allocation(allocation);
-                rmc.set_x_rb(5);
-                carrier.deal_ul_reference_measurement_channels();
-                carrier.set_baseband_filter(false);
-                const nr_test::generated_t generated = nr_test::generate(waveform);
-                EXPECT_EQ(generated.output.find("error!!!"), std::string::npos);
-                const auto& manager = waveform.get_waveform_manager().get_carrier(0);
-                const auto slot = static_cast<unsigned int>(manager.get_ul_sch(0).get_slot_allocation_v().front());
-                const auto rows =
-                    nr_test::demodulate_frame(generated.samples, generated.setup,
-                                              nr_test::test_grid_t::grid().get_mapped_subcarrier_number(), 0.0, 0);
-                const auto channel = nr_test::pusch_channel_of(manager, 0, slot);
-                const auto received =
-                    nr_test::receive_sch_slot(channel, rows, slot, [](unsigned int, unsigned int) { return false; });
-                EXPECT_LT(received.error, 1e-6);
-                EXPECT_EQ(nr_test::decode_sch({channel}, {received}),
-                          nr_test::data_source_t(LIB_NR_PN9).take(nr_test::transport_block_size(channel)));
-                ++decoded;
-            }
+        const nr_test::preset_family_t family = {"ul_rmc",
+                                                 {{"bandwidth", {"LIB_NR_CHANNEL_" + bandwidth}},
+                                                  {"enable_transfer_precoding", {"true", "false"}},
+                                                  {"rmc_rb_allocation", {}},
+                                                  {"x_rb", {"5"}}}};
+        for (const nr_test::steps_t& choice : nr_test::every_choice(family, false)) {
+            SCOPED_TRACE(testing::PrintToString(choice));
+            nr_test::waveform_of_t waveform(choice);
+            cfg_nr_carrier_t& carrier = *waveform.get_carrier(0);
+            const auto modulations = carrier.get_ul_rmc()->get_valid_modulation_list();
+            carrier.get_ul_rmc()->set_modulation(modulations[decoded % modulations.size()]);
+            carrier.get_ul_rmc()->set_numerology(carrier.get_ul_rmc()->get_valid_numerology_list().back());
+            nr_test::take(waveform, {"apply carrier[0].ul_rmc", "carrier[0].baseband_filter=false"});
+            const nr_test::generated_t generated = nr_test::generate(waveform);
+            EXPECT_EQ(generated.output.find("error!!!"), std::string::npos);
+            const auto& manager = waveform.get_waveform_manager().get_carrier(0);
+            const auto slot = static_cast<unsigned int>(manager.get_ul_sch(0).get_slot_allocation_v().front());
+            const auto rows =
+                nr_test::demodulate_frame(generated.samples, generated.setup,
+                                          nr_test::test_grid_t::grid().get_mapped_subcarrier_number(), 0.0, 0);
+            const auto channel = nr_test::pusch_channel_of(manager, 0, slot);
+            const auto received =
+                nr_test::receive_sch_slot(channel, rows, slot, [](unsigned int, unsigned int) { return false; });
+            EXPECT_LT(received.error, 1e-6);
+            EXPECT_EQ(nr_test::decode_sch({channel}, {received}),
+                      nr_test::data_source_t(LIB_NR_PN9).take(nr_test::transport_block_size(channel)));
+            ++decoded;
+        }
     }
     EXPECT_EQ(decoded, 2u * (8 + 16));
 }

@@ -393,16 +393,22 @@ TEST_F(nrwave_program, lists_presets_as_they_can_be_chosen)
                                       "LIB_NR_SCS_60K, LIB_NR_SCS_120K, LIB_NR_SCS_480K, LIB_NR_SCS_960K; "
                                       "LIB_NR_DUPLEX_TYPE_TDD\n"),
               std::string::npos);
+    const std::map<std::string, std::string> rows = {{"dl_tm", ".test_model="},
+                                                     {"dl_frc", ".fixed_reference_channels="},
+                                                     {"ul_frc", ".frc_reference_channels="},
+                                                     {"ul_rmc", ".rmc_rb_allocation="},
+                                                     {"pucch_test_model", ".test_model_type="}};
     std::string recipe;
     for (const auto& row : nlohmann::json::parse(run("presets --json").out)) {
-        const std::string path = "carrier[0]." + row.at("family").get<std::string>();
-        if (path != "carrier[0].dl_tm" && path != "carrier[0].dl_frc")
-            continue; // held by the walks of their own tests
-        const bool model = path == "carrier[0].dl_tm";
-        const std::string name =
-            path + (model ? ".test_model=" : ".fixed_reference_channels=") + row.at("name").get<std::string>();
+        const std::string family = row.at("family");
+        const std::string value = row.at("name");
+        const std::string path = "carrier[0]." + family;
+        const std::string name = path + rows.at(family) + value;
         const std::string bandwidth = path + ".bandwidth=" + row.at("bandwidths").at(0).get<std::string>();
-        recipe += (model ? bandwidth + '\n' + name : name + '\n' + bandwidth) + "\napply " + path + '\n';
+        if (family == "ul_frc" && value.find("_FR1_A1_") == std::string::npos)
+            continue; // of another family than the default
+        recipe += (family == "dl_tm" || family == "ul_rmc" ? bandwidth + '\n' + name : name + '\n' + bandwidth) +
+                  "\napply " + path + '\n';
     }
     write("all.recipe", recipe);
     EXPECT_EQ(run("get --recipe all.recipe --strict nr_ntn").err, "");

@@ -3,7 +3,10 @@
 #include "host/nrwave_path.h"
 #include "support/captured_output.h"
 
+#include <algorithm>
 #include <gtest/gtest.h>
+#include <iterator>
+#include <sstream>
 
 namespace nr_test
 {
@@ -43,6 +46,27 @@ steps_t preset_steps(const std::string& family, const steps_t& settings, bool nt
         steps.push_back(path + '.' + setting);
     steps.push_back("apply " + path);
     return steps;
+}
+
+std::string unexpected_of_presets(const std::string& output, bool ntn)
+{
+    constexpr const char* k_beginnings[] = {"test : ",
+                                            "--------get_carrier_sample_rate()",
+                                            "ibandwith_tmp:",
+                                            "update_by_numerology:60khz invalid",
+                                            "ssb-rb_offset reach limitation",
+                                            "current frequency range within FR2",
+                                            "check_lra:",
+                                            "check_scs_and_format:",
+                                            "validate_prach_and_carrier:"};
+    std::string unexpected;
+    std::istringstream lines(output);
+    for (std::string line; std::getline(lines, line);)
+        if (!line.empty() && !(ntn && line == "cfg_nr_carrier_t::_test_model_pdsch_cfg : Error test model in FDD!") &&
+            std::none_of(std::begin(k_beginnings), std::end(k_beginnings),
+                         [&](const char* beginning) { return line.rfind(beginning, 0) == 0; }))
+            unexpected += line + '\n';
+    return unexpected;
 }
 
 std::vector<steps_t> every_choice(const preset_family_t& family, bool ntn)

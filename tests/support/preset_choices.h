@@ -23,4 +23,8 @@ struct preset_family_t
 /// Such steps for every choice that the lists of a family's façade offer.
 std::vector<steps_t> every_choice(const preset_family_t& family, bool ntn);
 
+/// The lines of an output that taking and applying a choice has no reason for: neither traces nor what plain changes of
+/// bandwidth and spacing print, nor, in NTN mode, that a test model has no FDD.
+std::string unexpected_of_presets(const std::string& output, bool ntn);
+
 } // namespace nr_test
