@@ -1,11 +1,12 @@
 #include "common/lib_common_signal_process.h"
 
+#include "support/noise.h"
+
 #include <gtest/gtest.h>
 
 #include <cmath>
 #include <limits>
 #include <numbers>
-#include <random>
 
 using namespace vek::common_lib;
 
@@ -13,16 +14,6 @@ namespace
 {
 
 using samples_t = std::vector<std::complex<double>>;
-
-samples_t gaussian_noise(std::size_t count, unsigned int seed)
-{
-    std::mt19937_64 random(seed);
-    std::normal_distribution<double> normal;
-    samples_t signal(count);
-    for (std::complex<double>& sample : signal)
-        sample = {normal(random), normal(random)};
-    return signal;
-}
 
 } // namespace
 
@@ -46,7 +37,7 @@ TEST(lib_common_signal_process, mixer_keeps_its_phase_over_millions_of_samples)
 
 TEST(lib_common_signal_process, mixer_leaves_a_signal_alone_without_an_offset)
 {
-    const samples_t original = gaussian_noise(1000, 7);
+    const samples_t original = nr_test::noise(1000, 7);
     const double infinity = std::numeric_limits<double>::infinity();
     for (const auto& [turns, phase] : std::vector<std::pair<double, double>>{
              {0.0, 0.0}, {3.0, 0.0}, {infinity, 0.0}, {0.1, infinity}, {std::nan(""), 0.0}})
@@ -88,7 +79,7 @@ TEST(lib_common_signal_process, burst_is_what_lies_between_the_gaps)
         {1, {{0, 0}}},
     };
     for (const row_t& row : rows) {
-        const samples_t noise = gaussian_noise(row.length, 8);
+        const samples_t noise = nr_test::noise(row.length, 8);
         samples_t signal(row.length);
         for (const auto& [first, last] : row.active)
             std::copy(noise.begin() + static_cast<std::ptrdiff_t>(first),

@@ -7,10 +7,11 @@
 #include "receiver/ofdm_receiver.h"
 #include "support/captured_output.h"
 #include "support/engine_peer.h"
+#include "support/generated.h"
+#include "support/settings.h"
 
 #include <algorithm>
 #include <cmath>
-#include <functional>
 #include <gtest/gtest.h>
 #include <numeric>
 #include <random>
@@ -39,17 +40,10 @@ public:
                 if (std::find(carriers.begin(), carriers.end(), carrier) == carriers.end())
                     return;
                 rows_t& payload = lib_nr_channel_resource_manager_t::get_inst().get_payload_mapping();
-                std::uint64_t bits = 0;
-                unsigned int left = 0;
                 for (auto& row : payload)
                     for (complex_t& cell : row) {
-                        if (left == 0) {
-                            bits = m_random();
-                            left = 32;
-                        }
+                        const auto bits = m_random();
                         cell = {(bits & 1U) ? -M_SQRT1_2 : M_SQRT1_2, (bits & 2U) ? -M_SQRT1_2 : M_SQRT1_2};
-                        bits >>= 2U;
-                        --left;
                     }
                 m_sent[{carrier, frame}] = payload;
             });
@@ -58,7 +52,7 @@ public:
     const rows_t& sent(unsigned int carrier, unsigned int frame) const { return m_sent.at({carrier, frame}); }
 
 private:
-    std::mt19937_64 m_random{7};
+    std::mt19937 m_random{7};
     std::map<std::pair<unsigned int, unsigned int>, rows_t> m_sent;
 };
 
@@ -84,17 +78,6 @@ lib_nr_waveform_configure_manager_t waveform_of(const pair_t& pair)
     waveform.get_carrier(0).set_bandwidth(pair.bandwidth);
     waveform.get_carrier(0).set_numerology(pair.spacing);
     return waveform;
-}
-
-nr_test::ofdm_setup_t setup_of(const lib_nr_waveform_configure_manager_t& waveform, unsigned int carrier = 0)
-{
-    const lib_nr_carrier_configure_manager_t& configuration = waveform.get_carrier(carrier);
-    nr_test::ofdm_setup_t setup;
-    setup.mu = configuration.get_numerology();
-    setup.sample_rate = waveform.get_waveform_sample_rate_hz();
-    setup.extended_prefix = configuration.get_dl_bwp(0).get_cp_type() == LIB_NR_EXTEND_CP;
-    setup.radio_frequency = waveform.get_phase_compensation_enable() ? waveform.get_radio_frequency() : 0;
-    return setup;
 }
 
 unsigned int subcarriers_of(const pair_t& pair)
@@ -152,7 +135,7 @@ TEST(lib_nr_phy, a_full_grid_comes_back_exactly_with_the_filter_off)
                 const auto& samples = engine.get_baseband_signal_data();
                 ASSERT_EQ(samples.size(), waveform.get_waveform_sample_points());
                 const rows_t received =
-                    nr_test::demodulate_frame(samples, setup_of(waveform), subcarriers_of(pair), 0.0, 0);
+                    nr_test::demodulate_frame(samples, nr_test::setup_of(waveform), subcarriers_of(pair), 0.0, 0);
                 EXPECT_LT(largest_error(received, grid.sent(0, 0)), 1e-9)
                     << name_of(pair) << (extended ? ", extended" : "") << (compensated ? ", compensated" : "");
                 ++checked;
@@ -169,8 +152,8 @@ TEST(lib_nr_phy, filter_and_windowing_cost_little_error_in_every_symbol)
         full_grid_t grid(engine);
         engine.waveform_config(waveform);
         ASSERT_TRUE(engine.nr_phy_process());
-        const rows_t received = nr_test::demodulate_frame(engine.get_baseband_signal_data(), setup_of(waveform),
-                                                          subcarriers_of(pair), 0.5, 0);
+        const rows_t received = nr_test::demodulate_frame(engine.get_baseband_signal_data(),
+                                                          nr_test::setup_of(waveform), subcarriers_of(pair), 0.5, 0);
         EXPECT_LT(nr_test::error_vector_magnitude(received, grid.sent(0, 0)), 0.0015) << what;
         EXPECT_LT(worst_symbol(received, grid.sent(0, 0)), 0.004) << what;
     };
@@ -286,7 +269,7 @@ TEST(lib_nr_phy, two_carriers_land_where_they_are_asked_to_with_the_powers_asked
         ASSERT_TRUE(engine.nr_phy_process());
         double densities[2]; // power of one subcarrier by its spacing
         for (unsigned int i = 0; i < 2; ++i) {
-            nr_test::ofdm_setup_t setup = setup_of(waveform, i);
+            nr_test::ofdm_setup_t setup = nr_test::setup_of(waveform, i);
             setup.sample_rate =
                 setup.spacing() * lib_nr_ofdm_modulator_t::get_fft_length(c.pairs[i].spacing, c.pairs[i].bandwidth);
             const std::vector<complex_t> channel =
@@ -416,7 +399,7 @@ TEST(lib_nr_phy, crest_factor_reduction_brings_the_waveform_to_its_target)
         const double hundredth_percent = engine.get_waveform_ccdf_marker_data()[4];
         const double peak = engine.get_waveform_ccdf_marker_data()[6];
         const rows_t received =
-            nr_test::demodulate_frame(engine.get_baseband_signal_data(), setup_of(waveform), 3276, 0.5, 0);
+            nr_test::demodulate_frame(engine.get_baseband_signal_data(), nr_test::setup_of(waveform), 3276, 0.5, 0);
         const double error = nr_test::error_vector_magnitude(received, grid.sent(0, 0));
         if (reduced) {
             EXPECT_NEAR(hundredth_percent, 8.0, 0.5);
@@ -443,65 +426,30 @@ TEST(lib_nr_phy, refuses_a_buffer_of_another_length)
     EXPECT_EQ(buffer, std::vector<complex_t>(17));
 }
 
-/// Does something whenever a line with a given text is printed.
-class line_hook_t : public std::streambuf
-{
-public:
-    line_hook_t(std::string text, std::function<void()> action)
-        : m_text(std::move(text)), m_action(std::move(action)), m_original(std::cout.rdbuf(this))
-    {}
-    ~line_hook_t() override { std::cout.rdbuf(m_original); }
-
-    std::string lines;
-
-protected:
-    int_type overflow(int_type c) override
-    {
-        const char character = traits_type::to_char_type(c);
-        lines += character;
-        m_line += character;
-        if (character == '\n') {
-            if (m_line.find(m_text) != std::string::npos)
-                m_action();
-            m_line.clear();
-        }
-        return traits_type::not_eof(c);
-    }
-
-private:
-    std::string m_text;
-    std::function<void()> m_action;
-    std::streambuf* m_original;
-    std::string m_line;
-};
-
 TEST(lib_nr_phy, a_conflict_empties_the_results_and_tells_its_first_cell)
 {
-    lib_nr_waveform_configure_manager_t waveform = waveform_of({LIB_NR_CHANNEL_FR1_10M, LIB_NR_SCS_30K});
-    waveform.get_carrier(0).get_dl_ssb().set_enable(true, 24);
+    const std::string carrier = "carrier[0].";
+    nr_test::waveform_of_t waveform({carrier + "channel_bandwidth=LIB_NR_CHANNEL_FR1_10M",
+                                     carrier + "dl_ssb.enable=true", carrier + "dl_dci[0].start_symbol_within_slot=5"});
+    const nr_test::captured_output_t output;
     lib_nr_phy_t engine;
-    engine.waveform_config(waveform);
-    {
-        nr_test::captured_output_t silence;
-        ASSERT_TRUE(engine.nr_phy_process());
-        EXPECT_FALSE(engine.get_baseband_signal_data().empty());
-    }
-    // The first block lies in symbols 4 to 7, subcarriers 24 to 263.
-    line_hook_t hook("_nr_dl_pdcch_re_map", [] {
-        lib_nr_channel_resource_manager_t::get_inst().deal_resource_mapping(lib_nr_resource_element_range_t{5, 1, 3, 1},
-                                                                            LIB_NR_RESOURCE_MAPPING_PDCCH);
-    });
+    engine.waveform_config(waveform.get_waveform_manager());
+    ASSERT_TRUE(engine.nr_phy_process());
+    EXPECT_FALSE(engine.get_baseband_signal_data().empty());
+    nr_test::take(waveform, {carrier + "dl_dci[0].enable=true"});
+    engine.waveform_config(waveform.get_waveform_manager());
     EXPECT_FALSE(engine.nr_phy_process());
-    EXPECT_NE(hook.lines.find("lib_nr_dl_phy_t::nr_phy_process Report : Resource Mapping Conflict!\n"),
+    EXPECT_NE(output.text().find("lib_nr_dl_phy_t::nr_phy_process Report : Resource Mapping Conflict!\n"),
               std::string::npos);
     EXPECT_TRUE(engine.get_baseband_signal_data().empty());
     EXPECT_TRUE(engine.get_frequency_spectrum_data().empty());
     EXPECT_TRUE(engine.get_waveform_ccdf_cruve_data().empty());
     ASSERT_EQ(engine.get_record().conflicts.size(), 1u);
+    // The first block lies in symbols 4 to 7, subcarriers 24 to 263; the candidate is RBs 0 to 23.
     const lib_nr_entry_conflict_t& conflict = engine.get_record().conflicts.front();
     EXPECT_EQ(conflict.owner.channel, "SS/PBCH");
     EXPECT_EQ(conflict.newcomer.channel, "PDCCH");
-    EXPECT_EQ(std::tuple(conflict.slot, conflict.symbol, conflict.rb, conflict.cells), std::tuple(0u, 5u, 3u, 12u));
+    EXPECT_EQ(std::tuple(conflict.slot, conflict.symbol, conflict.rb, conflict.cells), std::tuple(0u, 5u, 2u, 240u));
 }
 
 TEST(lib_nr_phy, tells_each_step_of_a_frame_in_its_order)

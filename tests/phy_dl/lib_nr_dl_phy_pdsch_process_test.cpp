@@ -112,7 +112,7 @@ TEST(lib_nr_dl_phy_pdsch_process, random_settings_arrive_bit_by_bit)
                 decoded_blocks += is_coded && block ? 1 : 0;
             }
         }
-        EXPECT_EQ(run.count_marks(), cells) << i;
+        EXPECT_EQ(run.count_marks(LIB_NR_RESOURCE_MAPPING_PDSCH), cells) << i;
     }
     EXPECT_GT(decoded_blocks, 150u);
 }

@@ -99,6 +99,16 @@ TEST(lib_nr_dl_phy_prs_process, every_comb_repetition_and_muting_arrives_where_t
          0,
          {"reptition_factor=LIB_NR_PRS_REPTITION_FACTOR_4", "muting_option_2=1011"},
          [](unsigned int slot) { return slot % 10 < 4 && slot % 10 != 1; }},
+        // A bit of the second option is for a repetition and the slots up to the next one.
+        {2,
+         2,
+         513,
+         0,
+         0,
+         0,
+         {"periodicity=20", "reptition_factor=LIB_NR_PRS_REPTITION_FACTOR_4", "time_gap=LIB_NR_PRS_TIME_GAP_2",
+          "muting_option_2=1011"},
+         [](unsigned int slot) { return slot <= 6 && slot / 2 != 1; }},
     };
     for (const prs_case_t& c : cases) {
         const std::string prs = "carrier[0].dl_prs[0].";

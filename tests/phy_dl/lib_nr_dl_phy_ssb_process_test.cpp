@@ -1,5 +1,6 @@
 #include "phy_dl/lib_nr_dl_phy_ssb_process.h"
 
+#include "receiver/bits.h"
 #include "receiver/ssb_receiver.h"
 #include "support/generated.h"
 #include "support/settings.h"
@@ -100,18 +101,10 @@ std::size_t pss_sample(const nr_test::ofdm_setup_t& setup, unsigned int frame, u
 
 using check_t = std::function<void(const nr_test::ssb_content_t&, unsigned int frame)>;
 
-/// Receives the waveform: a search with nothing known, then every candidate of every half frame.
+/// Receives every candidate of every half frame.
 void receive(const ssb_case_t& c, const nr_test::generated_t& generated, const check_t& check)
 {
     const auto& [signal, output, setup] = generated;
-    const auto found = nr_test::find_ssb(signal, setup);
-    ASSERT_TRUE(found.has_value());
-    EXPECT_EQ(found->cell, c.cell);
-    EXPECT_EQ(found->first_subcarrier, c.first_subcarrier);
-    const unsigned int first_half = c.periodicity == LIB_NR_SSB_5MS_PERIODICITY ? 0 : c.half_frame;
-    EXPECT_EQ(found->sample,
-              pss_sample(setup, 0, first_symbol(c, first_half, static_cast<unsigned int>(std::stoul(c.active)))));
-
     const double limit = c.filter ? 5e-3 : 1e-6;
     std::complex<double> gain;
     unsigned int received = 0;
@@ -120,8 +113,7 @@ void receive(const ssb_case_t& c, const nr_test::generated_t& generated, const c
             for (unsigned int index = 0; index < c.lmax; ++index) {
                 SCOPED_TRACE(::testing::Message() << "frame " << frame << ", half " << half << ", index " << index);
                 const unsigned int symbol = first_symbol(c, half, index);
-                nr_test::ssb_place_t place = *found;
-                place.sample = pss_sample(setup, frame, symbol);
+                const nr_test::ssb_place_t place{pss_sample(setup, frame, symbol), c.first_subcarrier, c.cell};
                 if (!is_sent(c, frame, half, index)) {
                     const auto silent = nr_test::demodulate_at(signal, setup, place.sample);
                     for (const auto& value : silent)
@@ -235,33 +227,19 @@ TEST(lib_nr_dl_phy_ssb_process, automatic_mib_carries_the_settings)
 
 TEST(lib_nr_dl_phy_ssb_process, mib_from_a_data_source_is_sent_last_bit_first)
 {
-    // The recursion s(i + n) = s(i + k) + s(i) from n ones.
-    const auto sequence = [](std::size_t n, std::size_t k) {
-        std::vector<unsigned char> bits(24, 1);
-        for (std::size_t i = n; i < 24; ++i)
-            bits[i] = bits[i - n + k] ^ bits[i - n];
-        return bits;
-    };
-    std::vector<unsigned char> user(24, 0);
-    user[0] = user[2] = user[3] = 1;
-    const std::vector<std::pair<lib_nr_pn_seq_t, std::vector<unsigned char>>> rows = {
-        {LIB_NR_PN9_ITU, sequence(9, 4)},
-        {LIB_NR_PN9, sequence(9, 5)},
-        {LIB_NR_PN11, sequence(11, 2)},
-        {LIB_NR_PN15, sequence(15, 14)},
-        {LIB_NR_PN23, sequence(23, 5)},
-        {LIB_NR_USER_CFG, user},
-        {static_cast<lib_nr_pn_seq_t>(9), std::vector<unsigned char>(24, 0)},
-    };
     ssb_case_t c = k_cases[0];
     c.active = "1";
     ssb_waveform_t waveform(c);
     waveform.ssb().set_auto_cofig_mib(false);
     waveform.ssb().set_data_source_custom("1011");
-    for (const auto& [source, bits] : rows) {
+    for (const unsigned int source : {0u, 1u, 2u, 3u, 4u, 5u, 9u}) {
         SCOPED_TRACE(source);
-        waveform.ssb().set_data_source(source);
-        const std::vector<unsigned char> expected(bits.rbegin(), bits.rend());
+        waveform.ssb().set_data_source(static_cast<lib_nr_pn_seq_t>(source));
+        nr_test::bits_t expected = source < 5   ? nr_test::data_source_t(source).take(24)
+                                   : source > 5 ? nr_test::bits_t()
+                                                : nr_test::bits_t{1, 0, 1, 1};
+        expected.resize(24);
+        std::reverse(expected.begin(), expected.end());
         const nr_test::generated_t generated = nr_test::generate(waveform);
         receive(c, generated, [&](const auto& content, unsigned int) { EXPECT_EQ(content.mib, expected); });
         EXPECT_EQ(generated.output.find("_nr_dl_mib_data_source_generation : Error PN code!\n") != std::string::npos,

@@ -2,7 +2,7 @@
 
 #include "receiver/sch_receiver.h"
 #include "receiver/tables/pusch_codebooks.h"
-#include "support/generated.h"
+#include "support/sch_run.h"
 #include "support/settings.h"
 #include "support/shared_channel.h"
 #include "support/test_grid.h"
@@ -32,52 +32,17 @@ using steps_t = std::vector<std::string>;
 std::string pusch(unsigned int index) { return "carrier[0].ul_pusch[" + std::to_string(index) + "]"; }
 
 /// The engine's run, and the PUSCHs in it.
-class run_t
+struct run_t : nr_test::sch_run_t
 {
-public:
-    explicit run_t(const cfg_nr_waveform_t& waveform)
-        : m_carrier(waveform.get_waveform_manager().get_carrier(0)), m_generated(nr_test::generate(waveform))
-    {}
+    using sch_run_t::sch_run_t;
     sch_channel_t channel(unsigned int index, unsigned int slot = 0) const
     {
-        return nr_test::pusch_channel_of(m_carrier, index, slot);
+        return nr_test::pusch_channel_of(carrier(), index, slot);
     }
     sch_slot_t receive(unsigned int index, unsigned int slot, unsigned int frame = 0)
     {
-        return receive_sch_slot(channel(index, slot), rows(frame), slot,
-                                [](unsigned int, unsigned int) { return false; });
+        return sch_run_t::receive(channel(index, slot), slot, frame);
     }
-    const rows_t& rows(unsigned int frame = 0)
-    {
-        if (m_frames.size() <= frame)
-            m_frames.resize(frame + 1);
-        if (m_frames[frame].empty())
-            m_frames[frame] =
-                nr_test::demodulate_frame(m_generated.samples, m_generated.setup,
-                                          nr_test::test_grid_t::grid().get_mapped_subcarrier_number(), 0.0, frame);
-        return m_frames[frame];
-    }
-    /// Cells that belong to PUSCHs; all others are silent.
-    std::size_t count_marks()
-    {
-        const auto& grid = nr_test::test_grid_t::grid();
-        std::size_t marks = 0;
-        double loudest = 0.0;
-        for (unsigned int symbol = 0; symbol < grid.get_mapped_symbol_number(); ++symbol)
-            for (unsigned int k = 0; k < grid.get_mapped_subcarrier_number(); ++k)
-                if (grid.get_owner(symbol, k) == LIB_NR_RESOURCE_MAPPING_PUSCH)
-                    ++marks;
-                else
-                    loudest = std::max(loudest, std::abs(rows()[symbol][k]));
-        EXPECT_LT(loudest, 1e-9);
-        return marks;
-    }
-    const std::string& output() const { return m_generated.output; }
-
-private:
-    const lib_nr_carrier_configure_manager_t& m_carrier;
-    nr_test::generated_t m_generated;
-    std::vector<rows_t> m_frames;
 };
 
 /// An uplink carrier with some PUSCHs, one a slot.
@@ -276,7 +241,7 @@ TEST(lib_nr_ul_phy_pusch_process, random_settings_arrive_bit_by_bit)
                 decoded_blocks += is_coded && block ? 1 : 0;
             }
         }
-        EXPECT_EQ(run.count_marks(), cells);
+        EXPECT_EQ(run.count_marks(LIB_NR_RESOURCE_MAPPING_PUSCH), cells);
         if (HasFailure())
             return;
     }
@@ -430,7 +395,7 @@ TEST(lib_nr_ul_phy_pusch_process, whatever_is_set_stays_on_its_marks)
                          "antenna_port_number=LIB_NR_ANTENNA_PORT_NUMBER_" + std::to_string(1 + random() % 4),
                          "antenna_port=LIB_NR_ANTENNA_PORT_" + std::to_string(random() % 4)});
         run_t run(waveform);
-        run.count_marks();
+        run.count_marks(LIB_NR_RESOURCE_MAPPING_PUSCH);
     }
 }
 

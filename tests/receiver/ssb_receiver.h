@@ -48,10 +48,6 @@ struct ssb_quality_t
     double evm = 0.0;           ///< guard cells of PSS and SSS counted as errors, not as reference
 };
 
-/// Looks for the first block after the start of the signal, at any sample and any whole subcarrier. The signal is mixed
-/// down already.
-std::optional<ssb_place_t> find_ssb(const signal_t& signal, const ofdm_setup_t& setup);
-
 /// Reads the PBCH out of a block's four symbols of 240 subcarriers; the phase of each symbol is taken from its DMRS.
 ssb_content_t read_pbch(const std::array<signal_t, 4>& symbols, unsigned int cell, unsigned int lmax);
 ssb_content_t read_pbch(const signal_t& signal, const ofdm_setup_t& setup, const ssb_place_t& place, unsigned int lmax);

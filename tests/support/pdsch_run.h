@@ -1,12 +1,7 @@
 #pragma once
 
-#include "phy/lib_nr_resource_manager.h"
-#include "receiver/sch_receiver.h"
-#include "support/generated.h"
+#include "support/sch_run.h"
 
-#include <algorithm>
-#include <cmath>
-#include <map>
 #include <vector>
 
 namespace nr_test
@@ -56,51 +51,14 @@ inline sch_channel_t pdsch_channel(const vek::nr_mod_lib::lib_nr_carrier_configu
 }
 
 /// The engine's run, and the PDSCHs in it.
-class pdsch_run_t
+struct pdsch_run_t : sch_run_t
 {
-public:
-    explicit pdsch_run_t(const vek::nr_mod_lib::cfg_nr_waveform_t& waveform)
-        : m_carrier(waveform.get_waveform_manager().get_carrier(0)), m_generated(generate(waveform))
-    {}
-    sch_channel_t channel(unsigned int index) const { return pdsch_channel(m_carrier, index); }
+    using sch_run_t::sch_run_t;
+    sch_channel_t channel(unsigned int index) const { return pdsch_channel(carrier(), index); }
     sch_slot_t receive(unsigned int index, unsigned int slot, unsigned int frame = 0)
     {
-        return receive_sch_slot(channel(index), rows(frame), slot, [&](unsigned int symbol, unsigned int subcarrier) {
-            const auto owner = m_grid.get_owner(symbol, subcarrier);
-            return owner == vek::nr_mod_lib::LIB_NR_RESOURCE_MAPPING_SSB ||
-                   owner == vek::nr_mod_lib::LIB_NR_RESOURCE_MAPPING_CSIRS;
-        });
+        return sch_run_t::receive(channel(index), slot, frame);
     }
-    /// Cells that belong to PDSCHs; those that belong to nobody are silent.
-    std::size_t count_marks()
-    {
-        std::size_t marks = 0;
-        double loudest = 0.0;
-        for (unsigned int symbol = 0; symbol < m_grid.get_mapped_symbol_number(); ++symbol)
-            for (unsigned int k = 0; k < m_grid.get_mapped_subcarrier_number(); ++k) {
-                const auto owner = m_grid.get_owner(symbol, k);
-                marks += owner == vek::nr_mod_lib::LIB_NR_RESOURCE_MAPPING_PDSCH ? 1 : 0;
-                if (owner == vek::nr_mod_lib::LIB_NR_RESOURCE_MAPPING_EMPTY)
-                    loudest = std::max(loudest, std::abs(rows(0)[symbol][k]));
-            }
-        EXPECT_LT(loudest, 1e-9);
-        return marks;
-    }
-    /// All cells of a frame.
-    const rows_t& rows(unsigned int frame)
-    {
-        if (m_frames[frame].empty())
-            m_frames[frame] = demodulate_frame(m_generated.samples, m_generated.setup,
-                                               m_grid.get_mapped_subcarrier_number(), 0.0, frame);
-        return m_frames[frame];
-    }
-
-private:
-    const vek::nr_mod_lib::lib_nr_channel_resource_manager_t& m_grid =
-        vek::nr_mod_lib::lib_nr_channel_resource_manager_t::get_inst(); // the last frame's
-    const vek::nr_mod_lib::lib_nr_carrier_configure_manager_t& m_carrier;
-    generated_t m_generated;
-    std::map<unsigned int, rows_t> m_frames;
 };
 
 } // namespace nr_test
