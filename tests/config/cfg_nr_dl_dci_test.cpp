@@ -36,10 +36,6 @@ TEST(cfg_nr_dl_dci, settings_read_back_as_they_were_corrected)
             {"data_block_size", "1000", "84", true},
             {"data_source_custom", "1 0,1", "1 0,1", true},
             {"start_symbol_within_slot", "14", "13", true},
-            {"aggregation_level", "LIB_NR_DCI_AGGREGATION_LEVEL_4", "LIB_NR_DCI_AGGREGATION_LEVEL_4", true},
-            {"carrier[0].dl_bwp[1].bwp_rb_size", "18", "18", true}, // 3 CCEs
-            {"aggregation_level", nullptr, "LIB_NR_DCI_AGGREGATION_LEVEL_2"},
-            {"carrier[0].dl_bwp[1].bwp_rb_size", "273", "273", true},
             {"carrier[0].dl_bwp[1].coreset[1].duration", "3", "3", true},
             {"start_symbol_within_slot", nullptr, "11"},
             {"coreset_id", "0", "1", false},

@@ -44,7 +44,7 @@ const std::vector<std::pair<std::string, steps_t>> k_narrow = {
     {"dl_frc", {"fixed_reference_channels=LIB_NR_DL_FRC_FR1_64QAM", "bandwidth=LIB_NR_CHANNEL_FR1_10M"}},
     {"ul_frc",
      {"fixed_reference_channels=LIB_NR_FR1_FRC_A_3", "frc_reference_channels=LIB_NR_G_FR1_A3_11",
-      "bandwidth=LIB_NR_CHANNEL_FR1_10M", "mapping_type=LIB_NR_DMRS_MAPPING_TYPEB"}},
+      "bandwidth=LIB_NR_CHANNEL_FR1_10M", "dmrs_type_a_position=3"}},
     {"ul_rmc", {"bandwidth=LIB_NR_CHANNEL_FR1_10M", "numerology=LIB_NR_SCS_15K", "modulation=LIB_NR_MODULATION_16QAM"}},
     {"pucch_test_model",
      {"test_model_type=TS_38_141_834_UCI_BLER_PERFORMANCE_FOR_PUCCH_FORMAT_3",
@@ -178,7 +178,7 @@ TEST(cfg_nr_preset_deal, numbers_of_uplink_presets_are_cut)
     nr_test::run_rows(waveform,
                       {{"x_rb", "0", "1", false},
                        {"x_rb", "4294967295", "4294967295", true},
-                       {"bandwidth=LIB_NR_CHANNEL_FR2_1_50M"},
+                       {"bandwidth", "LIB_NR_CHANNEL_FR2_1_50M", "LIB_NR_CHANNEL_FR2_1_50M", true},
                        {"rmc_rb_allocation", "LIB_NR_UL_RMC_OUTER_XRB_LEFT", "LIB_NR_UL_RMC_OUTER_XRB_LEFT", true},
                        {"x_rb", nullptr, "270"}},
                       "carrier[0].ul_rmc");

@@ -152,8 +152,8 @@ TEST(cfg_nr_ul_frc_deal, every_channel_carries_a_block_of_its_size_that_is_decod
     }
 }
 
-// The first of each family and, within it, of each number of layers, waveform and allocation; in two slots where there is
-// TDD.
+// The first of each family and, within it, of each number of layers, waveform and allocation; in two slots where there
+// is TDD.
 TEST(cfg_nr_ul_frc_deal, channels_of_every_kind_send_layer_0_in_their_slots)
 {
     std::set<std::string> kinds;

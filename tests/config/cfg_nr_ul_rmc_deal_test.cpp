@@ -192,11 +192,12 @@ TEST(cfg_nr_ul_rmc_deal, every_choice_configures_a_fresh_carrier_by_its_rules)
         const std::size_t x_rb = last.find("x_rb=");
         cfg_nr_waveform_t waveform;
         EXPECT_EQ(nr_test::unexpected_of_presets(nr_test::take(waveform, choice), false), "");
-        expect_told(waveform, x_rb == std::string::npos ? 1 : std::stoul(last.substr(x_rb + 5)));
+        expect_told(waveform,
+                    x_rb == std::string::npos ? 1 : static_cast<unsigned int>(std::stoul(last.substr(x_rb + 5))));
         if (HasFailure())
             return;
     }
-    EXPECT_EQ(choices.size(), 0u);
+    EXPECT_GT(choices.size(), 1000u);
 }
 
 TEST(cfg_nr_ul_rmc_deal, narrow_channels_of_every_allocation_are_decoded)

@@ -63,14 +63,14 @@ TEST(cfg_nr_ul_srs, settings_keep_to_their_limits_and_to_each_other)
                           {"available_port_for_ui", nullptr, "SRS_ANTENNA_NONE,SRS_ANTENNA_PORT0,SRS_ANTENNA_PORT1"},
                           {"srs_port", "7", "2,3", false}, // not held against the number of ports by itself
                           {"srs_port", "0:9", "0,1", true},
-                          {"t_offset", "5", "0", true},
+                          {"t_offset", "5", "0", false},
                           {"slot_allocation", "25,3,7:9", "3,7:9", true},
                           {"slot_allocation", "20", "3,7:9", false},
                           {"srs_periodity", "LIB_NR_SRS_5MS_PERIODICITY", "LIB_NR_SRS_5MS_PERIODICITY", true},
                           {"slot_allocation", nullptr, "0,5,10,15"},
                           {"t_offset", "7", "4", true},
                           {"t_offset", "2", "2", true},
-                          {"slot_allocation", "1", "2,7,12,17", true},
+                          {"slot_allocation", "1", "2,7,12,17", false},
                           {"srs_periodity", "LIB_NR_SRS_2MS_PERIODICITY", "LIB_NR_SRS_2MS_PERIODICITY", true},
                           {"t_offset", nullptr, "1"},
                           {"srs_periodity", "LIB_NR_SRS_640MS_PERIODICITY", "LIB_NR_SRS_640MS_PERIODICITY", true},
@@ -79,7 +79,7 @@ TEST(cfg_nr_ul_srs, settings_keep_to_their_limits_and_to_each_other)
                           {"t_offset", "19", "19", true},
                           {"srs_periodity", "LIB_NR_SRS_0MS_PERIODICITY", "LIB_NR_SRS_0MS_PERIODICITY", true},
                           {"slot_allocation", nullptr, "19"},
-                          {"bwp_id", "9", "0", true},
+                          {"bwp_id", "9", "0", false},
                           {"t_offset", nullptr, "0"},
                           {"enable", "true", "true", true},
                       },
@@ -89,15 +89,15 @@ TEST(cfg_nr_ul_srs, settings_keep_to_their_limits_and_to_each_other)
     nr_test::take(recalled, nrwave::recall_text(recalled, "saved", nrwave::saved_text(waveform)));
     EXPECT_TRUE(nr_test::differences(waveform, recalled, nr_test::scope_t::read_by_a_signal).empty());
 
-    nr_test::take(waveform, {at + "srs_periodity=LIB_NR_SRS_80MS_PERIODICITY", at + "t_offset=79",
-                             at + "srs_periodity=LIB_NR_SRS_0MS_PERIODICITY"});
+    nr_test::take(waveform, {k_srs + ".srs_periodity=LIB_NR_SRS_80MS_PERIODICITY", k_srs + ".t_offset=79",
+                             k_srs + ".srs_periodity=LIB_NR_SRS_0MS_PERIODICITY"});
     for (std::vector<std::string> listing :
          {nrwave::steps_of(waveform), nrwave::steps_at(waveform, "carrier[0].ul_srs[0]")})
     {
         std::erase_if(listing, [](const std::string& line) { return line.front() == '#'; });
         nr_test::waveform_of_t listed(listing);
-        EXPECT_EQ(nr_test::value_of(listed, at + "slot_allocation"), "");
-        EXPECT_EQ(nr_test::value_of(listed, at + "srs_periodity"), "LIB_NR_SRS_0MS_PERIODICITY");
+        EXPECT_EQ(nr_test::value_of(listed, k_srs + ".slot_allocation"), "");
+        EXPECT_EQ(nr_test::value_of(listed, k_srs + ".srs_periodity"), "LIB_NR_SRS_0MS_PERIODICITY");
     }
 
     nr_test::take(waveform,

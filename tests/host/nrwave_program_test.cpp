@@ -404,7 +404,9 @@ TEST_F(nrwave_program, lists_presets_as_they_can_be_chosen)
         const std::string value = row.at("name");
         const std::string path = "carrier[0]." + family;
         const std::string name = path + rows.at(family) + value;
-        const std::string bandwidth = path + ".bandwidth=" + row.at("bandwidths").at(0).get<std::string>();
+        std::string bandwidth = path + ".bandwidth=" + row.at("bandwidths").at(0).get<std::string>();
+        if (family == "pucch_test_model")
+            bandwidth.insert(0, path + ".subcarrier_spacing=" + row.at("spacings").at(0).get<std::string>() + '\n');
         if (family == "ul_frc" && value.find("_FR1_A1_") == std::string::npos)
             continue; // of another family than the default
         recipe += (family == "dl_tm" || family == "ul_rmc" ? bandwidth + '\n' + name : name + '\n' + bandwidth) +

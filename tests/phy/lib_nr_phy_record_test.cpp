@@ -25,7 +25,7 @@ const std::string k_uplink = ".carrier_type=LIB_NR_UPLINK";
 /// and slots that the payload maps hold.
 struct recorded_t
 {
-    explicit recorded_t(const steps_t& steps)
+    explicit recorded_t(const steps_t& steps, unsigned int subframes = 10)
     {
         steps_t whole;
         for (const std::string& step : steps)
@@ -43,7 +43,9 @@ struct recorded_t
                         payload_slots.insert(frame * slots + static_cast<std::uint32_t>(symbol / 14));
                     }
         });
-        engine.waveform_config(waveform.get_waveform_manager());
+        lib_nr_waveform_configure_manager_t manager = waveform.get_waveform_manager();
+        manager.set_subframes_number(subframes);
+        engine.waveform_config(manager);
         succeeded = engine.nr_phy_process();
         record = engine.get_record();
     }
@@ -109,8 +111,6 @@ TEST(lib_nr_phy_record, tells_why_an_entry_is_silent)
          {k_uplink, wide, ".dl_bwp[0].scs=LIB_NR_SCS_60K", ".dl_bwp[0].cp_type=LIB_NR_EXTEND_CP", extended,
           ".ul_srs[0].l_offset=13", k_srs}},
         {LIB_NR_SILENCE_SLOT, {prach, ".ul_prach[0].configuration_idx=13"}},
-        {LIB_NR_SILENCE_SLOT, {prach, "subframes_number=1"}},
-        {LIB_NR_SILENCE_SLOT, {k_uplink, "subframes_number=3", ".ul_pusch[0].slot_allocation=6", k_pusch}},
         {LIB_NR_SILENCE_STOPPED, {prach, "add carrier[0].ul_prach", ".ul_prach[0].enable=false"}},
     };
     for (const auto& [silence, steps] : rows) {
@@ -119,6 +119,11 @@ TEST(lib_nr_phy_record, tells_why_an_entry_is_silent)
         ASSERT_TRUE(run.succeeded);
         ASSERT_FALSE(run.record.entries.empty());
         EXPECT_EQ(run.record.entries.back().silence, silence);
+        EXPECT_TRUE(run.record.entries.back().slots.empty());
+    }
+    for (const steps_t& steps : {steps_t{prach}, {k_uplink, ".ul_pusch[0].slot_allocation=6", k_pusch}}) {
+        const recorded_t run(steps, 1);
+        EXPECT_EQ(run.record.entries.back().silence, LIB_NR_SILENCE_SLOT) << "behind the waveform's end";
         EXPECT_TRUE(run.record.entries.back().slots.empty());
     }
 }

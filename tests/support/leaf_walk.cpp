@@ -44,10 +44,12 @@ bool can_be_set(const cfg_nr_leaf_t& leaf, void* facade, const std::string& valu
     return leaf.read(facade) == value;
 }
 
-/// Of what is off only that it is off reaches a signal.
+/// Of what is off only that it is off reaches a signal. PUCCH formats with UCI bits do not tell by `uci_format`.
 bool is_silent(const cfg_nr_leaf_t& leaf, void* facade, const cfg_nr_facade_table_t& table)
 {
     const std::string name = leaf.name;
+    if (name == "uci_format" && value_of(facade, table, "pucch_format") > "LIB_NR_UL_PUCCH_FORMAT_1")
+        return true;
     return (name != "enable" && value_of(facade, table, "enable") == "false") ||
            (name.rfind("cfr_", 0) == 0 && value_of(facade, table, "crest_factor_reduction_enable") == "false");
 }

@@ -121,10 +121,19 @@ TEST(cfg_nr_leaf_walk, any_settings_in_any_order_stay_valid_and_come_back_from_a
 // what they hang on.
 TEST(cfg_nr_leaf_walk, settings_of_one_facade_come_back_from_the_bare_tree)
 {
-    const std::set<std::string> recalled_too_early = {
-        "dl_csirs[0].antenna_port", "dl_csirs[0].csirs_port",   "dl_dci[0].allocated_candidate",
-        "dl_ssb[0].data_source",    "dl_ssb[0].power_boosting", "ul_pucch[0].dmrs_power",
-        "ul_pucch[0].occ_index",    "ul_pucch[0].uci_format",   "ul_pusch[0].ptrs_port"};
+    const std::set<std::string> recalled_too_early = {"dl_csirs[0].antenna_port",
+                                                      "dl_csirs[0].csirs_port",
+                                                      "dl_dci[0].allocated_candidate",
+                                                      "dl_ssb[0].data_source",
+                                                      "dl_ssb[0].power_boosting",
+                                                      "ul_pucch[0].dmrs_power",
+                                                      "ul_pucch[0].occ_index",
+                                                      "ul_pucch[0].uci_format",
+                                                      "ul_pusch[0].ptrs_port",
+                                                      "ul_rmc[0].rmc_rb_allocation",
+                                                      "ul_pusch[0].hopping_rb_offset",
+                                                      "dl_ssb[0].ssb_pattern",
+                                                      "pucch_test_model[0].transmission_periodicity"};
     for (unsigned int seed = 0; seed < k_short_walks; ++seed) {
         const nr_test::captured_output_t silence;
         cfg_nr_waveform_t waveform;
