@@ -213,7 +213,8 @@ bool cfg_nr_pucch_test_model_t::apply_test_model()
         std::cerr << " Error: Undefined test model type" << std::endl;
         return false;
     }
-    (this->*k_apply[m_test_model_type])();
+    const apply_t apply = k_apply[m_test_model_type];
+    (this->*apply)();
     return true;
 }
 
