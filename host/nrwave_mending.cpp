@@ -1,5 +1,7 @@
 #include "host/nrwave_mending.h"
 
+#include "host/nrwave_detour.h"
+#include "host/nrwave_difference.h"
 #include "host/nrwave_path.h"
 #include "host/nrwave_rows.h"
 
@@ -12,9 +14,6 @@ using namespace vek::nr_mod_lib;
 
 namespace
 {
-
-void mend(cfg_nr_waveform_t& original, cfg_nr_waveform_t& copy, const std::string& path,
-          std::vector<std::string>& steps);
 
 void mend_list(cfg_nr_waveform_t& original, cfg_nr_waveform_t& copy, const std::string& path,
                std::vector<std::string>& steps)
@@ -44,6 +43,25 @@ void mend_number_of_values(const target_t& wanted, const target_t& present, cons
         steps.push_back(verb_step(*add, path));
 }
 
+/// A step holds what it asks for, or what the setter made of it: taken once more, it is not corrected.
+void mend_leaf(const target_t& wanted, const target_t& present, const cfg_nr_leaf_t& leaf, unsigned int i,
+               const std::string& path, std::vector<std::string>& steps)
+{
+    const std::string value = leaf.read(wanted.facade, i);
+    const std::string before = leaf.read(present.facade, i);
+    if (before == value || !fits_a_step(value))
+        return;
+    for (const auto& [name, way] : leaf.detour(wanted.facade))
+        find_row(wanted.table->leaves, name)->write(present.facade, way);
+    leaf.write(present.facade, value, i);
+    if (leaf.read(present.facade, i) == value)
+        append_steps_to(steps, path, leaf, wanted.facade, i);
+    else if (leaf.read(present.facade, i) != before)
+        steps.push_back(setting_step(path, leaf, present.facade, i));
+}
+
+} // namespace
+
 void mend(cfg_nr_waveform_t& original, cfg_nr_waveform_t& copy, const std::string& path,
           std::vector<std::string>& steps)
 {
@@ -53,16 +71,8 @@ void mend(cfg_nr_waveform_t& original, cfg_nr_waveform_t& copy, const std::strin
     drop_edits(*wanted.table, wanted.facade);
     mend_number_of_values(wanted, present, path, steps);
     for (const cfg_nr_leaf_t* leaf : wanted.table->leaves_in_recall_order())
-        for (unsigned int i = 0; i < std::min(leaf->count(wanted.facade), leaf->count(present.facade)); ++i) {
-            const std::string value = leaf->read(wanted.facade, i);
-            if (leaf->read(present.facade, i) == value)
-                continue;
-            for (const auto& [name, way] : leaf->detour(wanted.facade))
-                find_row(wanted.table->leaves, name)->write(present.facade, way);
-            leaf->write(present.facade, value, i);
-            if (leaf->read(present.facade, i) == value)
-                append_steps_to(steps, path, *leaf, wanted.facade, i);
-        }
+        for (unsigned int i = 0; i < std::min(leaf->count(wanted.facade), leaf->count(present.facade)); ++i)
+            mend_leaf(wanted, present, *leaf, i, path, steps);
     for (const cfg_nr_verb_t& verb : wanted.table->verbs)
         if (verb.ends_steps && steps.size() > before && verb.run(present.facade, 0))
             steps.push_back(verb_step(verb, path));
@@ -75,12 +85,18 @@ void mend(cfg_nr_waveform_t& original, cfg_nr_waveform_t& copy, const std::strin
     }
 }
 
-} // namespace
-
 std::vector<std::string> mending_steps(cfg_nr_waveform_t& original, cfg_nr_waveform_t& copy)
 {
+    // What a later step resets by the way comes right with the next round.
+    constexpr unsigned int k_rounds = 3;
     std::vector<std::string> steps;
-    mend(original, copy, {}, steps);
+    for (unsigned int round = 0; round < k_rounds; ++round) {
+        const std::size_t before = steps.size();
+        mend(original, copy, {}, steps);
+        if (steps.size() == before)
+            break;
+    }
+    take_detours(original, copy, steps);
     return steps;
 }
 

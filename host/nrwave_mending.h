@@ -8,8 +8,12 @@
 namespace nrwave
 {
 
-/// Steps that bring a copy's settings to those of the original, where single steps can; the copy takes them.
+/// Steps that bring a copy's settings to those of the original, as far as steps can; the copy takes them.
 std::vector<std::string> mending_steps(vek::nr_mod_lib::cfg_nr_waveform_t& original,
                                        vek::nr_mod_lib::cfg_nr_waveform_t& copy);
+
+/// The same for the façade at a path and all below, by single steps in one round; they are appended.
+void mend(vek::nr_mod_lib::cfg_nr_waveform_t& original, vek::nr_mod_lib::cfg_nr_waveform_t& copy,
+          const std::string& path, std::vector<std::string>& steps);
 
 } // namespace nrwave

@@ -1,59 +1,49 @@
 #include "host/nrwave_settings.h"
 
+#include "config/leaves/cfg_nr_leaf.h"
 #include "host/nrwave_failure.h"
-#include "host/nrwave_mending.h"
-
-#include <pugixml.hpp>
-#include <sstream>
+#include "host/nrwave_recalled.h"
 
 namespace nrwave
 {
 
 using namespace vek::nr_mod_lib;
 
-namespace
+settings_file_t::settings_file_t(std::string file, const std::string& content) : m_file(std::move(file))
 {
-
-constexpr const char* k_root = "nr_settings";
-constexpr const char* k_steps = "nrwave_steps";
-constexpr const char* k_step = "step";
-
-} // namespace
-
-std::vector<std::string> recall_text(cfg_nr_waveform_t& waveform, const std::string& file, const std::string& content)
-{
-    pugi::xml_document document;
-    const pugi::xml_parse_result parsed = document.load_buffer(content.data(), content.size());
+    const pugi::xml_parse_result parsed = m_document.load_buffer(content.data(), content.size());
     if (!parsed)
-        throw failure_t(file + " is no settings file: " + parsed.description());
-    const pugi::xml_node root = document.document_element();
-    if (!waveform.recall_setting(root))
-        throw failure_t(file + " is no settings file of this protocol");
+        throw failure_t(m_file + " is no settings file: " + parsed.description());
+}
 
+void settings_file_t::recall(cfg_nr_waveform_t& waveform) const
+{
+    if (!waveform.recall_setting(m_document.document_element()))
+        throw failure_t(m_file + " is no settings file of this protocol");
+}
+
+std::vector<std::string> settings_file_t::steps() const
+{
     std::vector<std::string> steps;
-    for (const pugi::xml_node& step : root.child(k_steps).children(k_step))
+    for (const pugi::xml_node& step : m_document.document_element().child(k_steps_element).children(k_step_element))
         steps.emplace_back(step.text().as_string());
     return steps;
 }
 
-std::string saved_text(cfg_nr_waveform_t& waveform)
+std::vector<std::string> settings_file_t::corrections(cfg_nr_waveform_t& waveform) const
 {
-    pugi::xml_document document;
-    pugi::xml_node root = document.append_child(k_root);
-    waveform.save_setting(root);
-
-    cfg_nr_waveform_t recalled;
-    recalled.recall_setting(root);
-    const std::vector<std::string> steps = mending_steps(waveform, recalled);
-    if (!steps.empty()) {
-        pugi::xml_node beside = root.append_child(k_steps);
-        for (const std::string& step : steps)
-            beside.append_child(k_step).text().set(step.c_str());
-    }
-
-    std::ostringstream text;
-    document.save(text, "  ");
-    return text.str();
+    const pugi::xml_node root = m_document.document_element();
+    const pugi::xml_node tree = root.child(g_cfg_nr_waveform_table.element);
+    const pugi::xml_node beside = root.child(k_steps_element);
+    std::vector<std::string> lines = recall_corrections(tree, waveform);
+    if (!tree)
+        lines.push_back("no element " + std::string(g_cfg_nr_waveform_table.element) + " in " + root.name());
+    for (const pugi::xml_node& node : root.children())
+        if (node.type() == pugi::node_element && node != tree && node != beside)
+            lines.push_back(passed_over(node, "unknown"));
+    for (std::string& line : lines)
+        line.insert(0, m_file + ": ");
+    return lines;
 }
 
 } // namespace nrwave

@@ -116,10 +116,15 @@ void stepper_t::load(const std::string& file)
 {
     if (m_in_settings_file)
         throw failure_t("a settings file cannot load another, " + file);
-    const std::vector<std::string> steps = recall_text(m_waveform, file, m_inputs.read(file));
-    m_stored.forget_all();
+    load_text(file, m_inputs.read(file));
+}
+
+void stepper_t::load_text(const std::string& file, const std::string& content)
+{
+    const settings_file_t settings(file, content);
+    settings.recall(m_waveform);
     m_in_settings_file = true;
-    for (const std::string& step : steps) {
+    for (const std::string& step : settings.steps()) {
         try {
             apply(step);
         } catch (const failure_t& failure) {
@@ -127,6 +132,9 @@ void stepper_t::load(const std::string& file)
         }
     }
     m_in_settings_file = false;
+    m_stored.forget_all();
+    for (const std::string& line : settings.corrections(m_waveform))
+        m_on_correction(line);
 }
 
 void stepper_t::tell_resets() const

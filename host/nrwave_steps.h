@@ -30,8 +30,10 @@ public:
     /// whose paths begin there; [] ends it, as does the recipe's end. One that includes itself, by whatever way, is a
     /// failure. Failures name the line.
     void apply_recipe(const std::string& file);
-    /// Recalls a settings file, then its own steps, which name no other file.
+    /// Recalls a settings file, then its own steps, which name no other file. What they pass over or correct is told.
     void load(const std::string& file);
+    /// The same for the content of a file.
+    void load_text(const std::string& file, const std::string& content);
 
     /// When all steps are done: tells each setting that a later step has reset, as "PATH: stored A, reset to B by a
     /// later step". What a settings file or a preset rewrites is not told.

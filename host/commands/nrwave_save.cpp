@@ -1,7 +1,7 @@
 #include "host/commands/nrwave_commands.h"
 #include "host/commands/nrwave_configuration.h"
 #include "host/nrwave_output.h"
-#include "host/nrwave_settings.h"
+#include "host/nrwave_saved.h"
 
 namespace nrwave
 {
@@ -30,7 +30,10 @@ public:
     {
         cfg_nr_waveform_t waveform;
         const inputs_t inputs = m_configuration.apply(waveform, trace);
-        write_text(m_output, saved_text(waveform), inputs);
+        const saved_settings_t saved = saved_settings(waveform);
+        for (const std::string& line : saved.losses)
+            m_configuration.tell(line, trace);
+        write_text(m_output, saved.text, inputs);
     }
 
 private:

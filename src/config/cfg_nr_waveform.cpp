@@ -100,6 +100,12 @@ void cfg_nr_waveform_t::init()
     m_carrier.init();
 }
 
+void cfg_nr_waveform_t::copy_configuration(const lib_nr_waveform_configure_manager_t& waveform)
+{
+    m_waveform = waveform;
+    m_carrier.init();
+}
+
 common_lib::plib_protocol_type_t cfg_nr_waveform_t::get_protocol_type() const { return common_lib::PLIB_PROTOCOL_NR; }
 
 cfg_nr_carrier_t* cfg_nr_waveform_t::get_carrier(unsigned int index)

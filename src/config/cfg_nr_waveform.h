@@ -32,6 +32,10 @@ public:
     /// Back to one frame with one default carrier; the NTN flag stays. The cursors go to their first entries.
     void init();
 
+    /// Takes over the whole configuration of another waveform, as a host does that takes edits back. The cursors go to
+    /// their first entries.
+    void copy_configuration(const lib_nr_waveform_configure_manager_t& waveform);
+
     /// The configuration as the engine takes it.
     const lib_nr_waveform_configure_manager_t& get_waveform_manager() const { return m_waveform; }
 

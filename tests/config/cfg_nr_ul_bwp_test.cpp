@@ -1,7 +1,7 @@
 #include "config/cfg_nr_ul_bwp.h"
 
 #include "host/nrwave_failure.h"
-#include "host/nrwave_settings.h"
+#include "host/nrwave_saved.h"
 #include "support/settings.h"
 
 #include <gtest/gtest.h>
@@ -87,7 +87,7 @@ TEST(cfg_nr_ul_bwp, a_file_brings_back_what_was_confirmed)
     EXPECT_THROW(take(waveform, {"remove " + bands + ".guard_band[3]"}), nrwave::failure_t);
     EXPECT_THROW(take(waveform, {"remove " + bands + ".guard_band"}), nrwave::failure_t);
     cfg_nr_waveform_t recalled;
-    take(recalled, nrwave::recall_text(recalled, "saved", nrwave::saved_text(waveform)));
+    nr_test::load(recalled, nrwave::saved_settings(waveform).text);
     EXPECT_EQ(value_of(recalled, bands + ".guard_band_number"), "2");
     EXPECT_EQ(value_of(recalled, bands + ".rb_set_info"), rb_sets);
     EXPECT_EQ(value_of(recalled, "carrier[0].ul_bwp[0].bwp_name"), "my own");

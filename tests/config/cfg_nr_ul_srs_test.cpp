@@ -1,7 +1,7 @@
 #include "config/cfg_nr_ul_srs.h"
 
 #include "host/nrwave_listing.h"
-#include "host/nrwave_settings.h"
+#include "host/nrwave_saved.h"
 #include "support/leaf_walk.h"
 #include "support/settings.h"
 
@@ -86,7 +86,7 @@ TEST(cfg_nr_ul_srs, settings_keep_to_their_limits_and_to_each_other)
                       k_srs);
 
     cfg_nr_waveform_t recalled;
-    nr_test::take(recalled, nrwave::recall_text(recalled, "saved", nrwave::saved_text(waveform)));
+    nr_test::load(recalled, nrwave::saved_settings(waveform).text);
     EXPECT_TRUE(nr_test::differences(waveform, recalled, nr_test::scope_t::read_by_a_signal).empty());
 
     nr_test::take(waveform, {k_srs + ".srs_periodity=LIB_NR_SRS_80MS_PERIODICITY", k_srs + ".t_offset=79",

@@ -22,6 +22,14 @@ std::string take(cfg_nr_waveform_t& waveform, const std::vector<std::string>& st
     return output.text();
 }
 
+std::vector<std::string> load(cfg_nr_waveform_t& waveform, const std::string& content)
+{
+    const captured_output_t silence;
+    std::vector<std::string> told;
+    nrwave::stepper_t(waveform, [&](const std::string& line) { told.push_back(line); }).load_text("file", content);
+    return told;
+}
+
 std::string value_of(cfg_nr_waveform_t& waveform, const std::string& path)
 {
     const nrwave::target_t target = nrwave::resolve(waveform, path);

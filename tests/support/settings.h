@@ -13,6 +13,9 @@ namespace nr_test
 /// a value that is corrected does not. Gives what the library prints.
 std::string take(vek::nr_mod_lib::cfg_nr_waveform_t& waveform, const std::vector<std::string>& steps);
 
+/// Brings a waveform to the content of a settings file of the tool's: what a load tells of it.
+std::vector<std::string> load(vek::nr_mod_lib::cfg_nr_waveform_t& waveform, const std::string& content);
+
 /// The default waveform after some steps.
 class waveform_of_t : public vek::nr_mod_lib::cfg_nr_waveform_t
 {

@@ -1,10 +1,10 @@
 #include "config/cfg_nr_waveform.h"
-#include "host/nrwave_settings.h"
-#include "host/nrwave_steps.h"
+#include "host/nrwave_saved.h"
 #include "phy/lib_nr_phy.h"
 #include "phy_common/lib_nr_phy_common.h"
 #include "support/captured_output.h"
 #include "support/leaf_walk.h"
+#include "support/settings.h"
 #include "support/settings_text.h"
 
 #include <algorithm>
@@ -71,14 +71,6 @@ void expect_valid(cfg_nr_waveform_t& waveform)
     }
 }
 
-/// The waveform as it comes back from the tool's own file.
-void load(cfg_nr_waveform_t& waveform, const std::string& file)
-{
-    nrwave::stepper_t stepper(waveform, [](const std::string&) {});
-    for (const std::string& step : nrwave::recall_text(waveform, "walk", file))
-        stepper.apply(step);
-}
-
 TEST(cfg_nr_leaf_walk, any_settings_in_any_order_stay_valid_and_come_back_from_a_file)
 {
     for (unsigned int seed = 0; seed < k_walks; ++seed) {
@@ -91,7 +83,7 @@ TEST(cfg_nr_leaf_walk, any_settings_in_any_order_stay_valid_and_come_back_from_a
         expect_valid(waveform);
 
         cfg_nr_waveform_t loaded;
-        load(loaded, nrwave::saved_text(waveform));
+        nr_test::load(loaded, nrwave::saved_settings(waveform).text);
         for (const difference_t& difference :
              nr_test::differences(waveform, loaded, nr_test::scope_t::read_by_a_signal))
             ADD_FAILURE() << difference.path << " was " << difference.first << ", came back as " << difference.second;
