@@ -163,13 +163,14 @@ private:
                                       {"dl_bwp", "bwp_rb_start", "bwp_rb_size"}};
         ways_t ways;
         for (const auto& [list, start, size] : k_bands)
-            for (const std::string& facade : carrier.empty() ? std::vector<std::string>{}
-                                                             : _entries_of(below(carrier, list))) {
+            for (const std::string& facade :
+                 carrier.empty() ? std::vector<std::string>{} : _entries_of(below(carrier, list))) {
                 const cfg_nr_facade_table_t& table = *resolve(m_original, facade).table;
                 ways.push_back({facade, find_row(table.leaves, start), "0"});
                 ways.push_back({facade, find_row(table.leaves, size), k_most_number});
-                for (const std::string& coreset : list == std::string_view("dl_bwp") ? _entries_of(below(facade, "coreset"))
-                                                                                      : std::vector<std::string>{})
+                for (const std::string& coreset : list == std::string_view("dl_bwp")
+                                                      ? _entries_of(below(facade, "coreset"))
+                                                      : std::vector<std::string>{})
                     ways.push_back({coreset, find_row(resolve(m_original, coreset).table->leaves, "fd_resources"),
                                     std::string(k_most_groups, '1')});
             }

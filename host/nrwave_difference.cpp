@@ -21,6 +21,8 @@ struct comparison_t
     std::string path;
     /// Whether a preset is chosen here.
     bool is_choice = false;
+    /// Figures instead of settings.
+    bool of_figures = false;
 };
 
 void compare_leaf(const comparison_t& pair, const cfg_nr_leaf_t& leaf, std::vector<difference_t>& found)
@@ -50,19 +52,32 @@ void compare_prefixes(const comparison_t& parents, const cfg_nr_branch_t& branch
     const unsigned int entries = std::min(branch.count(parents.first), branch.count(parents.second));
     for (unsigned int i = 0; i < entries; ++i)
         compare_leaf({branch.enter_place(parents.first, i), branch.enter_place(parents.second, i), branch.facade,
-                      entry(below(parents.path, branch.name), i), false},
+                      entry(below(parents.path, branch.name), i), false, false},
                      *prefix, found);
+}
+
+void compare_figure(const comparison_t& pair, const cfg_nr_figure_t& figure, std::vector<difference_t>& found)
+{
+    std::string first = figure.read(pair.first);
+    std::string second = figure.read(pair.second);
+    if (first != second)
+        found.push_back({below(pair.path, figure.name), std::move(first), std::move(second)});
 }
 
 void compare(const comparison_t& pair, std::vector<difference_t>& found)
 {
-    for (const cfg_nr_leaf_t& leaf : pair.table->leaves)
-        compare_leaf(pair, leaf, found);
+    if (pair.of_figures)
+        for (const cfg_nr_figure_t& figure : pair.table->figures)
+            compare_figure(pair, figure, found);
+    else
+        for (const cfg_nr_leaf_t& leaf : pair.table->leaves)
+            compare_leaf(pair, leaf, found);
     const std::string carrier_type = carrier_type_of(pair.first, *pair.table);
     for (const cfg_nr_branch_t& branch : pair.table->branches) {
         const std::string path = below(pair.path, branch.name);
         if (!sends(carrier_type, branch)) {
-            compare_prefixes(pair, branch, found);
+            if (!pair.of_figures)
+                compare_prefixes(pair, branch, found);
             continue;
         }
         const unsigned int entries = branch.count(pair.first);
@@ -73,7 +88,7 @@ void compare(const comparison_t& pair, std::vector<difference_t>& found)
         for (unsigned int i = 0; i < entries; ++i)
             compare({branch.enter_place(pair.first, i), branch.enter_place(pair.second, i), branch.facade,
                      branch.is_list() ? entry(path, branch.first(pair.first) + i) : path,
-                     is_preset(*pair.table, branch)},
+                     is_preset(*pair.table, branch), pair.of_figures},
                     found);
     }
 }
@@ -83,7 +98,14 @@ void compare(const comparison_t& pair, std::vector<difference_t>& found)
 std::vector<difference_t> differences(cfg_nr_waveform_t& first, cfg_nr_waveform_t& second)
 {
     std::vector<difference_t> found;
-    compare({&first, &second, &g_cfg_nr_waveform_table, {}, false}, found);
+    compare({&first, &second, &g_cfg_nr_waveform_table, {}, false, false}, found);
+    return found;
+}
+
+std::vector<difference_t> figure_differences(cfg_nr_waveform_t& first, cfg_nr_waveform_t& second)
+{
+    std::vector<difference_t> found;
+    compare({&first, &second, &g_cfg_nr_waveform_table, {}, false, true}, found);
     return found;
 }
 

@@ -21,6 +21,9 @@ struct difference_t
 /// prefix of its downlink BWPs counts for an uplink too: SRS are held against it.
 std::vector<difference_t> differences(vek::nr_mod_lib::cfg_nr_waveform_t& first,
                                       vek::nr_mod_lib::cfg_nr_waveform_t& second);
+/// The same for figures: where all settings agree, they give away a state behind them.
+std::vector<difference_t> figure_differences(vek::nr_mod_lib::cfg_nr_waveform_t& first,
+                                             vek::nr_mod_lib::cfg_nr_waveform_t& second);
 
 /// Whether a carrier of a type, by its name, sends anything that is set below a branch of its façade. Of a façade that
 /// is no carrier all is sent.

@@ -115,8 +115,7 @@ private:
                 m_lines.push_back(passed_over(element, "unknown"));
             else if (place < branch.count(m_facade)) {
                 const std::string own = entry(path, branch.first(m_facade) + place);
-                block_t(element, branch.enter_place(m_facade, place++), *branch.facade, own, part, m_lines)
-                    .compare();
+                block_t(element, branch.enter_place(m_facade, place++), *branch.facade, own, part, m_lines).compare();
             }
             else
                 ++place;

@@ -50,7 +50,10 @@ saved_settings_t saved_settings(cfg_nr_waveform_t& waveform)
     // What counts is what a load makes of the text itself.
     cfg_nr_waveform_t loaded;
     stepper_t(loaded, [](const std::string&) {}).load_text("the file", saved.text);
-    for (const auto& [path, value, fallen] : differences(waveform, loaded))
+    std::vector<difference_t> lost = differences(waveform, loaded);
+    if (lost.empty())
+        lost = figure_differences(waveform, loaded);
+    for (const auto& [path, value, fallen] : lost)
         saved.losses.push_back(path + ": saved " + quoted(value) + ", comes back as " + quoted(fallen));
     return saved;
 }

@@ -266,6 +266,52 @@ TEST_F(nrwave_program, tells_what_a_later_step_resets)
     }
 }
 
+TEST_F(nrwave_program, tells_what_a_file_does_not_bring_back_and_what_a_load_passes_over_or_corrects)
+{
+    const auto file = [&](const std::string& carrier, const std::string& beside = {}) {
+        return "<r ProtocolType='NR'><cfg_nr_waveform><cfg_nr_carrier><cfg_nr_carrier><enable>true</enable>" + carrier +
+               "</cfg_nr_carrier></cfg_nr_carrier></cfg_nr_waveform>" + beside + "</r>";
+    };
+    const std::string c = "carrier[0].";
+    const std::string wide = "<channel_bandwidth>LIB_NR_CHANNEL_FR1_7M</channel_bandwidth>";
+    const std::string step = "<nrwave_steps><step>carrier[0].channel_bandwidth=FR1_5M</step></nrwave_steps>";
+    const std::string pucch = "<carrier_type>LIB_NR_UPLINK</carrier_type><cfg_nr_ul_pucch><cfg_nr_ul_pucch><rb_num>";
+    const std::vector<std::pair<std::string, std::string>> rows = {
+        {file(wide, step), c + "channel_bandwidth: asked LIB_NR_CHANNEL_FR1_7M, stored LIB_NR_CHANNEL_FR1_5M"},
+        {file("<timing_offset>1.5</timing_offset>", "<nrwave_steps><step>carrier[0].timing_offset=0.01</step>"
+                                                    "</nrwave_steps>"),
+         c + "timing_offset: asked 1.5, stored 0.01"},
+        {file("<ncell_id>1e3</ncell_id>"), c + "ncell_id: asked 1e3, stored 1"},
+        {file("<foo/>"), "unknown element foo in cfg_nr_carrier"},
+        {file("<enable>0</enable>"), "another element enable in cfg_nr_carrier"},
+        {file("<ncell_id unit='1'>0</ncell_id>"), "unknown attribute unit in ncell_id"},
+        {file("<cfg_nr_phy_numerology><cfg_nr_phy_numerology/><cfg_nr_phy_numerology/></cfg_nr_phy_numerology>"),
+         c + "numerology: asked 2 entries, stored 1"},
+        {file("", "<cfg_nr_wavefrom/>"), "unknown element cfg_nr_wavefrom in r"},
+        {"<r ProtocolType='NR'/>", "no element cfg_nr_waveform in r"},
+        {file(pucch + "99</rb_num></cfg_nr_ul_pucch></cfg_nr_ul_pucch>"), c + "ul_pucch[0].rb_num: asked 99, stored 1"},
+        {file("<!-- of the other direction, and set right beside -->" + pucch.substr(pucch.find("<cfg")) +
+                  "99</rb_num></cfg_nr_ul_pucch></cfg_nr_ul_pucch>" +
+                  "<channel_bandwidth>LIB_NR_CHANNEL_FR1_10M</channel_bandwidth>" +
+                  "<numerology>LIB_NR_SCS_60K</numerology><cfg_nr_dl_prs><cfg_nr_dl_prs><periodicity>10</periodicity>"
+                  "</cfg_nr_dl_prs></cfg_nr_dl_prs>",
+              "<nrwave_steps><step>carrier[0].numerology=30K</step><step>carrier[0].dl_prs[0].periodicity=10</step>"
+              "<step>carrier[0].numerology=60K</step></nrwave_steps>"),
+         ""},
+    };
+    for (const auto& [content, line] : rows) {
+        write("in.xml", content);
+        EXPECT_EQ(run("get in.xml nr_ntn").err, line.empty() ? line : "in.xml: " + line + '\n');
+        EXPECT_EQ(run("get in.xml --strict nr_ntn").status == 0, line.empty()) << line;
+    }
+
+    write("in.xml", file(pucch + "1</rb_num><name>a&#13;b&#1;</name></cfg_nr_ul_pucch></cfg_nr_ul_pucch>"));
+    EXPECT_EQ(run("save in.xml -o out.xml").err,
+              "carrier[0].ul_pucch[0].name: saved a\\x0db\\x01, comes back as a\\nb\\x01\n");
+    EXPECT_EQ(run("save in.xml -o strict.xml --strict").status, 1);
+    EXPECT_FALSE(fs::exists(m_folder / "strict.xml"));
+}
+
 TEST_F(nrwave_program, writes_through_what_is_no_regular_file)
 {
     ASSERT_EQ(run("save -o plain.xml").status, 0);

@@ -1,5 +1,7 @@
 #include "support/leaf_walk.h"
 
+#include "host/nrwave_path.h"
+
 #include <algorithm>
 #include <array>
 #include <sstream>
@@ -130,6 +132,15 @@ void leaf_walk_t::take_steps(unsigned int count, unsigned int settings)
         _take_step(settings);
 }
 
+void leaf_walk_t::take_steps_at(const std::string& path, unsigned int count)
+{
+    for (unsigned int i = 0; i < count; ++i) {
+        const nrwave::target_t target = nrwave::resolve(m_waveform, path);
+        _set(target.facade,
+             target.table->leaves.begin()[_below(static_cast<unsigned int>(target.table->leaves.size()))], path + '.');
+    }
+}
+
 /// Goes down from the waveform. At each façade all settings and verbs here and below are equally likely; a list that is
 /// passed changes its entries now and then.
 void leaf_walk_t::_take_step(unsigned int settings)
@@ -200,13 +211,16 @@ void leaf_walk_t::_set(void* facade, const cfg_nr_leaf_t& leaf, const std::strin
     if (leaf.count(facade) == 0)
         return;
     const unsigned int index = _below(leaf.count(facade));
-    const std::string value = _value(leaf);
+    const std::string value = _value(facade, leaf);
     m_history += path + leaf.name + (leaf.is_indexed() ? '[' + std::to_string(index) + ']' : "") + '=' + value + '\n';
     leaf.write(facade, value, index);
 }
 
-std::string leaf_walk_t::_value(const cfg_nr_leaf_t& leaf)
+std::string leaf_walk_t::_value(void* facade, const cfg_nr_leaf_t& leaf)
 {
+    const std::vector<std::string> offer = leaf.on_offer(facade);
+    if (!offer.empty() && _below(2))
+        return offer[_below(static_cast<unsigned int>(offer.size()))];
     switch (leaf.form) {
     case cfg_nr_leaf_form_t::boolean:
         return _below(2) ? "true" : "false";

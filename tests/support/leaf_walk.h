@@ -19,6 +19,8 @@ public:
 
     /// A step that comes to settings takes several of them in a row, all of the same façade.
     void take_steps(unsigned int count, unsigned int settings = 1);
+    /// Sets settings of the façade at a path alone.
+    void take_steps_at(const std::string& path, unsigned int count);
     /// What was done so far, for the report of a failure.
     const std::string& history() const { return m_history; }
 
@@ -27,7 +29,7 @@ private:
     void _change_list(void* parent, const vek::nr_mod_lib::cfg_nr_branch_t& branch, const std::string& path);
     void _run(void* facade, const vek::nr_mod_lib::cfg_nr_verb_t& verb, const std::string& path);
     void _set(void* facade, const vek::nr_mod_lib::cfg_nr_leaf_t& leaf, const std::string& path);
-    std::string _value(const vek::nr_mod_lib::cfg_nr_leaf_t& leaf);
+    std::string _value(void* facade, const vek::nr_mod_lib::cfg_nr_leaf_t& leaf);
     std::string _whole_number();
     std::string _real();
     std::string _text();

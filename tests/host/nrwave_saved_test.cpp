@@ -1,0 +1,86 @@
+#include "config/cfg_nr_waveform.h"
+#include "host/nrwave_saved.h"
+#include "phy/lib_nr_phy.h"
+#include "support/captured_output.h"
+#include "support/leaf_walk.h"
+#include "support/settings.h"
+
+#include <complex>
+#include <cstdlib>
+#include <gtest/gtest.h>
+#include <optional>
+#include <stdexcept>
+#include <string>
+#include <vector>
+
+namespace
+{
+
+using namespace vek::nr_mod_lib;
+
+using samples_t = std::vector<std::complex<double>>;
+
+/// The samples of a configuration that generates.
+std::optional<samples_t> samples_of(const cfg_nr_waveform_t& waveform)
+{
+    constexpr unsigned long long k_most_samples = 1000000;
+    if (waveform.get_waveform_sample_points() > k_most_samples)
+        return std::nullopt;
+    lib_nr_phy_t engine;
+    engine.waveform_config(waveform.get_waveform_manager());
+    try {
+        if (engine.nr_phy_process())
+            return engine.get_baseband_signal_data();
+    } catch (const std::out_of_range&) { // a PUCCH with another prefix than downlink BWP 0
+    }
+    return std::nullopt;
+}
+
+/// One channel on a narrow carrier, and settings of it and of what it lies in, in any order.
+void take_recipe(cfg_nr_waveform_t& waveform, nr_test::leaf_walk_t& walk, unsigned int seed)
+{
+    const std::vector<std::string> channels = {"dl_ssb",      "ul_pucch[0]", "dl_csirs[0]", "ul_pusch[0]", "dl_dci[0]",
+                                               "ul_prach[0]", "dl_pdsch[0]", "ul_srs[0]",   "dl_prs[0]"};
+    const std::string& channel = channels[seed % channels.size()];
+    const bool is_downlink = channel[0] == 'd';
+    const std::string type = is_downlink ? "DOWNLINK" : channel == "ul_prach[0]" ? "PRACH" : "UPLINK";
+    const char* bandwidths[] = {"FR1_10M", "FR2_1_50M", "FR1_20M", "FR1_5M"};
+    nr_test::take(waveform, {"carrier[0].carrier_type=LIB_NR_" + type,
+                             std::string("carrier[0].channel_bandwidth=LIB_NR_CHANNEL_") + bandwidths[seed % 4],
+                             "carrier[0].numerology=LIB_NR_SCS_" + std::string(seed % 3 ? "60K" : "15K"),
+                             "carrier[0]." + channel + ".enable=true"});
+    for (unsigned int round = 0; round < 3; ++round) {
+        walk.take_steps_at("carrier[0]." + channel, 6);
+        walk.take_steps_at(is_downlink ? "carrier[0].dl_bwp[1]" : "carrier[0].ul_bwp[0]", 1);
+        if (is_downlink)
+            walk.take_steps_at("carrier[0].dl_bwp[1].coreset[1]", 1);
+    }
+    nr_test::take(waveform, {"carrier[0]." + channel + ".enable=true"});
+}
+
+// NR_TEST_RECIPES asks for another number of them.
+TEST(nrwave_saved, a_recipe_gives_the_same_samples_from_its_file_or_save_tells_why_not)
+{
+    const char* asked = std::getenv("NR_TEST_RECIPES");
+    const unsigned int recipes = asked ? static_cast<unsigned int>(std::atoi(asked)) : 180;
+    unsigned int compared = 0;
+    for (unsigned int seed = 0; seed < recipes; ++seed) {
+        const nr_test::captured_output_t silence;
+        cfg_nr_waveform_t waveform;
+        nr_test::leaf_walk_t walk(waveform, seed);
+        take_recipe(waveform, walk, seed);
+        const std::optional<samples_t> samples = samples_of(waveform);
+        if (!samples)
+            continue;
+        const nrwave::saved_settings_t saved = nrwave::saved_settings(waveform);
+        if (!saved.losses.empty())
+            continue;
+        cfg_nr_waveform_t loaded;
+        EXPECT_EQ(nr_test::load(loaded, saved.text), std::vector<std::string>{}) << seed << walk.history();
+        EXPECT_TRUE(samples_of(loaded) == samples) << seed << walk.history();
+        ++compared;
+    }
+    EXPECT_GE(compared, recipes * 3 / 4);
+}
+
+} // namespace
