@@ -73,10 +73,12 @@ std::string cut_of(const lib_nr_entry_record_t& entry)
 
 std::string path_of(const lib_nr_channel_entry_t& entry)
 {
-    std::string path = "carrier[" + std::to_string(entry.carrier) + "].";
+    std::string path = "carrier[" + std::to_string(entry.carrier) + ']';
+    if (entry.channel.empty())
+        return path;
     for (const auto& [channel, list] : k_lists)
         if (channel == entry.channel)
-            path += list;
+            path += '.' + std::string(list);
     return entry.channel == k_lists.front().first ? path : path + '[' + std::to_string(entry.entry) + ']';
 }
 
@@ -108,6 +110,12 @@ std::string text_of(const lib_nr_entry_conflict_t& conflict)
            std::to_string(conflict.frame) + ", slot " + std::to_string(conflict.slot) + ", symbol " +
            std::to_string(conflict.symbol) + ", RB " + std::to_string(conflict.rb) + ", " +
            std::to_string(conflict.cells) + (conflict.cells == 1 ? " cell" : " cells");
+}
+
+std::string text_of(const lib_nr_met_deviation_t& met)
+{
+    const lib_nr_deviation_row_t& row = lib_nr_deviation_row(met.deviation);
+    return path_of(met) + ": " + row.name + ", not as " + row.clause + " (standard_rules=true)";
 }
 
 } // namespace nrwave

@@ -8,7 +8,7 @@
 namespace nrwave
 {
 
-/// An entry by its path, as carrier[0].dl_pdsch[1] or carrier[0].dl_ssb.
+/// An entry by its path, as carrier[0].dl_pdsch[1] or carrier[0].dl_ssb; a carrier where the channel is empty.
 std::string path_of(const vek::nr_mod_lib::lib_nr_channel_entry_t& entry);
 
 /// A line for each enabled entry that a run sent nowhere, or without all that belongs to it, with the reason. What a
@@ -17,5 +17,8 @@ std::vector<std::string> shortfalls_of(const vek::nr_mod_lib::lib_nr_phy_record_
 
 /// Between which entries a conflict arose, where, and over how many cells.
 std::string text_of(const vek::nr_mod_lib::lib_nr_entry_conflict_t& conflict);
+
+/// Whose signal is not the standard's, by which rule and clause, and what makes it so.
+std::string text_of(const vek::nr_mod_lib::lib_nr_met_deviation_t& met);
 
 } // namespace nrwave

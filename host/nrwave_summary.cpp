@@ -1,5 +1,6 @@
 #include "host/nrwave_summary.h"
 
+#include "host/nrwave_record.h"
 #include "host/nrwave_value.h"
 
 #include <charconv>
@@ -7,6 +8,8 @@
 
 namespace nrwave
 {
+
+using namespace vek::nr_mod_lib;
 
 namespace
 {
@@ -38,15 +41,22 @@ nlohmann::ordered_json or_null(const std::optional<double>& level)
 
 std::string text_of(const summary_t& summary)
 {
-    return "files   " + joined(summary.files) + "\nrate    " + std::to_string(summary.rate) + " Hz\nlength  " +
-           std::to_string(summary.level.samples()) + " samples, " + shortest(summary.seconds()) + " s\npeak    " +
-           decibels(summary.level.peak_dbfs(), "dBFS") + "\nRMS     " + decibels(summary.level.rms_dbfs(), "dBFS") +
-           "\nPAPR    " + decibels(summary.level.papr_db(), "dB") + "\nclip    " + std::to_string(summary.clipped) +
-           " samples\n";
+    std::string text = "files   " + joined(summary.files) + "\nrate    " + std::to_string(summary.rate) +
+                       " Hz\nlength  " + std::to_string(summary.level.samples()) + " samples, " +
+                       shortest(summary.seconds()) + " s\npeak    " + decibels(summary.level.peak_dbfs(), "dBFS") +
+                       "\nRMS     " + decibels(summary.level.rms_dbfs(), "dBFS") + "\nPAPR    " +
+                       decibels(summary.level.papr_db(), "dB") + "\nclip    " + std::to_string(summary.clipped) +
+                       " samples\n";
+    for (const auto& met : summary.deviations)
+        text += text_of(met) + '\n';
+    return text;
 }
 
 nlohmann::ordered_json json_of(const summary_t& summary)
 {
+    nlohmann::ordered_json deviations = nlohmann::ordered_json::array();
+    for (const auto& met : summary.deviations)
+        deviations.push_back({{"entry", path_of(met)}, {"name", lib_nr_deviation_row(met.deviation).name}});
     return {{"files", summary.files},
             {"format", summary.format},
             {"rate", summary.rate},
@@ -55,7 +65,8 @@ nlohmann::ordered_json json_of(const summary_t& summary)
             {"peak_dbfs", or_null(summary.level.peak_dbfs())},
             {"rms_dbfs", or_null(summary.level.rms_dbfs())},
             {"papr_db", or_null(summary.level.papr_db())},
-            {"clipped", summary.clipped}};
+            {"clipped", summary.clipped},
+            {"deviations", deviations}};
 }
 
 std::string written(const nlohmann::ordered_json& json)

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "host/analysis/nrwave_level.h"
+#include "phy/lib_nr_phy_record.h"
 
 #include <cstdint>
 #include <nlohmann/json_fwd.hpp>
@@ -17,6 +18,7 @@ struct summary_t
     std::string format;
     std::uint64_t rate = 0; ///< hertz
     level_t level;
+    std::vector<vek::nr_mod_lib::lib_nr_met_deviation_t> deviations = {}; ///< from the standard
     std::uint64_t clipped = 0; ///< samples that the format holds at full scale
 
     double seconds() const
@@ -25,7 +27,7 @@ struct summary_t
     }
 };
 
-/// A line each: files, rate, length, peak, RMS, PAPR, clip count.
+/// A line each: files, rate, length, peak, RMS, PAPR, clip count; and one for each deviation from the standard.
 std::string text_of(const summary_t& summary);
 
 /// The same under the names that these figures have wherever they stand in JSON; null where silence has none.

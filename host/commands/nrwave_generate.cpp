@@ -8,6 +8,7 @@
 #include "host/nrwave_summary.h"
 
 #include <nlohmann/json.hpp>
+#include <set>
 
 namespace nrwave
 {
@@ -22,10 +23,17 @@ std::string counted(unsigned int number, const std::string& thing)
     return std::to_string(number) + ' ' + thing + (number == 1 ? "" : "s");
 }
 
-std::string description_of(const cfg_nr_waveform_t& waveform)
+/// Also names the deviations from the standard that the samples hold.
+std::string description_of(const cfg_nr_waveform_t& waveform, const std::vector<lib_nr_met_deviation_t>& deviations)
 {
+    std::set<lib_nr_deviation_t> met;
+    for (const lib_nr_met_deviation_t& deviation : deviations)
+        met.insert(deviation.deviation);
+    std::string names;
+    for (const lib_nr_deviation_t deviation : met)
+        names += (names.empty() ? "; not as the standard: " : ", ") + std::string(lib_nr_deviation_row(deviation).name);
     return "5G NR baseband waveform, " + counted(waveform.get_carrier_number(), "carrier") + ", " +
-           counted(waveform.get_frame_number(), "frame");
+           counted(waveform.get_frame_number(), "frame") + names;
 }
 
 class generate_t : public command_t
@@ -69,10 +77,11 @@ public:
         if (!m_report.empty())
             draw_report(waveform, engine, outputs, m_report);
         const std::uint64_t rate = waveform.get_waveform_sample_rate();
-        const level_t level = files.write(engine.get_baseband_signal_data(),
-                                          {rate, waveform.get_radio_frequency(), description_of(waveform)});
+        const level_t level =
+            files.write(engine.get_baseband_signal_data(),
+                        {rate, waveform.get_radio_frequency(), description_of(waveform, engine.get_met_deviations())});
         if (!m_quiet && !is_standard_output(m_output))
-            tell({outputs.names(), name_of(format), rate, level}, trace);
+            tell({outputs.names(), name_of(format), rate, level, engine.get_met_deviations()}, trace);
         outputs.keep();
     }
 

@@ -192,9 +192,22 @@ void lib_nr_phy_t::_update_ofdm_config(unsigned int carrier, unsigned int numero
     m_ofdm_modulator.set_window_beta(configuration.get_windowing_beta());
     m_ofdm_modulator.set_windowing_method(configuration.get_windowing_method());
     m_ofdm_modulator.set_phase_compensation_enable(m_waveform.get_phase_compensation_enable());
-    m_ofdm_modulator.set_carrier_frequency(m_waveform.get_radio_frequency());
+    m_ofdm_modulator.set_carrier_frequency(_get_phase_frequency(carrier));
     m_ofdm_modulator.set_baseband_filter_enable(configuration.is_baseband_filter_enable());
     m_ofdm_modulator.set_target_sample_rate(m_waveform.get_waveform_sample_rate_hz());
+}
+
+/// The frequency that the phase terms of a carrier go by.
+double lib_nr_phy_t::_get_phase_frequency(unsigned int carrier)
+{
+    const double centre = m_waveform.get_radio_frequency();
+    if (!m_waveform.get_phase_compensation_enable())
+        return centre;
+    const lib_nr_rules_t rules(m_waveform.get_standard_rules());
+    const double frequency = rules.pick(lib_nr_deviation_t::carrier_phase, centre,
+                                        centre + m_waveform.get_carrier(carrier).get_frequency_offset_hz());
+    m_recorder.note_met({{}, carrier, 0}, rules);
+    return frequency;
 }
 
 bool lib_nr_phy_t::_fill_frame_data(unsigned int carrier, unsigned int numerology, unsigned int frame, signal_t& buffer)

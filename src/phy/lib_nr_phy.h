@@ -75,6 +75,10 @@ public:
     /// it.
     const lib_nr_phy_record_t& get_record() const { return m_recorder.get_record(); }
 
+    /// Where the last run went by own rules that the standard says otherwise, by carrier and entry; none under
+    /// `standard_rules`. `lib_nr_deviation_row` tells what each means.
+    const std::vector<lib_nr_met_deviation_t>& get_met_deviations() const { return get_record().deviations; }
+
     /// Marks the allocation of one frame in the resource map of the grid, for viewing; the configuration must be the
     /// one that the engine was given. Indices count from 0, the numerology's is its place in the carrier's list. False
     /// where a channel could not be mapped.
@@ -125,6 +129,7 @@ private:
     bool _deal_payload_mapping(unsigned int carrier, unsigned int numerology, unsigned int frame);
     bool _fill_frame_data(unsigned int carrier, unsigned int numerology, unsigned int frame, signal_t& buffer);
     void _update_ofdm_config(unsigned int carrier, unsigned int numerology);
+    double _get_phase_frequency(unsigned int carrier);
     void _keep_frame_at_own_rate(unsigned int frame);
     void _add_resampled_frames(signal_t& buffer);
 

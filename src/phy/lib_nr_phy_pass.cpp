@@ -186,8 +186,8 @@ private:
     }
 
     /// What came of marking is seen in the grid.
-    template <class call_t>
-    bool _call(unsigned int entry, std::optional<unsigned int> slot, call_t call)
+    template <class process_t, class call_t>
+    bool _call(unsigned int entry, std::optional<unsigned int> slot, const process_t& process, call_t call)
     {
         const unsigned int place = m_channel == k_ssb ? 0 : entry;
         grid().set_entry_at_work(place);
@@ -195,6 +195,7 @@ private:
         const bool succeeded = m_engine._call(entry, slot, m_mode, call);
         if (grid().get_mark_number() != marks)
             m_engine.m_recorder.note_marks(_entry(place));
+        m_engine.m_recorder.note_met(_entry(place), process.get_rules());
         return succeeded || m_mode == k_view;
     }
 
@@ -203,7 +204,7 @@ private:
     {
         if (m_mode == k_encode && has_occasion(process, slot))
             m_engine.m_recorder.note_call(_entry(entry));
-        const bool succeeded = _call(entry, slot, call);
+        const bool succeeded = _call(entry, slot, process, call);
         if (m_mode == k_encode && !has_dmrs(process))
             m_engine.m_recorder.note_missing_dmrs(_entry(entry));
         return succeeded;
@@ -386,7 +387,7 @@ private:
                 return false;
             }
             m_engine.m_recorder.note_call(_entry(0));
-            if (!_call(index, std::nullopt, [&] {
+            if (!_call(index, std::nullopt, process, [&] {
                     return m_mode == k_view ? process._dl_phy_ssb_remap(index, m_mode)
                                             : process.ssb_encode_process(index);
                 }))
@@ -468,8 +469,12 @@ private:
                                                                      !pucch.get_allocated_slots().empty())
                 m_engine.m_recorder.note_call(_entry(i));
         const failed_entry_note_t note(process, *m_engine.m_step);
-        return m_mode == k_view ? process.deal_ul_pucch_resource_mapping(m_engine.m_waveform, m_carrier, m_numerology)
-                                : process.deal_ul_pucch_link_process(m_engine.m_waveform, m_carrier, m_numerology);
+        const bool succeeded =
+            m_mode == k_view ? process.deal_ul_pucch_resource_mapping(m_engine.m_waveform, m_carrier, m_numerology)
+                             : process.deal_ul_pucch_link_process(m_engine.m_waveform, m_carrier, m_numerology);
+        for (unsigned int i = 0; i < process.get_rules_of_entries().size(); ++i)
+            m_engine.m_recorder.note_met(_entry(i), process.get_rules_of_entries()[i]);
+        return succeeded;
     }
 
     bool _pusch()

@@ -151,6 +151,8 @@ bool lib_nr_phy_t::_fill_prach_frame_data(unsigned int carrier, unsigned int num
         if (_is_burst_within_waveform(frame, sent))
             frames.push_back(frame);
         m_recorder.note_written({k_prach, carrier, sent}, frames, prach_grid().get_written_cells());
+        m_recorder.note_met({k_prach, carrier, sent}, m_prach_process.get_rules());
+        m_recorder.note_met({k_prach, carrier, sent}, m_prach_ofdm_modulator.get_rules());
     }
     for (unsigned int stopped = sent + 1; stopped < bursts; ++stopped)
         m_recorder.note_stop({k_prach, carrier, stopped}, sent);
@@ -204,6 +206,7 @@ void lib_nr_phy_t::_locate_prach(const lib_nr_ul_prach_configure_manager_t& prac
 
 void lib_nr_phy_t::_update_prach_ofdm_config(const lib_nr_carrier_configure_manager_t& carrier, unsigned int numerology)
 {
+    m_prach_ofdm_modulator.set_standard_rules(m_waveform.get_standard_rules());
     m_prach_ofdm_modulator.set_cyclic_prefix_type(LIB_NR_NORMAL_CP); // a pass before may have left the extended one
     m_prach_ofdm_modulator.set_numerology(carrier.get_numerology_manager(numerology).get_numerolgy());
     m_prach_ofdm_modulator.set_channel_bandwidth(carrier.get_bandwidth());

@@ -1,5 +1,7 @@
 #pragma once
 
+#include "phy_common/lib_nr_deviation.h"
+
 #include <cstdint>
 #include <optional>
 #include <string_view>
@@ -60,12 +62,21 @@ struct lib_nr_entry_conflict_t
     std::uint64_t cells = 0;         ///< of these two in the frame
 };
 
+/// That the signal of an entry, or of a carrier as a whole where the channel is empty, goes by an own rule where the
+/// standard says otherwise.
+struct lib_nr_met_deviation_t : lib_nr_channel_entry_t
+{
+    lib_nr_deviation_t deviation = lib_nr_deviation_t::carrier_phase;
+};
+
 /// What a run did, entry by entry in the order of carriers, channels and lists; where a conflict ended it, between
 /// whom, in the order in which the conflicts arose.
 struct lib_nr_phy_record_t
 {
     std::vector<lib_nr_entry_record_t> entries;
     std::vector<lib_nr_entry_conflict_t> conflicts;
+    /// Each once, ordered as the entries are, ahead of them those of their carrier; none under `standard_rules`.
+    std::vector<lib_nr_met_deviation_t> deviations;
 };
 
 } // namespace vek::nr_mod_lib

@@ -1,6 +1,7 @@
 #include "phy/lib_nr_phy_recorder.h"
 
 #include <algorithm>
+#include <tuple>
 
 namespace vek::nr_mod_lib
 {
@@ -14,9 +15,10 @@ void lib_nr_phy_recorder_t::open()
 
 void lib_nr_phy_recorder_t::close(bool has_failed)
 {
-    m_is_open = false;
     for (std::size_t i = 0; i < m_states.size(); ++i)
         m_record.entries[i].silence = _silence_of(m_record.entries[i], m_states[i], has_failed);
+    _sort_deviations();
+    m_is_open = false;
 }
 
 void lib_nr_phy_recorder_t::note_pass(const lib_nr_channel_entry_t& entry, bool has_spacing, bool has_prefix)
@@ -85,6 +87,30 @@ void lib_nr_phy_recorder_t::note_stop(const lib_nr_channel_entry_t& entry, unsig
     ++record.frames_stopped;
     if (!record.stopped_by)
         record.stopped_by = stopped_by;
+}
+
+void lib_nr_phy_recorder_t::note_met(const lib_nr_channel_entry_t& entry, const lib_nr_rules_t& rules)
+{
+    if (!m_is_open || !rules.has_met())
+        return;
+    std::vector<lib_nr_met_deviation_t>& deviations = m_record.deviations;
+    for (const lib_nr_deviation_t deviation : rules.get_met())
+        // The slots of an entry follow each other, so that what is known is found near the end.
+        if (std::none_of(deviations.rbegin(), deviations.rend(), [&](const lib_nr_met_deviation_t& other) {
+                return other.deviation == deviation && other.entry == entry.entry && other.carrier == entry.carrier &&
+                       other.channel == entry.channel;
+            }))
+            deviations.push_back({entry, deviation});
+}
+
+void lib_nr_phy_recorder_t::_sort_deviations()
+{
+    const auto order_of = [&](const lib_nr_met_deviation_t& met) {
+        const std::optional<std::size_t> place = _place_of(met);
+        return std::tuple(met.carrier, place.has_value(), place, met.deviation);
+    };
+    std::sort(m_record.deviations.begin(), m_record.deviations.end(),
+              [&](const auto& a, const auto& b) { return order_of(a) < order_of(b); });
 }
 
 void lib_nr_phy_recorder_t::note_conflict(const lib_nr_entry_conflict_t& conflict)

@@ -34,6 +34,8 @@ public:
                       const lib_nr_cell_count_t& cells);
     /// A PRACH burst ahead of the entry kept it out of a frame.
     void note_stop(const lib_nr_channel_entry_t& entry, unsigned int stopped_by);
+    /// The entry's channel is empty where a carrier as a whole met them.
+    void note_met(const lib_nr_channel_entry_t& entry, const lib_nr_rules_t& rules);
     void note_conflict(const lib_nr_entry_conflict_t& conflict);
 
 private:
@@ -46,6 +48,7 @@ private:
 
     /// Place in the record, none for an entry that is not there.
     std::optional<std::size_t> _place_of(const lib_nr_channel_entry_t& entry) const;
+    void _sort_deviations();
     lib_nr_silence_t _silence_of(const lib_nr_entry_record_t& entry, const state_t& state, bool has_failed) const;
 
     lib_nr_phy_record_t m_record;

@@ -73,13 +73,31 @@ public:
     }
 
     bool is_standard() const { return m_standard_rules; }
+    bool has_met() const { return m_met != 0; }
     /// The deviations noted since the snapshot was taken, in the order of the enumeration.
     std::vector<lib_nr_deviation_t> get_met() const;
+    /// Notes what another one has noted, as that of a step that was handed the rules.
+    void add_met(const lib_nr_rules_t& other) { m_met |= other.m_met; }
 
 private:
     bool m_standard_rules;
     /// One bit a deviation; a note that a pick leaves behind, not a part of what the object stands for.
     mutable std::uint32_t m_met = 0;
+};
+
+/// What each process and modulator has that branches between the two sides.
+class lib_nr_ruled_t
+{
+public:
+    /// Takes the rules in force, when it is bound to an entry; nothing is noted so far.
+    void set_standard_rules(bool standard_rules) { m_rules = lib_nr_rules_t(standard_rules); }
+    /// With the deviations met since then.
+    const lib_nr_rules_t& get_rules() const { return m_rules; }
+
+protected:
+    lib_nr_ruled_t() = default;
+
+    lib_nr_rules_t m_rules;
 };
 
 } // namespace vek::nr_mod_lib

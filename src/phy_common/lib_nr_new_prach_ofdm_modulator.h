@@ -1,6 +1,7 @@
 #pragma once
 
 #include "common/nr_mod_lib_export.h"
+#include "phy_common/lib_nr_deviation.h"
 #include "phy_common/lib_nr_numerology_type.h"
 #include "phy_common/lib_nr_prach_type.h"
 
@@ -43,7 +44,7 @@ struct prach_resource_time_param_t
 /// of the preamble, with the prefix that the burst's information gives each, at the burst's place in the frame. No
 /// windowing, no head and no tail. A row is as long as the rate over the preamble's spacing, and scaled like a symbol
 /// of data: the mean power of a row is the sum of its cells' powers over its length.
-class NR_MOD_LIB_EXPORT lib_nr_new_prach_ofdm_modulator_t
+class NR_MOD_LIB_EXPORT lib_nr_new_prach_ofdm_modulator_t : public lib_nr_ruled_t
 {
 public:
     using grid_t = std::vector<std::vector<std::complex<double>>>;

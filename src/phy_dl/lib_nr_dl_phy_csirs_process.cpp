@@ -33,6 +33,7 @@ bool lib_nr_dl_phy_csirs_process_t::set_waveform_config(unsigned int carrier, un
     const lib_nr_carrier_configure_manager_t& configuration = waveform.get_carrier(carrier);
     const lib_nr_dl_csirs_configure_manager_t& manager = configuration.get_dl_csirs(csirs);
     const lib_nr_dl_bwp_configure_manager_t& bwp = configuration.get_dl_bwp(manager.get_bwp_id());
+    set_standard_rules(waveform.get_standard_rules());
     set_enable(manager.get_enable());
     set_power_bosting(manager.get_power_bosting());
     set_antenna_port(manager.get_antenna_port());

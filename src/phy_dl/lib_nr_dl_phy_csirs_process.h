@@ -3,6 +3,7 @@
 #include "common/nr_mod_lib_export.h"
 #include "manager/lib_nr_dl_csirs_configure_manager.h"
 #include "phy/lib_nr_resource_manager.h"
+#include "phy_common/lib_nr_deviation.h"
 
 #include <array>
 #include <complex>
@@ -20,7 +21,7 @@ struct lib_nr_csirs_location_row_t;
 /// that is none; the view marks the cells of all ports. Three rules of its own: resource blocks are counted from the
 /// start of the BWP, but placed from the start of the grid, while the sequence counts those of the grid; a symbol past
 /// the end of the slot is that of the next one; and a density that the row has not is generated as its first.
-class NR_MOD_LIB_EXPORT lib_nr_dl_phy_csirs_process_t
+class NR_MOD_LIB_EXPORT lib_nr_dl_phy_csirs_process_t : public lib_nr_ruled_t
 {
 public:
     /// Takes an entry of a carrier's list, for the pass of a numerology. Always true.

@@ -41,6 +41,7 @@ bool lib_nr_dl_phy_pdcch_process_t::set_waveform_config(unsigned int carrier_ind
     const lib_nr_dl_bwp_configure_manager_t& bwp = carrier.get_dl_bwp(dci.get_bwp_id());
     const lib_nr_dl_coreset_configure_manager_t& coreset = bwp.get_coreset(dci.get_coreset_id());
 
+    set_standard_rules(waveform.get_standard_rules());
     set_pwr_boosting(dci.get_pwr_boosting());
     set_dmrs_pwr_boosting(dci.get_dmrs_pwr_boosting());
     set_scrambling_id(dci.get_scrambling_id());

@@ -39,6 +39,7 @@ bool lib_nr_dl_phy_prs_process_t::set_waveform_config(unsigned int carrier, unsi
 {
     using manager_t = lib_nr_dl_prs_configure_manager_t;
     const manager_t& manager = waveform.get_carrier(carrier).get_dl_prs(prs);
+    set_standard_rules(waveform.get_standard_rules());
     m_amplitude = common_lib::lib_common_math_t::db_value_to_amplitude_ratio(manager.get_power());
     m_slot_symbols = lib_nr_phy_common_t::get_symbol_number_in_slot(manager.get_numerology(), manager.get_cp_type());
     m_n_id = manager.get_n_id();

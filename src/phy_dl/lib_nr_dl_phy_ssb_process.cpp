@@ -143,6 +143,7 @@ void lib_nr_dl_phy_ssb_process_t::set_waveform_config(unsigned int carrier_index
     const lib_nr_dl_ssb_configure_manager_t& ssb = carrier.get_dl_ssb();
     const lib_nr_phy_numerology_configure_manager_t& numerology = carrier.get_numerology_manager(numerology_index);
 
+    set_standard_rules(waveform.get_standard_rules());
     set_system_frame(system_frame);
     set_half_frame_idx(half_frame);
     set_pci(carrier.get_cell_index());

@@ -3,6 +3,7 @@
 #include "common/nr_mod_lib_export.h"
 #include "manager/lib_nr_dl_ssb_configure_manager.h"
 #include "phy/lib_nr_resource_manager.h"
+#include "phy_common/lib_nr_deviation.h"
 #include "phy_common/lib_nr_numerology_type.h"
 #include "phy_common/lib_nr_pn_seq.h"
 #include "phy_common/lib_nr_polar_coding.h"
@@ -26,7 +27,7 @@ class lib_nr_waveform_configure_manager_t;
 /// left out; the view prints the grid's line for it. In the pass of a numerology other than the block's own, and in a
 /// half frame above 1, there is nothing to send, so nothing is written or marked. A process fresh from its constructor
 /// holds a valid block.
-class NR_MOD_LIB_EXPORT lib_nr_dl_phy_ssb_process_t
+class NR_MOD_LIB_EXPORT lib_nr_dl_phy_ssb_process_t : public lib_nr_ruled_t
 {
 public:
     lib_nr_dl_phy_ssb_process_t();

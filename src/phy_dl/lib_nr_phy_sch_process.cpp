@@ -49,6 +49,7 @@ bool lib_nr_phy_sch_process_t::set_waveform_config_sch(unsigned int carrier, uns
 {
     const lib_nr_carrier_configure_manager_t& configuration = waveform.get_carrier(carrier);
     const unsigned int cell = configuration.get_cell_index();
+    set_standard_rules(waveform.get_standard_rules());
     set_power_boosting(channel.get_power_boosting());
     set_rnti(channel.get_rnti());
     set_nid(identity_in_use(channel.get_nid(), cell));

@@ -2,6 +2,7 @@
 
 #include "common/nr_mod_lib_export.h"
 #include "phy/lib_nr_resource_manager.h"
+#include "phy_common/lib_nr_deviation.h"
 #include "phy_common/lib_nr_ldpc_coding.h"
 #include "phy_common/lib_nr_mcs_table_type.h"
 #include "phy_common/lib_nr_modulator.h"
@@ -42,7 +43,7 @@ struct lib_nr_sch_cells_t
 ///
 /// One object serves many channels: `set_waveform_config` binds it to one, then it runs slot by slot. Beside the
 /// settings only the state of the payload's PN sequence outlives a slot.
-class NR_MOD_LIB_EXPORT lib_nr_phy_sch_process_t
+class NR_MOD_LIB_EXPORT lib_nr_phy_sch_process_t : public lib_nr_ruled_t
 {
 public:
     using bits_t = std::vector<unsigned char>;

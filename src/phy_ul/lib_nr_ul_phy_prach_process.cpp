@@ -43,6 +43,7 @@ bool lib_nr_ul_phy_prach_process_t::set_waveform_config(unsigned int carrier, un
 {
     const lib_nr_carrier_configure_manager_t& configuration = waveform.get_carrier(carrier);
     const lib_nr_ul_prach_configure_manager_t& prach = configuration.get_ul_prach(burst);
+    set_standard_rules(waveform.get_standard_rules());
     m_numerology = configuration.get_numerology_manager(numerology).get_numerolgy();
     m_bandwidth = configuration.get_bandwidth();
     m_point_a_hz = configuration.get_frequency_offset_of_point_a();

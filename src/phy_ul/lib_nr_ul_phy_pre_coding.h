@@ -1,6 +1,7 @@
 #pragma once
 
 #include "common/nr_mod_lib_export.h"
+#include "phy_common/lib_nr_deviation.h"
 
 #include <complex>
 #include <vector>
@@ -10,7 +11,7 @@ namespace vek::nr_mod_lib
 
 /// Codebook precoder of the PUSCH, TS 38.211 clause 6.3.1.5: makes one stream per antenna port out of those of the
 /// layers.
-class NR_MOD_LIB_EXPORT lib_nr_ul_phy_pre_coding_t
+class NR_MOD_LIB_EXPORT lib_nr_ul_phy_pre_coding_t : public lib_nr_ruled_t
 {
 public:
     using streams_t = std::vector<std::vector<std::complex<double>>>;

@@ -20,7 +20,7 @@ bool lib_nr_ul_phy_pucch_process_t::deal_ul_pucch_resource_mapping(const lib_nr_
                                                                    unsigned int carrier, unsigned int numerology)
 {
     m_is_resource_mapping_passed = false;
-    m_failed_entry.reset();
+    _begin(waveform);
     const lib_nr_carrier_configure_manager_t& configuration = waveform.get_carrier(carrier);
     if (configuration.get_carrier_type() != LIB_NR_UPLINK)
         return true;
@@ -43,13 +43,20 @@ bool lib_nr_ul_phy_pucch_process_t::deal_ul_pucch_link_process(const lib_nr_wave
                   << std::endl;
         return false;
     }
-    m_failed_entry.reset();
+    _begin(waveform);
     for (unsigned int i = 0; i < configuration.get_ul_pucch_number(); ++i)
         if (!_run(configuration, numerology, i, [&] { return _deal_pucch_process(configuration, i); })) {
             std::cout << " error : ul_phy_pucch_process fail " << std::endl;
             return false;
         }
     return true;
+}
+
+void lib_nr_ul_phy_pucch_process_t::_begin(const lib_nr_waveform_configure_manager_t& waveform)
+{
+    set_standard_rules(waveform.get_standard_rules());
+    m_failed_entry.reset();
+    m_rules_of_entries.clear();
 }
 
 /// Calls for an entry that is sent in the pass. The first one whose call returns false or throws is kept.
@@ -60,10 +67,12 @@ bool lib_nr_ul_phy_pucch_process_t::_run(const lib_nr_carrier_configure_manager_
     const std::optional<unsigned int> failed_before = m_failed_entry;
     m_failed_entry = failed_before.value_or(pucch_index);
     _set_pucch(carrier, pucch_index);
+    set_standard_rules(m_rules.is_standard());
     grid().set_entry_at_work(pucch_index);
     const bool succeeded = !_is_sent_in_pass(numerology) || call();
     if (succeeded)
         m_failed_entry = failed_before;
+    m_rules_of_entries.push_back(m_rules);
     return succeeded;
 }
 
@@ -77,21 +86,30 @@ bool lib_nr_ul_phy_pucch_process_t::_is_sent_in_pass(unsigned int numerology) co
     return true;
 }
 
+template <class process_t>
+bool lib_nr_ul_phy_pucch_process_t::_deal_format(process_t& process, const lib_nr_carrier_configure_manager_t& carrier,
+                                                 unsigned int pucch_index)
+{
+    process.set_standard_rules(m_rules.is_standard());
+    const bool succeeded = process.deal_pucch_process(carrier, pucch_index, grid().get_payload_mapping());
+    m_rules.add_met(process.get_rules());
+    return succeeded;
+}
+
 bool lib_nr_ul_phy_pucch_process_t::_deal_pucch_process(const lib_nr_carrier_configure_manager_t& carrier,
                                                         unsigned int pucch_index)
 {
-    payload_grid_t& payload = grid().get_payload_mapping();
     switch (m_pucch->get_pucch_format()) {
     case LIB_NR_UL_PUCCH_FORMAT_0:
-        return m_format0_process.deal_pucch_process(carrier, pucch_index, payload);
+        return _deal_format(m_format0_process, carrier, pucch_index);
     case LIB_NR_UL_PUCCH_FORMAT_1:
-        return m_format1_process.deal_pucch_process(carrier, pucch_index, payload);
+        return _deal_format(m_format1_process, carrier, pucch_index);
     case LIB_NR_UL_PUCCH_FORMAT_2:
-        return m_format2_process.deal_pucch_process(carrier, pucch_index, payload);
+        return _deal_format(m_format2_process, carrier, pucch_index);
     case LIB_NR_UL_PUCCH_FORMAT_3:
-        return m_format3_process.deal_pucch_process(carrier, pucch_index, payload);
+        return _deal_format(m_format3_process, carrier, pucch_index);
     case LIB_NR_UL_PUCCH_FORMAT_4:
-        return m_format4_process.deal_pucch_process(carrier, pucch_index, payload);
+        return _deal_format(m_format4_process, carrier, pucch_index);
     default:
         return false;
     }

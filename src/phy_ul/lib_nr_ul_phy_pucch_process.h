@@ -9,6 +9,7 @@
 #include "phy_ul/lib_nr_ul_phy_pucch_format4_process.h"
 
 #include <optional>
+#include <vector>
 
 namespace vek::nr_mod_lib
 {
@@ -31,12 +32,17 @@ public:
 
     /// Place in the list of the first PUCCH that the last call failed or threw at.
     const std::optional<unsigned int>& get_failed_entry() const { return m_failed_entry; }
+    /// The rules in force for each PUCCH of the list that the last call came to, with the deviations it met.
+    const std::vector<lib_nr_rules_t>& get_rules_of_entries() const { return m_rules_of_entries; }
 
 private:
     template <class call_t>
     bool _run(const lib_nr_carrier_configure_manager_t& carrier, unsigned int numerology, unsigned int pucch_index,
               call_t call);
+    void _begin(const lib_nr_waveform_configure_manager_t& waveform);
     bool _is_sent_in_pass(unsigned int numerology) const;
+    template <class process_t>
+    bool _deal_format(process_t& process, const lib_nr_carrier_configure_manager_t& carrier, unsigned int pucch_index);
     bool _deal_pucch_process(const lib_nr_carrier_configure_manager_t& carrier, unsigned int pucch_index);
 
     bool m_is_resource_mapping_passed = false;
@@ -46,6 +52,7 @@ private:
     lib_nr_ul_phy_pucch_format3_process_t m_format3_process;
     lib_nr_ul_phy_pucch_format4_process_t m_format4_process;
     std::optional<unsigned int> m_failed_entry;
+    std::vector<lib_nr_rules_t> m_rules_of_entries;
 };
 
 } // namespace vek::nr_mod_lib

@@ -203,6 +203,7 @@ void lib_nr_ul_phy_pusch_process_t::_phy_sch_precoding(const layers_t& in, layer
         return;
     }
     lib_nr_ul_phy_pre_coding_t precoder;
+    precoder.set_standard_rules(m_rules.is_standard());
     precoder.set_antenna_number(m_antenna_port_number);
     precoder.set_tpmi_index(m_tpmi);
     precoder.set_transfer_precoding(m_enable_transfer_precoding);
@@ -212,6 +213,7 @@ void lib_nr_ul_phy_pusch_process_t::_phy_sch_precoding(const layers_t& in, layer
         precoder._ul_phy_pusch_pre_coding(*streams, precoded);
         streams->swap(precoded);
     }
+    m_rules.add_met(precoder.get_rules());
 }
 
 /// TS 38.211 clause 6.3.1.4: PTRS samples take part in the transform at their places; what it leaves there is theirs.

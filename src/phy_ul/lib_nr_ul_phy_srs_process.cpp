@@ -58,6 +58,7 @@ bool lib_nr_ul_phy_srs_process_t::set_waveform_config(unsigned int carrier, unsi
 {
     const lib_nr_carrier_configure_manager_t& configuration = waveform.get_carrier(carrier);
     const lib_nr_ul_srs_configure_manager_t& manager = configuration.get_ul_srs(srs);
+    set_standard_rules(waveform.get_standard_rules());
     m_enable = manager.get_enable();
     m_port_number = manager.get_port_number();
     m_amplitude = common_lib::lib_common_math_t::db_value_to_amplitude_ratio(manager.get_power_bosting()) *

@@ -3,6 +3,7 @@
 #include "common/nr_mod_lib_export.h"
 #include "manager/lib_nr_ul_srs_configure_manager.h"
 #include "phy/lib_nr_resource_manager.h"
+#include "phy_common/lib_nr_deviation.h"
 
 #include <complex>
 #include <map>
@@ -18,7 +19,7 @@ class lib_nr_waveform_configure_manager_t;
 /// by the square root of the number of ports, sequence hopping begins by the length that the whole band has, n_shift
 /// counts from the grid's first subcarrier, and the part of the band that partial sounding takes does not hop.
 /// A symbol ahead of its slot and cells outside the grid are left out in the view as in the signal.
-class NR_MOD_LIB_EXPORT lib_nr_ul_phy_srs_process_t
+class NR_MOD_LIB_EXPORT lib_nr_ul_phy_srs_process_t : public lib_nr_ruled_t
 {
 public:
     /// Takes an entry of a carrier's list, for a frame and the pass of a numerology. Always true.

@@ -18,6 +18,7 @@ struct ofdm_setup_t
     bool extended_prefix = false;
     double frequency_offset = 0.0; ///< of the carrier's centre, in hertz
     double radio_frequency = 0.0;  ///< whose phase term of TS 38.211 clause 5.4 the signal carries; 0 for none
+    bool standard_rules = false;   ///< whether the signal goes by the standard where own rules differ
 
     double spacing() const { return 15000.0 * static_cast<double>(1u << mu); }
     std::size_t useful_length() const;

@@ -32,7 +32,9 @@ inline ofdm_setup_t setup_of(const vek::nr_mod_lib::lib_nr_waveform_configure_ma
                              : configuration.get_ul_bwp(0).get_cp_type();
     setup.extended_prefix = cp_type == vek::nr_mod_lib::LIB_NR_EXTEND_CP;
     setup.frequency_offset = configuration.get_frequency_offset_hz();
-    setup.radio_frequency = waveform.get_phase_compensation_enable() ? waveform.get_radio_frequency() : 0.0;
+    setup.standard_rules = waveform.get_standard_rules();
+    if (waveform.get_phase_compensation_enable())
+        setup.radio_frequency = waveform.get_radio_frequency() + (setup.standard_rules ? setup.frequency_offset : 0.0);
     return setup;
 }
 
