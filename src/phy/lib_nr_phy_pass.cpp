@@ -278,6 +278,8 @@ private:
     template <class process_t>
     void _bind(process_t& process, unsigned int entry)
     {
+        if constexpr (std::is_same_v<process_t, lib_nr_dl_phy_prs_process_t>)
+            process.set_frame(m_frame);
         if constexpr (std::is_same_v<process_t, lib_nr_ul_phy_srs_process_t>)
             process.set_waveform_config(m_carrier, m_frame, m_numerology, entry, m_engine.m_waveform);
         else

@@ -36,6 +36,7 @@ bool lib_nr_dl_phy_csirs_process_t::set_waveform_config(unsigned int carrier, un
     set_standard_rules(waveform.get_standard_rules());
     set_enable(manager.get_enable());
     set_power_bosting(manager.get_power_bosting());
+    set_zero_power(manager.get_zero_power());
     set_antenna_port(manager.get_antenna_port());
     set_nid(manager.get_nid());
     set_csirs_type(manager.get_csirs_type());
@@ -142,27 +143,32 @@ void lib_nr_dl_phy_csirs_process_t::_get_csirs_rb_position()
 {
     m_first_rb = std::max(m_bwp_rb_start, whole_steps(m_rb_offset));
     const unsigned int end = std::max(m_bwp_rb_start + m_bwp_rb_size, m_first_rb);
-    m_rb_count = whole_steps(std::min(end - m_first_rb, m_rb_num));
-    if (m_rb_count < std::min(m_bwp_rb_size, k_min_rb_number)) {
-        std::cout << "error: m_rb_num should greater than min\u2061(24,m_bwp_rb_size)! irb_num:" << m_rb_count
-                  << std::endl;
-        m_rb_count = k_min_rb_number;
+    const unsigned int to_end = std::min(end - m_first_rb, m_rb_num);
+    unsigned int whole = whole_steps(to_end);
+    if (whole < std::min(m_bwp_rb_size, k_min_rb_number)) {
+        std::cout << "error: m_rb_num should greater than min\u2061(24,m_bwp_rb_size)! irb_num:" << whole << std::endl;
+        whole = k_min_rb_number;
     }
-    if (m_row_density == 0.5 && m_first_rb % 2 != (m_density_prb_allocation == ODD_PRBS ? 1U : 0U))
+    m_rb_count = m_rules.pick(lib_nr_deviation_t::csirs_place, whole, to_end);
+    if (m_rb_count != 0 && m_row_density == 0.5 && m_first_rb % 2 != (m_density_prb_allocation == ODD_PRBS ? 1U : 0U)) {
         ++m_first_rb;
+        --m_rb_count;
+    }
 }
 
 /// A run for each l' and k' of each place.
 void lib_nr_dl_phy_csirs_process_t::_list_runs(unsigned int slot)
 {
-    const unsigned int from_bwp = (m_first_rb - m_bwp_rb_start) * k_subcarriers_per_rb;
+    const unsigned int first_subcarrier =
+        k_subcarriers_per_rb *
+        (m_first_rb - m_rules.pick(lib_nr_deviation_t::csirs_place, m_bwp_rb_start, 0u)); // what it counts from
     const unsigned int rbs = (m_rb_count + m_rb_step - 1) / m_rb_step;
     m_runs.clear();
     for (const place_t& place : m_places)
         for (unsigned int l = 0; l < m_row->l_prime_number; ++l)
             for (unsigned int k = 0; k < m_row->k_prime_number; ++k)
                 m_runs.push_back({m_symbol_per_slot * slot + place.l + l,
-                                  static_cast<std::int32_t>(place.k + from_bwp + k), rbs,
+                                  static_cast<std::int32_t>(place.k + first_subcarrier + k), rbs,
                                   m_rb_step * k_subcarriers_per_rb});
 }
 
@@ -204,6 +210,8 @@ void lib_nr_dl_phy_csirs_process_t::_write()
     // A port has one place, the only port of row 1 three.
     const std::size_t first = port / runs_of_place;
     const std::size_t end = m_row->ports == 1 ? m_places.size() : first + 1;
+    const double amplitude =
+        m_rules.pick(lib_nr_deviation_t::csirs_zero_power, m_amplitude, m_is_zero_power ? 0.0 : m_amplitude);
     _nr_dl_phy_csirs_sequence_gen(m_runs[first * runs_of_place].symbol);
     const auto step = static_cast<std::size_t>(m_rb_step * m_alpha);
     for (std::size_t i = first * runs_of_place; i < end * runs_of_place; ++i) {
@@ -214,7 +222,7 @@ void lib_nr_dl_phy_csirs_process_t::_write()
         m_values.resize(run.count);
         for (std::size_t n = 0; n < run.count; ++n)
             m_values[n] = m_sequences[l][m + n * step];
-        grid().write_run(run, m_values.data(), m_amplitude * m_weights->wf[s][k] * m_weights->wt[s][l]);
+        grid().write_run(run, m_values.data(), amplitude * m_weights->wf[s][k] * m_weights->wt[s][l]);
     }
 }
 

@@ -18,9 +18,10 @@ struct csirs_wf_wt_t;
 struct lib_nr_csirs_location_row_t;
 
 /// Generates a CSI-RS resource, TS 38.211 clause 7.4.1.5. It sends one port, the first of the list, or nothing where
-/// that is none; the view marks the cells of all ports. Three rules of its own: resource blocks are counted from the
-/// start of the BWP, but placed from the start of the grid, while the sequence counts those of the grid; a symbol past
-/// the end of the slot is that of the next one; and a density that the row has not is generated as its first.
+/// that is none; the view marks the cells of all ports. Two rules of its own: a symbol past the end of the slot is that
+/// of the next one, and a density that the row has not is generated as its first. Where `standard_rules` is off,
+/// resource blocks are counted from the start of the BWP, but placed from the start of the grid, while the sequence
+/// counts those of the grid; and zero power is sent as any other. With it zero power fills its cells with zeros.
 class NR_MOD_LIB_EXPORT lib_nr_dl_phy_csirs_process_t : public lib_nr_ruled_t
 {
 public:
@@ -38,6 +39,7 @@ public:
     void set_enable(bool enable) { m_enable = enable; }
     /// In dB.
     void set_power_bosting(double power);
+    void set_zero_power(bool zero_power) { m_is_zero_power = zero_power; }
     void set_antenna_port(const std::vector<csirs_antenna_port_t>& ports);
     void set_nid(unsigned int nid) { m_nid = nid; }
     void set_csirs_type(csirs_cdm_type_t type) { m_csirs_type = type; }
@@ -79,6 +81,7 @@ private:
     // The resource and its BWP, plain values.
     bool m_enable = false;
     double m_amplitude = 1.0;
+    bool m_is_zero_power = false;
     csirs_antenna_port_t m_antenna_port = CSIRS_ANTENNA_NONE; ///< the first of the list
     unsigned int m_nid = 0;
     csirs_cdm_type_t m_csirs_type = NO_CDM;

@@ -212,12 +212,22 @@ void lib_nr_dl_phy_pdcch_process_t::_dl_phy_pdcch_csrambling()
 /// In each symbol as many values as its CORESET can ask for.
 void lib_nr_dl_phy_pdcch_process_t::_dci_dmrs_generation(unsigned int slot)
 {
-    const std::size_t rbs = m_fd_resources.size() * k_rbs_in_group + _get_rb_offset();
+    const unsigned int end =
+        m_bwp_rb_start + static_cast<unsigned int>(m_fd_resources.size()) * k_rbs_in_group + _get_rb_offset();
+    const std::size_t length = std::size_t{k_dmrs_in_rb} * (end - _get_dmrs_reference_rb());
     const unsigned int first_symbol = slot * m_slot_symbol_number + m_start_symbol;
     m_dmrs.clear();
     for (unsigned int d = 0; d < m_coreset_symbol_number; ++d)
-        lib_nr_append_reference_signal(lib_nr_dmrs_initial_value(first_symbol + d, _get_n_id()), k_dmrs_in_rb * rbs,
-                                       m_dmrs);
+        lib_nr_append_reference_signal(lib_nr_dmrs_initial_value(first_symbol + d, _get_n_id()), length, m_dmrs);
+}
+
+/// The RB of the grid that the DMRS sequence counts from, TS 38.211 clause 7.4.1.3.2.
+unsigned int lib_nr_dl_phy_pdcch_process_t::_get_dmrs_reference_rb() const
+{
+    const auto first_group = std::find(m_fd_resources.begin(), m_fd_resources.end(), 1) - m_fd_resources.begin();
+    const unsigned int lowest_rb =
+        m_bwp_rb_start + _get_rb_offset() + static_cast<unsigned int>(first_group) * k_rbs_in_group;
+    return m_rules.pick(lib_nr_deviation_t::dmrs_reference, m_bwp_rb_start, m_coreset_id == 0 ? lowest_rb : 0u);
 }
 
 // From the candidate to resource blocks
@@ -300,17 +310,20 @@ lib_nr_dl_phy_pdcch_process_t::_search_space_calculate(unsigned int slot, unsign
     if (cces < level)
         return {};
 
-    std::uint64_t y = 0;
-    if (m_search_space_type != LIB_NR_DCI_CSS) {
+    const std::uint64_t unmoved = m_allocated_candidate * cces / (std::uint64_t{level} * candidates);
+    const auto place_of = [&](std::uint64_t y) {
         constexpr std::uint64_t k_a[] = {39827, 39829, 39839};
-        y = n_rnti;
         for (unsigned int i = 0; i <= slot; ++i)
             y = y * k_a[m_coreset_id % 3] % 65537;
-    }
-    const std::uint64_t place = m_allocated_candidate * cces / (std::uint64_t{level} * candidates) + y;
+        return (unmoved + y) % (cces / level);
+    };
+    const std::uint64_t place =
+        m_search_space_type == LIB_NR_DCI_CSS
+            ? place_of(0)
+            : m_rules.pick(lib_nr_deviation_t::pdcch_hash, place_of(n_rnti), place_of(m_crnti != 0 ? m_crnti : m_rnti));
     indices_t list(level);
     for (unsigned int i = 0; i < level; ++i)
-        list[i] = static_cast<unsigned int>(level * (place % (cces / level)) + i);
+        list[i] = static_cast<unsigned int>(level * place + i);
     return list;
 }
 
@@ -400,9 +413,10 @@ bool lib_nr_dl_phy_pdcch_process_t::_encode_remap(unsigned int slot, const indic
     const double dmrs_amplitude = math_t::db_value_to_amplitude_ratio(m_pwr_boosting + m_dmrs_pwr_boosting);
     const unsigned int first_symbol = slot * m_slot_symbol_number + m_start_symbol;
     const std::size_t dmrs_in_symbol = m_dmrs.size() / m_coreset_symbol_number;
+    const std::size_t reference_rb = _get_dmrs_reference_rb();
     const std::complex<double>* symbols = m_symbols.data();
     for (const lib_nr_resource_run_t& run : _list_runs(slot, rbs)) {
-        const std::size_t rb = static_cast<std::uint32_t>(run.first_subcarrier) / k_subcarriers_per_rb - m_bwp_rb_start;
+        const std::size_t rb = static_cast<std::uint32_t>(run.first_subcarrier) / k_subcarriers_per_rb - reference_rb;
         const std::complex<double>* dmrs =
             m_dmrs.data() + (run.symbol - first_symbol) * dmrs_in_symbol + k_dmrs_in_rb * rb;
         m_row.resize(run.count);

@@ -17,10 +17,9 @@ namespace vek::nr_mod_lib
 class lib_nr_waveform_configure_manager_t;
 
 /// Sends one DCI on a candidate of a search space: TS 38.212 clause 7.3, TS 38.211 clauses 7.3.2 and 7.4.1.3, TS 38.213
-/// clause 10.1, with three differences. The DMRS counts resource blocks from the start of the BWP; a CORESET reaching
-/// past the BWP lets the sequence of each symbol run on. There is no n_CI. A view hashes the candidates by the RNTI,
-/// the signal by n_RNTI, so that they agree where these do, in a common search space, and where they lead to the same
-/// CCEs.
+/// clause 10.1, without n_CI; a CORESET reaching past the BWP lets the DMRS sequence of each symbol run on. By the own
+/// rules the DMRS counts resource blocks from the start of the BWP, and a view hashes the candidates by the RNTI, the
+/// signal by n_RNTI, so that they agree where these do, in a common search space, and where they lead to the same CCEs.
 ///
 /// `set_waveform_config` takes a snapshot of plain values, good for a frame; then `pdcch_encode_process` writes a slot,
 /// or `dl_phy_pdcch_remap` marks one. What lies outside the grid is left out; the view prints the grid's line for it.
@@ -87,6 +86,7 @@ private:
     unsigned int _get_n_rnti() const;
     void _dl_phy_pdcch_csrambling();
     void _dci_dmrs_generation(unsigned int slot);
+    unsigned int _get_dmrs_reference_rb() const;
     unsigned int _get_coded_bits() const { return m_aggregation_level * k_bits_in_cce; }
 
     // From the candidate to resource blocks.

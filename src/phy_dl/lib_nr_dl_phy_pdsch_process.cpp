@@ -4,6 +4,9 @@
 
 #include <algorithm>
 #include <cstddef>
+#include <cstdint>
+#include <cstring>
+#include <iterator>
 
 namespace vek::nr_mod_lib
 {
@@ -90,7 +93,10 @@ bool lib_nr_dl_phy_pdsch_process_t::set_waveform_config(unsigned int carrier, un
     set_vrb2prb_interleaver(manager.get_vrb2prb_interleaver());
     set_vrb_bundle_size(manager.get_vrb_bundle_size());
     set_tb_scaling(manager.get_tb_scaling());
-    return set_waveform_config_sch(carrier, numerology, manager, waveform);
+    set_waveform_config_sch(carrier, numerology, manager, waveform);
+    const bool is_from_bwp = m_dmrs_mapping_ref == LIB_NR_DMRS_MAPPING_REF_PRB;
+    m_dmrs_reference_rb = m_rules.pick(lib_nr_deviation_t::dmrs_reference, 0u, is_from_bwp ? m_bwp_rb_start : 0u);
+    return true;
 }
 
 void lib_nr_dl_phy_pdsch_process_t::_phy_sch_rb_index()
@@ -132,8 +138,29 @@ void lib_nr_dl_phy_pdsch_process_t::_dl_phy_pdsch_interleaver(std::vector<unsign
 void lib_nr_dl_phy_pdsch_process_t::_list_runs(unsigned int slot, const rb_list_t& rb_list)
 {
     m_runs.clear();
-    for (unsigned int symbol = m_first_symbol; symbol < m_first_symbol + m_symbol_num; ++symbol)
-        _append_rb_runs(rb_list, slot * m_symbol_per_slot + symbol, 0, m_runs);
+    for (unsigned int symbol = m_first_symbol; symbol < m_first_symbol + m_symbol_num; ++symbol) {
+        const unsigned int symbol_in_frame = slot * m_symbol_per_slot + symbol;
+        const std::uint8_t* const owners = grid().get_owner_row(symbol_in_frame);
+        if (!owners || !std::memchr(owners, LIB_NR_RESOURCE_MAPPING_SSB, grid().get_mapped_subcarrier_number())) {
+            _append_rb_runs(rb_list, symbol_in_frame, 0, m_runs);
+            continue;
+        }
+        rb_list_t left;
+        std::copy_if(rb_list.begin(), rb_list.end(), std::back_inserter(left),
+                     [&](unsigned int rb) { return !_is_left_to_block(owners, rb); });
+        _append_rb_runs(left, symbol_in_frame, 0, m_runs);
+    }
+}
+
+/// Whether the channel keeps out of an RB where an SS/PBCH block holds some of the cells and not all.
+bool lib_nr_dl_phy_pdsch_process_t::_is_left_to_block(const std::uint8_t* owners, unsigned int rb) const
+{
+    const std::size_t first = std::size_t{rb} * k_subcarriers_per_rb;
+    if (first + k_subcarriers_per_rb > grid().get_mapped_subcarrier_number())
+        return false;
+    const auto cells = std::count(owners + first, owners + first + k_subcarriers_per_rb, LIB_NR_RESOURCE_MAPPING_SSB);
+    return cells != 0 && cells != k_subcarriers_per_rb &&
+           m_rules.pick(lib_nr_deviation_t::pdsch_beside_block, false, true);
 }
 
 void lib_nr_dl_phy_pdsch_process_t::_phy_sch_view_re_map(unsigned int slot, const rb_list_t& rb_list)

@@ -3,6 +3,7 @@
 #include "common/nr_mod_lib_export.h"
 #include "phy_dl/lib_nr_phy_sch_process.h"
 
+#include <cstdint>
 #include <optional>
 #include <vector>
 
@@ -32,6 +33,7 @@ private:
     void _phy_sch_rb_index() override;
     void _dl_phy_pdsch_interleaver(std::vector<unsigned int>& prb_of_vrb) const;
     void _list_runs(unsigned int slot, const rb_list_t& rb_list);
+    bool _is_left_to_block(const std::uint8_t* owners, unsigned int rb) const;
     void _list_cells(unsigned int port, unsigned int slot, const rb_list_t& rb_list);
     void _write_dmrs(unsigned int port, unsigned int slot, const symbols_t& sequences, double amplitude);
 

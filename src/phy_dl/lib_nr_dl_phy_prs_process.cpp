@@ -42,6 +42,7 @@ bool lib_nr_dl_phy_prs_process_t::set_waveform_config(unsigned int carrier, unsi
     set_standard_rules(waveform.get_standard_rules());
     m_amplitude = common_lib::lib_common_math_t::db_value_to_amplitude_ratio(manager.get_power());
     m_slot_symbols = lib_nr_phy_common_t::get_symbol_number_in_slot(manager.get_numerology(), manager.get_cp_type());
+    m_slots_per_frame = lib_nr_phy_common_t::get_slot_in_frame(manager.get_numerology());
     m_n_id = manager.get_n_id();
     m_rb_number = manager.get_rb_number();
     m_rb_offset = std::min(manager.get_rb_offset(), k_most_rbs); // a disabled one may hold anything
@@ -82,6 +83,11 @@ bool lib_nr_dl_phy_prs_process_t::dl_phy_prs_remap(unsigned int slot, lib_nr_rem
 
 bool lib_nr_dl_phy_prs_process_t::_is_exist_prs(unsigned int slot) const
 {
+    return m_rules.pick(lib_nr_deviation_t::prs_occasions, _is_own_occasion(slot), _is_standard_occasion(slot));
+}
+
+bool lib_nr_dl_phy_prs_process_t::_is_own_occasion(unsigned int slot) const
+{
     if (slot < m_offset)
         return false;
     const unsigned int since = slot - m_offset;
@@ -93,6 +99,23 @@ bool lib_nr_dl_phy_prs_process_t::_is_exist_prs(unsigned int slot) const
     if (!m_muting_option_2.empty())
         return m_muting_option_2[in_period / m_time_gap % m_muting_option_2.size()] != 0;
     return true;
+}
+
+/// TS 38.211 clause 7.4.1.7.4, TS 38.214 clause 5.1.6.5. The waveform begins at system frame 0, ahead of which periods
+/// are counted on.
+bool lib_nr_dl_phy_prs_process_t::_is_standard_occasion(unsigned int slot) const
+{
+    const auto floor_divided = [](std::int64_t a, std::int64_t b) { return a / b - (a % b < 0 ? 1 : 0); };
+    const auto bit_of = [&](const std::vector<unsigned char>& bits, std::int64_t number) {
+        const auto size = static_cast<std::int64_t>(bits.size());
+        return bits.empty() || bits[static_cast<std::size_t>(number - floor_divided(number, size) * size)] != 0;
+    };
+    const std::int64_t since = std::int64_t{m_frame} * m_slots_per_frame + slot - m_offset;
+    const std::int64_t period = floor_divided(since, m_periodicity);
+    const std::int64_t in_period = since - period * m_periodicity;
+    const std::int64_t repetition = in_period / m_time_gap;
+    return in_period % m_time_gap == 0 && repetition < m_repetitions &&
+           bit_of(m_muting_option_1, floor_divided(period, m_muting_factor)) && bit_of(m_muting_option_2, repetition);
 }
 
 /// The symbols of a slot that are sent, counted in the slot.
@@ -128,7 +151,7 @@ void lib_nr_dl_phy_prs_process_t::_phy_prs_encode_re_map(unsigned int slot)
     const lib_nr_prs_offset_row_t& k = get_k(m_comb_size);
     for (const unsigned int symbol : _symbols_without_ssb(slot)) {
         const unsigned int comb_offset = m_re_offset + k[(symbol - m_symbol_offset) % k.size()];
-        _phy_prs_rs_generation(symbol);
+        _phy_prs_rs_generation(slot, symbol);
         grid().write_run({slot * m_slot_symbols + symbol,
                           static_cast<std::int32_t>(m_rb_offset * k_subcarriers_per_rb) +
                               static_cast<std::int32_t>(comb_offset % m_comb),
@@ -138,10 +161,11 @@ void lib_nr_dl_phy_prs_process_t::_phy_prs_encode_re_map(unsigned int slot)
 }
 
 /// The sequence counts from resource block 0 of the grid.
-void lib_nr_dl_phy_prs_process_t::_phy_prs_rs_generation(unsigned int symbol)
+void lib_nr_dl_phy_prs_process_t::_phy_prs_rs_generation(unsigned int slot, unsigned int symbol)
 {
+    const unsigned int counted = m_rules.pick(lib_nr_deviation_t::prs_sequence, symbol, slot * m_slot_symbols + symbol);
     m_sequence.clear();
-    lib_nr_append_reference_signal(lib_nr_prs_initial_value(symbol, m_n_id),
+    lib_nr_append_reference_signal(lib_nr_prs_initial_value(counted, m_n_id),
                                    std::size_t{m_rb_number + m_rb_offset} * (k_subcarriers_per_rb / m_comb),
                                    m_sequence);
 }

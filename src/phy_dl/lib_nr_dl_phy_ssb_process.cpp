@@ -273,8 +273,8 @@ void lib_nr_dl_phy_ssb_process_t::_nr_dl_mib_data_source_generation()
         place = put_bits(place, m_ssb_subcarrier_offset, 4);
         place = put_bits(place, m_dmrs_typea_position == 3, 1);
         place = put_bits(place, m_pdcch_config_sib1, 8);
-        place = put_bits(place, m_cell_barred, 1);
-        place = put_bits(place, m_intra_frequency_reselection, 1);
+        for (const bool flag : {m_cell_barred, m_intra_frequency_reselection})
+            place = put_bits(place, m_rules.pick(lib_nr_deviation_t::mib_flags, flag, !flag), 1);
         put_bits(place, 0, 1);
         std::reverse(m_work->mib_data.begin(), m_work->mib_data.end());
         return;
@@ -328,8 +328,7 @@ void lib_nr_dl_phy_ssb_process_t::_dl_phy_pbch_interleave()
 /// The third and second least significant bit of the frame number.
 unsigned int lib_nr_dl_phy_ssb_process_t::_get_v_from_frame() const { return m_system_frame >> 1 & 3u; }
 
-/// Which of eight sequences the block takes, for the DMRS (TS 38.211 clause 7.4.1.4.1) and for the scrambling alike. In
-/// the scrambling, clause 7.3.3.1 leaves the half frame out where Lmax is 4; here it counts, as in the DMRS.
+/// Which of eight sequences the block's DMRS takes, TS 38.211 clause 7.4.1.4.1.
 unsigned int lib_nr_dl_phy_ssb_process_t::_get_v_from_block(unsigned int block_index) const
 {
     return m_lmax == LIB_NR_LMAX_4 ? (block_index & 3u) + 4 * m_half_frame_idx : block_index & 7u;
@@ -340,7 +339,9 @@ unsigned int lib_nr_dl_phy_ssb_process_t::_get_v_from_block(unsigned int block_i
 void lib_nr_dl_phy_ssb_process_t::_dl_phy_pbch_scrambling(unsigned int kind, unsigned int block_index, bits_t& bits)
 {
     if (kind == 1) {
-        const std::size_t offset = std::size_t(_get_v_from_block(block_index)) * k_coded_bits;
+        const unsigned int v = m_rules.pick(lib_nr_deviation_t::pbch_second_scrambling, _get_v_from_block(block_index),
+                                            block_index & (m_lmax == LIB_NR_LMAX_4 ? 3u : 7u));
+        const std::size_t offset = std::size_t{v} * k_coded_bits;
         lib_nr_sequence_generator_t::generate_pseudo_random_sequence(
             m_pci, static_cast<unsigned int>(offset + bits.size()), m_work->sequence);
         for (std::size_t i = 0; i < bits.size(); ++i)

@@ -27,12 +27,6 @@ namespace
 
 constexpr unsigned int k_most_re_per_rb = 156;
 
-/// TS 38.211 clause 7.4.1.1: what is below 1 stands for the identity of the cell.
-unsigned int identity_in_use(int identity, unsigned int cell)
-{
-    return identity < 1 ? cell : static_cast<unsigned int>(identity);
-}
-
 } // namespace
 
 void lib_nr_sch_cells_t::clear()
@@ -52,7 +46,7 @@ bool lib_nr_phy_sch_process_t::set_waveform_config_sch(unsigned int carrier, uns
     set_standard_rules(waveform.get_standard_rules());
     set_power_boosting(channel.get_power_boosting());
     set_rnti(channel.get_rnti());
-    set_nid(identity_in_use(channel.get_nid(), cell));
+    set_nid(_identity_in_use(channel.get_nid(), cell));
     set_dmrs_port(channel.get_dmrs_port_v());
     set_antenna_port(channel.get_antenna_port());
     set_cdm_groups_without_data_num(channel.get_cdm_groups_without_data_num());
@@ -73,8 +67,8 @@ bool lib_nr_phy_sch_process_t::set_waveform_config_sch(unsigned int carrier, uns
     set_rv(channel.get_rv());
     set_enable_dmrs_downlink_r16(channel.get_enable_dmrs_downlink_r16());
     set_nscid(channel.get_nscid());
-    set_nid0(identity_in_use(channel.get_nid0(), cell));
-    set_nid1(identity_in_use(channel.get_nid1(), cell));
+    set_nid0(_identity_in_use(channel.get_nid0(), cell));
+    set_nid1(_identity_in_use(channel.get_nid1(), cell));
     set_dmrs_power(channel.get_dmrs_power());
     set_dmrs_configuration_type(channel.get_dmrs_configuration_type());
     set_dmrs_length(channel.get_dmrs_length());
@@ -113,6 +107,13 @@ void lib_nr_phy_sch_process_t::update_read_only_parament()
         table = TABLE_5_1_3_1_1;
     }
     _apply_mcs(read_mcs(table, m_mcs));
+}
+
+// TS 38.211 clauses 7.3.1.1 and 7.4.1.1.1
+unsigned int lib_nr_phy_sch_process_t::_identity_in_use(int identity, unsigned int cell) const
+{
+    const unsigned int as_set = identity < 0 ? cell : static_cast<unsigned int>(identity);
+    return m_rules.pick(lib_nr_deviation_t::sch_identity_zero, identity < 1 ? cell : as_set, as_set);
 }
 
 void lib_nr_phy_sch_process_t::_apply_mcs(const lib_nr_mcs_t& mcs)
@@ -388,7 +389,8 @@ unsigned int lib_nr_phy_sch_process_t::_dmrs_sequence_length() const
 unsigned int lib_nr_phy_sch_process_t::_dmrs_index_of(unsigned int subcarrier) const
 {
     const dmrs_comb_t comb = _dmrs_comb();
-    return subcarrier / comb.period * comb.width + subcarrier % comb.width;
+    const unsigned int place = subcarrier - m_dmrs_reference_rb * k_subcarriers_per_rb;
+    return place / comb.period * comb.width + place % comb.width;
 }
 
 void lib_nr_phy_sch_process_t::_phy_sch_dmrs_time_domain_allocation(std::vector<unsigned int>& symbols)

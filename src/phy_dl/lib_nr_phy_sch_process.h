@@ -56,8 +56,8 @@ public:
     /// Takes an entry of a carrier's list, for the pass of a numerology, and starts the PN sequence anew. Always true.
     virtual bool set_waveform_config(unsigned int carrier, unsigned int numerology, unsigned int channel,
                                      const lib_nr_waveform_configure_manager_t& waveform) = 0;
-    /// The settings that both directions have: the managers' values, an identity below 1 as the carrier's cell index,
-    /// the BWP of the carrier's direction. Always true.
+    /// The settings that both directions have: the managers' values, an identity that none is set for as the carrier's
+    /// cell index, the BWP of the carrier's direction. Always true.
     bool set_waveform_config_sch(unsigned int carrier, unsigned int numerology,
                                  const lib_nr_sch_configure_manager_t& channel,
                                  const lib_nr_waveform_configure_manager_t& waveform);
@@ -129,8 +129,8 @@ public:
     void set_mapping_type(lib_nr_sch_dmrs_mapping_type_t type) { m_mapping_type = type; }
     /// `l0` counts where the position is that of the MIB. A position that is none prints a line and changes nothing.
     void set_dmrs_type_a_position(lib_nr_sch_dmrs_type_a_position_t position, unsigned int l0);
-    /// Changes only how much of the DMRS sequence is generated: it is indexed from the grid's first resource block in
-    /// both cases.
+    /// By the own rules it changes only how much of the DMRS sequence is generated, which is indexed from the grid's
+    /// first resource block; by the standard's that of a PDSCH counts from the BWP's where the reference is the PRB.
     void set_dmrs_mapping_ref(lib_nr_sch_dmrs_mapping_ref_t reference) { m_dmrs_mapping_ref = reference; }
     void set_enable_ptrs(bool enable) { m_enable_ptrs = enable; }
     void set_ptrs_power(double power) { m_ptrs_power = power; }
@@ -195,6 +195,8 @@ protected:
     /// Forgets what the slot's symbols were made of.
     void _clear_slot();
     void _apply_mcs(const lib_nr_mcs_t& mcs);
+    /// An identity as it is set, or the cell's where none is: -1, by the own rules 0 too.
+    unsigned int _identity_in_use(int identity, unsigned int cell) const;
     static bool _scramble(unsigned int c_init, const bits_t& in, bits_t& out);
 
     // Reference signals.
@@ -291,6 +293,7 @@ protected:
     unsigned int m_symbol_per_slot = 14;
     unsigned int m_bwp_rb_start = 0;
     unsigned int m_bwp_rb_num = 273;
+    unsigned int m_dmrs_reference_rb = 0; ///< of the grid, that the DMRS sequence counts from
 
     // The slot in work.
     std::map<unsigned int, symbols_t> m_dmrs_sequences; ///< by CDM group

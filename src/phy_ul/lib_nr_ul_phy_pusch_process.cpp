@@ -106,8 +106,7 @@ bool lib_nr_ul_phy_pusch_process_t::set_waveform_config(unsigned int carrier, un
     set_hopping_rb_offset(manager.get_hopping_rb_offset());
     set_enable_lbrm(manager.get_enable_lbrm());
     set_dmrs_hopping(manager.get_dmrs_hopping());
-    set_n_rs_id(manager.get_n_rs_id() < 1 ? configuration.get_cell_index()
-                                          : static_cast<unsigned int>(manager.get_n_rs_id()));
+    set_n_rs_id(_identity_in_use(manager.get_n_rs_id(), configuration.get_cell_index()));
     set_ptrs_port(manager.get_ptrs_port_v());
     set_n_ptrs_group_sample(manager.get_n_ptrs_group_sample());
     set_n_ptrs_group(manager.get_n_ptrs_group());

@@ -252,6 +252,7 @@ TEST(lib_nr_phy, two_carriers_land_where_they_are_asked_to_with_the_powers_asked
                  199.68e6}})
     {
         lib_nr_waveform_configure_manager_t waveform = waveform_of(c.pairs[0]);
+        waveform.set_standard_rules(c.rate > 300e6);
         waveform.add_carrier();
         waveform.get_carrier(1).set_bandwidth(c.pairs[1].bandwidth);
         waveform.get_carrier(1).set_numerology(c.pairs[1].spacing);

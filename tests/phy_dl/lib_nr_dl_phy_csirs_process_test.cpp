@@ -55,8 +55,10 @@ struct cell_map_t
     std::vector<std::vector<bool>> marks;
 };
 
-/// Clause 7.4.1.5.3 evaluated for each cell of one slot, with the places of resource blocks counted from the BWP.
-void add_resource(const cfg_nr_dl_csirs_t& csirs, const cfg_nr_dl_bwp_t& bwp, double density, cell_map_t& cells)
+/// Clause 7.4.1.5.3 evaluated for each cell of one slot; by the own rules resource blocks are placed from the BWP and
+/// come in fours, and zero power is sent.
+void add_resource(const cfg_nr_dl_csirs_t& csirs, const cfg_nr_dl_bwp_t& bwp, double density, bool standard_rules,
+                  cell_map_t& cells)
 {
     const unsigned int row = csirs.get_table_idx();
     const shape_t& shape = k_shapes[row - 1];
@@ -85,8 +87,9 @@ void add_resource(const cfg_nr_dl_csirs_t& csirs, const cfg_nr_dl_bwp_t& bwp, do
     const unsigned int port = csirs.get_antenna_port().front() - CSIRS_ANTENNA_PORT0;
     const std::uint64_t n_id = csirs.get_nid();
     unsigned int first = std::max(bwp.get_bwp_rb_start(), csirs.get_rb_offset());
-    const unsigned int end =
-        first + std::min(csirs.get_rb_num(), bwp.get_bwp_rb_start() + bwp.get_bwp_rb_size() - first) / 4 * 4;
+    const unsigned int rbs = std::min(csirs.get_rb_num(), bwp.get_bwp_rb_start() + bwp.get_bwp_rb_size() - first);
+    const unsigned int end = first + (standard_rules ? rbs : rbs / 4 * 4);
+    const unsigned int origin = standard_rules ? 0 : bwp.get_bwp_rb_start();
     const bool odd = csirs.get_density_prb_allocation() == ODD_PRBS;
     for (unsigned int j = 0; j < k_bars.size() * l_bars.size(); ++j)
         for (unsigned int l_prime = 0; l_prime < shape.l_primes; ++l_prime) {
@@ -101,9 +104,9 @@ void add_resource(const cfg_nr_dl_csirs_t& csirs, const cfg_nr_dl_bwp_t& bwp, do
                 for (unsigned int k_prime = 0; k_prime < shape.k_primes; ++k_prime) {
                     if (density == 0.5 && n % 2 != (odd ? 1 : 0))
                         continue;
-                    const unsigned int k = 12 * (n - bwp.get_bwp_rb_start()) + k_bar + k_prime;
+                    const unsigned int k = 12 * (n - origin) + k_bar + k_prime;
                     cells.marks[symbol][k] = true;
-                    if (row != 1 && port / group != j)
+                    if ((row != 1 && port / group != j) || (standard_rules && csirs.get_zero_power()))
                         continue;
                     const auto m = static_cast<std::size_t>(n * density * (shape.ports == 1 ? 1 : 2)) + k_prime +
                                    static_cast<std::size_t>(k_bar * density / 12);
@@ -129,7 +132,7 @@ TEST(lib_nr_dl_phy_csirs_process, every_row_density_and_port_arrives_where_the_s
         for (const std::string density : {"0.5", "1", "0.3"}) {
             const shape_t& shape = k_shapes[row - 1];
             nr_test::waveform_of_t waveform(density == "0.3" ? extended : normal);
-            nr_test::take(waveform, {"frame_number=2", "carrier[0].baseband_filter=false",
+            nr_test::take(waveform, {"frame_number=2", "standard_rules=" + text(2), "carrier[0].baseband_filter=false",
                                      "carrier[0].dl_bwp[1].bwp_rb_start=" + text(14)});
             cfg_nr_carrier_t& carrier = *waveform.get_carrier(0);
             const auto setup = nr_test::setup_of(waveform.get_waveform_manager());
@@ -145,23 +148,24 @@ TEST(lib_nr_dl_phy_csirs_process, every_row_density_and_port_arrives_where_the_s
                 const unsigned int l0 =
                     1 + below(14 - shape.l_primes); // what a slot before sends in its symbol 14 is not met
                 const unsigned int l1 = l0 < 7 ? l0 + 2 + below(3) : l0 - 2 - below(3);
-                nr_test::take(waveform, {csirs + "table_idx=" + std::to_string(row),
-                                         csirs + "antenna_port=CSIRS_ANTENNA_PORT" + std::to_string(i % shape.ports),
-                                         csirs + "one_frame_period=false",
-                                         csirs + "slot_allocation=" +
-                                             std::to_string(last_slot - i * (setup.extended_prefix ? 2 : 1)),
-                                         csirs + "nid=" + text(65536), csirs + "rb_offset=" + text(24),
-                                         csirs + "rb_num=" + text(52), csirs + "l0=" + std::to_string(l0),
-                                         csirs + "l1=" + std::to_string(l1), csirs + "density=" + density,
-                                         csirs + "frequency_domain_bitmap=" + std::bitset<12>(random()).to_string(),
-                                         csirs + "density_prb_allocation=" + (below(2) ? "ODD_PRBS" : "EVEN_PRBS"),
-                                         csirs + "power_bosting=" + text(3), csirs + "enable=true"});
+                nr_test::take(
+                    waveform,
+                    {csirs + "table_idx=" + std::to_string(row),
+                     csirs + "antenna_port=CSIRS_ANTENNA_PORT" + std::to_string(i % shape.ports),
+                     csirs + "one_frame_period=false",
+                     csirs + "slot_allocation=" + std::to_string(last_slot - i * (setup.extended_prefix ? 2 : 1)),
+                     csirs + "nid=" + text(65536), csirs + "rb_offset=" + text(24), csirs + "rb_num=" + text(52),
+                     csirs + "l0=" + std::to_string(l0), csirs + "l1=" + std::to_string(l1),
+                     csirs + "density=" + density,
+                     csirs + "frequency_domain_bitmap=" + std::bitset<12>(random()).to_string(),
+                     csirs + "density_prb_allocation=" + (below(2) ? "ODD_PRBS" : "EVEN_PRBS"),
+                     csirs + "power_bosting=" + text(3), csirs + "zero_power=" + text(2), csirs + "enable=true"});
                 const bool halved = density == "0.5" && carrier.get_dl_csirs(static_cast<int>(i))->get_density() == 0.5;
                 add_resource(*carrier.get_dl_csirs(static_cast<int>(i)), *carrier.get_dl_bwp(1),
                              row == 1 ? 3.0
                              : halved ? 0.5
                                       : 1.0,
-                             cells);
+                             setup.standard_rules, cells);
             }
             const nr_test::generated_t generated = nr_test::generate(waveform);
             nr_test::rows_t received;

@@ -29,7 +29,7 @@ using nr_test::bits_t;
 struct pdcch_case_t
 {
     pdcch_case_t(unsigned int level, unsigned int duration, bool is_common, bool is_interleaved, std::mt19937& random)
-        : common(is_common), interleaved(is_interleaved)
+        : common(is_common), interleaved(is_interleaved), standard_rules(random() % 2 == 0)
     {
         const auto below = [&](unsigned int limit) { return static_cast<int>(random() % limit); };
         const bool extended = level <= 4 && below(4) == 0; // and at 60 kHz
@@ -71,14 +71,15 @@ struct pdcch_case_t
         set(dci + "allocated_candidate", below((*this)["candidates_num"]));
         set(dci + "scrambling_id", below(4) == 0 ? -1 : below(65536));
         set(dci + "rnti", below(65536));
-        set(dci + "crnti", below(2) == 0 ? value("rnti") : below(65536));
+        set(dci + "crnti", std::vector{0, value("rnti"), below(65536)}[random() % 3]);
         steps.push_back(dci + "slot_allocation=" + std::to_string(slots[0]) + "," + std::to_string(slots[1]) + "," +
                         std::to_string(slots[2]));
         set(dci + "start_symbol_within_slot", below(symbols - duration + 1));
         set(dci + "pwr_boosting", below(13) - 6);
         set(dci + "dmrs_pwr_boosting", below(13) - 6);
         set(dci + "data_block_size", 1 + below(std::min(108 * level - 24, 140u)));
-        steps.insert(steps.end(), {dci + "coding=true", dci + "enable=true"});
+        steps.insert(steps.end(), {dci + "coding=true", dci + "enable=true",
+                                   std::string("standard_rules=") + (standard_rules ? "true" : "false")});
     }
 
     void set(const std::string& path, int number, const char* enumerator = "")
@@ -99,6 +100,7 @@ struct pdcch_case_t
     const std::string dci = "carrier[0].dl_dci[0].";
     bool common;
     bool interleaved;
+    bool standard_rules;
     unsigned int symbols; // of a slot
     std::vector<std::size_t> slots;
     std::string bitmap;
@@ -108,9 +110,8 @@ private:
     std::map<std::string, int> m_values;
 };
 
-/// Symbol of the CORESET and resource block of the BWP of each REG of the candidate, in the order of mapping: TS 38.213
-/// clause 10.1 and TS 38.211 clause 7.3.2.2, REG by REG.
-std::set<std::pair<unsigned int, unsigned int>> regs_of(const pdcch_case_t& c, std::size_t slot, std::uint64_t y)
+/// The CORESET's resource blocks, counted from the BWP's first.
+std::vector<unsigned int> rbs_of(const pdcch_case_t& c)
 {
     unsigned int offset = c.value("rb_offset") < 0 ? 0 : c["rb_offset"];
     while (c.value("rb_offset") < 0 && (c["bwp_rb_start"] + offset) % 6 != 0)
@@ -119,6 +120,16 @@ std::set<std::pair<unsigned int, unsigned int>> regs_of(const pdcch_case_t& c, s
     for (unsigned int rb = 0; rb < 6 * c.bitmap.size(); ++rb)
         if (c.bitmap[rb / 6] == '1')
             rbs.push_back(rb + offset);
+    return rbs;
+}
+
+/// Symbol of the CORESET and resource block of the BWP of each REG of the candidate, in the order of mapping: TS 38.213
+/// clause 10.1 and TS 38.211 clause 7.3.2.2, REG by REG. `y` is where the hash begins by the own rules.
+std::set<std::pair<unsigned int, unsigned int>> regs_of(const pdcch_case_t& c, std::size_t slot, std::uint64_t y)
+{
+    if (c.standard_rules)
+        y = c[c.value("crnti") != 0 ? "crnti" : "rnti"];
+    const std::vector<unsigned int> rbs = rbs_of(c);
     const unsigned int level = c["aggregation_level"];
     const unsigned int cces = c.groups() * c["duration"];
     const unsigned int bundle = c.interleaved ? c["reg_bundle_size"] : 6;
@@ -148,12 +159,13 @@ bits_t receive(const pdcch_case_t& c, std::size_t slot, nr_test::rows_t& rows)
 {
     const unsigned int first = c.first_symbol(slot);
     nr_test::signal_t data, dmrs, expected_dmrs, decided;
+    const unsigned int bwp = c["bwp_rb_start"];
+    const unsigned int reference = !c.standard_rules ? bwp : c.value("coreset_id") == 0 ? bwp + rbs_of(c).front() : 0;
     for (const auto& [d, rb] : regs_of(c, slot, c.n_rnti())) {
         const std::uint64_t c_init = ((first + d + 1) * (2ull * c.n_id() + 1) << 17) + 2 * c.n_id();
-        const bits_t gold = nr_test::gold_sequence(c_init & 0x7FFFFFFFu, 6 * rb, 6);
+        const bits_t gold = nr_test::gold_sequence(c_init & 0x7FFFFFFFu, 6 * (bwp + rb - reference), 6);
         for (unsigned int k = 0; k < 12; ++k)
-            (k % 4 == 1 ? dmrs : data)
-                .push_back(std::exchange(rows[first + d][12 * (c["bwp_rb_start"] + rb) + k], 0.0));
+            (k % 4 == 1 ? dmrs : data).push_back(std::exchange(rows[first + d][12 * (bwp + rb) + k], 0.0));
         for (unsigned int j = 0; j < 6; j += 2)
             expected_dmrs.push_back(qpsk(gold[j], gold[j + 1]));
     }

@@ -66,7 +66,8 @@ TEST(lib_nr_dl_phy_pdsch_process, every_mcs_of_every_table_is_decoded)
 }
 
 // Two channels in slots of their own on 20 MHz, round CSI-RS of every row, with extended prefix, in two bandwidth parts
-// and over an SS/PBCH block: every cell holds what it must, and the bits are those of the channel's sequence.
+// and over an SS/PBCH block, by the own rules and by the standard's: every cell holds what it must, and the bits are
+// those of the channel's sequence.
 TEST(lib_nr_dl_phy_pdsch_process, random_settings_arrive_bit_by_bit)
 {
     std::mt19937 random(2);
@@ -74,7 +75,7 @@ TEST(lib_nr_dl_phy_pdsch_process, random_settings_arrive_bit_by_bit)
     for (unsigned int i = 0; i < 200; ++i) {
         one_channel_a_slot_t waveform(2);
         const auto up_to = [&](unsigned int last) { return std::to_string(random() % (last + 1)); };
-        nr_test::take(waveform, {"carrier[0].ncell_id=" + up_to(1007)});
+        nr_test::take(waveform, {"carrier[0].ncell_id=" + up_to(1007), "standard_rules=" + up_to(1)});
         if (i % 3 == 0)
             nr_test::take(waveform, {"carrier[0].dl_csirs[0].table_idx=" + std::to_string(1 + i / 3 % 18),
                                      "carrier[0].dl_csirs[0].l0=" + std::to_string(5 + i / 3 % 6),

@@ -16,7 +16,7 @@ namespace
 
 using namespace vek::nr_mod_lib;
 
-constexpr unsigned int k_subcarriers = 51 * 12;
+constexpr unsigned int k_frames = 2;
 
 struct prs_case_t
 {
@@ -27,28 +27,33 @@ struct prs_case_t
     unsigned int first_symbol;
     unsigned int rb_offset;
     std::vector<std::string> timing;
-    std::function<bool(unsigned int)> sent_in_slot;
+    std::function<bool(unsigned int)> sent_in_slot; ///< of the frame by the own rules, else of the waveform
+    bool standard_rules = false;
 };
 
-/// TS 38.211 clause 7.4.1.7 evaluated cell by cell, the sequence's initial value without the slot.
-nr_test::rows_t expected_rows(const prs_case_t& c)
+/// TS 38.211 clause 7.4.1.7 evaluated cell by cell; by the own rules the sequence's initial value is without the slot.
+nr_test::rows_t expected_rows(const prs_case_t& c, const nr_test::ofdm_setup_t& setup, unsigned int subcarriers)
 {
     const std::vector<unsigned int> offsets = c.comb == 2   ? std::vector<unsigned int>{0, 1}
                                               : c.comb == 4 ? std::vector<unsigned int>{0, 2, 1, 3}
                                               : c.comb == 6
                                                   ? std::vector<unsigned int>{0, 3, 1, 4, 2, 5}
                                                   : std::vector<unsigned int>{0, 6, 3, 9, 1, 7, 4, 10, 2, 8, 5, 11};
-    nr_test::rows_t rows(280, nr_test::signal_t(k_subcarriers));
-    for (unsigned int slot = 0; slot < 20; ++slot)
-        for (unsigned int i = 0; i < c.symbols && c.sent_in_slot(slot); ++i) {
+    const unsigned int slots = 10u << setup.mu;
+    const unsigned int slot_symbols = setup.symbols_in_frame() / slots;
+    nr_test::rows_t rows(k_frames * setup.symbols_in_frame(), nr_test::signal_t(subcarriers));
+    for (unsigned int slot = 0; slot < k_frames * slots; ++slot)
+        for (unsigned int i = 0; i < c.symbols && c.sent_in_slot(c.standard_rules ? slot : slot % slots); ++i) {
             const unsigned int l = c.first_symbol + i;
-            const auto c_init = static_cast<std::uint32_t>(
-                ((std::uint64_t{c.n_id / 1024} << 22) + 1024ull * (l + 1) * (2 * (c.n_id % 1024) + 1) + c.n_id % 1024) %
-                (1ull << 31));
-            const auto bits = nr_test::gold_sequence(c_init, 0, 2 * k_subcarriers);
+            const unsigned int counted = l + (c.standard_rules ? slot % slots * slot_symbols : 0);
+            const auto c_init =
+                static_cast<std::uint32_t>(((std::uint64_t{c.n_id / 1024} << 22) +
+                                            1024ull * (counted + 1) * (2 * (c.n_id % 1024) + 1) + c.n_id % 1024) %
+                                           (1ull << 31));
+            const auto bits = nr_test::gold_sequence(c_init, 0, 2 * subcarriers);
             for (unsigned int k = 12 * c.rb_offset; k < 12 * (c.rb_offset + 24); ++k)
                 if (k % c.comb == (c.re_offset + offsets[i % offsets.size()]) % c.comb)
-                    rows[14 * slot + l][k] =
+                    rows[slot_symbols * slot + l][k] =
                         std::complex<double>(1 - 2 * bits[2 * (k / c.comb)], 1 - 2 * bits[2 * (k / c.comb) + 1]) *
                         std::sqrt(0.5);
         }
@@ -109,10 +114,43 @@ TEST(lib_nr_dl_phy_prs_process, every_comb_repetition_and_muting_arrives_where_t
          {"periodicity=20", "reptition_factor=LIB_NR_PRS_REPTITION_FACTOR_4", "time_gap=LIB_NR_PRS_TIME_GAP_2",
           "muting_option_2=1011"},
          [](unsigned int slot) { return slot <= 6 && slot / 2 != 1; }},
+        // By the standard's rules: slots of the waveform, repetitions alone, periods ahead of the offset, both options.
+        {4,
+         4,
+         2051,
+         1,
+         6,
+         5,
+         {"periodicity=32", "slot_offset=5", "reptition_factor=LIB_NR_PRS_REPTITION_FACTOR_8",
+          "time_gap=LIB_NR_PRS_TIME_GAP_4", "muting_option_2=11010110"},
+         [](unsigned int slot) { return slot % 4 == 1 && std::string("11010110")[(slot + 27) % 32 / 4] == '1'; },
+         true},
+        {6,
+         6,
+         700,
+         2,
+         3,
+         4,
+         {"periodicity=32", "set_slot_offset=20", "slot_offset=11", "reptition_factor=LIB_NR_PRS_REPTITION_FACTOR_2",
+          "muting_option_1=01", "muting_option_2=01"},
+         [](unsigned int slot) { return slot == 0; },
+         true},
+        {2,
+         2,
+         33,
+         1,
+         9,
+         0,
+         {"carrier[0].numerology=LIB_NR_SCS_60K", "carrier[0].dl_bwp[0].cp_type=LIB_NR_EXTEND_CP",
+          "cp_type=LIB_NR_EXTEND_CP", "enable=true", "periodicity=16", "muting_factor=LIB_NR_PRS_MUTING_FACTOR_2",
+          "muting_option_1=10"},
+         [](unsigned int slot) { return slot == 0 || slot == 16 || slot == 64; },
+         true},
     };
     for (const prs_case_t& c : cases) {
         const std::string prs = "carrier[0].dl_prs[0].";
-        nr_test::waveform_of_t waveform({"carrier[0].channel_bandwidth=LIB_NR_CHANNEL_FR1_20M",
+        nr_test::waveform_of_t waveform({"carrier[0].channel_bandwidth=LIB_NR_CHANNEL_FR1_20M", "frame_number=2",
+                                         std::string("standard_rules=") + (c.standard_rules ? "1" : "0"),
                                          "carrier[0].baseband_filter=false", prs + "n_id=" + std::to_string(c.n_id),
                                          prs + "rb_offset=" + std::to_string(c.rb_offset), prs + "rb_number=24",
                                          prs + "comb_size=LIB_NR_PRS_COMB_SIZE_" + std::to_string(c.comb),
@@ -120,14 +158,18 @@ TEST(lib_nr_dl_phy_prs_process, every_comb_repetition_and_muting_arrives_where_t
                                          prs + "symbol_offset=" + std::to_string(c.first_symbol),
                                          prs + "re_offset=" + std::to_string(c.re_offset), prs + "enable=true"});
         for (const std::string& step : c.timing)
-            nr_test::take(waveform, {prs + step});
+            nr_test::take(waveform, {(step.rfind("carrier", 0) == 0 ? "" : prs) + step});
         const nr_test::generated_t generated = nr_test::generate(waveform);
-        const nr_test::rows_t received =
-            nr_test::demodulate_frame(generated.samples, generated.setup, k_subcarriers, 0.0, 0);
-        const nr_test::rows_t expected = expected_rows(c);
+        const unsigned int subcarriers = lib_nr_channel_resource_manager_t::get_inst().get_mapped_subcarrier_number();
+        nr_test::rows_t received;
+        for (unsigned int frame = 0; frame < k_frames; ++frame)
+            for (const auto& row :
+                 nr_test::demodulate_frame(generated.samples, generated.setup, subcarriers, 0.0, frame))
+                received.push_back(row);
+        const nr_test::rows_t expected = expected_rows(c, generated.setup, subcarriers);
         const std::complex<double> gain = nr_test::fitted_gain(received, expected);
         for (std::size_t l = 0; l < expected.size(); ++l)
-            for (std::size_t k = 0; k < k_subcarriers; ++k)
+            for (std::size_t k = 0; k < subcarriers; ++k)
                 ASSERT_LT(std::abs(received[l][k] - gain * expected[l][k]), 1e-9)
                     << "comb " << c.comb << ", " << c.symbols << " symbols, symbol " << l << ", subcarrier " << k;
     }

@@ -125,7 +125,7 @@ void receive(const ssb_case_t& c, const nr_test::generated_t& generated, const c
                 EXPECT_EQ(content.half_frame, half);
                 EXPECT_EQ(content.block_index, index);
                 EXPECT_EQ(content.dmrs_index, c.lmax == 4 ? index + 4 * half : index % 8);
-                EXPECT_EQ(content.scrambling_index, content.dmrs_index);
+                EXPECT_EQ(content.scrambling_index, setup.standard_rules && c.lmax == 4 ? index : content.dmrs_index);
                 EXPECT_EQ(content.frame_number & 15u, frame);
                 if (c.lmax != 64) {
                     EXPECT_EQ(content.kssb_high_bit, c.kssb / 16);
@@ -171,6 +171,8 @@ const std::vector<ssb_case_t> k_cases = {
      "1,6,7", 3 * 12 + 23 - 312, 23, 1, LIB_NR_SSB_10MS_PERIODICITY, 1, 0.0, k_no_step, false, 3},
     {"case B up to 3 GHz, both half frames of two frames", 'B', LIB_NR_CHANNEL_FR1_20M, 2345678900, 4, 123, k_all, -120,
      0, 2, LIB_NR_SSB_5MS_PERIODICITY},
+    {"by the standard's rules", 'B', LIB_NR_CHANNEL_FR1_20M, 2345678900, 4, 124, "1,2", -120, 0, 2,
+     LIB_NR_SSB_5MS_PERIODICITY, 0, 0.0, "standard_rules=true"},
     {"case B above 3 GHz, kssb on top of the middle, four frames", 'B', LIB_NR_CHANNEL_FR1_20M, 3456789100, 8, 502,
      "0,5", -120 + 11, 22, 4, LIB_NR_SSB_10MS_PERIODICITY, 0, 3.0},
     {"case C up to 3 GHz, every other frame", 'C', LIB_NR_CHANNEL_FR1_20M, 1000000000, 4, 77, "2", -120, 0, 4,
@@ -203,8 +205,9 @@ TEST(lib_nr_dl_phy_ssb_process, receiver_finds_and_reads_every_block)
         SCOPED_TRACE(c.name);
         const ssb_waveform_t waveform(c);
         const bool is_wide_common = spacing_of(c) == LIB_NR_SCS_30K || spacing_of(c) == LIB_NR_SCS_120K;
+        const bool bit = waveform.get_standard_rules();
         receive(c, nr_test::generate(waveform), [&](const nr_test::ssb_content_t& content, unsigned int frame) {
-            expect_mib(content, frame, is_wide_common, c.kssb, 2, 0, false, false);
+            expect_mib(content, frame, is_wide_common, c.kssb, 2, 0, bit, bit);
         });
     }
 }

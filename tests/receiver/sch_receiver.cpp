@@ -79,7 +79,8 @@ cells_t dmrs_of(const sch_channel_t& channel, unsigned int slot, unsigned int sy
     const unsigned int lambda = type_2 ? port % 6 / 2 : port / 2 % 2;
     const bool by_group = settings.get_enable_dmrs_downlink_r16();
     const unsigned int n_scid = by_group && lambda == 1 ? 1 - settings.get_nscid() : settings.get_nscid();
-    const std::uint64_t n_id = sch_identity(n_scid == 1 ? settings.get_nid1() : settings.get_nid0(), channel.cell);
+    const std::uint64_t n_id =
+        sch_identity(n_scid == 1 ? settings.get_nid1() : settings.get_nid0(), channel.cell, channel.standard_rules);
     const std::uint64_t count = std::uint64_t{channel.symbols_in_slot} * slot + symbol + 1;
     const std::uint64_t term = by_group ? lambda / 2 : 0;
     const std::uint64_t c_init = (count * (2 * n_id + 1) << 17) + (term << 17) + 2 * n_id + n_scid;
@@ -88,10 +89,11 @@ cells_t dmrs_of(const sch_channel_t& channel, unsigned int slot, unsigned int sy
     const auto c = gold_sequence(static_cast<std::uint32_t>(c_init % (std::uint64_t{1} << 31)), 0, 12 * rbs);
     const bool turns_in_time = port >= (type_2 ? 6u : 4u) && l_prime == 1;
     cells_t values;
-    for (unsigned int n = 0; n < rbs * (type_2 ? 2 : 3); ++n)
+    const unsigned int reference = channel.dmrs_reference_rb * (type_2 ? 2 : 3);
+    for (unsigned int n = reference; n < rbs * (type_2 ? 2 : 3); ++n)
         for (unsigned int k_prime = 0; k_prime < 2; ++k_prime) {
             const unsigned int k = type_2 ? 6 * n + k_prime + 2 * lambda : 4 * n + 2 * k_prime + lambda;
-            const unsigned int i = 2 * n + k_prime;
+            const unsigned int i = 2 * (n - reference) + k_prime;
             const double weight = with_cover && (port % 2 * k_prime != 0) != turns_in_time ? -1.0 : 1.0;
             values[k] = weight * std::sqrt(0.5) * complex_t(1 - 2 * c[2 * i], 1 - 2 * c[2 * i + 1]);
         }
@@ -153,7 +155,7 @@ cells_t low_papr_dmrs_of(const sch_channel_t& channel, unsigned int slot, unsign
     if (channel.second_hop != sch_channel_t::k_no_hop)
         l -= symbol > channel.second_hop ? channel.second_hop : settings.get_first_symbol();
     const std::size_t count = std::size_t{channel.symbols_in_slot} * slot + l;
-    const unsigned int id = sch_identity(settings.get_n_rs_id(), channel.cell);
+    const unsigned int id = sch_identity(settings.get_n_rs_id(), channel.cell, channel.standard_rules);
     const unsigned int per_rb = is_type_2(channel) ? 4 : 6;
     const auto length = static_cast<unsigned int>(per_rb * channel.rbs.size());
     const auto hopping = settings.get_dmrs_hopping();
@@ -316,9 +318,9 @@ sch_slot_t receive_sch_slot(const sch_channel_t& channel, const rows_t& rows, un
     return received;
 }
 
-unsigned int sch_identity(int identity, unsigned int cell)
+unsigned int sch_identity(int identity, unsigned int cell, bool standard_rules)
 {
-    return identity > 0 ? static_cast<unsigned int>(identity) : cell;
+    return identity > 0 || (identity == 0 && standard_rules) ? static_cast<unsigned int>(identity) : cell;
 }
 
 std::vector<unsigned int> sch_dmrs_symbols(const lib_nr_sch_configure_manager_t& sch,

@@ -26,6 +26,8 @@ struct sch_channel_t
     std::vector<unsigned int> dmrs_symbols;
     std::uint32_t c_init; ///< of the scrambling
     double scaling = 1.0; ///< of the transport block size
+    bool standard_rules = false;
+    unsigned int dmrs_reference_rb = 0; ///< that the DMRS sequence counts from
 
     // What the uplink adds.
     std::vector<int> shifts = {};              ///< RBs that each symbol moves by
@@ -57,8 +59,8 @@ sch_slot_t receive_sch_slot(const sch_channel_t& channel, const rows_t& rows, un
 /// The symbols with DMRS, TS 38.211 clauses 7.4.1.1.2 and 6.4.1.1.3; `uplink` is the same channel where it is a PUSCH.
 std::vector<unsigned int> sch_dmrs_symbols(const vek::nr_mod_lib::lib_nr_sch_configure_manager_t& settings,
                                            const vek::nr_mod_lib::lib_nr_ul_sch_configure_manager_t* uplink = nullptr);
-/// An identity as it is set, or the cell's.
-unsigned int sch_identity(int identity, unsigned int cell);
+/// An identity as it is set, or the cell's: -1 stands for it, by the own rules 0 too.
+unsigned int sch_identity(int identity, unsigned int cell, bool standard_rules);
 /// TS 38.214 clause 5.1.3.2, steps 3 and 4, in whole numbers: N_info comes in parts of a unit.
 constexpr std::uint64_t k_n_info_unit = 8192; // rates are halves of 1/1024, scalings quarters
 std::size_t transport_block_size(std::uint64_t n_info, bool low_rate);

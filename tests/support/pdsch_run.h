@@ -36,7 +36,7 @@ inline std::vector<unsigned int> pdsch_rbs(const vek::nr_mod_lib::lib_nr_dl_sch_
 }
 
 inline sch_channel_t pdsch_channel(const vek::nr_mod_lib::lib_nr_carrier_configure_manager_t& carrier,
-                                   unsigned int index)
+                                   unsigned int index, bool standard_rules = false)
 {
     const vek::nr_mod_lib::lib_nr_dl_sch_configure_manager_t& sch = carrier.get_dl_sch(index);
     const vek::nr_mod_lib::lib_nr_dl_bwp_configure_manager_t& bwp = carrier.get_dl_bwp(sch.get_bwp_id());
@@ -46,15 +46,19 @@ inline sch_channel_t pdsch_channel(const vek::nr_mod_lib::lib_nr_carrier_configu
             bwp.get_cp_type() == vek::nr_mod_lib::LIB_NR_EXTEND_CP ? 12u : 14u,
             pdsch_rbs(sch, bwp),
             sch_dmrs_symbols(sch),
-            (sch.get_rnti() << 15) + sch_identity(sch.get_nid(), cell),
-            1.0 / (1 << sch.get_tb_scaling())};
+            (sch.get_rnti() << 15) + sch_identity(sch.get_nid(), cell, standard_rules),
+            1.0 / (1 << sch.get_tb_scaling()),
+            standard_rules,
+            standard_rules && sch.get_dmrs_mapping_ref() == vek::nr_mod_lib::LIB_NR_DMRS_MAPPING_REF_PRB
+                ? bwp.get_bwp_rb_start()
+                : 0};
 }
 
 /// The engine's run, and the PDSCHs in it.
 struct pdsch_run_t : sch_run_t
 {
     using sch_run_t::sch_run_t;
-    sch_channel_t channel(unsigned int index) const { return pdsch_channel(carrier(), index); }
+    sch_channel_t channel(unsigned int index) const { return pdsch_channel(carrier(), index, standard_rules()); }
     sch_slot_t receive(unsigned int index, unsigned int slot, unsigned int frame = 0)
     {
         return sch_run_t::receive(channel(index), slot, frame);

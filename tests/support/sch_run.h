@@ -23,6 +23,7 @@ public:
         : m_carrier(waveform.get_waveform_manager().get_carrier(0)), m_generated(generate(waveform))
     {}
     const vek::nr_mod_lib::lib_nr_carrier_configure_manager_t& carrier() const { return m_carrier; }
+    bool standard_rules() const { return m_generated.setup.standard_rules; }
     const std::string& output() const { return m_generated.output; }
     const rows_t& rows(unsigned int frame = 0)
     {
@@ -35,9 +36,12 @@ public:
     sch_slot_t receive(const sch_channel_t& channel, unsigned int slot, unsigned int frame)
     {
         return receive_sch_slot(channel, rows(frame), slot, [&](unsigned int symbol, unsigned int subcarrier) {
-            const auto owner = m_grid.get_owner(symbol, subcarrier);
-            return owner == vek::nr_mod_lib::LIB_NR_RESOURCE_MAPPING_SSB ||
-                   owner == vek::nr_mod_lib::LIB_NR_RESOURCE_MAPPING_CSIRS;
+            // TS 38.214 clause 5.1.4: an RB that a block touches is the block's.
+            bool is_block = m_grid.get_owner(symbol, subcarrier) == vek::nr_mod_lib::LIB_NR_RESOURCE_MAPPING_SSB;
+            for (unsigned int k = 0; k < (standard_rules() ? 12u : 0u); ++k)
+                is_block |=
+                    m_grid.get_owner(symbol, subcarrier / 12 * 12 + k) == vek::nr_mod_lib::LIB_NR_RESOURCE_MAPPING_SSB;
+            return is_block || m_grid.get_owner(symbol, subcarrier) == vek::nr_mod_lib::LIB_NR_RESOURCE_MAPPING_CSIRS;
         });
     }
     /// Cells of an owner; those of nobody are silent.

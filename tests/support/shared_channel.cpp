@@ -47,12 +47,13 @@ std::vector<unsigned int> rbs_of(const lib_nr_carrier_configure_manager_t& carri
 
 } // namespace
 
-sch_channel_t pusch_channel_of(const lib_nr_carrier_configure_manager_t& carrier, unsigned int index, unsigned int slot)
+sch_channel_t pusch_channel_of(const lib_nr_carrier_configure_manager_t& carrier, unsigned int index, unsigned int slot,
+                               bool standard_rules)
 {
     const lib_nr_ul_sch_configure_manager_t& sch = carrier.get_ul_sch(index);
     const lib_nr_ul_bwp_configure_manager_t& bwp = carrier.get_ul_bwp(sch.get_bwp_id());
     const unsigned int cell = carrier.get_cell_index();
-    const unsigned int nid = sch_identity(sch.get_nid(), cell);
+    const unsigned int nid = sch_identity(sch.get_nid(), cell, standard_rules);
     const unsigned int rapid = static_cast<unsigned int>(sch.get_rapid()) << 10;
     sch_channel_t channel{sch,
                           cell,
@@ -71,6 +72,7 @@ sch_channel_t pusch_channel_of(const lib_nr_carrier_configure_manager_t& carrier
                                          (slot % 2 == 1 && sch.get_hopping_mode() == LIB_NR_SCH_HOPPING_MODE_INTER)
                                      ? offset - (end > size ? size : 0)
                                      : 0);
+    channel.standard_rules = standard_rules;
     channel.ptrs_ports = sch.get_ptrs_port_v();
     channel.precoded = sch.get_enable_transfer_precoding() ? &sch : nullptr;
     return channel;

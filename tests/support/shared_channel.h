@@ -11,7 +11,7 @@ namespace nr_test
 
 /// A PUSCH as its receiver has to know it in a slot, by its settings and those of its BWP.
 sch_channel_t pusch_channel_of(const vek::nr_mod_lib::lib_nr_carrier_configure_manager_t& carrier, unsigned int index,
-                               unsigned int slot);
+                               unsigned int slot, bool standard_rules = false);
 
 /// Sets every setting of an enabled PDSCH or PUSCH of a 20 MHz carrier at random, in two rounds, as the façade corrects
 /// it; but for those by which it would not be received alone.
