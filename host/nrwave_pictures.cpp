@@ -5,6 +5,7 @@
 #include "host/analysis/nrwave_spectrum.h"
 #include "host/nrwave_plot.h"
 #include "host/nrwave_prach.h"
+#include "host/nrwave_record.h"
 
 #include <algorithm>
 #include <array>
@@ -201,6 +202,12 @@ void draw_report(cfg_nr_waveform_t& waveform, lib_nr_phy_t& engine, outputs_t& o
     outputs.add(folder / "spectrum.png").write(spectrum_picture(waveform, engine));
     outputs.add(folder / "ccdf.png").write(ccdf_picture(engine));
     outputs.add(folder / "power.png").write(power_picture(waveform, engine));
+    if (const auto& deviations = engine.get_met_deviations(); !deviations.empty()) {
+        std::string lines;
+        for (const auto& met : deviations)
+            lines += text_of(met) + '\n';
+        outputs.add(folder / "deviations.txt").write(lines);
+    }
 
     for (unsigned int carrier = 0; carrier < waveform.get_carrier_number(); ++carrier) {
         if (!waveform.get_carrier(carrier)->get_enable())

@@ -15,7 +15,7 @@ std::string csv_of(const resource_map_t& map);
 std::string picture_of(const resource_map_t& map);
 
 /// Spectrum, CCDF with the Gaussian reference, power against time and the resource map of the first enabled carrier as
-/// PNG files in a folder.
+/// PNG files in a folder; deviations from the standard that the run met as a text beside them.
 void draw_report(vek::nr_mod_lib::cfg_nr_waveform_t& waveform, vek::nr_mod_lib::lib_nr_phy_t& engine,
                  outputs_t& outputs, const std::filesystem::path& folder);
 

@@ -76,9 +76,8 @@ const std::vector<lib_nr_deviation_row_t>& lib_nr_deviation_rows()
          "all have the amplitudes and columns of the tables", "level and phase between ports"},
         {deviation_t::interlaces, "interlaces", "TS 38.211 clauses 4.4.4.6 and 6.3.2.2.2, TS 38.214 clause 6.1.2.2.3",
          "an interlace counts from the first RB of each RB set; a PUSCH leaves out guard bands between its sets and "
-         "its "
-         "last RB; interlaces follow each other, and the cyclic shifts and cover codes of a PUCCH go by the place in "
-         "that list",
+         "its last RB; interlaces follow each other, and the cyclic shifts and cover codes of a PUCCH go by the place "
+         "in that list",
          "an interlace is the RBs whose number in the grid has its index modulo M, guard bands between the sets "
          "included, all RBs ascending; shifts and codes go by the RB's number within its interlace",
          k_undecoded},

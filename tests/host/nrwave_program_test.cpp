@@ -363,6 +363,7 @@ TEST_F(nrwave_program, prints_settings_that_bring_a_fresh_waveform_to_the_same_s
                           "carrier[0].windowing_beta=0.1\n"
                           "carrier[0].dl_tm.modulation=LIB_NR_MODULATION_QPSK\n" // a fresh one has none of its own
                           "carrier[1].dl_tm.modulation=LIB_NR_MODULATION_QPSK\n"
+                          "standard_rules=true\n"
                           "cfr_filter_mask_data_arr=-1e7:-3,1e7:0.5\n");
     const run_t first = run("get --recipe first.recipe");
     ASSERT_EQ(first.status, 0) << first.err;
@@ -381,6 +382,7 @@ TEST_F(nrwave_program, prints_settings_that_bring_a_fresh_waveform_to_the_same_s
     EXPECT_EQ(loaded.out, first.out);
     ASSERT_EQ(run("save sub/settings.xml -o again.xml").status, 0);
     EXPECT_EQ(content("again.xml"), content("sub/settings.xml"));
+    EXPECT_GT(content("again.xml").find("standard_rules"), content("again.xml").find("<nrwave_steps"));
 
     const std::string branch = run("get --recipe first.recipe 'carrier[1].numerology[1]' 'carrier[1].numerology'").out;
     EXPECT_EQ(branch, "add carrier\ncarrier[1].numerology[1].enable=true\ncarrier[1].numerology[1].rb_size=106\n"

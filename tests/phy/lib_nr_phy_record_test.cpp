@@ -153,4 +153,42 @@ TEST(lib_nr_phy_record, tells_what_is_cut_and_who_meets_whom)
     EXPECT_EQ(conflict.cells, 12u * 12);
 }
 
+TEST(lib_nr_phy_record, names_the_deviations_that_a_run_met)
+{
+    using d = lib_nr_deviation_t;
+    const std::string bwp = ".dl_bwp[1].bwp_rb_start=3";
+    const std::string csirs = ".dl_csirs[0].enable=true";
+    const std::string dci = ".dl_dci[0].enable=true";
+    const std::string pdsch = ".dl_pdsch[0].enable=true";
+    const std::string prs = ".dl_prs[0].enable=true";
+    const std::vector<std::pair<std::vector<d>, steps_t>> rows = {
+        {{d::carrier_phase}, {".frequency_offset=5000000"}},
+        {{}, {".frequency_offset=5000000", "phase_compensation=false", csirs, pdsch}},
+        {{d::pbch_second_scrambling, d::mib_flags}, {".dl_ssb.half_frame_idx=1", k_block}},
+        {{d::mib_flags, d::pdsch_beside_block}, {k_block, pdsch}},
+        {{d::pdcch_hash}, {".dl_dci[0].rnti=1", dci}},
+        {{d::dmrs_reference}, {bwp, dci}},
+        {{d::dmrs_reference},
+         {bwp, ".dl_pdsch[0].bwp_id=1", ".dl_pdsch[0].dmrs_mapping_ref=LIB_NR_DMRS_MAPPING_REF_PRB", pdsch}},
+        {{d::sch_identity_zero}, {".ncell_id=7", ".dl_pdsch[0].nid=0", pdsch}},
+        {{d::csirs_place}, {bwp, csirs}},
+        {{d::csirs_zero_power}, {".dl_csirs[0].zero_power=true", csirs}},
+        {{d::prs_sequence}, {prs}},
+        {{d::prs_sequence, d::prs_occasions},
+         {".dl_prs[0].slot_offset=7", "frame_number=2", ".dl_prs[0].periodicity=16", prs}},
+    };
+    for (const auto& [deviations, steps] : rows)
+        for (const std::string rules : {"standard_rules=true", "standard_rules=false"}) {
+            steps_t all = {k_narrow, rules};
+            all.insert(all.end(), steps.begin(), steps.end());
+            SCOPED_TRACE(testing::PrintToString(all));
+            const recorded_t run(all);
+            ASSERT_TRUE(run.succeeded);
+            std::vector<d> met;
+            for (const lib_nr_met_deviation_t& one : run.record.deviations)
+                met.push_back(one.deviation);
+            EXPECT_EQ(met, rules == "standard_rules=true" ? std::vector<d>() : deviations);
+        }
+}
+
 } // namespace

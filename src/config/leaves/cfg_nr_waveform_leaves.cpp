@@ -19,7 +19,8 @@ constexpr auto k_leaves = row::leaves(
     row::leaf<&waveform_t::get_mirror_spectrum, &waveform_t::set_mirror_spectrum>(
         "mirror_spectrum", "whether the finished baseband is conjugated"),
     row::leaf<&waveform_t::get_phase_compensation, &waveform_t::set_phase_compensation>(
-        "phase_compensation", "whether symbols carry the phase terms of radio_frequency, whatever a carrier's offset"),
+        "phase_compensation",
+        "whether symbols carry the phase terms of radio_frequency, under standard_rules of their carrier's frequency"),
     row::leaf<&waveform_t::get_radio_frequency, &waveform_t::set_radio_frequency>("radio_frequency", "whole hertz"),
     row::leaf<&waveform_t::get_antennas_number, &waveform_t::set_antennas_number>("antennas_number",
                                                                                   "always 1, whatever is asked for"),
