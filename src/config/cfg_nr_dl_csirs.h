@@ -105,10 +105,10 @@ public:
     {
         return _target().get_density_prb_allocation_feedback();
     }
-    /// Kept for the host: neither flag changes waveform or resource map.
+    /// Kept for the host: it changes neither waveform nor resource map.
     bool set_reused_for_pdsch(bool reused) { return _target().set_reused_for_pdsch(reused); }
     bool get_reused_for_pdsch() const { return _target().get_reused_for_pdsch(); }
-    /// As the flag above.
+    /// Under `standard_rules` the cells are held and stay silent; without, it is kept for the host alone.
     bool set_zero_power(bool zero_power) { return _target().set_zero_power(zero_power); }
     bool get_zero_power() const { return _target().get_zero_power(); }
 

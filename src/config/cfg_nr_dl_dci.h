@@ -32,10 +32,12 @@ public:
     /// pdcch-DMRS-ScramblingID, at most 65535. A negative value becomes -1: the cell identity, and n_RNTI 0.
     bool set_scrambling_id(int scrambling_id) { return _target().set_scrambling_id(scrambling_id); }
     int get_scrambling_id() const { return _target().get_scrambling_id(); }
-    /// At most 65535; masks the CRC. A resource map view places the candidates by it.
+    /// At most 65535; masks the CRC. A resource map view places the candidates by it, unless by
+    /// `standard_rules`.
     bool set_rnti(unsigned int rnti) { return _target().set_rnti(rnti); }
     unsigned int get_rnti() const { return _target().get_rnti(); }
     /// At most 65535; n_RNTI of scrambling and candidates in a UE-specific search space with a scrambling identity.
+    /// `standard_rules` places the candidates by it in any case, or by the RNTI where it is 0.
     bool set_crnti(unsigned int crnti) { return _target().set_crnti(crnti); }
     unsigned int get_crnti() const { return _target().get_crnti(); }
     /// CCEs. Limited by the groups of 6 resource blocks of its CORESET: 1 for one of them; 1 or 2 below 4, 1, 2 or 4

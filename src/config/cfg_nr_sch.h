@@ -29,7 +29,7 @@ public:
     /// n_RNTI of the scrambling (TS 38.211 clauses 7.3.1.1 and 6.3.1.1), at most 65535.
     bool set_rnti(unsigned int rnti) { return _target().set_rnti(rnti); }
     unsigned int get_rnti() const { return _target().get_rnti(); }
-    /// n_ID of the scrambling, -1 to 1023; 0 and -1 stand for the cell's identity.
+    /// n_ID of the scrambling, -1 to 1023; -1, without `standard_rules` 0 too, stands for the cell's identity.
     bool set_nid(int nid) { return _target().set_nid(nid); }
     int get_nid() const { return _target().get_nid(); }
     /// DMRS ports, such as "0" or "0,2:3", counted from the direction's first; one of the PDSCH, up to four of the
@@ -126,7 +126,7 @@ public:
     /// n_SCID of the DMRS; any value above 0 is 1.
     bool set_nscid(unsigned int nscid) { return _target().set_nscid(nscid); }
     unsigned int get_nscid() const { return _target().get_nscid(); }
-    /// N_ID^0 and N_ID^1 of the DMRS, -1 to 65535; 0 and -1 stand for the cell's identity.
+    /// N_ID^0 and N_ID^1 of the DMRS, -1 to 65535; -1, without `standard_rules` 0 too, stands for the cell's.
     bool set_nid0(int nid) { return _target().set_nid0(nid); }
     int get_nid0() const { return _target().get_nid0(); }
     /// As N_ID^0.
@@ -174,7 +174,8 @@ public:
                                                   _get_bwp().cp_type);
     }
     lib_nr_sch_dmrs_type_a_position_t get_dmrs_type_a_position() const { return _target().get_dmrs_type_a_position(); }
-    /// Where the length of the DMRS sequence counts from; the signal is the same.
+    /// Where the length of the DMRS sequence counts from; the signal is the same, but for a PDSCH under
+    /// `standard_rules`, whose sequence counts from the BWP where the PRB is asked for.
     bool set_dmrs_mapping_ref(lib_nr_sch_dmrs_mapping_ref_t reference)
     {
         return _target().set_dmrs_mapping_ref(reference);

@@ -102,7 +102,7 @@ public:
     /// Hopping of the sequences of transform-precoded DMRS, by group or within it (clause 6.4.1.1.1.2).
     bool set_dmrs_hopping(lib_nr_sch_dmrs_hopping_t hopping) { return _target().set_dmrs_hopping(hopping); }
     lib_nr_sch_dmrs_hopping_t get_dmrs_hopping() const { return _target().get_dmrs_hopping(); }
-    /// n_ID^RS of those sequences, -1 to 65535; 0 and -1 stand for the cell's identity.
+    /// n_ID^RS of those sequences, -1 to 65535; -1, without `standard_rules` 0 too, stands for the cell's identity.
     bool set_n_rs_id(int id) { return _target().set_n_rs_id(id); }
     int get_n_rs_id() const { return _target().get_n_rs_id(); }
 

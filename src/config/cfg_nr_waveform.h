@@ -52,7 +52,7 @@ public:
     bool set_mirror_spectrum(bool mirror);
     bool get_mirror_spectrum() const;
     /// Whether each symbol carries the phase term of TS 38.211 clause 5.4 for the radio frequency, in every carrier the
-    /// same whatever its offset.
+    /// same whatever its offset; under `standard_rules` for the carrier's own frequency.
     bool set_phase_compensation(bool enable);
     bool get_phase_compensation() const;
     /// Whole hertz.

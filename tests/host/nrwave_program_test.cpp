@@ -562,6 +562,7 @@ TEST_F(nrwave_program, tells_what_it_has_written_and_leaves_standard_output_to_t
     const auto count = static_cast<double>(samples.size() / 8);
     EXPECT_NE(told.out.find("\"x.cf32\"\n"), std::string::npos) << told.out;
     EXPECT_NE(told.out.find("\"format\": \"cf32\""), std::string::npos) << told.out;
+    EXPECT_NE(told.out.find("\"name\": \"mib_flags\""), std::string::npos) << told.out;
     for (const auto& [key, value] : std::map<std::string, double>{{"rate", 15.36e6},
                                                                   {"samples", count},
                                                                   {"seconds", 0.01},
@@ -574,13 +575,16 @@ TEST_F(nrwave_program, tells_what_it_has_written_and_leaves_standard_output_to_t
         EXPECT_TRUE(std::isnan(figure_of(run("generate --json -o x").out, key))) << key;
 
     const std::string lines = run("generate " + k_small + "-o x").out;
-    EXPECT_EQ(std::regex_replace(lines, std::regex("  [^\n]*\n"), " "), "files rate length peak RMS PAPR clip ")
+    EXPECT_EQ(std::regex_replace(lines, std::regex("  [^\n]*\n"), " "),
+              "files rate length peak RMS PAPR clip carrier[0].dl_ssb: mib_flags, not as TS 38.331 clause 6.2.2 "
+              "(standard_rules=true)\n")
         << lines;
     EXPECT_NE(
         lines.find("x.sigmf-data, x.sigmf-meta\nrate    15360000 Hz\nlength  153600 samples, 0.01 s\npeak    0.00 "),
         std::string::npos)
         << lines;
     EXPECT_EQ(run("generate " + k_small + "--json -o - --format cf32").out, samples);
+    EXPECT_NE(content("x.sigmf-meta").find("not as the standard: mib_flags\""), std::string::npos);
     EXPECT_EQ(run("save -o -").out, run("save -o /dev/stdout").out);
     EXPECT_NE(run("generate " + k_small + "-o new/x >/dev/full").status, 0);
     EXPECT_FALSE(fs::exists(m_folder / "new"));

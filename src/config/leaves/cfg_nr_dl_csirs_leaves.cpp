@@ -39,7 +39,8 @@ constexpr auto k_leaves = row::leaves(
     row::leaf<&csirs_t::get_density_prb_allocation, &csirs_t::set_density_prb_allocation>(
         "density_prb_allocation", "resource blocks at density 0.5"),
     row::leaf<&csirs_t::get_reused_for_pdsch, &csirs_t::set_reused_for_pdsch>("reused_for_pdsch", "kept for the host"),
-    row::leaf<&csirs_t::get_zero_power, &csirs_t::set_zero_power>("zero_power", "kept for the host"));
+    row::leaf<&csirs_t::get_zero_power, &csirs_t::set_zero_power>(
+        "zero_power", "under standard_rules its cells stay silent; else kept for the host"));
 
 constexpr auto k_figures = row::rows(
     row::figure<&csirs_t::get_csirs_type>("csirs_type", "CDM type of the row"),

@@ -16,9 +16,11 @@ constexpr auto k_leaves = row::leaves(
                                                                             "DMRS in dB above pwr_boosting, -40 to 40"),
     row::leaf<&dci_t::get_scrambling_id, &dci_t::set_scrambling_id>(
         "scrambling_id", "0 to 65535; -1 takes the cell identity, and n_RNTI 0"),
-    row::leaf<&dci_t::get_rnti, &dci_t::set_rnti>("rnti", "0 to 65535; masks the CRC, and places candidates in a view"),
+    row::leaf<&dci_t::get_rnti, &dci_t::set_rnti>(
+        "rnti", "0 to 65535; masks the CRC, and places candidates in a view, or where crnti is 0 under standard_rules"),
     row::leaf<&dci_t::get_crnti, &dci_t::set_crnti>(
-        "crnti", "0 to 65535; n_RNTI of a UE-specific search space with a scrambling_id"),
+        "crnti",
+        "0 to 65535; n_RNTI of a UE-specific search space with a scrambling_id; under standard_rules hashes any"),
     row::leaf<&dci_t::get_aggregation_level, &dci_t::set_aggregation_level>(
         "aggregation_level", "CCEs, limited by the groups of 6 resource blocks of the CORESET"),
     row::leaf<&dci_t::get_allocated_candidate, &dci_t::set_allocated_candidate>(

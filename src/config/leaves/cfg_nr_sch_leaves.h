@@ -13,8 +13,8 @@ constexpr std::array k_sch_leaves = {
     row::template leaf<&x_t::get_enable, &x_t::set_enable>("enable", "whether the channel is sent; not at 240 kHz"),
     row::template leaf<&x_t::get_power_boosting, &x_t::set_power_boosting>("power_boosting", "dB, -40 to 40"),
     row::template leaf<&x_t::get_rnti, &x_t::set_rnti>("rnti", "n_RNTI of the scrambling, 0 to 65535"),
-    row::template leaf<&x_t::get_nid, &x_t::set_nid>("nid",
-                                                     "n_ID of the scrambling, 1 to 1023; 0 and -1 stand for ncell_id"),
+    row::template leaf<&x_t::get_nid, &x_t::set_nid>(
+        "nid", "n_ID of the scrambling, 0 to 1023; -1 stands for ncell_id, 0 too without standard_rules"),
     row::template leaf<&x_t::get_dmrs_port, &x_t::set_dmrs_port>(
         "dmrs_port",
         "counted from 0; one in the downlink, up to 4, such as 0,2, in the uplink; limits what hangs on them"),
@@ -56,10 +56,10 @@ constexpr std::array k_sch_leaves = {
     row::template leaf<&x_t::get_enable_dmrs_downlink_r16, &x_t::set_enable_dmrs_downlink_r16>(
         "enable_dmrs_downlink_r16", "dmrs-Downlink-r16: a DMRS sequence for each CDM group"),
     row::template leaf<&x_t::get_nscid, &x_t::set_nscid>("nscid", "n_SCID of the DMRS, 0 or 1"),
-    row::template leaf<&x_t::get_nid0, &x_t::set_nid0>("nid0",
-                                                       "N_ID^0 of the DMRS, 1 to 65535; 0 and -1 stand for ncell_id"),
-    row::template leaf<&x_t::get_nid1, &x_t::set_nid1>("nid1",
-                                                       "N_ID^1 of the DMRS, 1 to 65535; 0 and -1 stand for ncell_id"),
+    row::template leaf<&x_t::get_nid0, &x_t::set_nid0>(
+        "nid0", "N_ID^0 of the DMRS, 0 to 65535; -1 stands for ncell_id, 0 too without standard_rules"),
+    row::template leaf<&x_t::get_nid1, &x_t::set_nid1>(
+        "nid1", "N_ID^1 of the DMRS, 0 to 65535; -1 stands for ncell_id, 0 too without standard_rules"),
     row::template leaf<&x_t::get_dmrs_power, &x_t::set_dmrs_power>("dmrs_power", "dB above power_boosting, -40 to 40"),
     row::template leaf<&x_t::get_dmrs_configuration_type, &x_t::set_dmrs_configuration_type>(
         "dmrs_configuration_type", "limits dmrs_port and cdm_groups_without_data_num"),
@@ -73,7 +73,8 @@ constexpr std::array k_sch_leaves = {
     row::template leaf<&x_t::get_dmrs_type_a_position, &x_t::set_dmrs_type_a_position>(
         "dmrs_type_a_position", "first DMRS symbol of mapping type A, given or of the carrier's MIB"),
     row::template leaf<&x_t::get_dmrs_mapping_ref, &x_t::set_dmrs_mapping_ref>(
-        "dmrs_mapping_ref", "resource block that the length of the DMRS sequence counts from; the signal is the same"),
+        "dmrs_mapping_ref",
+        "resource block that the DMRS sequence counts from: of a PDSCH under standard_rules, else its length alone"),
     row::template leaf<&x_t::get_enable_ptrs, &x_t::set_enable_ptrs>(
         "enable_ptrs", "not on the DMRS ports from 4 on, with type 2 from 6 on"),
     row::template leaf<&x_t::get_ptrs_power, &x_t::set_ptrs_power>("ptrs_power", "dB above power_boosting, -40 to 40"),

@@ -41,7 +41,8 @@ constexpr auto k_leaves =
         row::leaf<&sch_t::get_dmrs_hopping, &sch_t::set_dmrs_hopping>(
             "dmrs_hopping", "of transform-precoded DMRS, by group or sequence"),
         row::leaf<&sch_t::get_n_rs_id, &sch_t::set_n_rs_id>(
-            "n_rs_id", "n_ID^RS of transform-precoded DMRS, 1 to 65535; 0 and -1 stand for ncell_id"),
+            "n_rs_id",
+            "n_ID^RS of transform-precoded DMRS, 0 to 65535; -1 stands for ncell_id, 0 too without standard_rules"),
         row::leaf<&sch_t::get_ptrs_port, &sch_t::set_ptrs_port>("ptrs_port", "DMRS ports with PTRS, such as 0,2"),
         row::leaf<&sch_t::get_n_ptrs_group_sample, &sch_t::set_n_ptrs_group_sample>(
             "n_ptrs_group_sample", "samples of a transform-precoded PTRS group; 8 groups have 4"),
