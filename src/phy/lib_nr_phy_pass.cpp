@@ -280,8 +280,10 @@ private:
     {
         if constexpr (std::is_same_v<process_t, lib_nr_dl_phy_prs_process_t>)
             process.set_frame(m_frame);
-        if constexpr (std::is_same_v<process_t, lib_nr_ul_phy_srs_process_t>)
+        if constexpr (std::is_same_v<process_t, lib_nr_ul_phy_srs_process_t>) {
             process.set_waveform_config(m_carrier, m_frame, m_numerology, entry, m_engine.m_waveform);
+            m_engine.m_recorder.note_met(_entry(entry), process.get_rules()); // also where it has no slot
+        }
         else
             process.set_waveform_config(m_carrier, m_numerology, entry, m_engine.m_waveform);
     }
@@ -332,28 +334,20 @@ private:
     template <class visit_t>
     bool _visit_slots(const lib_nr_ul_srs_configure_manager_t& srs, visit_t visit) const
     {
+        const std::vector<unsigned int>& sent = m_engine.m_srs_process.get_slots();
         for (const int slot : srs.get_slot_allocation())
-            if (_is_srs_slot(srs, slot) && !visit(static_cast<unsigned int>(slot)))
+            if (std::find(sent.begin(), sent.end(), static_cast<unsigned int>(slot)) == sent.end())
+                std::cout << (m_mode == k_view ? "" : "_nr_ul_srs_link_process")
+                          << "islot does not satisfy condition!islot = " << slot << " \n"
+                          << std::endl;
+        for (const unsigned int slot : sent) {
+            if (m_mode == k_view)
+                std::cout << "srs slot : " << slot << std::endl;
+            if (!visit(slot))
                 return false;
+        }
         if (m_mode == k_encode && m_engine.m_has_trace_file)
             m_engine.m_srs_process.write_trace_file();
-        return true;
-    }
-
-    /// The slots since the offset are a 32-bit number, with a sign where symbols are made, and without in the view.
-    bool _is_srs_slot(const lib_nr_ul_srs_configure_manager_t& srs, int slot) const
-    {
-        const auto period = static_cast<unsigned int>(srs.get_srs_periodity());
-        const unsigned int since = m_slots_per_frame * m_frame - srs.get_t_offset() + static_cast<unsigned int>(slot);
-        const bool is_ahead = m_mode == k_encode && static_cast<int>(since) < 0;
-        if (period != 0 && (is_ahead || since % period != 0)) {
-            std::cout << (m_mode == k_view ? "" : "_nr_ul_srs_link_process")
-                      << "islot does not satisfy condition!islot = " << slot << " \n"
-                      << std::endl;
-            return false;
-        }
-        if (m_mode == k_view)
-            std::cout << "srs slot : " << slot << std::endl;
         return true;
     }
 

@@ -53,7 +53,7 @@ void lib_nr_prach_resource_manager_t::set_resource_freq_param(const prach_resour
 
 void lib_nr_prach_resource_manager_t::set_resource_time_param(const prach_resource_time_param_t& param)
 {
-    const double start = static_cast<double>(param.start_position) / k_reference_samples_per_ms + param.time_offset_ms;
+    const double start = param.start_position / k_reference_samples_per_ms + param.time_offset_ms;
     double prefix = 0.0;
     if (param.first_row < param.cp_lengths.size() && param.sample_rate_hz > 0.0)
         prefix = param.cp_lengths[param.first_row] * 1000.0 / param.sample_rate_hz;

@@ -71,25 +71,26 @@ const std::vector<lib_nr_deviation_row_t>& lib_nr_deviation_rows()
          "rest",
          "one amplitude serves the whole symbol, and ptrs_power alone lies before the transform", k_level},
         {deviation_t::codebook, "codebook", "TS 38.211 Tables 6.3.1.5-1 to 6.3.1.5-7",
-         "two matrices of two antennas, eight of four antennas and two layers and four of three layers have an "
-         "amplitude of their own, and two of three layers are exchanged",
-         "all have the amplitudes and columns of the tables", "level and phase between ports"},
+         "TPMI 1 and 2 of two layers on two antennas, 14 to 21 of two layers and 3 to 6 of three layers on four "
+         "have amplitudes of their own; TPMI 10 and 11 of one layer on four are exchanged",
+         "all are as in the tables, with 1/2, 1/sqrt 8 and 1/sqrt 12", "level and phase between ports"},
         {deviation_t::interlaces, "interlaces", "TS 38.211 clauses 4.4.4.6 and 6.3.2.2.2, TS 38.214 clause 6.1.2.2.3",
-         "an interlace counts from the first RB of each RB set; a PUSCH leaves out guard bands between its sets and "
-         "its last RB; interlaces follow each other, and the cyclic shifts and cover codes of a PUCCH go by the place "
-         "in that list",
+         "an interlace counts from the first RB of each RB set; a PUSCH leaves out guard bands between its sets "
+         "and its last RB; interlaces follow each other; the cyclic shifts of a PUCCH go by the place in that "
+         "list, its cover codes by the number in the grid",
          "an interlace is the RBs whose number in the grid has its index modulo M, guard bands between the sets "
          "included, all RBs ascending; shifts and codes go by the RB's number within its interlace",
          k_undecoded},
         {deviation_t::pucch1_dmrs_cover, "pucch1_dmrs_cover", "TS 38.211 Table 6.4.1.3.1.1-1",
          "with hopping within the slot the first hop's DMRS code has half of all DMRS symbols",
          "it has those DMRS symbols that lie in the first hop", k_undecoded},
-        {deviation_t::pucch1_scheduling_request, "pucch1_scheduling_request", "TS 38.213 clause 9.2.4",
-         "a positive scheduling request is the symbol of a bit 1", "it is the symbol of a bit 0",
-         "a receiver that reads the bit"},
+        {deviation_t::pucch1_scheduling_request, "pucch1_scheduling_request", "TS 38.213 clauses 9.2.4 and 9.2.5.1",
+         "a positive scheduling request is the symbol of a bit 1, beside HARQ-ACK too",
+         "it is the symbol of a bit 0, beside HARQ-ACK that of HARQ-ACK's bits", "a receiver that reads the bit"},
         {deviation_t::pucch_slot_hopping, "pucch_slot_hopping", "TS 38.213 clause 9.2.6",
          "hopping between slots goes by the slot's number in the map and by its place in the list in the signal",
-         "it goes by the slots since the first of each repetition, gaps counted; a single slot stays on the first hop",
+         "it goes by the slots since the first of each repetition, gaps counted; without repetition all slots stay "
+         "on the first hop",
          k_undecoded},
         {deviation_t::uci_split, "uci_split", "TS 38.212 clause 6.3.1.2.1",
          "6 CRC bits are reckoned with at 11 bits of the first part", "there are none below 12 bits", k_undecoded},
@@ -103,9 +104,9 @@ const std::vector<lib_nr_deviation_row_t>& lib_nr_deviation_rows()
          "where n_shift lies below its start; the amplitude is divided by the root of the ports",
          k_undecoded},
         {deviation_t::prach_place, "prach_place", "TS 38.211 clause 5.3.2 and Table 6.3.3.2-1",
-         "k-bar of length 571 at 480 kHz is 0; a burst of a wider spacing than the carrier's stands at k-bar; the half "
-         "samples of the symbol lengths at 480 and 960 kHz are cut",
-         "k-bar is 2; its place is a fraction of its spacing; the symbols have 68.5 and 34.25 samples of 30.72 MHz",
+         "k-bar of length 571 at 480 kHz on a carrier of 480 kHz is 0; a burst of a wider spacing than the "
+         "carrier's stands at k-bar; at 480 and 960 kHz symbols and prefixes are whole samples of 30.72 MHz",
+         "k-bar is 2; K k_1 + k-bar with K a fraction; symbols have 68.5 and 34.25 samples, prefixes their length",
          k_undecoded},
     };
     return rows;

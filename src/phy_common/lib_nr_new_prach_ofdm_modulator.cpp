@@ -112,7 +112,11 @@ void lib_nr_new_prach_ofdm_modulator_t::cal_current_start_locate(prach_scs_type_
     }
     // The first symbol of each half subframe has 16 samples more, TS 38.211 clause 5.3.1.
     const std::uint64_t extra = symbol == 0 ? 0 : symbol <= 7u << u ? 16 : 32;
-    m_start_position = start_subframe * k_subframe_samples + symbol * (k_symbol_samples >> u) + extra;
+    const std::uint64_t start = start_subframe * k_subframe_samples + extra;
+    const double symbols_before = static_cast<double>(symbol * k_symbol_samples) / (1u << u);
+    m_start_position = static_cast<double>(start) + m_rules.pick(lib_nr_deviation_t::prach_place,
+                                                                 static_cast<double>(symbol * (k_symbol_samples >> u)),
+                                                                 symbols_before);
 }
 
 prach_resource_time_param_t lib_nr_new_prach_ofdm_modulator_t::nr_ul_phy_prach_time_map() const
@@ -150,8 +154,7 @@ bool lib_nr_new_prach_ofdm_modulator_t::add_frame(const grid_t& grid, std::int64
     if (length == 0 || useful == 0)
         return true;
 
-    const double position =
-        std::floor(static_cast<double>(m_start_position) * m_info.sample_rate_hz / k_reference_rate_hz);
+    const double position = std::floor(m_start_position * m_info.sample_rate_hz / k_reference_rate_hz);
     const std::int64_t turned = (static_cast<std::int64_t>(position) + shift % static_cast<std::int64_t>(length)) %
                                 static_cast<std::int64_t>(length);
     const std::size_t begin = static_cast<std::size_t>(turned) + (turned < 0 ? length : 0);
@@ -173,8 +176,9 @@ bool lib_nr_new_prach_ofdm_modulator_t::add_frame(const grid_t& grid, std::int64
             piece.insert(piece.end(), samples.begin(), samples.end());
             if (m_info.frequency_shift_hz != 0.0) {
                 const double turns = m_info.frequency_shift_hz / m_info.sample_rate_hz;
+                const double from = static_cast<double>(since) - m_info.frequency_shift_from;
                 common_lib::lib_common_signal_process_t::deal_mixer(
-                    piece, turns, 2.0 * std::numbers::pi * std::fmod(turns * static_cast<double>(since), 1.0));
+                    piece, turns, 2.0 * std::numbers::pi * std::fmod(turns * from, 1.0));
             }
             piece.resize(std::min(piece.size(), length - since));
             add_circularly(piece, (begin + since) % length, length, frame, available);

@@ -23,6 +23,8 @@ struct prach_ofdm_info_param_t
     double sample_rate_hz = 0.0;
     std::vector<unsigned int> cp_lengths;
     double frequency_shift_hz = 0.0;
+    /// Samples from the burst's start to where the shift has no phase.
+    unsigned int frequency_shift_from = 0;
 };
 
 /// Where a burst lies in its frame.
@@ -30,7 +32,7 @@ struct prach_resource_time_param_t
 {
     double time_offset_ms = 0.0;
     /// Samples at 30.72 MHz.
-    std::uint64_t start_position = 0;
+    double start_position = 0.0;
     /// Row of the PRACH grid that the burst begins with.
     unsigned int first_row = 0;
     /// Samples of one repetition at 30.72 MHz.
@@ -67,7 +69,8 @@ public:
     void cal_start_symbol(prach_config_table_type_t table, unsigned int index, unsigned int n_RA_slot,
                           unsigned int n_RA_t, prach_format_t format);
     /// Position of the burst in its frame, in samples at 30.72 MHz. `subframe` counts up to 30 kHz, `slot`, of 60 kHz,
-    /// from there on. At 480 and 960 kHz the symbols before it count as whole samples.
+    /// from there on. By the own rule the symbols before it count as whole samples at 480 and 960 kHz, and end in half
+    /// and quarter ones otherwise.
     void cal_current_start_locate(prach_scs_type_t scs, unsigned int subframe, unsigned int slot);
     /// Where the burst lies, for the view; the time offset is the caller's.
     prach_resource_time_param_t nr_ul_phy_prach_time_map() const;
@@ -92,7 +95,7 @@ private:
     lib_nr_numerology_type_t m_numerology = LIB_NR_SCS_30K;
     lib_nr_channel_bw_type_t m_bandwidth = LIB_NR_CHANNEL_FR1_100M;
     lib_nr_cyclic_prefix_type_t m_cp_type = LIB_NR_NORMAL_CP;
-    std::uint64_t m_start_position = 0;
+    double m_start_position = 0.0;
     unsigned int m_start_symbol = 0;
     unsigned int m_first_row = 0;
     prach_ofdm_info_param_t m_info;

@@ -142,10 +142,13 @@ public:
     /// N_CS of TS 38.211 Tables 6.3.3.1-5 to 6.3.3.1-7; -1 where the standard has none. Zones above 15 read as 15.
     static int get_prach_ncs(prach_format_t format, prach_lra_type_t lra, prach_restricted_set_type_t restricted_set,
                              unsigned int zero_correlation_zone);
-    /// N_RB_RA and k-bar of TS 38.211 Table 6.3.3.2-1; false where the table has no such row.
+    /// N_RB_RA and k-bar of TS 38.211 Table 6.3.3.2-1 by the own rule; false where the table has no such row.
     static bool get_prach_carrier_combination(prach_lra_type_t lra, prach_scs_type_t scs,
                                               lib_nr_numerology_type_t numerology, unsigned int& rb_number,
                                               unsigned int& k_bar);
+    /// The k-bar of the standard for a row whose own one is `k_bar`.
+    static unsigned int get_standard_k_bar(prach_lra_type_t lra, prach_scs_type_t scs,
+                                           lib_nr_numerology_type_t numerology, unsigned int k_bar);
 
     /// FR1 takes at most 30 kHz, else 15 kHz; FR2 at least 60 kHz, else 60 kHz.
     static void check_scs_and_fr(prach_scs_type_t& scs, lib_nr_channel_bw_type_t bandwidth);

@@ -204,6 +204,13 @@ bool lib_nr_phy_common_t::get_prach_carrier_combination(prach_lra_type_t lra, pr
     return false;
 }
 
+unsigned int lib_nr_phy_common_t::get_standard_k_bar(prach_lra_type_t lra, prach_scs_type_t scs,
+                                                     lib_nr_numerology_type_t numerology, unsigned int k_bar)
+{
+    const bool differs = lra == PRACH_LRA_571 && scs == PRACH_SCS_480K && carrier_khz_of(numerology) == 480;
+    return differs ? 2 : k_bar;
+}
+
 void lib_nr_phy_common_t::check_scs_and_fr(prach_scs_type_t& scs, lib_nr_channel_bw_type_t bandwidth)
 {
     if (get_freq_range_type(bandwidth) == NR_FR1) {

@@ -2,6 +2,7 @@
 
 #include "common/nr_mod_lib_export.h"
 #include "phy_common/lib_nr_crc_calculator.h"
+#include "phy_common/lib_nr_deviation.h"
 
 #include <cstdint>
 
@@ -41,8 +42,9 @@ struct lib_nr_uci_split_t
 /// Splits `e_total` coded bits between HARQ-ACK, SR and CSI part 1, together `part1_bits` bits, and CSI part 2, TS
 /// 38.212 clause 6.3.1.4.1: the first part takes what its code rate, `max_code_rate_x100` hundredths, asks for, in
 /// whole symbols of `modulation_order` bits; the second part the rest. Where one of them has no bits, the first number
-/// is all.
+/// is all. By the own rule 11 bits ask for room for a CRC, which they do not get.
 NR_MOD_LIB_EXPORT lib_nr_uci_split_t split_uci(std::uint64_t part1_bits, std::uint64_t part2_bits, unsigned int e_total,
-                                               unsigned int modulation_order, unsigned int max_code_rate_x100);
+                                               unsigned int modulation_order, unsigned int max_code_rate_x100,
+                                               const lib_nr_rules_t& rules = lib_nr_rules_t());
 
 } // namespace vek::nr_mod_lib

@@ -113,7 +113,7 @@ void lib_nr_ul_phy_prach_process_t::_nr_ul_phy_prach_encode_map()
         common_t::get_prach_first_row(m_preamble.format, m_configuration_table, m_configuration_idx, m_n_RA_t);
     const std::size_t row_number =
         common_t::get_num_ofdm_symbols(m_preamble.format, m_configuration_table, m_configuration_idx);
-    const auto first_column = static_cast<std::size_t>(_get_first_column());
+    const std::size_t first_column = _get_first_column();
     lib_nr_cell_count_t written;
     for (std::size_t row = first_row; row < std::min(first_row + row_number, rows.size()); ++row) {
         const std::size_t room = rows[row].size() - std::min(rows[row].size(), first_column);
@@ -137,16 +137,16 @@ bool lib_nr_ul_phy_prach_process_t::nr_ul_phy_prach_re_map(lib_nr_remap_mode_t m
 void lib_nr_ul_phy_prach_process_t::_nr_ul_phy_prach_freq_map()
 {
     _get_prach_general_ofdm_info(grid().get_prach_ofdm_info());
-    const auto first = static_cast<double>(_get_first_column());
+    const double first = _get_first_subcarrier();
     const double last = first + static_cast<double>(m_preamble.lra);
     grid().set_resource_freq_param({first * _get_scs_hz() + m_point_a_hz, last * _get_scs_hz() + m_point_a_hz});
 }
 
 double lib_nr_ul_phy_prach_process_t::_get_scs_hz() const { return static_cast<double>(m_prach_scs); }
 
-/// Of the preamble, in PRACH subcarriers, TS 38.211 clause 5.3.2. A preamble of a wider spacing than the carrier's
-/// stands at k-bar, wherever its first RB lies.
-std::int64_t lib_nr_ul_phy_prach_process_t::_get_first_column() const
+/// Of the preamble, from the grid's lower edge in PRACH subcarriers, K k_1 + k-bar of TS 38.211 clause 5.3.2. By the
+/// own rule a preamble of a wider spacing than the carrier's stands at k-bar, wherever its first RB lies.
+double lib_nr_ul_phy_prach_process_t::_get_first_subcarrier() const
 {
     unsigned int rb_number = 0;
     unsigned int k_bar = 0;
@@ -155,7 +155,25 @@ std::int64_t lib_nr_ul_phy_prach_process_t::_get_first_column() const
                                 common_t::get_freq_range_type(m_bandwidth) == NR_FR1;
     const std::int64_t occasion = is_wide_in_fr1 ? 0 : std::int64_t{m_n_RA_f} * rb_number;
     const std::int64_t rb = std::int64_t{m_n_RA_start} + m_rb_offset + occasion;
-    return k_bar + rb * (m_carrier_scs_hz / m_prach_scs) * k_subcarriers_per_rb;
+    const std::int64_t own = k_bar + rb * (m_carrier_scs_hz / m_prach_scs) * k_subcarriers_per_rb;
+    const unsigned int standard_k_bar = common_t::get_standard_k_bar(m_preamble.lra, m_prach_scs, m_numerology, k_bar);
+    const double standard =
+        standard_k_bar + static_cast<double>(rb * k_subcarriers_per_rb * m_carrier_scs_hz) / _get_scs_hz();
+    return m_rules.pick(lib_nr_deviation_t::prach_place, static_cast<double>(own), standard);
+}
+
+/// By which the modulator has to move a row whose columns lie round its middle: an odd number of them, and by the
+/// standard a place between two, do not fall on its own subcarriers.
+double lib_nr_ul_phy_prach_process_t::_get_frequency_shift(unsigned int columns) const
+{
+    const unsigned int columns_per_subcarrier = m_carrier_scs_hz / m_prach_scs;
+    const double beyond =
+        columns + 1.0 - static_cast<double>(m_max_rb_number * columns_per_subcarrier * k_subcarriers_per_rb);
+    const double own = columns % 2 == 0 ? 0.0 : std::trunc(beyond * _get_scs_hz() * 0.5);
+    const double middle = 0.5 * m_max_rb_number * k_subcarriers_per_rb * m_carrier_scs_hz / _get_scs_hz();
+    const double place = _get_first_subcarrier();
+    const double standard = (place - std::floor(place) + (columns + 1) / 2 - middle) * _get_scs_hz();
+    return m_rules.pick(lib_nr_deviation_t::prach_place, own, standard);
 }
 
 unsigned int lib_nr_ul_phy_prach_process_t::_scaled(double samples) const
@@ -174,25 +192,24 @@ void lib_nr_ul_phy_prach_process_t::_get_prach_general_ofdm_info(prach_ofdm_info
     info.fft_length = common_lib::bounded_cast<unsigned int>(m_sample_rate_hz / _get_scs_hz());
 
     info.cp_lengths.clear();
-    for (const unsigned int samples : _get_prefixes(rows))
+    for (const double samples : _get_prefixes(rows))
         info.cp_lengths.push_back(_scaled(samples));
-
-    const unsigned int columns_per_subcarrier = m_carrier_scs_hz / m_prach_scs;
-    const double beyond =
-        columns + 1.0 - static_cast<double>(m_max_rb_number * columns_per_subcarrier * k_subcarriers_per_rb);
-    info.frequency_shift_hz = columns % 2 == 0 ? 0.0 : std::trunc(beyond * _get_scs_hz() * 0.5);
+    info.frequency_shift_hz = _get_frequency_shift(columns);
+    info.frequency_shift_from = 0;
+    if (info.frequency_shift_hz != 0.0)
+        info.frequency_shift_from = m_rules.pick(lib_nr_deviation_t::prach_place, 0u, _scaled(_get_prefix(m_n_RA_t)));
 }
 
 /// Samples at 30.72 MHz in front of each row of the grid.
-std::vector<unsigned int> lib_nr_ul_phy_prach_process_t::_get_prefixes(unsigned int rows) const
+std::vector<double> lib_nr_ul_phy_prach_process_t::_get_prefixes(unsigned int rows) const
 {
-    std::vector<unsigned int> prefixes(rows);
+    std::vector<double> prefixes(rows);
     const prach_format_t format = m_preamble.format;
     if (is_long_prach_format(format)) {
-        prefixes.front() = common_t::get_prach_prefix(format);
+        prefixes.front() = _get_prefix(0);
         return prefixes;
     }
-    const auto useful = static_cast<unsigned int>(k_reference_rate_hz / _get_scs_hz());
+    const double useful = k_reference_rate_hz / _get_scs_hz();
     configuration_table_t row;
     common_t::get_variables_from_configTable(m_configuration_table, m_configuration_idx, row, m_n_RA_t);
     for (unsigned int occasion = 0; occasion < std::max(row.occasions_per_slot, m_n_RA_t + 1); ++occasion) {
@@ -200,14 +217,24 @@ std::vector<unsigned int> lib_nr_ul_phy_prach_process_t::_get_prefixes(unsigned 
             common_t::get_prach_first_row(format, m_configuration_table, m_configuration_idx, occasion);
         if (first >= rows)
             break;
-        unsigned int prefix = common_t::get_prach_prefix(format) * useful / 2048;
-        prefix += 16 * _get_half_subframes_within(occasion);
+        double prefix = _get_prefix(occasion);
         // C2 has a prefix as long as a row: the grid's extra row is the greater part of it.
         if (format == prach_format_C2 && prefix >= useful)
             prefix -= useful;
         prefixes[first] = prefix;
     }
     return prefixes;
+}
+
+/// N_CP of an occasion, in samples at 30.72 MHz, which the own rule cuts to whole ones.
+double lib_nr_ul_phy_prach_process_t::_get_prefix(unsigned int occasion) const
+{
+    const double kappas = common_t::get_prach_prefix(m_preamble.format);
+    if (is_long_prach_format(m_preamble.format))
+        return kappas;
+    const double exact = kappas / 2048.0 * (k_reference_rate_hz / _get_scs_hz());
+    return m_rules.pick(lib_nr_deviation_t::prach_place, std::floor(exact), exact) +
+           16 * _get_half_subframes_within(occasion);
 }
 
 /// How often a subframe's start or middle falls into an occasion, each of which adds 16 samples to its prefix.

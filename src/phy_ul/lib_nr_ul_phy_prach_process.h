@@ -35,9 +35,12 @@ private:
     bool _nr_ul_phy_prach_sequence_gen();
     void _nr_ul_phy_prach_encode_map();
     void _nr_ul_phy_prach_freq_map();
-    std::int64_t _get_first_column() const;
+    double _get_first_subcarrier() const;
+    std::size_t _get_first_column() const { return static_cast<std::size_t>(_get_first_subcarrier()); }
+    double _get_frequency_shift(unsigned int columns) const;
     void _get_prach_general_ofdm_info(prach_ofdm_info_param_t& info) const;
-    std::vector<unsigned int> _get_prefixes(unsigned int rows) const;
+    std::vector<double> _get_prefixes(unsigned int rows) const;
+    double _get_prefix(unsigned int occasion) const;
     unsigned int _get_half_subframes_within(unsigned int occasion) const;
     double _get_scs_hz() const;
     unsigned int _scaled(double samples) const;

@@ -44,7 +44,8 @@ void lib_nr_ul_phy_pre_coding_t::_updata_precoding_matrix(unsigned int layers)
         std::cout << "lib_nr_ul_phy_pre_coding_t::_updata_precoding_matrix : Error antenna number" << std::endl;
         return;
     }
-    m_matrix = (*table)[m_tpmi_index < table->size() ? m_tpmi_index : 0];
+    const std::size_t row = m_tpmi_index < table->size() ? m_tpmi_index : 0;
+    m_matrix = m_rules.pick(lib_nr_deviation_t::codebook, (*table)[row], standard_precoding_matrix(*table, row));
 }
 
 void lib_nr_ul_phy_pre_coding_t::_ul_phy_pusch_pre_coding(const streams_t& in, streams_t& out)

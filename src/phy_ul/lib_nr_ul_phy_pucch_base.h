@@ -85,6 +85,8 @@ protected:
     /// The RBs of the carrier that an interlaced PUCCH takes, none for another. False and a printed line where there
     /// are too few, or both interlaces are the same.
     bool _get_interlace_position(std::vector<unsigned short>& out) const;
+    /// n_IRB, the number of an RB within its interlace, which counts from the start of the BWP.
+    unsigned int _get_number_in_interlace(unsigned int rb) const;
     /// RBs of the resource; where an interlace fails, a printed line and those of a PUCCH without one.
     unsigned int _get_rb_num() const;
 
@@ -125,6 +127,7 @@ private:
     bool _append_interlace(unsigned int interlace, unsigned int rb_number_setting, unsigned int first,
                            unsigned int last, std::vector<unsigned short>& out) const;
     unsigned int _get_first_rb(bool is_second_hop) const;
+    bool _is_slot_moved(std::size_t place, bool own) const;
     std::vector<lib_nr_resource_run_t> _list_runs(unsigned int slot, unsigned int row, bool is_slot_moved,
                                                   const std::vector<unsigned short>& positions) const;
     bool _mark(const std::vector<unsigned int>& slots, unsigned int first_row, unsigned int row_count,

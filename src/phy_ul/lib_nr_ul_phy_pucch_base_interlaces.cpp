@@ -3,6 +3,7 @@
 #include "manager/lib_nr_carrier_configure_manager.h"
 #include "phy_common/lib_nr_interlace.h"
 
+#include <algorithm>
 #include <iostream>
 
 // The RBs of a PUCCH: interlaces, and how many there are.
@@ -60,8 +61,19 @@ bool lib_nr_ul_phy_pucch_base_t::_get_interlace_position(std::vector<unsigned sh
     }
     if (!_append_interlace(m_pucch->get_interlace0(), m_pucch->get_pucch_interlace0(), first, last, out))
         return false;
-    return interlace1 < 0 ||
-           _append_interlace(static_cast<unsigned int>(interlace1), m_pucch->get_pucch_interlace1(), first, last, out);
+    if (interlace1 < 0)
+        return true;
+    const bool is_found =
+        _append_interlace(static_cast<unsigned int>(interlace1), m_pucch->get_pucch_interlace1(), first, last, out);
+    std::vector<unsigned short> ascending = out;
+    std::sort(ascending.begin(), ascending.end());
+    out = m_rules.pick(lib_nr_deviation_t::interlaces, out, ascending);
+    return is_found;
+}
+
+unsigned int lib_nr_ul_phy_pucch_base_t::_get_number_in_interlace(unsigned int rb) const
+{
+    return (rb - _bwp().get_rb_offset()) / get_interlace_number(_bwp().get_numerology());
 }
 
 bool lib_nr_ul_phy_pucch_base_t::_append_interlace(unsigned int interlace, unsigned int rb_number_setting,
@@ -69,8 +81,10 @@ bool lib_nr_ul_phy_pucch_base_t::_append_interlace(unsigned int interlace, unsig
                                                    std::vector<unsigned short>& out) const
 {
     const unsigned int step = get_interlace_number(_bwp().get_numerology());
+    const unsigned int start =
+        m_rules.pick(lib_nr_deviation_t::interlaces, interlace, (interlace + step - first % step) % step);
     std::size_t count = 0;
-    for (unsigned int rb = first + interlace; rb <= last && count < k_most_interlace; rb += step, ++count)
+    for (unsigned int rb = first + start; rb <= last && count < k_most_interlace; rb += step, ++count)
         out.push_back(static_cast<unsigned short>(rb));
     if (count < k_least_interlace) {
         std::cerr << " Cannot assign 10 RBs for interleaving " << std::endl;

@@ -5,6 +5,7 @@
 #include "phy/lib_nr_resource_manager.h"
 #include "phy_common/lib_nr_phy_common.h"
 
+#include <algorithm>
 #include <iostream>
 #include <stdexcept>
 
@@ -16,6 +17,19 @@ namespace vek::nr_mod_lib
 unsigned int lib_nr_ul_phy_pucch_base_t::_get_first_rb(bool is_second_hop) const
 {
     return _bwp().get_rb_offset() + (is_second_hop ? m_pucch->get_second_hop_prb() : m_pucch->get_rb_offset());
+}
+
+/// Whether hopping between slots has an allocated slot in the second hop, by its place in the list. The own side is
+/// the number of the slot in the resource map, and the place in the signal; the standard counts the slots since the
+/// first of each repetition, TS 38.213 clause 9.2.6.
+bool lib_nr_ul_phy_pucch_base_t::_is_slot_moved(std::size_t place, bool own) const
+{
+    if (!m_pucch->get_inter_slot_frequency_hopping() || m_pucch->get_use_interlace_pucch())
+        return false;
+    const std::vector<unsigned int>& slots = m_pucch->get_allocated_slots();
+    const std::size_t repetitions = std::max(m_pucch->get_number_of_slots_for_pucch_repetition(), 1u);
+    const unsigned int first = slots.at(place - place % repetitions);
+    return m_rules.pick(lib_nr_deviation_t::pucch_slot_hopping, own, (slots[place] - first) % 2 == 1);
 }
 
 /// The cells of a row of the slot: RB by RB on an interlace, in one piece otherwise.
@@ -44,8 +58,7 @@ bool lib_nr_ul_phy_pucch_base_t::_deal_physical_resource_mapping(const slots_t& 
     lib_nr_cell_count_t added;
     for (std::size_t i = 0; i < slots.size(); ++i) {
         const unsigned int slot = m_pucch->get_allocated_slots().at(i);
-        // By the place in the list, where the resource map goes by the number of the slot.
-        const bool is_slot_moved = m_pucch->get_inter_slot_frequency_hopping() && i % 2 == 1;
+        const bool is_slot_moved = _is_slot_moved(i, i % 2 == 1);
         for (unsigned int row = 0; row < slots[i].size(); ++row)
             added += lib_nr_channel_resource_manager_t::get_inst().add_stream(
                 _list_runs(slot, row, is_slot_moved, positions), slots[i][row], amplitude, grid);
@@ -72,11 +85,11 @@ bool lib_nr_ul_phy_pucch_base_t::_deal_physical_resource_mapping_for_ui(lib_nr_c
     }
     if (m_pucch->get_inter_slot_frequency_hopping()) {
         constexpr auto k_conflict = "error: pucch inter_slot_hopping resource mapping for ui conflict";
-        std::array<std::vector<unsigned int>, 2> slots_by_parity;
-        for (const unsigned int slot : slots)
-            slots_by_parity[slot % 2].push_back(slot);
-        const bool is_even_free = _mark(slots_by_parity[0], 0, rows, false, k_conflict, grid);
-        return _mark(slots_by_parity[1], 0, rows, true, k_conflict, grid) && is_even_free;
+        std::array<std::vector<unsigned int>, 2> slots_by_hop;
+        for (std::size_t i = 0; i < slots.size(); ++i)
+            slots_by_hop[_is_slot_moved(i, slots[i] % 2 == 1) ? 1 : 0].push_back(slots[i]);
+        const bool is_first_free = _mark(slots_by_hop[0], 0, rows, false, k_conflict, grid);
+        return _mark(slots_by_hop[1], 0, rows, true, k_conflict, grid) && is_first_free;
     }
     return _mark(slots, 0, rows, false, "error: pucch resource mapping for ui conflict", grid);
 }

@@ -62,7 +62,7 @@ lib_nr_ul_phy_pucch_base_t::uci_size_t lib_nr_ul_phy_pucch_base_t::_get_uci_size
 lib_nr_uci_split_t lib_nr_ul_phy_pucch_base_t::_split(unsigned int e_total, unsigned int qm) const
 {
     const uci_size_t size = m_pucch->get_uci_content() ? _get_uci_size() : uci_size_t{};
-    return split_uci(size.first, size.second, e_total, qm, m_pucch->get_max_code_rate());
+    return split_uci(size.first, size.second, e_total, qm, m_pucch->get_max_code_rate(), m_rules);
 }
 
 void lib_nr_ul_phy_pucch_base_t::_get_uci_info(unsigned int& e_total, unsigned int& e_uci1, unsigned int& e_uci2) const

@@ -41,9 +41,15 @@ void lib_nr_ul_phy_pucch_format0_process_t::_generate_one_slot_sequence(slot_row
     const bool is_interlaced = m_pucch->get_use_interlace_pucch();
     const unsigned int row_count = m_pucch->get_symbol_num();
     const unsigned int rb_count = is_interlaced ? _get_rb_num() : 1;
+    std::vector<unsigned short> interlaced_rbs;
+    _get_interlace_position(interlaced_rbs);
     rows.assign(row_count, {});
     for (unsigned int n = 0; n < rb_count; ++n) {
-        const lib_nr_pucch_low_papr_seq_param_t param = _get_sequence_param(slot, k_shift_of_next_rb * n);
+        const unsigned int number =
+            n < interlaced_rbs.size()
+                ? m_rules.pick(lib_nr_deviation_t::interlaces, n, _get_number_in_interlace(interlaced_rbs[n]))
+                : n;
+        const lib_nr_pucch_low_papr_seq_param_t param = _get_sequence_param(slot, k_shift_of_next_rb * number);
         for (unsigned int l = 0; l < row_count; ++l) {
             const std::size_t hop = !is_interlaced && _is_second_hop(l, row_count) ? 1 : 0;
             lib_nr_low_papr_sequence1::generate_low_papr_sequence_1(

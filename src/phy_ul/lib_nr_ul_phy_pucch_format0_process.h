@@ -25,7 +25,8 @@ protected:
     virtual unsigned int _get_mcs_value(const std::vector<unsigned char>& bits, const bool& sr) const;
 
     /// The symbols of a slot. An interlaced PUCCH shifts each resource block by 5 twelfths of a turn more than the one
-    /// before it, TS 38.211 clause 6.3.2.2.2, and does not hop.
+    /// before it in its interlace, TS 38.211 clause 6.3.2.2.2, by the own rule than the one before it in the list of
+    /// all, and does not hop.
     void _generate_one_slot_sequence(slot_rows_t& rows, unsigned int slot) const;
     /// HARQ-ACK bits, none where SR is all that is told, and whether SR is positive.
     void _get_harq_ack_and_sr(std::vector<unsigned char>& bits, bool& sr, unsigned int slot) const;

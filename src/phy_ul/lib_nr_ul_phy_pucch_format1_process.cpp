@@ -17,12 +17,9 @@ namespace
 constexpr unsigned int k_longest_sequence = 7;
 constexpr double k_half_power = 1.0 / std::numbers::sqrt2;
 
-/// The point of a slot. A positive SR sends that of bits 1, whatever the bits; TS 38.213 clause 9.2.4 has 0 there.
-std::complex<double> modulated(const std::vector<unsigned char>& bits, bool sr)
+std::complex<double> modulated(const std::vector<unsigned char>& bits)
 {
     const auto sign = [](unsigned char bit) { return bit == 0 ? k_half_power : -k_half_power; };
-    if (sr)
-        return {-k_half_power, -k_half_power};
     if (bits.size() == 1)
         return {sign(bits[0]), sign(bits[0])};
     if (bits.size() == 2)
@@ -44,13 +41,24 @@ void lib_nr_ul_phy_pucch_format1_process_t::_generate_multi_slot_sequence(slots_
         std::vector<unsigned char> bits;
         bool sr = false;
         _get_harq_ack_and_sr(bits, sr, slot);
-        const std::complex<double> d = modulated(bits, sr);
+        if (sr)
+            bits = _get_bits_of_scheduling_request(bits);
+        const std::complex<double> d = modulated(bits);
         slot_rows_t& rows = slots.emplace_back();
         _generate_one_slot_sequence(rows, slot);
         for (std::size_t l = 0; l < rows.size(); ++l)
             multiply_row(rows[l], l % 2 == 0 ? _get_dmrs_amplitude() : d);
         _deal_block_wise_spread(rows);
     }
+}
+
+/// What a positive SR sends: by the own rule the bit 1, whatever HARQ-ACK says. TS 38.213 clauses 9.2.4 and 9.2.5.1
+/// have the bit 0 where nothing else is told; where HARQ-ACK is, the resource alone tells of the SR.
+std::vector<unsigned char>
+lib_nr_ul_phy_pucch_format1_process_t::_get_bits_of_scheduling_request(const std::vector<unsigned char>& harq_ack) const
+{
+    return m_rules.pick(lib_nr_deviation_t::pucch1_scheduling_request, std::vector<unsigned char>{1},
+                        harq_ack.empty() ? std::vector<unsigned char>{0} : harq_ack);
 }
 
 unsigned int lib_nr_ul_phy_pucch_format1_process_t::_get_mcs_value(const std::vector<unsigned char>& /*bits*/,
@@ -73,8 +81,8 @@ lib_nr_ul_phy_pucch_base_t::symbol_row_t lib_nr_ul_phy_pucch_format1_process_t::
     return sequence;
 }
 
-/// With intra-slot hopping the shorter half of the DMRS comes first, as that of the data does; TS 38.211 Table
-/// 6.4.1.3.1-1 has them the other way round for 6, 10 and 14 symbols.
+/// With intra-slot hopping TS 38.211 Table 6.4.1.3.1.1-1 gives a hop's sequence the DMRS symbols that lie in the hop;
+/// the own rule begins with the shorter half, as that of the data does, which differs for 6, 10 and 14 symbols.
 void lib_nr_ul_phy_pucch_format1_process_t::_deal_block_wise_spread(slot_rows_t& rows) const
 {
     const auto sequence_of = [&](unsigned int length, unsigned int first_length) {
@@ -87,7 +95,9 @@ void lib_nr_ul_phy_pucch_format1_process_t::_deal_block_wise_spread(slot_rows_t&
     const unsigned int data_count = row_count / 2;
     const unsigned int dmrs_count = row_count - data_count;
     const bool has_two_hops = row_count > 2 && m_pucch->get_intra_slot_frequency_hopping();
-    const symbol_row_t dmrs = sequence_of(dmrs_count, has_two_hops ? dmrs_count / 2 : 0);
+    const symbol_row_t dmrs =
+        m_rules.pick(lib_nr_deviation_t::pucch1_dmrs_cover, sequence_of(dmrs_count, has_two_hops ? dmrs_count / 2 : 0),
+                     sequence_of(dmrs_count, has_two_hops ? (data_count + 1) / 2 : 0));
     const symbol_row_t data = sequence_of(data_count, has_two_hops ? row_count / 4 : 0);
     for (std::size_t l = 0; l < rows.size(); ++l)
         multiply_row(rows[l], (l % 2 == 0 ? dmrs : data)[l / 2]);

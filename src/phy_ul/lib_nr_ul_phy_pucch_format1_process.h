@@ -19,6 +19,7 @@ protected:
 private:
     /// Sequence `index` of length n, TS 38.211 Table 6.3.2.4.1-2.
     static symbol_row_t _get_spread_sequence(unsigned int n, unsigned int index);
+    std::vector<unsigned char> _get_bits_of_scheduling_request(const std::vector<unsigned char>& harq_ack) const;
     void _deal_block_wise_spread(slot_rows_t& rows) const;
 };
 

@@ -120,6 +120,8 @@ void lib_nr_ul_phy_pucch_format2_process_t::_generate_uci_data(slot_rows_t& rows
             _deal_coding(parts[i], coded, i == 1, _get_modulation_order());
     else
         coded = parts.front();
+    if (parts.size() == 2)
+        _deal_multiplexing(coded, _get_e_uci(false, _get_modulation_order()));
     bits_t scrambled;
     _deal_scrambling(coded, scrambled);
     _deal_modulation(scrambled, rows);
@@ -276,9 +278,11 @@ std::vector<unsigned short> lib_nr_ul_phy_pucch_format2_process_t::_get_dmrs_rbs
     if (!rbs.empty())
         return rbs;
     const bool is_second = _is_second_hop(row, m_pucch->get_symbol_num());
+    const unsigned int in_bwp = is_second ? m_pucch->get_second_hop_prb() : m_pucch->get_rb_offset();
+    const unsigned int first =
+        m_rules.pick(lib_nr_deviation_t::dmrs_reference, in_bwp, _bwp().get_rb_offset() + in_bwp);
     rbs.resize(m_pucch->get_rb_num());
-    std::iota(rbs.begin(), rbs.end(),
-              static_cast<unsigned short>(is_second ? m_pucch->get_second_hop_prb() : m_pucch->get_rb_offset()));
+    std::iota(rbs.begin(), rbs.end(), static_cast<unsigned short>(first));
     return rbs;
 }
 
@@ -301,11 +305,23 @@ void lib_nr_ul_phy_pucch_format2_process_t::_deal_spreading(const symbol_row_t& 
     _get_interlace_position(positions);
     out.clear();
     out.reserve(in.size() * length);
+    unsigned int row = 0;
     for (std::size_t i = 0; i < in.size(); ++i) {
-        const unsigned int row = (positions.at(i / block) + m_pucch->get_occ_index()) % length;
+        if (i % block == 0)
+            row = _get_spreading_row(positions.at(i / block));
         for (unsigned int m = 0; m < length; ++m)
             out.push_back(spreading_factor(length, row, m) * in[i]);
     }
+}
+
+/// The orthogonal sequence of an RB: n of TS 38.211 clause 6.3.2.5A goes by the number of the RB in its interlace, by
+/// the own rule by that in the grid.
+unsigned int lib_nr_ul_phy_pucch_format2_process_t::_get_spreading_row(unsigned int rb) const
+{
+    const unsigned int index = m_pucch->get_occ_index();
+    const unsigned int length = m_pucch->get_occ_length();
+    return m_rules.pick(lib_nr_deviation_t::interlaces, (rb + index) % length,
+                        (_get_number_in_interlace(rb) + index) % length);
 }
 
 } // namespace vek::nr_mod_lib

@@ -15,8 +15,8 @@ namespace vek::nr_mod_lib
 struct lib_nr_ul_pucch_payload_t;
 
 /// Generates PUCCH format 2, TS 38.211 clause 6.3.2.5 with its DMRS of clause 6.4.1.3.2, and holds the chain from UCI
-/// fields to scrambled bits, TS 38.212 clause 6.3.1, for formats 3 and 4 too. The DMRS sequence of an interlaced PUCCH
-/// counts from RB 0 of the carrier, that of another from the first RB of its BWP.
+/// fields to scrambled bits, TS 38.212 clause 6.3.1, for formats 3 and 4 too. The DMRS sequence counts from RB 0 of the
+/// carrier, by the own rule that of a PUCCH without interlaces from the first RB of its BWP.
 class NR_MOD_LIB_EXPORT lib_nr_ul_phy_pucch_format2_process_t : public lib_nr_ul_phy_pucch_base_t
 {
 public:
@@ -34,6 +34,8 @@ protected:
     /// Modulates, and deals the symbols out to the data rows of a slot in equal runs.
     virtual void _deal_modulation(const bits_t& bits, slot_rows_t& rows) const;
     virtual void _generate_one_slot_sequence(slot_rows_t& rows, unsigned int slot);
+    /// Brings the coded bits of two parts, `e_uci1` of the first ahead of the others, into their order in the slot.
+    virtual void _deal_multiplexing(bits_t& /*coded*/, unsigned int /*e_uci1*/) const {}
 
     void _generate_uci_data(slot_rows_t& rows, unsigned int slot);
     static void _modulate(lib_nr_modulation_type_t type, const bits_t& bits, unsigned int row_number,
@@ -58,6 +60,7 @@ private:
     void _deal_scrambling(const bits_t& in, bits_t& out) const;
     void _deal_spreading(symbol_row_t& data_row, symbol_row_t& dmrs_row) const;
     void _deal_spreading(const symbol_row_t& in, symbol_row_t& out, unsigned int block) const;
+    unsigned int _get_spreading_row(unsigned int rb) const;
 
     // State of each field's stream of bits, which runs on from slot to slot.
     std::uint32_t m_harq_ack_seed = 0;

@@ -6,6 +6,7 @@
 #include "phy_ul/lib_nr_low_papr_sequence1.h"
 #include "phy_ul/lib_nr_low_papr_sequence2.h"
 
+#include <algorithm>
 #include <array>
 #include <stdexcept>
 #include <utility>
@@ -46,6 +47,61 @@ void lib_nr_ul_phy_pucch_format3_process_t::_deal_modulation(const bits_t& bits,
 {
     _modulate(m_pucch->get_pi_2_bpsk() ? LIB_NR_MODULATION_HALF_PI_BPSK : LIB_NR_MODULATION_QPSK, bits,
               m_pucch->get_symbol_num() - _get_dmrs_symbol_num(), rows);
+}
+
+void lib_nr_ul_phy_pucch_format3_process_t::_deal_multiplexing(bits_t& coded, unsigned int e_uci1) const
+{
+    coded = m_rules.pick(lib_nr_deviation_t::uci_multiplexing, coded, _multiplexed(coded, e_uci1));
+}
+
+/// TS 38.212 clause 6.3.1.6: in each symbol what it has of the first part, then the second.
+lib_nr_ul_phy_pucch_format3_process_t::bits_t
+lib_nr_ul_phy_pucch_format3_process_t::_multiplexed(const bits_t& coded, unsigned int e_uci1) const
+{
+    const unsigned int qm = _get_modulation_order();
+    const std::size_t symbols = m_pucch->get_symbol_num() - _get_dmrs_symbol_num();
+    const std::size_t per_symbol = coded.size() / qm / symbols;
+    auto first = coded.begin();
+    auto second = coded.begin() + static_cast<std::ptrdiff_t>(e_uci1);
+    bits_t mixed;
+    mixed.reserve(coded.size());
+    for (const std::size_t points : _get_points_of_first_part(e_uci1 / qm, per_symbol)) {
+        const auto take = [&](auto& from, std::size_t number) {
+            const auto end = from + static_cast<std::ptrdiff_t>(number * qm);
+            mixed.insert(mixed.end(), from, end);
+            from = end;
+        };
+        take(first, points);
+        take(second, per_symbol - points);
+    }
+    return mixed;
+}
+
+/// How many points of each data symbol the first part has: all in the symbols next to a DMRS, then in those one
+/// further away, and so on; the last ones that it comes to share what is left evenly, the earlier ones one more.
+std::vector<std::size_t> lib_nr_ul_phy_pucch_format3_process_t::_get_points_of_first_part(std::size_t points,
+                                                                                          std::size_t per_symbol) const
+{
+    const std::vector<unsigned int>& dmrs = _get_dmrs_symbol_postion();
+    std::vector<unsigned int> distances; // to the nearest DMRS
+    for (unsigned int symbol = 0; symbol < m_pucch->get_symbol_num(); ++symbol) {
+        unsigned int least = m_pucch->get_symbol_num();
+        for (const unsigned int position : dmrs)
+            least = std::min(least, position > symbol ? position - symbol : symbol - position);
+        if (least > 0)
+            distances.push_back(least);
+    }
+    std::vector<std::size_t> shares(distances.size());
+    for (unsigned int distance = 1; points > 0 && distance < m_pucch->get_symbol_num(); ++distance) {
+        const auto ring = static_cast<std::size_t>(std::count(distances.begin(), distances.end(), distance));
+        const std::size_t in_ring = std::min(points, ring * per_symbol);
+        points -= in_ring;
+        std::size_t place = 0;
+        for (std::size_t i = 0; i < shares.size(); ++i)
+            if (distances[i] == distance)
+                shares[i] = in_ring / ring + (place++ < in_ring % ring ? 1 : 0);
+    }
+    return shares;
 }
 
 void lib_nr_ul_phy_pucch_format3_process_t::_generate_one_slot_sequence(slot_rows_t& rows, unsigned int slot)

@@ -15,6 +15,8 @@ protected:
     unsigned int _get_modulation_order() const override;
     void _deal_modulation(const bits_t& bits, slot_rows_t& rows) const override;
     void _generate_one_slot_sequence(slot_rows_t& rows, unsigned int slot) override;
+    /// By the own rule the second part follows behind the first.
+    void _deal_multiplexing(bits_t& coded, unsigned int e_uci1) const override;
     /// The part of the DMRS's cyclic shift that its orthogonal sequence gives; 0 where it is not interlaced.
     virtual unsigned int _get_m0() const;
 
@@ -22,6 +24,8 @@ protected:
     unsigned int _get_m0_of_occ() const;
 
 private:
+    std::vector<std::size_t> _get_points_of_first_part(std::size_t points, std::size_t per_symbol) const;
+    bits_t _multiplexed(const bits_t& coded, unsigned int e_uci1) const;
     void _generate_dmrs_data(slot_rows_t& rows, unsigned int slot) const;
     void _deal_block_wish_spreading(symbol_row_t& row) const;
 };

@@ -1,5 +1,6 @@
 #include "phy_ul/lib_nr_ul_phy_pusch_process.h"
 
+#include "common/lib_common_math.h"
 #include "manager/lib_nr_waveform_configure_manager.h"
 #include "phy_common/lib_nr_interlace.h"
 #include "phy_common/lib_nr_mcs.h"
@@ -52,12 +53,12 @@ void merge_samples(const std::complex<double>* data, const std::complex<double>*
 
 /// The way back.
 void part_samples(const std::vector<std::complex<double>>& symbol, const std::vector<unsigned int>& positions,
-                  std::complex<double>* data, std::complex<double>* samples)
+                  double sample_amplitude, std::complex<double>* data, std::complex<double>* samples)
 {
     std::size_t first = 0;
     for (const std::size_t position : positions) {
         data = std::copy_n(symbol.data() + first, position - first, data);
-        *samples++ = symbol[position];
+        *samples++ = sample_amplitude * symbol[position];
         first = position + 1;
     }
     std::copy_n(symbol.data() + first, symbol.size() - first, data);
@@ -242,9 +243,13 @@ void lib_nr_ul_phy_pusch_process_t::_ul_phy_pusch_transfer_precoding()
             next_data += length;
             continue;
         }
-        merge_samples(next_data, next_sample, _amplitude_of(m_ptrs_power), samples, block);
+        // The boosting of the channel: the rest of the symbol gets it where it is written.
+        const double before = m_rules.pick(lib_nr_deviation_t::dft_ptrs_power, _amplitude_of(m_ptrs_power),
+                                           common_lib::lib_common_math_t::db_value_to_amplitude_ratio(m_ptrs_power));
+        const double behind = m_rules.pick(lib_nr_deviation_t::dft_ptrs_power, 1.0, _amplitude_of(0.0));
+        merge_samples(next_data, next_sample, before, samples, block);
         deal_transform_precoding(block.data(), length);
-        part_samples(block, samples, next_data, next_sample);
+        part_samples(block, samples, behind, next_data, next_sample);
         next_data += length - samples.size();
         next_sample += samples.size();
     }
@@ -259,9 +264,15 @@ void lib_nr_ul_phy_pusch_process_t::_phy_sch_dmrs_time_domain_allocation(std::ve
         return;
     }
     const bool is_type_b = m_mapping_type == LIB_NR_DMRS_MAPPING_TYPEB;
-    _list_dmrs_symbols(get_pusch_dmrs_position_row(_is_double_symbol(), is_type_b, m_dmrs_additional_position,
-                                                   is_type_b ? m_symbol_num : m_first_symbol + m_symbol_num),
-                       symbols);
+    const auto row_at = [&](unsigned int length) {
+        return get_pusch_dmrs_position_row(_is_double_symbol(), is_type_b, m_dmrs_additional_position, length);
+    };
+    // The shortest length that has a DMRS by the standard has none by the own rule, and is like the next one.
+    const unsigned int length = is_type_b ? m_symbol_num : m_first_symbol + m_symbol_num;
+    const bool is_shortest = !_is_double_symbol() && length == (is_type_b ? 1 : 4);
+    _list_dmrs_symbols(
+        m_rules.pick(lib_nr_deviation_t::pusch_short_dmrs, row_at(length), row_at(is_shortest ? length + 1 : length)),
+        symbols);
 }
 
 /// TS 38.211 Table 6.4.1.1.3-6. The list is not in the order of time, which nothing asks for: the first symbol of each
@@ -307,19 +318,48 @@ void lib_nr_ul_phy_pusch_process_t::_phy_sch_rb_index()
     }
 }
 
-/// TS 38.214 clause 6.1.2.2.3, in the order of the interlaces. RB sets that are gone have none.
+/// TS 38.214 clause 6.1.2.2.3. RB sets that are gone have no RBs.
 void lib_nr_ul_phy_pusch_process_t::_ul_phy_pusch_rb_index_type_2()
 {
+    m_rb_list = m_rules.pick(lib_nr_deviation_t::interlaces, _list_interlaces_set_by_set(), _list_interlaces_of_grid());
+}
+
+/// The own rule: one interlace after the other, each counted from the first RB of each set; the last RB of a set is not
+/// interlace 0's.
+lib_nr_ul_phy_pusch_process_t::rb_list_t lib_nr_ul_phy_pusch_process_t::_list_interlaces_set_by_set() const
+{
     const int step = static_cast<int>(get_pusch_interlace_number(m_numerology));
+    rb_list_t rbs;
     for (const unsigned int interlace : m_interlaces)
         for (const auto& [index, set] : m_rb_sets) {
-            if (index < m_rb_set_start || index - m_rb_set_start >= m_rb_set_number)
+            if (!_is_chosen_rb_set(index))
                 continue;
             const auto [first, last] = set;
             for (int x = first; x < last; x += step)
                 if (const int rb = x + static_cast<int>(interlace); rb <= last - static_cast<int>(m_unused_rb))
-                    m_rb_list.push_back(static_cast<unsigned int>(rb));
+                    rbs.push_back(static_cast<unsigned int>(rb));
         }
+    return rbs;
+}
+
+/// Ascending, in the sets and the guard bands between them. An interlace counts through the grid, TS 38.211 clause
+/// 4.4.4.6.
+lib_nr_ul_phy_pusch_process_t::rb_list_t lib_nr_ul_phy_pusch_process_t::_list_interlaces_of_grid() const
+{
+    std::vector<unsigned int> edges; // of the chosen sets
+    for (const auto& [index, set] : m_rb_sets)
+        if (_is_chosen_rb_set(index))
+            edges.insert(edges.end(), {set.first, set.second + 1 - m_unused_rb});
+    rb_list_t rbs;
+    for (unsigned int rb = edges.empty() ? 0 : edges.front(); !edges.empty() && rb < edges.back(); ++rb)
+        if (contains(m_interlaces, rb % get_pusch_interlace_number(m_numerology)))
+            rbs.push_back(rb);
+    return rbs;
+}
+
+bool lib_nr_ul_phy_pusch_process_t::_is_chosen_rb_set(unsigned int index) const
+{
+    return index >= m_rb_set_start && index - m_rb_set_start < m_rb_set_number;
 }
 
 /// RBs from where the channel was allocated to where a symbol lies.
@@ -447,39 +487,41 @@ void lib_nr_ul_phy_pusch_process_t::_phy_sch_rs_generation(unsigned int port, un
 /// TS 38.211 clause 6.4.1.1.1.2.
 void lib_nr_ul_phy_pusch_process_t::_generate_low_papr_dmrs(unsigned int slot)
 {
-    constexpr unsigned int k_least_hopping_length = 72;
     constexpr std::int32_t k_delta = 1; // every second subcarrier
     _phy_sch_dmrs_time_domain_allocation(m_dmrs_symbols);
     m_dmrs_sequences.clear();
     symbols_t& sequences = m_dmrs_sequences[k_low_papr_group];
     const auto length = static_cast<std::uint32_t>(_dmrs_per_rb() * m_rb_list.size());
-    for (const unsigned int symbol : _low_papr_symbols()) {
-        const unsigned int place = m_symbol_per_slot * slot + symbol;
-        unsigned int group_hop = 0;
-        unsigned int number = 0;
-        if (m_dmrs_hopping == LIB_NR_SCH_DMRS_HOPPING_GROUP)
-            group_hop = get_group_hop(m_n_rs_id / k_low_papr_groups, place);
-        if (m_dmrs_hopping == LIB_NR_SCH_DMRS_HOPPING_SEQUENCE && 2 * length / 12 * 6 >= k_least_hopping_length)
-            number = get_sequence_number(m_n_rs_id, place);
+    // One of a pair of symbols.
+    for (std::size_t i = 0; i < m_dmrs_symbols.size(); i += _is_double_symbol() ? 2 : 1) {
+        const unsigned int symbol = m_dmrs_symbols[i];
+        const unsigned int before = m_symbol_per_slot * slot;
+        const auto [group_hop, number] =
+            m_rules.pick(lib_nr_deviation_t::low_papr_symbol, _low_papr_hop(before + _symbol_in_hop(symbol), length),
+                         _low_papr_hop(before + symbol, length));
         lib_nr_low_papr_sequence1::generate_low_papr_sequence_1(
             {get_sequence_group(m_n_rs_id, group_hop), number, 0.0, k_delta, length}, sequences);
     }
 }
 
-/// The symbols that low-PAPR sequences are generated for: one of a pair; those of a hop count from its start, but for
-/// the second hop's first.
-std::vector<unsigned int> lib_nr_ul_phy_pusch_process_t::_low_papr_symbols() const
+/// The number of a DMRS symbol by the own rule: those of a hop count from its start, but for the second hop's first.
+unsigned int lib_nr_ul_phy_pusch_process_t::_symbol_in_hop(unsigned int symbol) const
 {
-    std::vector<unsigned int> symbols = m_dmrs_symbols;
-    if (_is_double_symbol()) {
-        symbols.clear();
-        for (std::size_t i = 0; i < m_dmrs_symbols.size(); i += 2)
-            symbols.push_back(m_dmrs_symbols[i]);
-    }
-    else if (_hops_in_slot())
-        for (unsigned int& symbol : symbols)
-            symbol -= symbol > _hop_boundary() ? _hop_boundary() : m_first_symbol;
-    return symbols;
+    if (_is_double_symbol() || !_hops_in_slot())
+        return symbol;
+    return symbol - (symbol > _hop_boundary() ? _hop_boundary() : m_first_symbol);
+}
+
+/// f_gh and v of a DMRS sequence, by its place among the symbols of the frame.
+std::pair<unsigned int, unsigned int> lib_nr_ul_phy_pusch_process_t::_low_papr_hop(unsigned int place,
+                                                                                   std::uint32_t length) const
+{
+    constexpr unsigned int k_least_hopping_length = 72;
+    if (m_dmrs_hopping == LIB_NR_SCH_DMRS_HOPPING_GROUP)
+        return {get_group_hop(m_n_rs_id / k_low_papr_groups, place), 0};
+    if (m_dmrs_hopping == LIB_NR_SCH_DMRS_HOPPING_SEQUENCE && 2 * length / 12 * 6 >= k_least_hopping_length)
+        return {0, get_sequence_number(m_n_rs_id, place)};
+    return {0, 0};
 }
 
 /// With transform precoding the places of the samples, which are the same for every port.

@@ -6,6 +6,7 @@
 #include "phy_dl/lib_nr_phy_sch_process.h"
 
 #include <cstdint>
+#include <utility>
 #include <vector>
 
 namespace vek::nr_mod_lib
@@ -14,10 +15,9 @@ namespace vek::nr_mod_lib
 /// Generates a PUSCH without UCI, TS 38.211 clauses 6.3.1, 6.4.1.1 and 6.4.1.2, on up to four layers. One stream
 /// reaches the carrier's one grid: that of the first antenna port of the channel's list.
 ///
-/// Other than the standard: the low-PAPR DMRS of a hop counts its symbols from the hop's start; an interlace leaves out
-/// the last RB of a set where it would be interlace 0's; PTRS of the transform-precoded waveform are exact at a power
-/// of 0 dB alone, since what the transform leaves on their places takes no part in it. PTRS samples that overlap, in
-/// fewer than three RBs, count once. An empty list of RBs sends nothing.
+/// PTRS samples of the transform-precoded waveform that overlap, in fewer than three RBs, count once. An empty list of
+/// RBs sends nothing. What is not as the standard has it unless `standard_rules` asks for that, docs/deviations.md
+/// tells.
 class NR_MOD_LIB_EXPORT lib_nr_ul_phy_pusch_process_t : public lib_nr_phy_sch_process_t
 {
 public:
@@ -81,6 +81,9 @@ private:
     bool _phy_sch_ptrs_re_index_generation(unsigned int port, std::vector<unsigned int>& subcarriers) override;
 
     void _ul_phy_pusch_rb_index_type_2();
+    rb_list_t _list_interlaces_set_by_set() const;
+    rb_list_t _list_interlaces_of_grid() const;
+    bool _is_chosen_rb_set(unsigned int index) const;
     bool _hops_in_slot() const { return m_hopping_mode == LIB_NR_SCH_HOPPING_MODE_INTRA; }
     unsigned int _hop_boundary() const { return m_first_symbol + m_symbol_num / 2; }
     std::int32_t _hop_shift(unsigned int symbol, unsigned int slot) const;
@@ -91,7 +94,8 @@ private:
     void _list_cells(unsigned int slot, const rb_list_t& rb_list);
 
     void _generate_low_papr_dmrs(unsigned int slot);
-    std::vector<unsigned int> _low_papr_symbols() const;
+    unsigned int _symbol_in_hop(unsigned int symbol) const;
+    std::pair<unsigned int, unsigned int> _low_papr_hop(unsigned int place, std::uint32_t length) const;
     void _phy_sch_ptrs_generation(unsigned int port, unsigned int slot);
     void _ul_phy_pusch_ptrs_w(symbols_t& w) const;
     void _phy_sch_rs_encode_re_map(unsigned int slot, const rb_list_t& rb_list);

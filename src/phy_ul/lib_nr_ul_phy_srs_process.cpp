@@ -61,8 +61,7 @@ bool lib_nr_ul_phy_srs_process_t::set_waveform_config(unsigned int carrier, unsi
     set_standard_rules(waveform.get_standard_rules());
     m_enable = manager.get_enable();
     m_port_number = manager.get_port_number();
-    m_amplitude = common_lib::lib_common_math_t::db_value_to_amplitude_ratio(manager.get_power_bosting()) *
-                  std::sqrt(static_cast<double>(m_port_number));
+    m_power_boosting = manager.get_power_bosting();
     const srs_antenna_port_t port = manager.get_antenna_port().front();
     m_has_port = port != SRS_ANTENNA_NONE;
     m_port = m_has_port ? port - SRS_ANTENNA_PORT0 : 0;
@@ -89,14 +88,36 @@ bool lib_nr_ul_phy_srs_process_t::set_waveform_config(unsigned int carrier, unsi
     m_frame = frame;
     const lib_nr_numerology_type_t spacing = configuration.get_numerology_manager(numerology).get_numerolgy();
     m_slots = lib_nr_phy_common_t::get_slot_in_frame(spacing);
-    m_slot_symbols = lib_nr_phy_common_t::get_symbol_number_in_slot(
-        spacing, configuration.get_ul_bwp(manager.get_bwp_id()).get_cp_type());
+    const lib_nr_ul_bwp_configure_manager_t& bwp = configuration.get_ul_bwp(manager.get_bwp_id());
+    m_slot_symbols = lib_nr_phy_common_t::get_symbol_number_in_slot(spacing, bwp.get_cp_type());
+    m_bwp_start = bwp.get_rb_offset();
 
+    _srs_slots_init(manager.get_slot_allocation());
     _srs_k_offset_lp_init();
     m_subcarriers = k_subcarriers_per_rb * lib_nr_srs_bandwidth_table()[m_c_srs].m_srs[m_b_srs];
     m_sequences.clear();
     m_symbols.clear();
     return true;
+}
+
+void lib_nr_ul_phy_srs_process_t::_srs_slots_init(const std::vector<int>& listed)
+{
+    const auto begins_period = [this](unsigned int slot) {
+        const std::int64_t since = std::int64_t{m_slots} * m_frame + slot - m_t_offset;
+        return m_periodicity == 0 || (since >= 0 && since % m_periodicity == 0);
+    };
+    std::vector<unsigned int> own;
+    for (const int slot : listed)
+        if (begins_period(static_cast<unsigned int>(slot)))
+            own.push_back(static_cast<unsigned int>(slot));
+    std::vector<unsigned int> standard = own;
+    if (m_periodicity != 0) {
+        standard.clear();
+        for (unsigned int slot = 0; slot < m_slots; ++slot)
+            if (begins_period(slot))
+                standard.push_back(slot);
+    }
+    m_sent_slots = m_rules.pick(lib_nr_deviation_t::srs_place, own, standard);
 }
 
 void lib_nr_ul_phy_srs_process_t::_srs_k_offset_lp_init()
@@ -144,8 +165,9 @@ bool lib_nr_ul_phy_srs_process_t::nr_ul_phy_srs_encode_map(unsigned int slot)
     if (!_is_enabled())
         return false;
     _list_symbols(slot);
+    const double amplitude = _amplitude();
     for (const symbol_t& symbol : m_symbols)
-        grid().write_run(symbol.run, _nr_ul_phy_srs_sequence_gen(symbol.u, symbol.v).data(), m_amplitude);
+        grid().write_run(symbol.run, _nr_ul_phy_srs_sequence_gen(symbol.u, symbol.v).data(), amplitude);
     if (m_has_port)
         grid().leave_out((m_N_symb - m_symbols.size()) * (m_subcarriers / (m_p_f * m_K_TC)));
     return true;
@@ -173,12 +195,18 @@ void lib_nr_ul_phy_srs_process_t::_list_symbols(unsigned int slot)
 /// Group and number of a symbol's sequence, TS 38.211 clause 6.4.1.4.2.
 std::pair<unsigned int, unsigned int> lib_nr_ul_phy_srs_process_t::_get_sequence_uv(unsigned int symbol_in_frame) const
 {
-    const bool hops_in_group =
-        m_GroupOrSeqHop == SRS_SEQUEN_HOP_TYPE && m_subcarriers / m_K_TC >= k_least_length_with_two_sequences;
     const unsigned int group_hop =
         m_GroupOrSeqHop == SRS_GROUP_HOP_TYPE ? get_group_hop(m_n_ID_SRS, symbol_in_frame) : 0;
-    return {get_sequence_group(m_n_ID_SRS, group_hop),
-            hops_in_group ? get_sequence_number(m_n_ID_SRS, symbol_in_frame) : 0};
+    unsigned int number = 0;
+    if (m_GroupOrSeqHop == SRS_SEQUEN_HOP_TYPE) {
+        // By the own rule the length is that ahead of partial sounding.
+        const auto number_at = [&](unsigned int length) {
+            return length >= k_least_length_with_two_sequences ? get_sequence_number(m_n_ID_SRS, symbol_in_frame) : 0;
+        };
+        number = m_rules.pick(lib_nr_deviation_t::srs_place, number_at(m_subcarriers / m_K_TC),
+                              number_at(m_subcarriers / (m_p_f * m_K_TC)));
+    }
+    return {get_sequence_group(m_n_ID_SRS, group_hop), number};
 }
 
 /// The values of a sequence; those that a frame has had stay.
@@ -202,7 +230,16 @@ double lib_nr_ul_phy_srs_process_t::_cyclic_shift() const
     return 2.0 * std::numbers::pi * ((port_shift + m_n_SRS_cs) % m_cs_max) / m_cs_max;
 }
 
-/// Start of the comb within the grid, TS 38.211 clause 6.4.1.4.3.
+/// beta_SRS over the root of the ports, TS 38.211 clause 6.4.1.4.3, by the own rule times it.
+double lib_nr_ul_phy_srs_process_t::_amplitude() const
+{
+    const double boosting = common_lib::lib_common_math_t::db_value_to_amplitude_ratio(m_power_boosting);
+    const double root = std::sqrt(static_cast<double>(m_port_number));
+    return m_rules.pick(lib_nr_deviation_t::srs_place, boosting * root, boosting / root);
+}
+
+/// Start of the comb within the grid, TS 38.211 clause 6.4.1.4.3: a BWP that begins above n_shift has it counted from
+/// its own start, but not by the own rule.
 unsigned int lib_nr_ul_phy_srs_process_t::_nr_ul_srs_cal_k0_bar(unsigned int l) const
 {
     unsigned int k = m_ktc_offset;
@@ -210,7 +247,9 @@ unsigned int lib_nr_ul_phy_srs_process_t::_nr_ul_srs_cal_k0_bar(unsigned int l) 
         k += m_K_TC / 2;
     if (m_pos_resource)
         k += m_k_offset[l];
-    return k % m_K_TC + k_subcarriers_per_rb * m_n_shift;
+    const unsigned int reference =
+        m_rules.pick(lib_nr_deviation_t::srs_place, 0u, m_bwp_start <= m_n_shift ? 0 : m_bwp_start);
+    return k % m_K_TC + k_subcarriers_per_rb * (reference + m_n_shift);
 }
 
 /// Where the frequency hopping of TS 38.211 clause 6.4.1.4.3 has come to, in subcarriers.

@@ -15,16 +15,19 @@ namespace vek::nr_mod_lib
 
 class lib_nr_waveform_configure_manager_t;
 
-/// Generates a sounding reference signal, TS 38.211 clause 6.4.1.4, with four differences: the amplitude is multiplied
-/// by the square root of the number of ports, sequence hopping begins by the length that the whole band has, n_shift
-/// counts from the grid's first subcarrier, and the part of the band that partial sounding takes does not hop.
-/// A symbol ahead of its slot and cells outside the grid are left out in the view as in the signal.
+/// Generates a sounding reference signal, TS 38.211 clause 6.4.1.4; the part of the band that partial sounding takes
+/// does not hop. By the own rule the amplitude is multiplied by the square root of the number of ports, sequence
+/// hopping begins by the length that the whole band has, and n_shift counts from the grid's first subcarrier. A symbol
+/// ahead of its slot and cells outside the grid are left out in the view as in the signal.
 class NR_MOD_LIB_EXPORT lib_nr_ul_phy_srs_process_t : public lib_nr_ruled_t
 {
 public:
     /// Takes an entry of a carrier's list, for a frame and the pass of a numerology. Always true.
     bool set_waveform_config(unsigned int carrier, unsigned int frame, unsigned int numerology, unsigned int srs,
                              const lib_nr_waveform_configure_manager_t& waveform);
+    /// The slots of the frame that are sent: those of the list, by the own rule also where there is a period, that
+    /// begin one, TS 38.211 clause 6.4.1.4.4.
+    const std::vector<unsigned int>& get_slots() const { return m_sent_slots; }
     /// Writes one slot of the frame. False and a printed line where the SRS is disabled.
     bool srs_process(unsigned int slot);
     /// Marks or writes a slot of the frame. False where a mark conflicts or lies outside the grid and, with a printed
@@ -44,6 +47,7 @@ private:
         unsigned int v = 0; ///< number within the group
     };
 
+    void _srs_slots_init(const std::vector<int>& listed);
     void _srs_k_offset_lp_init();
     bool _is_enabled() const;
     bool nr_ul_phy_srs_ui_view_map(unsigned int slot);
@@ -52,6 +56,7 @@ private:
     std::pair<unsigned int, unsigned int> _get_sequence_uv(unsigned int symbol_in_frame) const;
     const std::vector<std::complex<double>>& _nr_ul_phy_srs_sequence_gen(unsigned int u, unsigned int v);
     double _cyclic_shift() const;
+    double _amplitude() const;
     unsigned int _nr_ul_srs_cal_k0_bar(unsigned int l) const;
     unsigned int _nr_ul_srs_cal_n_FH_offset(unsigned int slot, unsigned int l) const;
     unsigned int _nr_ul_srs_cal_n_RPFS_offset() const;
@@ -59,7 +64,7 @@ private:
 
     // The signal, plain values.
     bool m_enable = false;
-    double m_amplitude = 1.0;
+    double m_power_boosting = 0.0;
     unsigned int m_port = 0; ///< p_i
     bool m_has_port = false;
     unsigned int m_port_number = 1;
@@ -86,8 +91,10 @@ private:
     unsigned int m_frame = 0;
     unsigned int m_slots = 20; ///< of a frame
     unsigned int m_slot_symbols = 14;
+    unsigned int m_bwp_start = 0;
 
     // What follows from them.
+    std::vector<unsigned int> m_sent_slots;
     std::vector<unsigned char> m_k_offset; ///< comb offset of a positioning SRS, by symbol
     unsigned int m_subcarriers = 48;       ///< of the band that is sounded at a time, 12 m_SRS
     std::map<std::pair<unsigned int, unsigned int>, std::vector<std::complex<double>>> m_sequences; ///< by u and v

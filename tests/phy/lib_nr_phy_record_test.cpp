@@ -161,6 +161,9 @@ TEST(lib_nr_phy_record, names_the_deviations_that_a_run_met)
     const std::string dci = ".dl_dci[0].enable=true";
     const std::string pdsch = ".dl_pdsch[0].enable=true";
     const std::string prs = ".dl_prs[0].enable=true";
+    const std::string precoded = ".ul_pusch[0].enable_transfer_precoding=true";
+    const std::string pucch = ".ul_pucch[0].pucch_format=LIB_NR_UL_PUCCH_FORMAT_";
+    const std::string enabled_pucch = ".ul_pucch[0].enable=true";
     const std::vector<std::pair<std::vector<d>, steps_t>> rows = {
         {{d::carrier_phase}, {".frequency_offset=5000000"}},
         {{}, {".frequency_offset=5000000", "phase_compensation=false", csirs, pdsch}},
@@ -176,6 +179,35 @@ TEST(lib_nr_phy_record, names_the_deviations_that_a_run_met)
         {{d::prs_sequence}, {prs}},
         {{d::prs_sequence, d::prs_occasions},
          {".dl_prs[0].slot_offset=7", "frame_number=2", ".dl_prs[0].periodicity=16", prs}},
+        {{d::pusch_short_dmrs}, {k_uplink, ".ul_pusch[0].symbol_num=4", k_pusch}},
+        {{d::low_papr_symbol},
+         {k_uplink, precoded, ".ul_pusch[0].hopping_mode=LIB_NR_SCH_HOPPING_MODE_INTRA",
+          ".ul_pusch[0].dmrs_additional_position=LIB_NR_SCH_DMRS_ADDITIONAL_POSITION_1",
+          ".ul_pusch[0].dmrs_hopping=LIB_NR_SCH_DMRS_HOPPING_GROUP", k_pusch}},
+        {{d::dft_ptrs_power},
+         {k_uplink, precoded, ".ul_pusch[0].enable_ptrs=true", ".ul_pusch[0].power_boosting=3", k_pusch}},
+        {{d::codebook},
+         {k_uplink, ".ul_pusch[0].enable_codebook=true", "antennas_number=4",
+          ".ul_pusch[0].antenna_port_number=LIB_NR_ANTENNA_PORT_NUMBER_4", ".ul_pusch[0].tpmi=10", k_pusch}},
+        {{d::interlaces}, {k_uplink, k_narrow, ".ul_pusch[0].ra_type=LIB_NR_SCH_RA_TYPE2", k_pusch}},
+        {{d::dmrs_reference}, {k_uplink, ".ul_bwp[0].rb_offset=3", pucch + "2", enabled_pucch}},
+        {{d::pucch1_dmrs_cover},
+         {k_uplink, pucch + "1", ".ul_pucch[0].first_symbol=0", ".ul_pucch[0].symbol_num=14",
+          ".ul_pucch[0].intra_slot_frequency_hopping=true", ".ul_pucch[0].occ_index=1", enabled_pucch}},
+        {{d::pucch1_scheduling_request},
+         {k_uplink, pucch + "1", ".ul_pucch[0].uci_format=LIB_NR_UL_UCI_SR_ONLY", enabled_pucch}},
+        {{d::pucch_slot_hopping},
+         {k_uplink, pucch + "1", ".ul_pucch[0].allocated_slots=0,1", ".ul_pucch[0].inter_slot_frequency_hopping=true",
+          enabled_pucch}},
+        {{d::uci_split, d::uci_multiplexing},
+         {k_uplink, pucch + "3", ".ul_pucch[0].uci_content=true", ".ul_pucch[0].harq_ack_payload_size=3",
+          ".ul_pucch[0].first_symbol=0", ".ul_pucch[0].symbol_num=14", enabled_pucch}},
+        {{d::srs_place},
+         {k_uplink, ".ul_srs[0].srs_periodity=LIB_NR_SRS_40MS_PERIODICITY", ".ul_srs[0].t_offset=23", "frame_number=2",
+          k_srs}},
+        {{d::prach_place},
+         {".carrier_type=LIB_NR_PRACH", k_narrow, ".numerology=LIB_NR_SCS_15K", ".ul_bwp[0].rb_offset=4",
+          ".ul_prach[0].configuration_idx=198", ".ul_prach[0].prach_scs=PRACH_SCS_30K"}},
     };
     for (const auto& [deviations, steps] : rows)
         for (const std::string rules : {"standard_rules=true", "standard_rules=false"}) {

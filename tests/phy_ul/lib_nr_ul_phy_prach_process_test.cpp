@@ -19,6 +19,7 @@
 #include <cstdint>
 #include <map>
 #include <string>
+#include <tuple>
 #include <vector>
 
 namespace
@@ -98,7 +99,8 @@ nr_test::prach_place_t place_of(const cfg_nr_waveform_t& waveform, cfg_nr_prach_
     const double rbs = prach.get_rb_offset() + prach.get_n_RA_start() + prach.get_n_RA_f() * combination.rb_number;
     const double grid = lib_nr_phy_common_t::get_max_transmit_rb_num(carrier.get_numerology(), carrier.get_bandwidth());
     place.fits = combination.rb_number <= grid;
-    place.lowest_hz = (12.0 * rbs - 6.0 * grid) * carrier_hz + combination.k_bar * place.spacing_hz;
+    const bool is_own_k_bar = !waveform.get_standard_rules() || combination.k_bar != 0; // there is no 0 in the standard
+    place.lowest_hz = (12.0 * rbs - 6.0 * grid) * carrier_hz + (is_own_k_bar ? combination.k_bar : 2) * scs_hz;
     return place;
 }
 
@@ -134,6 +136,8 @@ void expect_received(cfg_nr_waveform_t& waveform)
     EXPECT_NEAR(static_cast<double>(span.begin), place.start_s * place.sample_rate, 1.0);
     EXPECT_NEAR(static_cast<double>(span.end), end * place.sample_rate, 1.5);
 
+    const auto& view = lib_nr_prach_resource_manager_t::get_inst().get_resource_mapping();
+    EXPECT_NEAR(view.start_frequencies_hz.at(0), place.lowest_hz, 1e-3);
     if (!place.fits)
         return;
     const nr_test::signal_t expected = unrestricted_spectrum(prach);
@@ -161,6 +165,8 @@ steps_t carrier_steps(const std::string& bandwidth, const std::string& spacing)
             "carrier[0].numerology=LIB_NR_SCS_" + spacing};
 }
 
+// By the own rules 480 and 960 kHz, and spacings above the carrier's in a BWP that does not begin with the grid, would
+// not; one of them lies between the carrier's subcarriers.
 TEST(lib_nr_ul_phy_prach_process, every_format_length_and_spacing_arrives_where_the_standard_puts_it)
 {
     struct carrier_t
@@ -180,6 +186,9 @@ TEST(lib_nr_ul_phy_prach_process, every_format_length_and_spacing_arrives_where_
         {"FR1_15M", "60K", FR1_TDD, {prach_format_0, prach_format_3, prach_format_A2, prach_format_C2}, {"15K"}},
         {"FR2_1_50M", "60K", FR2_TDD, {prach_format_A1, prach_format_B4, prach_format_C0}, {"60K"}},
         {"FR2_1_200M", "120K", FR2_TDD, {prach_format_A3, prach_format_C2}, {"120K"}},
+        {"FR2_1_400M", "120K", FR2_TDD, {prach_format_B4}, {"480K", "960K"}},
+        {"FR2_2_400M", "480K", FR2_TDD, {prach_format_A1}, {"480K"}},
+        {"FR2_2_400M", "960K", FR2_TDD, {prach_format_C2}, {"960K"}},
     };
     unsigned int received = 0;
     for (const carrier_t& carrier : carriers)
@@ -191,6 +200,8 @@ TEST(lib_nr_ul_phy_prach_process, every_format_length_and_spacing_arrives_where_
             if (row < 0)
                 continue;
             nr_test::waveform_of_t waveform(carrier_steps(carrier.bandwidth, carrier.spacing));
+            if (choice % 2 == 0 || scs == "PRACH_SCS_480K" || scs == "PRACH_SCS_960K")
+                nr_test::take(waveform, {"standard_rules=true", "carrier[0].ul_bwp[0].rb_offset=3"});
             const steps_t steps = {burst +
                                        "configuration_table=" + g_prach_config_table_type_t_name_map.at(carrier.table),
                                    burst + "configuration_idx=" + std::to_string(row),

@@ -62,11 +62,25 @@ struct run_t
     bool threw = false;
 };
 
-void expect_uci_arrives(const std::string& steps)
+/// Receives what is sent by the own rules, then by the standard's: under these nothing deviates; where the cells
+/// differ something does under the others.
+template <class expect_t>
+void expect_by_both_rules(const std::string& steps, expect_t expect_arrives)
 {
     SCOPED_TRACE(steps);
-    const nr_test::waveform_of_t waveform(uplink(steps));
-    const run_t run(waveform);
+    nr_test::waveform_of_t waveform(uplink(steps));
+    const run_t own(waveform);
+    expect_arrives(waveform, own);
+    nr_test::take(waveform, {"standard_rules=true"});
+    const run_t standard(waveform);
+    expect_arrives(waveform, standard);
+    EXPECT_TRUE(standard.engine.get_met_deviations().empty());
+    bool maps_differ = waveform.get_carrier(0)->get_ul_pucch(0)->get_inter_slot_frequency_hopping();
+    EXPECT_TRUE((own.payload != standard.payload) == !own.engine.get_met_deviations().empty() || maps_differ);
+}
+
+void expect_uci_arrives_in(const cfg_nr_waveform_t& waveform, const run_t& run)
+{
     ASSERT_TRUE(run.succeeded && !run.payload.empty()) << run.output;
     const auto& manager = waveform.get_waveform_manager();
     const auto received = nr_test::demodulate_frame(run.engine.get_baseband_signal_data(), nr_test::setup_of(manager),
@@ -94,11 +108,12 @@ void expect_uci_arrives(const std::string& steps)
         const std::size_t second_bits = first_bits == 0 ? 0 : expected.size() - first_bits;
         const auto uci =
             nr_test::receive_uci(run.payload, manager.get_carrier(0), pucch, pucch.get_allocated_slots()[i],
-                                 expected.size() - second_bits, second_bits);
+                                 expected.size() - second_bits, second_bits, manager.get_standard_rules());
         EXPECT_EQ(uci.bits, expected);
         EXPECT_LT(uci.error, 1e-9);
     }
 }
+void expect_uci_arrives(const std::string& steps) { expect_by_both_rules(steps, expect_uci_arrives_in); }
 
 const std::string f2 = "pucch_format=LIB_NR_UL_PUCCH_FORMAT_2 first_symbol=3 symbol_num=2 ";
 const std::string f3 = "pucch_format=LIB_NR_UL_PUCCH_FORMAT_3 first_symbol=0 symbol_num=14 ";
@@ -154,9 +169,11 @@ TEST(lib_nr_ul_phy_pucch_process, uci_of_two_parts_is_decoded)
                                 "3 harq_ack_payload_data=LIB_NR_PN11 sr_payload_data=LIB_NR_USER_CFG "
                                 "sr_user_bits=10110 allocated_slots=0:5 max_code_rate=LIB_NR_UL_PUCCH_MAX_CODE_RATE_";
     for (const std::string& settings :
-         {f2 + "rb_num=8" + content + "80 csi2_payload_size=30",
+         {f2 + "rb_num=8" + content + "60 csi2_payload_size=30",
           f3 + "symbol_num=8 rb_num=3" + content + "35 csi1_payload_size=40 csi2_payload_size=11",
           f4 + content + "25 csi1_enable=false csi2_payload_size=2 pi_2_bpsk=true",
+          f4 + content + "15 csi1_enable=false sr_payload_size=8 csi2_payload_size=11", // 11 bits ahead of CSI part 2
+          f3 + "additional_dmrs=true" + hops_to + "20" + content + "15 csi2_payload_size=15",
           f3 + wide + content + "60 csi1_payload_size=1013 csi2_payload_size=1500",
           f3 + wide + content + "35 csi1_payload_size=396 pi_2_bpsk=true", // an odd E in two blocks
           // Only one of them: all bits are its own. One that is empty counts as absent.
@@ -197,17 +214,21 @@ TEST(lib_nr_ul_phy_pucch_process, resources_of_every_kind_carry_uci)
                                              "LIB_NR_UL_PUCCH_INTERLACE_RB_NUM_NOT_CONFIGURED"})
                 rows.push_back(interlaced + "occ_length=LIB_NR_UL_PUCCH_OCC_LENGTH_" + occ + choice);
     }
+    // RB sets and BWPs that begin anywhere.
     rows.push_back(second_rb_set);
+    for (const std::string& settings : {f2, f3})
+        for (const std::string occ : {"1 interlace1=3", "4 occ_index=1"})
+            rows.push_back(second_rb_set + settings +
+                           "carrier[0].ul_bwp[0].rb_offset=103 rb_set_index=1 "
+                           "interlace0=7 payload_size=20 occ_length=LIB_NR_UL_PUCCH_OCC_LENGTH_" +
+                           occ);
     for (const std::string& row : rows)
         expect_uci_arrives(row);
 }
 
 /// Formats 0 and 1: of all that could have been sent, what was sent comes closest, and nothing else comes near.
-void expect_sequence_arrives(const std::string& steps)
+void expect_sequence_arrives_in(cfg_nr_waveform_t& waveform, const run_t& run)
 {
-    SCOPED_TRACE(steps);
-    nr_test::waveform_of_t waveform(uplink(steps));
-    const run_t run(waveform);
     ASSERT_TRUE(run.succeeded && !run.payload.empty()) << run.output;
     const auto& manager = waveform.get_waveform_manager();
     const auto& pucch = manager.get_carrier(0).get_ul_pucch(0);
@@ -219,7 +240,9 @@ void expect_sequence_arrives(const std::string& steps)
     for (const unsigned int slot : pucch.get_allocated_slots()) {
         std::string bits;
         std::getline(bits_of_slots, bits, ',');
-        const auto received = nr_test::receive_sequence(run.payload, manager.get_carrier(0), pucch, slot);
+        const bool standard_rules = manager.get_standard_rules();
+        const auto received =
+            nr_test::receive_sequence(run.payload, manager.get_carrier(0), pucch, slot, standard_rules);
         EXPECT_LT(received.error, 1e-9);
         EXPECT_GT(received.next_error, 0.1);
         unsigned int shift = pucch.get_initial_cyclic_shift();
@@ -228,12 +251,14 @@ void expect_sequence_arrives(const std::string& steps)
         EXPECT_EQ(received.shift, shift % 12) << bits;
         if (pucch.get_pucch_format() == LIB_NR_UL_PUCCH_FORMAT_1) {
             EXPECT_EQ(received.occ_index, pucch.get_occ_index());
-            const std::complex<double> point(sr || bits.front() == '1' ? -1.0 : 1.0,
-                                             sr || bits.back() == '1' ? -1.0 : 1.0);
+            if (sr) // by the standard a 0, where nothing else is told
+                bits = !standard_rules ? "1" : told_alone ? "0" : bits;
+            const std::complex<double> point(bits.front() == '1' ? -1.0 : 1.0, bits.back() == '1' ? -1.0 : 1.0);
             EXPECT_LT(std::abs(received.point - point * std::sqrt(0.5)), 1e-9) << bits;
         }
     }
 }
+void expect_sequence_arrives(const std::string& steps) { expect_by_both_rules(steps, expect_sequence_arrives_in); }
 
 const std::string all_pairs = "payload_data=LIB_NR_USER_CFG payload_user_bits=00011011 allocated_slots=1,2,5,19 ";
 
@@ -256,6 +281,9 @@ TEST(lib_nr_ul_phy_pucch_process, format_0_tells_every_content_by_its_shift)
                                                "pucch_group_hopping=LIB_NR_UL_GROUP_HOPPING_ENABLED interlace0=";
     expect_sequence_arrives(interlaced + "0 pucch_interlace0=LIB_NR_UL_PUCCH_INTERLACE_RB_NUM_11" + hops_to + "9");
     expect_sequence_arrives(interlaced + "4 interlace1=2 first_symbol=0 symbol_num=2");
+    expect_sequence_arrives(second_rb_set +
+                            "pucch_format=LIB_NR_UL_PUCCH_FORMAT_0 carrier[0].ul_bwp[0].rb_offset=103 rb_set_index=1 "
+                            "first_symbol=3 interlace0=9 interlace1=2");
     expect_sequence_arrives(extended + "first_symbol=10 symbol_num=2 hopping_id=500");
 }
 
@@ -279,8 +307,13 @@ TEST(lib_nr_ul_phy_pucch_process, format_1_carries_its_point_over_every_number_o
                             "use_interlace_pucch=true first_symbol=0 symbol_num=5 occ_index=1");
     expect_sequence_arrives(extended + "pucch_format=LIB_NR_UL_PUCCH_FORMAT_1 first_symbol=0 symbol_num=12" + hops_to +
                             "20 occ_index=2");
-    // Two repetitions of the first two entries of the stream.
+    // Two repetitions of the first two entries of the stream, with a gap between those of the second.
     expect_sequence_arrives(f1 + "14 number_of_slots_for_pucch_repetition=2 payload_data=LIB_NR_USER_CFG");
+    expect_sequence_arrives(f1 + "14 number_of_slots_for_pucch_repetition=2 allocated_slots=1,2,5,19,4,7 "
+                                 "payload_data=LIB_NR_USER_CFG inter_slot_frequency_hopping=true second_hop_prb=50");
+    // A positive SR beside HARQ-ACK.
+    expect_sequence_arrives("uci_format=LIB_NR_UL_UCI_SR_AND_HARQ_ACK sr_configuration=LIB_NR_UL_SR_POSITIVE " + f1 +
+                            "9 payload_size=2");
 }
 
 TEST(lib_nr_ul_phy_pucch_process, symbols_of_pucchs_on_the_same_cells_add_up)
@@ -384,7 +417,8 @@ TEST(lib_nr_ul_phy_pucch_process, the_view_shows_what_random_settings_send)
             steps += " " + name + (limit != 0 ? std::to_string(below(limit)) : below(2) != 0 ? "true" : "false");
         }
         SCOPED_TRACE(steps);
-        const nr_test::waveform_of_t waveform(uplink(steps));
+        nr_test::waveform_of_t waveform(uplink(steps));
+        waveform.set_standard_rules(round % 2 != 0);
         const run_t run(waveform);
         sent += run.payload.empty() ? 0 : 1;
         const auto& grid = lib_nr_channel_resource_manager_t::get_inst();

@@ -37,7 +37,7 @@ struct run_t : nr_test::sch_run_t
     using sch_run_t::sch_run_t;
     sch_channel_t channel(unsigned int index, unsigned int slot = 0) const
     {
-        return nr_test::pusch_channel_of(carrier(), index, slot);
+        return nr_test::pusch_channel_of(carrier(), index, slot, standard_rules());
     }
     sch_slot_t receive(unsigned int index, unsigned int slot, unsigned int frame = 0)
     {
@@ -142,6 +142,7 @@ TEST(lib_nr_ul_phy_pusch_process, every_length_is_decoded_with_every_additional_
     unsigned int used = 0;
     unsigned int decoded = 0;
     unsigned int without_dmrs = 0;
+    std::string standard_rules = "standard_rules=false";
     const auto receive = [&] {
         run_t run(*waveform);
         for (unsigned int i = 0; i < used; ++i) {
@@ -154,12 +155,19 @@ TEST(lib_nr_ul_phy_pusch_process, every_length_is_decoded_with_every_additional_
         waveform = std::make_unique<one_channel_a_slot_t>(k_slots, steps);
         used = 0;
     };
-    for (unsigned int i = 0; i < 14 * 4 * 3 * 2 * 2; ++i) {
+    for (unsigned int i = 0; i < 14 * 4 * 3 * 2 * 2 * 2; ++i) {
+        if (i == 14 * 4 * 3 * 2 * 2) {
+            receive();
+            EXPECT_EQ(without_dmrs, 4u + 4u) << "length 4 of type A and 1 of type B, by the own rules";
+            standard_rules = "standard_rules=true";
+            waveform = std::make_unique<one_channel_a_slot_t>(k_slots, steps);
+        }
+        nr_test::take(*waveform, {standard_rules});
         const unsigned int length = 1 + i % 14;
         const auto additional = static_cast<lib_nr_sch_dmrs_additional_position_t>(i / 14 % 4);
         const unsigned int mapping = i / 14 / 4 % 3; // type A with l0 2, with l0 3, type B
         const auto symbols = static_cast<lib_nr_sch_dmrs_length_t>(i / 14 / 4 / 3 % 2);
-        const bool hops = i / 14 / 4 / 3 / 2 == 1;
+        const bool hops = i / 14 / 4 / 3 / 2 % 2 == 1;
         cfg_nr_ul_sch_t& sch = *waveform->get_carrier(0)->get_ul_pusch(static_cast<int>(used));
         sch.set_hopping_mode(hops ? LIB_NR_SCH_HOPPING_MODE_INTRA : LIB_NR_SCH_HOPPING_MODE_DISABLE);
         sch.set_dmrs_length(symbols);
@@ -179,8 +187,8 @@ TEST(lib_nr_ul_phy_pusch_process, every_length_is_decoded_with_every_additional_
             receive();
     }
     receive();
-    EXPECT_EQ(without_dmrs, 4u + 4u) << "length 4 of type A and 1 of type B";
-    EXPECT_GT(decoded, 200u);
+    EXPECT_EQ(without_dmrs, 4u + 4u) << "by the standard";
+    EXPECT_GT(decoded, 400u);
 }
 
 // Two channels of one layer in slots of their own on 20 MHz, normal prefix and extended, in one BWP or two, on RB sets:
@@ -204,14 +212,16 @@ TEST(lib_nr_ul_phy_pusch_process, random_settings_arrive_bit_by_bit)
              "carrier[0].numerology[0].ul_guard_band.guard_band_size[0]=3",
              "confirm carrier[0].numerology[0].ul_guard_band"}};
         one_channel_a_slot_t waveform(2, steps[i % 4]);
-        nr_test::take(waveform, {"carrier[0].ncell_id=" + up_to(1007)});
+        const bool standard_rules = i / 4 % 2 != 0;
+        nr_test::take(waveform, {"carrier[0].ncell_id=" + up_to(1007),
+                                 std::string("standard_rules=") + (standard_rules ? "true" : "false")});
         if (i % 4 == 2)
             waveform.set(1, {"bwp_id=1"});
         for (unsigned int index = 0; index < 2; ++index) {
             nr_test::draw_shared_channel(waveform, pusch(index), random);
             cfg_nr_ul_sch_t& sch = *waveform.get_carrier(0)->get_ul_pusch(static_cast<int>(index));
-            if (sch.get_enable_transfer_precoding() && sch.get_enable_ptrs())
-                sch.set_power_boosting(0.0); // as it must be for PTRS to be exact
+            if (sch.get_enable_transfer_precoding() && sch.get_enable_ptrs() && !standard_rules)
+                sch.set_power_boosting(0.0); // as it must be for PTRS to be exact by the own rules
             // Room to hop; another type of allocation could leave the grid.
             const bool hops = sch.get_ra_type() == LIB_NR_SCH_RA_TYPE1;
             waveform.set(index, {"rb_num=" + up_to(30), "hopping_rb_offset=" + (hops ? up_to(50) : "0")});
@@ -292,19 +302,25 @@ TEST(lib_nr_ul_phy_pusch_process, every_matrix_of_every_codebook_joins_the_strea
         process.set_antenna_port_number(static_cast<lib_nr_antenna_port_number_t>(codebook.antennas));
         std::istringstream matrices{std::string(codebook.matrices)};
         unsigned int tpmi = codebook.first_tpmi;
-        for (std::string matrix; matrices >> matrix; ++tpmi) {
-            process.set_tpmi(tpmi);
-            const auto streams = streams_of(process, grid, codebook.antennas);
-            double error = 0.0;
-            for (unsigned int antenna = 0; antenna < codebook.antennas; ++antenna)
-                for (std::size_t i = 0; i < streams[antenna].size(); ++i) {
-                    std::complex<double> expected;
-                    for (std::size_t layer = 0; layer < layers.size(); ++layer)
-                        expected += weight_of(matrix[layer * (codebook.antennas + 1) + antenna]) * layers[layer][i];
-                    error = std::max(error, std::abs(streams[antenna][i] - std::sqrt(codebook.power) * expected));
-                }
-            EXPECT_LT(error, 1e-12) << codebook.layers << " layers, TPMI " << tpmi;
-        }
+        for (std::string matrix; matrices >> matrix; ++tpmi)
+            for (const bool standard_rules : {false, true}) {
+                const bool is_exchanged = codebook.antennas == 4 && codebook.layers == 1 && (tpmi == 10 || tpmi == 11);
+                process.set_standard_rules(standard_rules);
+                process.set_tpmi(standard_rules && is_exchanged ? 21 - tpmi : tpmi);
+                const double amplitude = std::sqrt(standard_rules ? codebook.standard_power : codebook.power);
+                const auto streams = streams_of(process, grid, codebook.antennas);
+                double error = 0.0;
+                for (unsigned int antenna = 0; antenna < codebook.antennas; ++antenna)
+                    for (std::size_t i = 0; i < streams[antenna].size(); ++i) {
+                        std::complex<double> expected;
+                        for (std::size_t layer = 0; layer < layers.size(); ++layer)
+                            expected += weight_of(matrix[layer * (codebook.antennas + 1) + antenna]) * layers[layer][i];
+                        error = std::max(error, std::abs(streams[antenna][i] - amplitude * expected));
+                    }
+                EXPECT_LT(error, 1e-12) << codebook.layers << " layers, TPMI " << tpmi;
+                EXPECT_EQ(process.get_rules().has_met(),
+                          !standard_rules && (is_exchanged || codebook.power != codebook.standard_power));
+            }
     }
 }
 
@@ -394,6 +410,7 @@ TEST(lib_nr_ul_phy_pusch_process, whatever_is_set_stays_on_its_marks)
                          "tpmi=" + std::to_string(random() % 28), "hopping_rb_offset=" + std::to_string(random() % 12),
                          "antenna_port_number=LIB_NR_ANTENNA_PORT_NUMBER_" + std::to_string(1 + random() % 4),
                          "antenna_port=LIB_NR_ANTENNA_PORT_" + std::to_string(random() % 4)});
+        waveform.set_standard_rules(i % 2 != 0);
         run_t run(waveform);
         run.count_marks(LIB_NR_RESOURCE_MAPPING_PUSCH);
     }

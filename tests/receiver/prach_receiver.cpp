@@ -37,12 +37,15 @@ signal_t receive_prach(const signal_t& samples, const prach_place_t& place, std:
     const auto useful = static_cast<std::size_t>(std::llround(place.sample_rate / place.spacing_hz));
     const auto begin = static_cast<std::size_t>(std::llround((place.start_s + place.prefix_s) * place.sample_rate)) +
                        repetition * useful;
+    const auto lowest = static_cast<std::int64_t>(std::floor(place.lowest_hz / place.spacing_hz + 1e-6));
+    const double between = place.lowest_hz / place.spacing_hz - static_cast<double>(lowest);
     signal_t symbol(useful);
     for (std::size_t i = 0; i < useful; ++i)
-        symbol[i] = samples[(begin + i) % samples.size()];
+        symbol[i] = samples[(begin + i) % samples.size()] *
+                    std::polar(1.0, -2.0 * std::numbers::pi * between * static_cast<double>(i + repetition * useful) /
+                                        static_cast<double>(useful));
     fft(symbol, -1);
 
-    const auto lowest = static_cast<std::int64_t>(std::llround(place.lowest_hz / place.spacing_hz));
     const auto size = static_cast<std::int64_t>(useful);
     signal_t subcarriers(place.length);
     for (std::size_t k = 0; k < place.length; ++k)

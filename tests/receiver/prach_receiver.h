@@ -14,7 +14,7 @@ struct prach_place_t
     double start_s = 0.0;     ///< of the prefix, from the start of the waveform
     double prefix_s = 0.0;    ///< N_CP
     double spacing_hz = 0.0;  ///< of the preamble
-    double lowest_hz = 0.0;   ///< its lowest subcarrier, from the carrier's centre
+    double lowest_hz = 0.0;   ///< its lowest subcarrier, from the carrier's centre; no multiple of the spacing by need
     std::size_t length = 839; ///< L_RA
     std::size_t repetitions = 1;
     bool fits = true; ///< whether the carrier is wide enough

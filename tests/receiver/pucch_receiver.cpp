@@ -7,6 +7,7 @@
 #include "receiver/polar_decoder.h"
 
 #include <algorithm>
+#include <array>
 #include <cmath>
 #include <numbers>
 #include <numeric>
@@ -40,8 +41,10 @@ struct slot_receiver_t
     const lib_nr_carrier_configure_manager_t& carrier;
     const lib_nr_ul_pucch_configure_manager_t& pucch;
     unsigned int slot;
+    bool standard_rules;
     const lib_nr_ul_bwp_configure_manager_t& bwp = carrier.get_ul_bwp(pucch.get_bwp_id());
     unsigned int format = pucch.get_pucch_format();
+    unsigned int interlaces = bwp.get_numerology() == LIB_NR_SCS_15K ? 10 : 5;
     unsigned int L = bwp.get_cp_type() == LIB_NR_EXTEND_CP ? 12 : 14;
     bool is_spread = format == 4 || (pucch.get_use_interlace_pucch() && pucch.get_interlace1() < 0);
     unsigned int S = is_spread ? static_cast<unsigned int>(pucch.get_occ_length()) : 1;
@@ -56,13 +59,19 @@ struct slot_receiver_t
     {
         return pucch.get_intra_slot_frequency_hopping() && l >= count / 2;
     }
-    /// Inter-slot hopping goes by the place in the list of slots.
+    /// Inter-slot hopping counts slots from the first of each repetition, TS 38.213 clause 9.2.6; by the own rule it
+    /// goes by the place in the list of slots.
     bool is_moved() const
     {
         const auto& slots = pucch.get_allocated_slots();
+        const auto place = static_cast<std::size_t>(std::find(slots.begin(), slots.end(), slot) - slots.begin());
+        const std::size_t first =
+            place / pucch.get_number_of_slots_for_pucch_repetition() * pucch.get_number_of_slots_for_pucch_repetition();
         return pucch.get_inter_slot_frequency_hopping() &&
-               (std::find(slots.begin(), slots.end(), slot) - slots.begin()) % 2 == 1;
+               (standard_rules ? slot + slots[first] : static_cast<unsigned int>(place)) % 2 == 1;
     }
+    /// The number of an RB within its interlace, TS 38.211 clause 4.4.4.6.
+    unsigned int interlaced_rb(unsigned int rb) const { return (rb - bwp.get_rb_offset()) / interlaces; }
     void note(double error) { uci.error = std::max(uci.error, error); }
 
     /// RBs of the carrier's grid.
@@ -82,12 +91,17 @@ struct slot_receiver_t
         }
         const auto sets = carrier.get_numerology_manager(bwp.get_numerology()).get_ul_guard_band().get_rb_set_info();
         const auto [first, last] = sets.at(static_cast<std::uint16_t>(pucch.get_rb_set_index()));
-        const unsigned int step = bwp.get_numerology() == LIB_NR_SCS_15K ? 10 : 5;
-        const auto most = [](unsigned int setting) { return setting == 1 ? 10u : 11u; };
-        add(first + pucch.get_interlace0(), step, last, most(pucch.get_pucch_interlace0()));
+        const auto add_interlace = [&, begin = first, end = last](unsigned int interlace, unsigned int setting) {
+            unsigned int rb = standard_rules ? begin : begin + interlace;
+            while (standard_rules && rb % interlaces != interlace)
+                ++rb;
+            add(rb, interlaces, end, setting == 1 ? 10u : 11u);
+        };
+        add_interlace(pucch.get_interlace0(), pucch.get_pucch_interlace0());
         if (pucch.get_interlace1() >= 0)
-            add(first + static_cast<unsigned int>(pucch.get_interlace1()), step, last,
-                most(pucch.get_pucch_interlace1()));
+            add_interlace(static_cast<unsigned int>(pucch.get_interlace1()), pucch.get_pucch_interlace1());
+        if (standard_rules)
+            std::sort(result.begin(), result.end());
         return result;
     }
 
@@ -123,9 +137,11 @@ struct slot_receiver_t
         const signal_t row = cells(l);
         const std::vector<unsigned int> blocks = rbs(l);
         for (std::size_t r = 0; r < blocks.size(); ++r) {
-            const unsigned int counted = blocks[r] - (pucch.get_use_interlace_pucch() ? 0 : bwp.get_rb_offset());
+            const bool is_counted_from_bwp = !pucch.get_use_interlace_pucch() && !standard_rules;
+            const unsigned int counted = blocks[r] - (is_counted_from_bwp ? bwp.get_rb_offset() : 0);
             const auto c = gold_sequence(dmrs_c_init(l), 8 / S * counted, 8 / S);
-            const unsigned int n = (blocks[r] + pucch.get_occ_index()) % S;
+            const unsigned int n =
+                ((standard_rules ? interlaced_rb(blocks[r]) : blocks[r]) + pucch.get_occ_index()) % S;
             const auto w = [n](unsigned int m) { return std::complex<double>((n & m) % 3 == 0 ? 1.0 : -1.0); };
             signal_t data;
             for (std::size_t k = 0; k < 12; ++k)
@@ -164,21 +180,26 @@ struct slot_receiver_t
         for (unsigned int l = 0; l < rows.size(); ++l)
             for (unsigned int r = 0; r < rbs(l).size(); ++r) {
                 const bool is_second = is_second_hop(l, rows.size()) && !pucch.get_use_interlace_pucch();
-                const signal_t rb = low_papr_row(l, is_second, shift + 5 * r, 12);
+                const bool by_interlace = standard_rules && pucch.get_use_interlace_pucch();
+                const signal_t rb =
+                    low_papr_row(l, is_second, shift + 5 * (by_interlace ? interlaced_rb(rbs(l)[r]) : r), 12);
                 rows[l].insert(rows[l].end(), rb.begin(), rb.end());
             }
         return rows;
     }
 
-    /// What format 1 spreads symbol l with; 0 where a sequence is too short for the index. The DMRS is split like the
-    /// data, the shorter half first.
+    /// What format 1 spreads symbol l with; 0 where a sequence is too short for the index. By the own rule the DMRS is
+    /// split like the data, the shorter half first.
     std::complex<double> spreading(unsigned int l, unsigned int index) const
     {
-        constexpr unsigned int first_of[2][11] = {{1, 1, 1, 2, 2, 2, 2, 3, 3, 3, 3}, {1, 1, 1, 1, 2, 2, 2, 2, 3, 3, 3}};
+        constexpr unsigned int first_of[3][11] = {{1, 1, 1, 2, 2, 2, 2, 3, 3, 3, 3},
+                                                  {1, 1, 1, 1, 2, 2, 2, 2, 3, 3, 3},
+                                                  {1, 1, 2, 2, 2, 2, 3, 3, 3, 3, 4}}; // TS 38.211 Table 6.4.1.3.1.1-1
         constexpr unsigned int phi_of_4[4][4] = {{0, 0, 0, 0}, {0, 2, 0, 2}, {0, 0, 2, 2}, {0, 2, 2, 0}};
         const unsigned int all = (pucch.get_symbol_num() + 1 - l % 2) / 2;
-        const unsigned int first =
-            pucch.get_intra_slot_frequency_hopping() ? first_of[l % 2][pucch.get_symbol_num() - 4] : all;
+        const unsigned int first = pucch.get_intra_slot_frequency_hopping()
+                                       ? first_of[l % 2 == 0 && standard_rules ? 2 : l % 2][pucch.get_symbol_num() - 4]
+                                       : all;
         const unsigned int n = l / 2 < first ? first : all - first;
         const unsigned int m = l / 2 < first ? l / 2 : l / 2 - first;
         if (index >= n)
@@ -246,6 +267,30 @@ struct slot_receiver_t
         if (Qm == 2)
             soft.push_back(point.imag());
         note(std::abs(std::abs(point.imag()) - (Qm - 1.0)));
+    }
+
+    /// The places of coded bits in the slot, the first part's ahead of the second's: TS 38.212 clause 6.3.1.6 deals the
+    /// first out among the symbols next to a DMRS, point by point, then among those one further away, and so on.
+    std::vector<std::size_t> order_of_parts(std::size_t bits, std::size_t first_part) const
+    {
+        const auto dmrs =
+            dmrs_symbols(pucch.get_symbol_num(), pucch.get_intra_slot_frequency_hopping(), pucch.get_additional_dmrs());
+        std::vector<std::array<std::size_t, 3>> dealt; // by distance, point of the symbol, and place
+        for (unsigned int l = 0; l < pucch.get_symbol_num(); ++l) {
+            unsigned int distance = 14;
+            for (const unsigned int k : dmrs)
+                distance = std::min(distance, k > l ? k - l : l - k);
+            const std::size_t per_symbol = distance == 0 ? 0 : bits / (pucch.get_symbol_num() - dmrs.size());
+            for (std::size_t bit = 0; bit < per_symbol; ++bit)
+                dealt.push_back({distance, bit / Qm, dealt.size()});
+        }
+        std::sort(dealt.begin(), dealt.end());
+        std::vector<std::size_t> places;
+        for (const auto& bit : dealt)
+            places.push_back(bit[2]);
+        std::sort(places.begin(), places.begin() + static_cast<std::ptrdiff_t>(first_part));
+        std::sort(places.begin() + static_cast<std::ptrdiff_t>(first_part), places.end());
+        return places;
     }
 
     /// A part's bits out of the hard decisions from `first` on.
@@ -324,9 +369,20 @@ struct slot_receiver_t
         }
         std::size_t E1 = hard.size();
         if (second_bits != 0) {
-            const std::size_t coded = first_bits + (first_bits < 11 ? 0 : first_bits < 20 ? 6 : 11);
+            const std::size_t coded = first_bits + (first_bits < (standard_rules ? 12 : 11) ? 0
+                                                    : first_bits < 20                       ? 6
+                                                                                            : 11);
             const std::size_t rate = pucch.get_max_code_rate();
             E1 = std::min(E1, Qm * ((100 * coded + rate * Qm - 1) / (rate * Qm)));
+        }
+        if (second_bits != 0 && standard_rules && format != 2) {
+            bits_t parts[2];
+            for (const std::size_t place : order_of_parts(hard.size(), E1)) {
+                parts[0].push_back(hard[place]);
+                parts[1].push_back(scrambling[place]);
+            }
+            hard = parts[0];
+            scrambling = parts[1];
         }
         decode(first_bits, hard, scrambling, 0, E1);
         decode(second_bits, hard, scrambling, E1, hard.size() - E1);
@@ -338,16 +394,17 @@ struct slot_receiver_t
 
 received_uci_t receive_uci(const rows_t& frame, const lib_nr_carrier_configure_manager_t& carrier,
                            const lib_nr_ul_pucch_configure_manager_t& pucch, unsigned int slot, std::size_t first_bits,
-                           std::size_t second_bits)
+                           std::size_t second_bits, bool standard_rules)
 {
-    slot_receiver_t receiver{frame, carrier, pucch, slot};
+    slot_receiver_t receiver{frame, carrier, pucch, slot, standard_rules};
     return receiver.receive(first_bits, second_bits);
 }
 
 received_sequence_t receive_sequence(const rows_t& frame, const lib_nr_carrier_configure_manager_t& carrier,
-                                     const lib_nr_ul_pucch_configure_manager_t& pucch, unsigned int slot)
+                                     const lib_nr_ul_pucch_configure_manager_t& pucch, unsigned int slot,
+                                     bool standard_rules)
 {
-    return slot_receiver_t{frame, carrier, pucch, slot}.receive_sequence();
+    return slot_receiver_t{frame, carrier, pucch, slot, standard_rules}.receive_sequence();
 }
 
 } // namespace nr_test

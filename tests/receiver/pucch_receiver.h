@@ -20,10 +20,11 @@ struct received_uci_t
 };
 
 /// Receives a slot after TS 38.211 clauses 6.3.2.2, 6.3.2.5, 6.3.2.6, 6.4.1.3.2 and 6.4.1.3.3 and TS 38.212 clause
-/// 6.3.1, out of a frame's rows. It knows the settings and the number of bits of both UCI parts.
+/// 6.3.1, out of a frame's rows; it knows the settings and the number of bits of both UCI parts. Without
+/// `standard_rules` it receives what this system sends by its own rules.
 received_uci_t receive_uci(const rows_t& frame, const vek::nr_mod_lib::lib_nr_carrier_configure_manager_t& carrier,
                            const vek::nr_mod_lib::lib_nr_ul_pucch_configure_manager_t& pucch, unsigned int slot,
-                           std::size_t first_bits, std::size_t second_bits);
+                           std::size_t first_bits, std::size_t second_bits, bool standard_rules);
 
 /// What a slot of PUCCH format 0 or 1 says.
 struct received_sequence_t
@@ -40,6 +41,6 @@ struct received_sequence_t
 received_sequence_t receive_sequence(const rows_t& frame,
                                      const vek::nr_mod_lib::lib_nr_carrier_configure_manager_t& carrier,
                                      const vek::nr_mod_lib::lib_nr_ul_pucch_configure_manager_t& pucch,
-                                     unsigned int slot);
+                                     unsigned int slot, bool standard_rules);
 
 } // namespace nr_test

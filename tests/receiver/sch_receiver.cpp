@@ -144,7 +144,8 @@ double demap(complex_t value, unsigned int order, bits_t& bits)
     return std::hypot(real, demap_axis(scale * value.imag(), axis, out + 1)) / scale;
 }
 
-/// TS 38.211 clause 6.4.1.1.1.2, the symbols of a hop counted from its start, but for the first of the second.
+/// TS 38.211 clause 6.4.1.1.1.2; by the own rules the symbols of a hop count from its start, but for the first of the
+/// second.
 cells_t low_papr_dmrs_of(const sch_channel_t& channel, unsigned int slot, unsigned int symbol)
 {
     const auto& settings = *channel.precoded;
@@ -152,7 +153,7 @@ cells_t low_papr_dmrs_of(const sch_channel_t& channel, unsigned int slot, unsign
     const auto& symbols = channel.dmrs_symbols;
     const auto place = static_cast<std::size_t>(std::find(symbols.begin(), symbols.end(), symbol) - symbols.begin());
     unsigned int l = is_double ? symbols[place / 2 * 2] : symbol;
-    if (channel.second_hop != sch_channel_t::k_no_hop)
+    if (channel.second_hop != sch_channel_t::k_no_hop && !channel.standard_rules)
         l -= symbol > channel.second_hop ? channel.second_hop : settings.get_first_symbol();
     const std::size_t count = std::size_t{channel.symbols_in_slot} * slot + l;
     const unsigned int id = sch_identity(settings.get_n_rs_id(), channel.cell, channel.standard_rules);
@@ -324,7 +325,7 @@ unsigned int sch_identity(int identity, unsigned int cell, bool standard_rules)
 }
 
 std::vector<unsigned int> sch_dmrs_symbols(const lib_nr_sch_configure_manager_t& sch,
-                                           const lib_nr_ul_sch_configure_manager_t* uplink)
+                                           const lib_nr_ul_sch_configure_manager_t* uplink, bool standard_rules)
 {
     const bool is_double = sch.get_dmrs_length() == LIB_NR_SCH_DMRS_LENGTH_DOUBLE_SYMBOL;
     const bool is_type_b = sch.get_mapping_type() == LIB_NR_DMRS_MAPPING_TYPEB;
@@ -346,7 +347,7 @@ std::vector<unsigned int> sch_dmrs_symbols(const lib_nr_sch_configure_manager_t&
         add(dmrs_positions_of_hop(is_type_b, additional == 1, 0, hop, l0), first);
         add(dmrs_positions_of_hop(is_type_b, additional == 1, 1, sch.get_symbol_num() - hop, l0), first + hop);
     }
-    else if (uplink == nullptr || is_double || length != (is_type_b ? 1 : 4)) // other than the standard, none there
+    else if (uplink == nullptr || is_double || standard_rules || length != (is_type_b ? 1 : 4))
         add(dmrs_positions(uplink != nullptr, is_double, is_type_b, additional, length, l0), start);
     return symbols;
 }

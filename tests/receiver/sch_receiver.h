@@ -56,9 +56,11 @@ void descramble(const sch_channel_t& channel, bits_t& bits);
 sch_slot_t receive_sch_slot(const sch_channel_t& channel, const rows_t& rows, unsigned int slot,
                             const std::function<bool(unsigned int, unsigned int)>& is_taken);
 
-/// The symbols with DMRS, TS 38.211 clauses 7.4.1.1.2 and 6.4.1.1.3; `uplink` is the same channel where it is a PUSCH.
+/// The symbols with DMRS, TS 38.211 clauses 7.4.1.1.2 and 6.4.1.1.3; `uplink` is the same channel where it is a PUSCH,
+/// whose shortest lengths have none by the own rules.
 std::vector<unsigned int> sch_dmrs_symbols(const vek::nr_mod_lib::lib_nr_sch_configure_manager_t& settings,
-                                           const vek::nr_mod_lib::lib_nr_ul_sch_configure_manager_t* uplink = nullptr);
+                                           const vek::nr_mod_lib::lib_nr_ul_sch_configure_manager_t* uplink = nullptr,
+                                           bool standard_rules = false);
 /// An identity as it is set, or the cell's: -1 stands for it, by the own rules 0 too.
 unsigned int sch_identity(int identity, unsigned int cell, bool standard_rules);
 /// TS 38.214 clause 5.1.3.2, steps 3 and 4, in whole numbers: N_info comes in parts of a unit.

@@ -15,9 +15,10 @@ using namespace vek::nr_mod_lib;
 namespace
 {
 
-/// TS 38.214 clause 6.1.2.2: RB by RB. An interlace does not hold a set's last RB by its first number.
+/// TS 38.214 clause 6.1.2.2: RB by RB. By the own rules interlaces count from each set's first RB, one behind the
+/// other, and do not hold a set's last RB by its first number.
 std::vector<unsigned int> rbs_of(const lib_nr_carrier_configure_manager_t& carrier,
-                                 const lib_nr_ul_sch_configure_manager_t& sch)
+                                 const lib_nr_ul_sch_configure_manager_t& sch, bool standard_rules)
 {
     const lib_nr_ul_bwp_configure_manager_t& bwp = carrier.get_ul_bwp(sch.get_bwp_id());
     const unsigned int start = bwp.get_rb_offset();
@@ -35,6 +36,15 @@ std::vector<unsigned int> rbs_of(const lib_nr_carrier_configure_manager_t& carri
         return rbs;
     const unsigned int step = bwp.get_numerology() == LIB_NR_SCS_15K ? 10 : 5;
     const auto sets = carrier.get_numerology_manager(0U).get_ul_guard_band().get_rb_set_info();
+    const auto first_set = static_cast<std::uint16_t>(sch.get_rb_set_start());
+    const auto last_set = static_cast<std::uint16_t>(first_set + sch.get_rb_set_number() - 1);
+    for (unsigned int rb = start; standard_rules && rb < end; ++rb)
+        for (const unsigned int interlace : sch.get_interlace_index_v())
+            if (rb % step == interlace && rb >= sets.at(first_set).first &&
+                rb + sch.get_unused_rb() <= sets.at(last_set).second)
+                rbs.push_back(rb);
+    if (standard_rules)
+        return rbs;
     for (const unsigned int interlace : sch.get_interlace_index_v())
         for (unsigned int i = 0; i < sch.get_rb_set_number(); ++i) {
             const auto [first, last] = sets.at(static_cast<std::uint16_t>(sch.get_rb_set_start() + i));
@@ -58,8 +68,8 @@ sch_channel_t pusch_channel_of(const lib_nr_carrier_configure_manager_t& carrier
     sch_channel_t channel{sch,
                           cell,
                           bwp.get_cp_type() == LIB_NR_EXTEND_CP ? 12u : 14u,
-                          rbs_of(carrier, sch),
-                          sch_dmrs_symbols(sch, &sch),
+                          rbs_of(carrier, sch, standard_rules),
+                          sch_dmrs_symbols(sch, &sch, standard_rules),
                           sch.get_rapid() < 0 ? (sch.get_rnti() << 15) + nid : (sch.get_rnti() << 16) + rapid + nid};
     const bool in_slot = sch.get_hopping_mode() == LIB_NR_SCH_HOPPING_MODE_INTRA;
     if (in_slot)

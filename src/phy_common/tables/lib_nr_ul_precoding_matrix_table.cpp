@@ -1,6 +1,7 @@
 // TS 38.211 Tables 6.3.1.5-1 to 6.3.1.5-7, PUSCH precoding matrices: 6, 28, 28, 3, 22, 7 and 5 rows.
 #include "phy_common/tables/lib_nr_ul_precoding_matrix_table.h"
 
+#include <cmath>
 #include <initializer_list>
 #include <string_view>
 
@@ -108,6 +109,21 @@ const lib_nr_precoding_table_t& precoding_matrix_6_3_1_5_7()
                                                            {k_1_sqrt8, {"+0+0 +0-0 0+0+ 0+0-", "+0j0 +0J0 0+0j 0+0J"}},
                                                            {k_1_4, {"++++ +-+- ++-- +--+", "++jj +-jJ ++JJ +-Jj"}}});
     return k_table;
+}
+
+std::vector<std::complex<double>> standard_precoding_matrix(const lib_nr_precoding_table_t& table, std::size_t tpmi)
+{
+    constexpr std::size_t k_rows_of_one_layer = 28;
+    const bool is_exchanged = table.size() == k_rows_of_one_layer && (tpmi == 10 || tpmi == 11);
+    std::vector<std::complex<double>> matrix = table[is_exchanged ? 21 - tpmi : tpmi];
+    // No matrix of the standard gives all layers together more power than 1: where the own one does, it is scaled.
+    double power = 0.0;
+    for (const std::complex<double>& weight : matrix)
+        power += std::norm(weight);
+    if (power > 1.0 + 1e-9)
+        for (std::complex<double>& weight : matrix)
+            weight /= std::sqrt(power);
+    return matrix;
 }
 
 } // namespace vek::nr_mod_lib
