@@ -105,7 +105,7 @@ public:
     bool set_intra_slot_frequency_hopping(bool hopping);
     bool get_intra_slot_frequency_hopping() const { return _get_pucch_manager().get_intra_slot_frequency_hopping(); }
     /// Every second slot at the second hop, for format 1 in at least two slots; ends intra-slot hopping. Otherwise it
-    /// is off.
+    /// is off. Under `standard_rules` every second slot from the first of a repetition on, those between included.
     bool set_inter_slot_frequency_hopping(bool hopping);
     bool get_inter_slot_frequency_hopping() const { return _get_pucch_manager().get_inter_slot_frequency_hopping(); }
     /// Slots of format 1 that send the same bits, 1 to 8 and at most those allocated (TS 38.213 clause 9.2.6). The bits

@@ -60,7 +60,7 @@ public:
     unsigned int get_t_offset() const { return _target().get_t_offset(); }
     /// Text of slots of a frame; one without any is not taken. With a period the list holds the slots that it gives in
     /// the first frame, whatever the text, and an SRS is sent where both the list and, counted from the first frame,
-    /// the period have the slot.
+    /// the period have the slot; under `standard_rules` where the period has it.
     bool set_slot_allocation(const std::string& text) { return _target().set_slot_allocation(text, _numerology()); }
     const std::vector<int>& get_slot_allocation() const { return _target().get_slot_allocation(); }
     const std::string& get_slot_allocation_feedback() const { return _target().get_slot_allocation_feedback(); }
@@ -93,7 +93,8 @@ public:
     /// 0 to 3; it hops where this is below B_SRS.
     bool set_b_hop(unsigned char b_hop) { return _target().set_b_hop(b_hop); }
     unsigned char get_b_hop() const { return _target().get_b_hop(); }
-    /// Resource blocks from the grid's first subcarrier, 0 to 268.
+    /// Resource blocks from the grid's first subcarrier, 0 to 268; under `standard_rules` from the BWP's where that
+    /// begins above so many.
     bool set_n_shift(unsigned short n_shift) { return _target().set_n_shift(n_shift); }
     unsigned short get_n_shift() const { return _target().get_n_shift(); }
     /// Frequency position in steps of 4 resource blocks, 0 to 67.

@@ -57,7 +57,8 @@ constexpr auto k_leaves = row::leaves(
     row::leaf<&pucch_t::get_intra_slot_frequency_hopping, &pucch_t::set_intra_slot_frequency_hopping>(
         "intra_slot_frequency_hopping", "later half of the symbols at second_hop_prb; ends inter-slot hopping"),
     row::leaf<&pucch_t::get_inter_slot_frequency_hopping, &pucch_t::set_inter_slot_frequency_hopping>(
-        "inter_slot_frequency_hopping", "every second slot at second_hop_prb: format 1 in two slots or more"),
+        "inter_slot_frequency_hopping",
+        "every second slot at second_hop_prb: format 1 in two slots or more; under standard_rules within a repetition"),
     row::leaf<&pucch_t::get_number_of_slots_for_pucch_repetition, &pucch_t::set_number_of_slots_for_pucch_repetition>(
         "number_of_slots_for_pucch_repetition",
         "slots of format 1 with the same bits, 1 to 8; counts when slots or payload are next set"),

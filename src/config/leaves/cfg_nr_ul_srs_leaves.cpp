@@ -60,7 +60,9 @@ constexpr auto k_leaves = row::leaves(
     row::leaf<&srs_t::get_b_srs, &srs_t::set_b_srs>("b_srs", "B_SRS, 0 to 3").outside_tree(),
     row::leaf<&srs_t::get_c_srs, &srs_t::set_c_srs>("c_srs", "C_SRS, 0 to 63").outside_tree(),
     row::leaf<&srs_t::get_b_hop, &srs_t::set_b_hop>("b_hop", "0 to 3; hops where below b_srs").outside_tree(),
-    row::leaf<&srs_t::get_n_shift, &srs_t::set_n_shift>("n_shift", "resource blocks from the grid's first, 0 to 268")
+    row::leaf<&srs_t::get_n_shift, &srs_t::set_n_shift>(
+        "n_shift",
+        "resource blocks from the grid's first, 0 to 268; under standard_rules from a BWP's that begins above")
         .outside_tree(),
     row::leaf<&srs_t::get_n_RRC, &srs_t::set_n_RRC>("n_RRC", "frequency position, 4 resource blocks each, 0 to 67")
         .outside_tree(),
