@@ -4,10 +4,18 @@
 #include "common/nr_mod_lib_export.h"
 
 #include <complex>
+#include <utility>
 #include <vector>
 
 namespace vek::common_lib
 {
+
+/// A curve of probabilities and its markers.
+struct lib_ccdf_t
+{
+    std::vector<double> curve;
+    std::vector<double> markers;
+};
 
 /// The complementary cumulative distribution of a signal's power: how often it exceeds its mean, and by how much.
 class NR_MOD_LIB_EXPORT lib_ccdf_calculator_t
@@ -23,6 +31,11 @@ public:
     /// gives seven zeros.
     static void get_default_ccdf_marker_data(const std::vector<double>& curve, lib_signal_view_t signal,
                                              std::vector<double>& markers);
+
+    /// Curves and markers of a signal and of a part of it, by one pass: what the two operations above give, from sums
+    /// of power that are known. An empty part gives zeros.
+    static std::pair<lib_ccdf_t, lib_ccdf_t> calculate_ccdf(lib_signal_view_t signal, double signal_power,
+                                                            lib_signal_view_t part, double part_power);
 
     /// The number of points of a curve, 601.
     static unsigned int get_default_ccdf_data_length();

@@ -43,47 +43,54 @@ void rotate(std::complex<double>* samples, std::size_t count, std::complex<doubl
 
 constexpr double k_burst_threshold = 0.01; // 20 dB below the mean of the active part
 
-/// The mean power of those pieces of `width` samples that lie no more than 20 dB below the mean of all; a shorter last
-/// piece counts as if zeros followed. Some window of that width has at least this power.
-double active_mean_power(lib_signal_view_t signal, std::size_t width)
+/// The mean power of those pieces that lie no more than 20 dB below the mean of all; a shorter last piece counts as if
+/// zeros followed. Some window of a piece's width has at least this power.
+double active_mean_power(const lib_power_pieces_t& pieces, std::size_t size)
 {
-    std::vector<double> pieces;
-    const auto divisor = static_cast<double>(std::min(width, signal.size()));
-    for (std::size_t begin = 0; begin < signal.size(); begin += width) {
-        const std::size_t count = std::min(width, signal.size() - begin);
-        pieces.push_back(sum_of_power(signal.data() + begin, count) / divisor);
-    }
-    const double least =
-        k_burst_threshold * std::accumulate(pieces.begin(), pieces.end(), 0.0) / static_cast<double>(pieces.size());
+    const double least = k_burst_threshold * std::accumulate(pieces.sums.begin(), pieces.sums.end(), 0.0) /
+                         static_cast<double>(pieces.sums.size());
     double sum = 0.0;
     std::size_t count = 0;
-    for (const double power : pieces) {
+    for (const double power : pieces.sums) {
         if (power > least) {
             sum += power;
             ++count;
         }
     }
-    return count == 0 ? 0.0 : sum / static_cast<double>(count);
+    const auto width = static_cast<double>(std::min(pieces.width, size));
+    return count == 0 ? 0.0 : sum / static_cast<double>(count) / width;
 }
 
-/// Calls visit(i, p) with the mean power p of the `width` samples (odd) round sample i, from the first on or, where
-/// `backward`, from the last on, until it returns false. A window that sticks out is shortened.
+/// How many pieces from an end of the signal on can be passed over: no window within them and the next one reaches the
+/// threshold. A window has at least half of its width inside the signal, and lies in two pieces at most.
+template <class iterator_t>
+std::size_t count_quiet_pieces(iterator_t piece, iterator_t end, double threshold_sum)
+{
+    std::size_t count = 0;
+    for (; piece != end && piece + 1 != end && 2.0 * (*piece + *(piece + 1)) < threshold_sum; ++piece)
+        ++count;
+    return count;
+}
+
+/// Calls visit(i, p) with the mean power p of the `width` samples (odd) round sample i, from the `start`th on or, where
+/// `backward`, from that before the end on, until it returns false. A window that sticks out is shortened.
 template <class visit_t>
-void walk_smoothed_power(lib_signal_view_t signal, std::size_t width, bool backward, visit_t visit)
+void walk_smoothed_power(lib_signal_view_t signal, std::size_t width, bool backward, std::size_t start, visit_t visit)
 {
     const std::size_t size = signal.size();
     const std::size_t reach = width / 2;
     const auto power_at = [&](std::size_t step) { return power_of(signal[backward ? size - 1 - step : step]); };
+    const std::size_t first = start - std::min(start, reach);
     double sum = 0.0;
     std::size_t inside = 0;
-    for (; inside < std::min(reach, size); ++inside)
-        sum += power_at(inside);
-    for (std::size_t step = 0; step < size; ++step) {
+    for (; first + inside < std::min(start + reach, size); ++inside)
+        sum += power_at(first + inside);
+    for (std::size_t step = start; step < size; ++step) {
         if (step + reach < size) {
             sum += power_at(step + reach);
             ++inside;
         }
-        if (step > reach) {
+        if (step > first + reach) {
             sum -= power_at(step - reach - 1);
             --inside;
         }
@@ -124,11 +131,24 @@ void lib_common_signal_process_t::get_burst_signal_data(const std::vector<std::c
         out = std::vector<std::complex<double>>(burst.begin(), burst.end());
 }
 
+std::size_t lib_common_signal_process_t::get_smoothing_width(std::size_t size)
+{
+    return std::max<std::size_t>(size / 4096, 64) | 1; // odd: the same windows from both ends
+}
+
 lib_signal_view_t lib_common_signal_process_t::find_burst(lib_signal_view_t in)
 {
+    lib_power_pieces_t pieces{get_smoothing_width(in.size()), {}};
+    for (std::size_t begin = 0; begin < in.size(); begin += pieces.width)
+        pieces.sums.push_back(sum_of_power(in.data() + begin, std::min(pieces.width, in.size() - begin)));
+    return find_burst(in, pieces);
+}
+
+lib_signal_view_t lib_common_signal_process_t::find_burst(lib_signal_view_t in, const lib_power_pieces_t& pieces)
+{
     const std::size_t size = in.size();
-    const std::size_t width = std::max<std::size_t>(size / 4096, 64) | 1; // odd: the same windows from both ends
-    const double threshold = k_burst_threshold * active_mean_power(in, width);
+    const std::size_t width = pieces.width;
+    const double threshold = k_burst_threshold * active_mean_power(pieces, size);
     if (!(threshold > 0.0))
         return {in.data(), 0};
 
@@ -138,10 +158,14 @@ lib_signal_view_t lib_common_signal_process_t::find_burst(lib_signal_view_t in)
             return !(power > threshold);
         };
     };
+    const double threshold_sum = threshold * static_cast<double>(width);
+    const std::size_t ahead = count_quiet_pieces(pieces.sums.begin(), pieces.sums.end(), threshold_sum);
+    const std::size_t behind = count_quiet_pieces(pieces.sums.rbegin(), pieces.sums.rend(), threshold_sum);
     std::size_t first = 0;
     std::size_t last = 0;
-    walk_smoothed_power(in, width, false, is_quiet_until(first));
-    walk_smoothed_power(in, width, true, is_quiet_until(last));
+    walk_smoothed_power(in, width, false, ahead * width, is_quiet_until(first));
+    walk_smoothed_power(in, width, true, size - std::min(size, (pieces.sums.size() - behind) * width),
+                        is_quiet_until(last));
 
     // The window smears an edge by half its width; behind a gap the signal begins at its first sample of some power.
     const double edge = k_burst_threshold * threshold;

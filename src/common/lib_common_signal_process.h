@@ -1,9 +1,11 @@
 #pragma once
 
+#include "common/lib_signal_power.h"
 #include "common/lib_signal_view.h"
 #include "common/nr_mod_lib_export.h"
 
 #include <complex>
+#include <cstddef>
 #include <vector>
 
 namespace vek::common_lib
@@ -26,6 +28,10 @@ public:
                                       std::vector<std::complex<double>>& out);
     /// The same part where it lies.
     static lib_signal_view_t find_burst(lib_signal_view_t signal);
+    /// The same from the powers of the signal's pieces, each as wide as the smoothing: only the signal's edges are
+    /// looked at.
+    static lib_signal_view_t find_burst(lib_signal_view_t signal, const lib_power_pieces_t& pieces);
+    static std::size_t get_smoothing_width(std::size_t size);
 };
 
 } // namespace vek::common_lib

@@ -34,6 +34,10 @@ public:
     /// rectangular. `signal` may be `spectrum` itself.
     static void calc_freq_spectrum(lib_signal_view_t signal, std::vector<std::complex<double>>& spectrum, bool db,
                                    unsigned int window);
+    /// The sum of the spectra of so many equal blocks, one behind the other from the signal's start on, each as
+    /// `calc_freq_spectrum` gives it without a window.
+    static void add_freq_spectra(lib_signal_view_t signal, unsigned int blocks,
+                                 std::vector<std::complex<double>>& spectrum);
 };
 
 } // namespace vek::common_lib

@@ -1,7 +1,10 @@
 #pragma once
 
+#include "common/lib_signal_view.h"
+
 #include <complex>
 #include <cstddef>
+#include <vector>
 
 namespace vek::common_lib
 {
@@ -24,5 +27,16 @@ inline double sum_of_power(const std::complex<double>* samples, std::size_t coun
         lanes[0] += power_of(samples[i]);
     return (lanes[0] + lanes[1]) + (lanes[2] + lanes[3]);
 }
+
+/// What is known of a signal's power: its sum over pieces of `width` samples, the last of which may be shorter. So a
+/// pass that looks at every sample anyway spares those that come after it another.
+struct lib_power_pieces_t
+{
+    std::size_t width = 1;
+    std::vector<double> sums;
+};
+
+/// The sum of power of a signal's samples `begin` to `end - 1`, of whole pieces as far as they go.
+double sum_of_power(lib_signal_view_t signal, const lib_power_pieces_t& pieces, std::size_t begin, std::size_t end);
 
 } // namespace vek::common_lib

@@ -38,6 +38,13 @@ lib_nr_phy_t::lib_nr_phy_t()
     _clear_data();
 }
 
+lib_nr_phy_t& lib_nr_phy_t::operator=(const lib_nr_phy_t& other)
+{
+    if (this != &other)
+        *this = lib_nr_phy_t(other);
+    return *this;
+}
+
 void lib_nr_phy_t::waveform_config(const lib_nr_waveform_configure_manager_t& waveform) { m_waveform = waveform; }
 
 bool lib_nr_phy_t::waveform_init()
@@ -49,11 +56,9 @@ bool lib_nr_phy_t::waveform_init()
 void lib_nr_phy_t::_clear_data()
 {
     m_baseband_signal.clear();
+    m_finish.reset();
     m_frequency_spectrum.clear();
-    m_waveform_ccdf_curve.clear();
-    m_waveform_ccdf_marker.clear();
-    m_burst_ccdf_curve.clear();
-    m_burst_ccdf_marker.clear();
+    m_ccdfs.clear();
 }
 
 std::uint32_t lib_nr_phy_t::_get_sample_points() const

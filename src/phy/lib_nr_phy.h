@@ -1,5 +1,8 @@
 #pragma once
 
+#include "common/lib_ccdf_calculator.h"
+#include "common/lib_made_on_demand.h"
+#include "common/lib_signal_power.h"
 #include "common/lib_test_peer.h"
 #include "common/nr_mod_lib_export.h"
 #include "manager/lib_nr_waveform_configure_manager.h"
@@ -22,6 +25,7 @@
 #include <functional>
 #include <optional>
 #include <string_view>
+#include <utility>
 #include <vector>
 
 namespace vek::nr_mod_lib
@@ -42,15 +46,27 @@ struct lib_nr_channel_step_t
 /// each frame, applies the carriers' offsets, sums all into one circular buffer and finishes it.
 ///
 /// Calling order: `waveform_config`, `nr_phy_process`, then the getters; results stay until the next run starts. Blocks
-/// until done. The grids and the plans of the transforms are shared by all engines of the process: one call at a time
-/// is meant for the process, whatever the engine or thread. A host that uses FFTW itself shares its planner and wisdom
-/// with the library (`lib_fft_plan_t` tells what follows).
+/// until done. The grids are shared by all engines of the process: one run or view at a time is meant for the process,
+/// whatever the engine or thread. A host that uses FFTW itself shares its planner and wisdom with the library
+/// (`lib_fft_plan_t` tells what follows).
+///
+/// A run gives the samples. Spectrum, curves and markers are made from them when they are first asked for, and kept: a
+/// host that takes the samples alone does not pay for them. They may throw `std::bad_alloc` then, which leaves the
+/// engine as it was. Any number of threads may call the getters of a finished engine at once, also while another engine
+/// runs; with FFTW behind the transforms, the first call for the spectrum stands alone as a run does. A reference holds
+/// until the next run of its engine, or until that is assigned to or moved from. A copy of an engine has its samples
+/// and makes its own results of them; one that throws leaves the target as it was.
 class NR_MOD_LIB_EXPORT lib_nr_phy_t
 {
 public:
     using signal_t = std::vector<std::complex<double>>;
 
     lib_nr_phy_t();
+    lib_nr_phy_t(const lib_nr_phy_t&) = default;
+    lib_nr_phy_t(lib_nr_phy_t&&) = default;
+    lib_nr_phy_t& operator=(const lib_nr_phy_t& other);
+    lib_nr_phy_t& operator=(lib_nr_phy_t&&) = default;
+    ~lib_nr_phy_t() = default;
 
     /// Takes a deep copy of the whole configuration; later edits reach the engine only through a further copy.
     void waveform_config(const lib_nr_waveform_configure_manager_t& waveform);
@@ -92,17 +108,27 @@ public:
     const signal_t& get_baseband_signal_data() const { return m_baseband_signal; }
     /// Magnitudes as real numbers, the largest being 1, 0 Hz in the middle: the sum of the spectra of equal blocks of
     /// the first frame.
-    const signal_t& get_frequency_spectrum_data() const { return m_frequency_spectrum; }
+    const signal_t& get_frequency_spectrum_data() const;
     /// CCDF of the first frame and of its burst, and their markers, as `lib_ccdf_calculator_t` tells.
-    const std::vector<double>& get_waveform_ccdf_cruve_data() const { return m_waveform_ccdf_curve; }
-    const std::vector<double>& get_waveform_ccdf_marker_data() const { return m_waveform_ccdf_marker; }
-    const std::vector<double>& get_burst_ccdf_cruve_data() const { return m_burst_ccdf_curve; }
-    const std::vector<double>& get_burst_ccdf_marker_data() const { return m_burst_ccdf_marker; }
+    const std::vector<double>& get_waveform_ccdf_cruve_data() const { return _get_ccdfs().first.curve; }
+    const std::vector<double>& get_waveform_ccdf_marker_data() const { return _get_ccdfs().first.markers; }
+    const std::vector<double>& get_burst_ccdf_cruve_data() const { return _get_ccdfs().second.curve; }
+    const std::vector<double>& get_burst_ccdf_marker_data() const { return _get_ccdfs().second.markers; }
 
 private:
     friend struct vek::test_peer_t<lib_nr_phy_t>;
 
     class pass_t;
+    using ccdfs_t = std::pair<common_lib::lib_ccdf_t, common_lib::lib_ccdf_t>; // of the first frame and its burst
+
+    /// What the analysis of a run's samples needs beside them.
+    struct finish_t
+    {
+        bool is_silent = false;
+        std::size_t first_frame = 0;          ///< samples
+        unsigned int blocks = 1;              ///< of the spectrum
+        common_lib::lib_power_pieces_t power; ///< of the first frame
+    };
 
     void _clear_data();
     std::uint32_t _get_sample_points() const;
@@ -153,10 +179,11 @@ private:
 
     void _deal_baseband_process();
     void _deal_crest_factor_reduction();
-    void _deal_normalize();
-    void _deal_frequency_spectrum_calculation();
-    void _deal_ccdf_calculation();
-    void _init_baseband_analysis_data();
+    void _deal_normalize(double largest_component);
+    common_lib::lib_signal_view_t _get_first_frame() const;
+    const ccdfs_t& _get_ccdfs() const;
+    signal_t _deal_frequency_spectrum_calculation() const;
+    ccdfs_t _deal_ccdf_calculation() const;
 
     lib_nr_waveform_configure_manager_t m_waveform;
     bool m_has_trace_file = true;
@@ -172,11 +199,9 @@ private:
     lib_nr_ofdm_modulator_t m_ofdm_modulator;
     lib_nr_new_prach_ofdm_modulator_t m_prach_ofdm_modulator;
     signal_t m_baseband_signal;
-    signal_t m_frequency_spectrum;
-    std::vector<double> m_waveform_ccdf_curve;
-    std::vector<double> m_waveform_ccdf_marker;
-    std::vector<double> m_burst_ccdf_curve;
-    std::vector<double> m_burst_ccdf_marker;
+    std::optional<finish_t> m_finish; ///< none without a run's samples
+    common_lib::lib_made_on_demand_t<signal_t> m_frequency_spectrum;
+    common_lib::lib_made_on_demand_t<ccdfs_t> m_ccdfs;
 
     // Work of one frame, kept from frame to frame for its storage.
     signal_t m_main;

@@ -15,6 +15,8 @@ namespace vek::nr_mod_lib
 
 using common_lib::lib_ccdf_calculator_t;
 using common_lib::lib_common_math_t;
+using common_lib::lib_common_signal_process_t;
+using common_lib::lib_normalization_t;
 using common_lib::lib_signal_view_t;
 
 namespace
@@ -22,83 +24,100 @@ namespace
 
 constexpr double k_silence = 1e-12;
 constexpr unsigned int k_marker_number = 7;
+constexpr unsigned int k_half_subframes = 20;
 
 } // namespace
 
+// Two passes over the samples. The curves take a third once somebody asks for them, and the spectrum its transforms.
 void lib_nr_phy_t::_deal_baseband_process()
 {
-    if (lib_common_math_t::get_data_max_amplitude(m_baseband_signal) < k_silence) {
-        _init_baseband_analysis_data();
+    const bool is_short = m_waveform.get_frame_number() == 1 && m_waveform.get_subframes_number() <= 9;
+    finish_t& finish = m_finish.emplace();
+    finish.first_frame = static_cast<std::size_t>(
+        std::min<std::uint64_t>(m_baseband_signal.size(), m_waveform.get_frame_sample_points()));
+    finish.blocks = is_short ? m_waveform.get_subframes_number() : k_half_subframes;
+
+    double largest = lib_normalization_t::get_largest_component(m_baseband_signal);
+    finish.is_silent = largest < k_silence && lib_common_math_t::get_data_max_amplitude(m_baseband_signal) < k_silence;
+    if (finish.is_silent)
         return;
-    }
     if (m_waveform.get_mirror_spectrum())
         for (std::complex<double>& sample : m_baseband_signal)
             sample.imag(-sample.imag());
-    _deal_crest_factor_reduction();
-    _deal_normalize();
-    _deal_frequency_spectrum_calculation();
-    _deal_ccdf_calculation();
+    if (m_waveform.get_crest_factor_reduction_setting().is_enable()) {
+        _deal_crest_factor_reduction();
+        largest = lib_normalization_t::get_largest_component(m_baseband_signal);
+    }
+    _deal_normalize(largest);
 }
 
 void lib_nr_phy_t::_deal_crest_factor_reduction()
 {
-    const common_lib::lib_crest_factor_reduce_setting_t& setting = m_waveform.get_crest_factor_reduction_setting();
-    if (!setting.is_enable())
-        return;
     common_lib::lib_crest_factor_reduce_t reduction;
-    reduction.set_cfr_parameter(m_waveform.get_waveform_sample_rate_hz(), setting);
+    reduction.set_cfr_parameter(m_waveform.get_waveform_sample_rate_hz(),
+                                m_waveform.get_crest_factor_reduction_setting());
     reduction.deal_crest_factor_reduce(m_baseband_signal);
 }
 
-void lib_nr_phy_t::_deal_normalize() { common_lib::lib_normalization_t::iq_value_max_normalize(m_baseband_signal); }
-
-void lib_nr_phy_t::_deal_frequency_spectrum_calculation()
+void lib_nr_phy_t::_deal_normalize(double largest_component)
 {
-    const auto samples = std::min(static_cast<std::uint32_t>(m_waveform.get_frame_sample_points()),
-                                  static_cast<std::uint32_t>(m_baseband_signal.size()));
-    const bool is_short = m_waveform.get_frame_number() == 1 && m_waveform.get_subframes_number() <= 9;
-    const std::uint32_t blocks = is_short ? m_waveform.get_subframes_number() : 20;
-    const std::uint32_t length = samples / blocks;
+    m_finish->power.width = lib_common_signal_process_t::get_smoothing_width(m_finish->first_frame);
+    lib_normalization_t::normalize(m_baseband_signal, largest_component, m_finish->first_frame, m_finish->power);
+}
 
-    m_frequency_spectrum.assign(lib_common_math_t::get_min_pow_of_2(length, 4), 0.0);
+const lib_nr_phy_t::signal_t& lib_nr_phy_t::get_frequency_spectrum_data() const
+{
+    return m_frequency_spectrum.get([this] { return _deal_frequency_spectrum_calculation(); });
+}
+
+const lib_nr_phy_t::ccdfs_t& lib_nr_phy_t::_get_ccdfs() const
+{
+    return m_ccdfs.get([this] { return _deal_ccdf_calculation(); });
+}
+
+// An engine that was moved from has no samples left.
+lib_signal_view_t lib_nr_phy_t::_get_first_frame() const
+{
+    return {m_baseband_signal.data(), std::min(m_finish->first_frame, m_baseband_signal.size())};
+}
+
+lib_nr_phy_t::signal_t lib_nr_phy_t::_deal_frequency_spectrum_calculation() const
+{
     signal_t spectrum;
-    for (std::uint32_t k = 0; k < blocks; ++k) {
-        const lib_signal_view_t block(m_baseband_signal.data() + std::size_t{k} * length, length);
-        common_lib::lib_fourier_transform_t::calc_freq_spectrum(block, spectrum, false, 0);
-        const std::size_t count = std::min(spectrum.size(), m_frequency_spectrum.size());
-        for (std::size_t i = 0; i < count; ++i)
-            m_frequency_spectrum[i] += spectrum[i];
+    if (!m_finish)
+        return spectrum;
+    if (m_finish->is_silent) {
+        spectrum.resize(lib_common_math_t::get_min_pow_of_2(static_cast<unsigned int>(m_baseband_signal.size()), 4));
+        return spectrum;
     }
-    common_lib::lib_normalization_t::iq_value_max_normalize(m_frequency_spectrum);
+    common_lib::lib_fourier_transform_t::add_freq_spectra(_get_first_frame(), m_finish->blocks, spectrum);
+    lib_normalization_t::iq_value_max_normalize(spectrum);
+    return spectrum;
 }
 
-void lib_nr_phy_t::_deal_ccdf_calculation()
+lib_nr_phy_t::ccdfs_t lib_nr_phy_t::_deal_ccdf_calculation() const
 {
-    const auto analyse = [](lib_signal_view_t signal, std::vector<double>& curve, std::vector<double>& marker) {
-        lib_ccdf_calculator_t::calculate_default_ccdf_data(signal, curve);
-        lib_ccdf_calculator_t::get_default_ccdf_marker_data(curve, signal, marker);
+    if (!m_finish)
+        return {};
+    if (m_finish->is_silent) {
+        const common_lib::lib_ccdf_t zeros{
+            std::vector<double>(lib_ccdf_calculator_t::get_default_ccdf_data_length(), 0.0),
+            std::vector<double>(k_marker_number, 0.0)};
+        return {zeros, zeros};
+    }
+    const lib_signal_view_t frame = _get_first_frame();
+    const lib_signal_view_t burst = lib_common_signal_process_t::find_burst(frame, m_finish->power);
+    const auto power_of = [&](lib_signal_view_t part) {
+        const auto begin = static_cast<std::size_t>(part.begin() - frame.begin());
+        return common_lib::sum_of_power(frame, m_finish->power, begin, begin + part.size());
     };
-    const lib_signal_view_t first_frame(
-        m_baseband_signal.data(),
-        std::min<std::uint64_t>(m_baseband_signal.size(), m_waveform.get_frame_sample_points()));
-    analyse(first_frame, m_waveform_ccdf_curve, m_waveform_ccdf_marker);
-    const lib_signal_view_t burst = common_lib::lib_common_signal_process_t::find_burst(first_frame);
-    if (burst.size() == first_frame.size()) { // without a gap, the burst is the signal itself
-        m_burst_ccdf_curve = m_waveform_ccdf_curve;
-        m_burst_ccdf_marker = m_waveform_ccdf_marker;
-    }
-    else
-        analyse(burst, m_burst_ccdf_curve, m_burst_ccdf_marker);
-}
-
-void lib_nr_phy_t::_init_baseband_analysis_data()
-{
-    const auto points = static_cast<unsigned int>(m_baseband_signal.size());
-    m_frequency_spectrum.assign(lib_common_math_t::get_min_pow_of_2(points, 4), 0.0);
-    m_waveform_ccdf_curve.assign(lib_ccdf_calculator_t::get_default_ccdf_data_length(), 0.0);
-    m_burst_ccdf_curve = m_waveform_ccdf_curve;
-    m_waveform_ccdf_marker.assign(k_marker_number, 0.0);
-    m_burst_ccdf_marker = m_waveform_ccdf_marker;
+    const bool has_gaps = burst.size() != frame.size(); // else the burst is the signal itself
+    ccdfs_t ccdfs = lib_ccdf_calculator_t::calculate_ccdf(frame, power_of(frame),
+                                                          has_gaps ? burst : lib_signal_view_t(frame.data(), 0),
+                                                          has_gaps ? power_of(burst) : 0.0);
+    if (!has_gaps)
+        ccdfs.second = ccdfs.first;
+    return ccdfs;
 }
 
 } // namespace vek::nr_mod_lib

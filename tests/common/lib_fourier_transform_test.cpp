@@ -49,6 +49,16 @@ TEST(lib_fourier_transform, a_tone_stands_in_its_bin_with_its_amplitude)
     signal_t spectrum;
     lib_fourier_transform_t::calc_freq_spectrum(noise(3), spectrum, false, 0);
     EXPECT_EQ(spectrum.size(), 4u);
+
+    const signal_t blocks = noise(7 * 100 + 6);
+    signal_t expected(128);
+    for (std::size_t k = 0; k < 7; ++k) {
+        lib_fourier_transform_t::calc_freq_spectrum({blocks.data() + 100 * k, 100}, spectrum, false, 0);
+        for (std::size_t i = 0; i < expected.size(); ++i)
+            expected[i] += spectrum[i];
+    }
+    lib_fourier_transform_t::add_freq_spectra(blocks, 7, spectrum);
+    EXPECT_LT(largest_difference(spectrum, expected), 1e-14);
 }
 
 } // namespace

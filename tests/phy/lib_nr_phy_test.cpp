@@ -1,5 +1,7 @@
 #include "phy/lib_nr_phy.h"
 
+#include "common/lib_ccdf_calculator.h"
+#include "common/lib_common_signal_process.h"
 #include "common/lib_fft_plan.h"
 #include "config/cfg_nr_waveform.h"
 #include "phy/lib_nr_resource_manager.h"
@@ -11,10 +13,12 @@
 #include "support/settings.h"
 
 #include <algorithm>
+#include <atomic>
 #include <cmath>
 #include <gtest/gtest.h>
 #include <numeric>
 #include <random>
+#include <thread>
 
 // The engine end to end: a grid of random symbols goes in at the seam, a receiver of its own gets it back.
 
@@ -413,6 +417,72 @@ TEST(lib_nr_phy, crest_factor_reduction_brings_the_waveform_to_its_target)
             EXPECT_LT(error, 0.0015);
         }
     }
+}
+
+/// All results of an engine, as far as they are made of its samples.
+struct results_t
+{
+    explicit results_t(const lib_nr_phy_t& engine)
+        : spectrum(engine.get_frequency_spectrum_data()),
+          curves{engine.get_waveform_ccdf_cruve_data(), engine.get_waveform_ccdf_marker_data(),
+                 engine.get_burst_ccdf_cruve_data(), engine.get_burst_ccdf_marker_data()}
+    {}
+    bool operator==(const results_t&) const = default;
+
+    std::vector<complex_t> spectrum;
+    std::vector<double> curves[4];
+};
+
+TEST(lib_nr_phy, results_are_those_of_the_samples_whenever_and_by_whomever_they_are_asked_for)
+{
+    nr_test::captured_output_t silence;
+    const auto run = [](lib_nr_phy_t& engine, unsigned int slots) {
+        nr_test::waveform_of_t waveform({"carrier[0].channel_bandwidth=LIB_NR_CHANNEL_FR1_10M",
+                                         "carrier[0].dl_ssb.enable=true",
+                                         "carrier[0].dl_pdsch[0].slot_allocation=0:" + std::to_string(slots),
+                                         "carrier[0].dl_pdsch[0].enable=true"});
+        engine.waveform_config(waveform.get_waveform_manager());
+        ASSERT_TRUE(engine.nr_phy_process());
+    };
+    lib_nr_phy_t engine;
+    EXPECT_TRUE(results_t(engine).spectrum.empty());
+    run(engine, 1);
+    const results_t first(engine);
+    // What the curves are by the operations of their own, the sums of power taken anew.
+    const std::vector<complex_t> samples = engine.get_baseband_signal_data();
+    std::vector<complex_t> burst;
+    vek::common_lib::lib_common_signal_process_t::get_burst_signal_data(samples, burst);
+    ASSERT_TRUE(!burst.empty() && burst.size() < samples.size());
+    for (const std::size_t i : {0U, 2U}) {
+        const auto& signal = i == 0 ? samples : burst;
+        std::vector<double> curve;
+        std::vector<double> markers;
+        vek::common_lib::lib_ccdf_calculator_t::calculate_default_ccdf_data(signal, curve);
+        vek::common_lib::lib_ccdf_calculator_t::get_default_ccdf_marker_data(curve, signal, markers);
+        EXPECT_EQ(first.curves[i], curve);
+        for (std::size_t m = 0; m < markers.size(); ++m)
+            EXPECT_NEAR(first.curves[i + 1][m], markers[m], 1e-9);
+    }
+
+    lib_nr_phy_t copy(engine);
+    run(engine, 15);
+    const results_t second(engine);
+    EXPECT_FALSE(second == first);
+    EXPECT_TRUE(results_t(copy) == first);
+    lib_nr_phy_t moved(std::move(copy));
+    EXPECT_TRUE(results_t(moved) == first);
+    EXPECT_TRUE(results_t(copy).spectrum.size() <= 4 && copy.get_baseband_signal_data().empty());
+    moved = engine;
+    EXPECT_TRUE(results_t(moved) == second);
+    run(moved, 1);
+
+    std::vector<std::thread> threads;
+    std::atomic<int> agreeing = 0;
+    for (int i = 0; i < 4; ++i)
+        threads.emplace_back([&] { agreeing += results_t(moved) == first; });
+    for (std::thread& thread : threads)
+        thread.join();
+    EXPECT_EQ(agreeing, 4);
 }
 
 TEST(lib_nr_phy, refuses_a_buffer_of_another_length)
