@@ -3,6 +3,7 @@
 #include "common/nr_mod_lib_export.h"
 
 #include <complex>
+#include <cstddef>
 #include <cstdint>
 #include <vector>
 
@@ -28,10 +29,12 @@ public:
     /// nothing happens. An unknown delay type is taken as `LIB_FILTER_DELAY_REMOVED`.
     static void deal_filter(const std::vector<std::complex<double>>& coefficients,
                             std::vector<std::complex<double>>& signal, lib_filter_delay_type_t delay_type);
-    /// All of the convolution, for symmetric taps: the (k - 1) / 2 samples ahead of the signal's start become the head,
-    /// the signal keeps its start and grows by as many at its end.
-    static void deal_filter_in_two(const std::vector<std::complex<double>>& coefficients,
-                                   std::vector<std::complex<double>>& signal, std::vector<std::complex<double>>& head);
+    /// All of the convolution, for symmetric taps, of a frame where it lies and of the samples behind it, which stand
+    /// in the tail: the (k - 1) / 2 samples ahead of the frame's start become the head, and the tail grows by as many
+    /// at its end.
+    static void filter_frame(const std::vector<std::complex<double>>& coefficients, std::complex<double>* frame,
+                             std::size_t count, std::vector<std::complex<double>>& head,
+                             std::vector<std::complex<double>>& tail);
 };
 
 } // namespace vek::common_lib

@@ -62,9 +62,10 @@ private:
     std::size_t m_row_length = 0;
 };
 
-// Adds the prefix to what the symbol before left there, and writes the suffix and the fading end behind it.
+// Adds the prefix to what the symbol before left there, and writes the suffix and the fading end, which lies behind it
+// or, of the last symbol, behind the frame.
 void extend_symbol(const symbol_layout_t& symbol, const std::vector<double>& next_rise, std::size_t useful_length,
-                   complex_t* frame)
+                   complex_t* frame, complex_t* fading)
 {
     complex_t* const prefix = frame + symbol.begin;
     const complex_t* const useful = prefix + symbol.prefix;
@@ -76,18 +77,17 @@ void extend_symbol(const symbol_layout_t& symbol, const std::vector<double>& nex
 
     complex_t* const suffix = prefix + symbol.prefix + useful_length;
     std::copy_n(useful, symbol.suffix, suffix);
-    complex_t* const fading = suffix + symbol.suffix;
     const std::size_t length = next_rise.size();
     for (std::size_t i = 0; i < length; ++i)
         fading[i] = next_rise[length - 1 - i] * useful[(symbol.suffix + i) % useful_length];
 }
 
 void fill_silent_symbol(const symbol_layout_t& symbol, const std::vector<double>& next_rise, std::size_t useful_length,
-                        complex_t* frame)
+                        complex_t* frame, complex_t* fading)
 {
-    const std::size_t begin = symbol.begin + symbol.rise->size();
-    const std::size_t end = symbol.begin + symbol.prefix + useful_length + symbol.suffix + next_rise.size();
-    std::fill(frame + begin, frame + end, complex_t());
+    std::fill(frame + symbol.begin + symbol.rise->size(),
+              frame + symbol.begin + symbol.prefix + useful_length + symbol.suffix, complex_t());
+    std::fill_n(fading, next_rise.size(), complex_t());
 }
 
 } // namespace
@@ -183,30 +183,51 @@ bool lib_ofdm_modulator_t::deal_ofdm_modulation(const std::vector<std::vector<st
         main.clear();
         return false;
     }
-    const frame_layout_t frame = _lay_out_frame();
-    const std::size_t useful_length = _get_useful_length();
-    const std::size_t first_transition = frame.symbols.front().rise->size();
-    main.resize(frame.symbols_end + std::max<std::size_t>(m_frame_idle_length, first_transition));
-
-    // What fades into the first prefix belongs to the frame before. All else is written below, symbol by symbol.
-    std::fill_n(main.begin(), first_transition, complex_t());
-    std::fill(main.begin() + static_cast<std::ptrdiff_t>(frame.symbols_end), main.end(), complex_t());
-    subcarrier_mapper_t mapper(useful_length);
-    const lib_fft_plan_t& inverse_fft = lib_fft_plan_t::get(useful_length, LIB_FFT_INVERSE);
-    for (std::size_t l = 0; l < payload.size(); ++l) {
-        const symbol_layout_t& symbol = frame.symbols[l];
-        const std::vector<double>& next_rise = *frame.symbols[(l + 1) % payload.size()].rise;
-        if (is_silent(payload[l])) {
-            fill_silent_symbol(symbol, next_rise, useful_length, main.data());
-            continue;
-        }
-        const double turns = l < m_symbol_phase_turns.size() ? m_symbol_phase_turns[l] : 0.0;
-        inverse_fft.execute(mapper.map(payload[l], turns), main.data() + symbol.begin + symbol.prefix);
-        extend_symbol(symbol, next_rise, useful_length, main.data());
-    }
+    const frame_layout_t layout = _lay_out_frame();
+    main.resize(layout.symbols_end);
+    _modulate({payload}, layout, main.data(), tail);
+    main.insert(main.end(), tail.begin(), tail.end());
     head.clear();
     tail.clear();
     return true;
+}
+
+bool lib_ofdm_modulator_t::modulate_frame(const lib_ofdm_payload_t& payload, std::complex<double>* frame,
+                                          std::size_t length, std::vector<std::complex<double>>& tail)
+{
+    if (!_is_modulable(payload.rows))
+        return false;
+    const frame_layout_t layout = _lay_out_frame();
+    if (layout.symbols_end != length)
+        return false;
+    _modulate(payload, layout, frame, tail);
+    return true;
+}
+
+void lib_ofdm_modulator_t::_modulate(const lib_ofdm_payload_t& payload, const frame_layout_t& layout,
+                                     std::complex<double>* frame, std::vector<std::complex<double>>& tail) const
+{
+    const std::size_t useful_length = _get_useful_length();
+    const std::size_t first_transition = layout.symbols.front().rise->size();
+    tail.assign(std::max<std::size_t>(m_frame_idle_length, first_transition), complex_t());
+
+    // What fades into the first prefix belongs to the frame before. All else is written below, symbol by symbol.
+    std::fill_n(frame, first_transition, complex_t());
+    subcarrier_mapper_t mapper(useful_length);
+    const lib_fft_plan_t& inverse_fft = lib_fft_plan_t::get(useful_length, LIB_FFT_INVERSE);
+    const std::size_t symbols = layout.symbols.size();
+    for (std::size_t l = 0; l < symbols; ++l) {
+        const symbol_layout_t& symbol = layout.symbols[l];
+        const std::vector<double>& next_rise = *layout.symbols[(l + 1) % symbols].rise;
+        complex_t* const fading = l + 1 == symbols ? tail.data() : frame + layout.symbols[l + 1].begin;
+        if (!payload.may_sound(l) || is_silent(payload.rows[l])) {
+            fill_silent_symbol(symbol, next_rise, useful_length, frame, fading);
+            continue;
+        }
+        const double turns = l < m_symbol_phase_turns.size() ? m_symbol_phase_turns[l] : 0.0;
+        inverse_fft.execute(mapper.map(payload.rows[l], turns), frame + symbol.begin + symbol.prefix);
+        extend_symbol(symbol, next_rise, useful_length, frame, fading);
+    }
 }
 
 } // namespace vek::common_lib

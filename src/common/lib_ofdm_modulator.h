@@ -5,10 +5,22 @@
 #include "common/nr_mod_lib_export.h"
 
 #include <complex>
+#include <cstddef>
+#include <cstdint>
 #include <vector>
 
 namespace vek::common_lib
 {
+
+/// Rows of a frame's subcarriers, one a symbol, and which of them may hold anything but zeros, not 0; any may where
+/// `written` is null.
+struct lib_ofdm_payload_t
+{
+    const std::vector<std::vector<std::complex<double>>>& rows;
+    const std::vector<std::uint8_t>* written = nullptr;
+
+    bool may_sound(std::size_t row) const { return written == nullptr || (*written)[row] != 0; }
+};
 
 /// OFDM modulation of a frame: rows of subcarriers in, samples out.
 ///
@@ -48,6 +60,11 @@ public:
                               std::vector<std::complex<double>>& main, std::vector<std::complex<double>>& head,
                               std::vector<std::complex<double>>& tail);
 
+    /// The same to where the frame belongs, `length` samples that are all written; what the window leaves behind the
+    /// frame becomes the tail. False, and nothing written, also where the symbols are not of that length together.
+    bool modulate_frame(const lib_ofdm_payload_t& payload, std::complex<double>* frame, std::size_t length,
+                        std::vector<std::complex<double>>& tail);
+
 private:
     struct frame_layout_t;
 
@@ -55,6 +72,8 @@ private:
     unsigned int _get_useful_length() const { return m_fft_length * m_oversampling_ratio; }
     unsigned int _get_transition_length(unsigned int prefix) const;
     frame_layout_t _lay_out_frame() const;
+    void _modulate(const lib_ofdm_payload_t& payload, const frame_layout_t& layout, std::complex<double>* frame,
+                   std::vector<std::complex<double>>& tail) const;
 
     unsigned int m_fft_length = 0;
     unsigned int m_symbol_number = 0;

@@ -14,33 +14,56 @@ namespace
 
 using sample_t = std::complex<double>;
 
-void add_circular(const sample_t* source, std::size_t count, std::size_t offset, std::vector<sample_t>& buffer)
+void add_circular(const std::vector<sample_t>& source, std::uint64_t offset, std::vector<sample_t>& buffer)
 {
-    while (count != 0) {
-        const std::size_t run = std::min(count, buffer.size() - offset);
+    if (buffer.empty())
+        return;
+    offset %= buffer.size();
+    for (std::size_t done = 0; done < source.size(); offset = 0) {
+        const std::size_t run = std::min<std::size_t>(source.size() - done, buffer.size() - offset);
         sample_t* target = buffer.data() + offset;
         for (std::size_t i = 0; i < run; ++i)
-            target[i] += source[i];
-        source += run;
-        count -= run;
-        offset = 0;
+            target[i] += source[done + i];
+        done += run;
     }
+}
+
+void add_ahead(const std::vector<sample_t>& head, std::uint64_t end, std::vector<sample_t>& buffer)
+{
+    if (!buffer.empty())
+        add_circular(head, end + buffer.size() - head.size() % buffer.size(), buffer);
 }
 
 } // namespace
 
-void add_frame(const std::vector<sample_t>& main, const std::vector<sample_t>& head, std::uint64_t frame_length,
-               std::uint64_t frame, std::vector<sample_t>& buffer)
+void frame_seams_t::open(std::uint64_t frame_length)
 {
-    const std::uint64_t begin = frame * frame_length;
-    if (begin >= buffer.size())
-        return;
-    const bool is_whole = begin + frame_length <= buffer.size();
-    const std::size_t count = is_whole ? main.size() : std::min<std::size_t>(main.size(), buffer.size() - begin);
-    add_circular(main.data(), count, begin, buffer);
+    m_frame_length = frame_length;
+    m_first_head.clear();
+    m_tail.clear();
+}
 
-    const std::size_t ahead = head.size() % buffer.size();
-    add_circular(head.data(), head.size(), (begin + buffer.size() - ahead) % buffer.size(), buffer);
+void frame_seams_t::join(std::uint64_t frame, std::vector<sample_t>& head, std::vector<sample_t>& tail,
+                         std::vector<sample_t>& waveform)
+{
+    const std::uint64_t begin = frame * m_frame_length;
+    if (begin >= waveform.size())
+        return;
+    add_circular(m_tail, m_tail_begin, waveform);
+    m_tail.clear();
+    m_tail_begin = begin + m_frame_length;
+    if (m_tail_begin <= waveform.size())
+        m_tail.swap(tail);
+    if (frame == 0)
+        m_first_head.swap(head);
+    else
+        add_ahead(head, begin, waveform);
+}
+
+void frame_seams_t::close(std::vector<sample_t>& waveform)
+{
+    add_circular(m_tail, m_tail_begin, waveform);
+    add_ahead(m_first_head, 0, waveform);
 }
 
 void add_resampled(std::vector<sample_t>& own, std::vector<sample_t>& buffer)

@@ -5,7 +5,6 @@
 #include "common/lib_common_signal_process.h"
 #include "common/lib_complex_product.h"
 #include "common/lib_large_buffer.h"
-#include "phy/lib_nr_circular_addition.h"
 #include "phy/lib_nr_phy_steps.h"
 #include "phy/lib_nr_prach_resource_manager.h"
 #include "phy/lib_nr_resource_manager.h"
@@ -13,6 +12,7 @@
 #include <algorithm>
 #include <cmath>
 #include <iostream>
+#include <utility>
 
 namespace vek::nr_mod_lib
 {
@@ -101,12 +101,11 @@ bool lib_nr_phy_t::_generate()
         std::cout << "lib_nr_dl_phy_t::nr_phy_process : Error! no carrier enabled " << std::endl;
         return false;
     }
+    // The first pair's buffer becomes the sum itself; it takes over the storage of the last result.
+    signal_t sum = std::move(m_baseband_signal);
     _clear_data();
     m_recorder.open();
     grid().take_written();
-    const std::uint32_t sample_points = _get_sample_points();
-    // The first pair's buffer becomes the sum itself; it takes over the storage of the last result.
-    signal_t sum = std::move(m_baseband_signal);
     signal_t further;
     bool is_first = true;
 
@@ -115,36 +114,51 @@ bool lib_nr_phy_t::_generate()
         for (unsigned int n = 0; n < carrier.get_numerology_number(); ++n) {
             if (!carrier.get_enable() || !carrier.get_numerology_manager(n).get_enable())
                 continue;
-            signal_t& buffer = is_first ? sum : further;
-            common_lib::make_silent(buffer, sample_points);
-            m_own_rate_signal.clear();
-            for (unsigned int f = 0; f < m_waveform.get_frame_number(); ++f) {
-                m_step = lib_nr_channel_step_t{{}, c, n, f, {}, {}};
-                if (carrier.get_carrier_type() == LIB_NR_PRACH) {
-                    _map_prach_frame(c, n, f, m_waveform);
-                    _fill_prach_frame_data(c, n, f, buffer);
-                    continue;
-                }
-                if (_map_frame(c, n, f, m_waveform) && grid().is_resource_mapping_conflict()) {
-                    std::cout << "lib_nr_dl_phy_t::nr_phy_process Report : Resource Mapping Conflict!" << std::endl;
-                    _note_conflicts(c, n, f);
-                    _clear_data();
-                    return false;
-                }
-                _fill_frame_data(c, n, f, buffer);
+            if (!_generate_pair(c, n, is_first ? sum : further)) {
+                _clear_data();
+                return false;
             }
-            m_step.reset();
-            _add_resampled_frames(buffer);
-            _deal_carrier_process(c, buffer);
             if (!is_first)
-                lib_common_container_t::deal_data_addition(buffer, sum, 0);
+                lib_common_container_t::deal_data_addition(further, sum, 0);
             is_first = false;
         }
     }
     signal_t().swap(further);
-    sum.resize(sample_points);
+    if (is_first)
+        common_lib::make_silent(sum, _get_sample_points());
     m_baseband_signal = std::move(sum);
     _deal_baseband_process();
+    return true;
+}
+
+/// All frames of a carrier's numerology, with the carrier's offsets; the buffer's former samples do not matter. False
+/// on a conflict.
+bool lib_nr_phy_t::_generate_pair(unsigned int c, unsigned int n, signal_t& buffer)
+{
+    const lib_nr_carrier_configure_manager_t& carrier = m_waveform.get_carrier(c);
+    const bool is_prach = carrier.get_carrier_type() == LIB_NR_PRACH;
+    if (is_prach)
+        common_lib::make_silent(buffer, _get_sample_points());
+    else
+        _open_frames(c, n, buffer);
+    for (unsigned int f = 0; f < m_waveform.get_frame_number(); ++f) {
+        m_step = lib_nr_channel_step_t{{}, c, n, f, {}, {}};
+        if (is_prach) {
+            _map_prach_frame(c, n, f, m_waveform);
+            _fill_prach_frame_data(c, n, f, buffer);
+            continue;
+        }
+        if (_map_frame(c, n, f, m_waveform) && grid().is_resource_mapping_conflict()) {
+            std::cout << "lib_nr_dl_phy_t::nr_phy_process Report : Resource Mapping Conflict!" << std::endl;
+            _note_conflicts(c, n, f);
+            return false;
+        }
+        _fill_frame_data(c, n, f, buffer);
+    }
+    m_step.reset();
+    if (!is_prach)
+        _close_frames(buffer);
+    _deal_carrier_process(c, buffer);
     return true;
 }
 
@@ -221,38 +235,68 @@ bool lib_nr_phy_t::_fill_frame_data(unsigned int carrier, unsigned int numerolog
         std::cout << "lib_nr_dl_phy_t::_fill_frame_data Report : Carrier Data Length Error!" << std::endl;
         return false;
     }
-    if (!_deal_payload_mapping(carrier, numerology, frame))
-        return false;
-    _update_ofdm_config(carrier, numerology);
+    signal_t& waveform = m_own_rate_signal.empty() ? buffer : m_own_rate_signal;
+    const std::uint64_t begin = std::min<std::uint64_t>(frame * m_seams.get_frame_length(), waveform.size());
+    const std::uint64_t count = std::min<std::uint64_t>(m_seams.get_frame_length(), waveform.size() - begin);
     m_head.clear();
     m_tail.clear();
-    m_ofdm_modulator.deal_frame_ofdm_modulation(grid().get_payload_mapping(), m_main, m_head, m_tail);
-    if (m_main.empty()) { // no frame of that size: it stays silent
-        _keep_first_failed_step();
-        return true;
-    }
+    const bool is_mapped = _deal_payload_mapping(carrier, numerology, frame);
+    if (!is_mapped || !_modulate_frame(carrier, numerology, waveform.data() + begin, count))
+        std::fill_n(waveform.data() + begin, count, 0.0); // the frame stays silent
+    m_seams.join(frame, m_head, m_tail, waveform);
+    return is_mapped;
+}
 
-    if (m_ofdm_modulator.get_actual_sample_rate() == m_waveform.get_waveform_sample_rate_hz())
-        add_frame(m_main, m_head, m_waveform.get_frame_sample_points(), frame, buffer);
-    else
-        _keep_frame_at_own_rate(frame);
-    return true;
+/// Writes a frame to where it belongs; less of it where the waveform ends inside. False where the modulator refuses it.
+bool lib_nr_phy_t::_modulate_frame(unsigned int carrier, unsigned int numerology, std::complex<double>* place,
+                                   std::size_t count)
+{
+    _update_ofdm_config(carrier, numerology);
+    const auto modulate = [this](std::complex<double>* frame) {
+        return m_ofdm_modulator.modulate_frame(
+            {std::as_const(grid()).get_payload_mapping(), &grid().get_written_rows()}, frame, m_head, m_tail);
+    };
+    bool is_modulated = false;
+    if (count == m_ofdm_modulator.get_frame_length())
+        is_modulated = modulate(place);
+    else {
+        signal_t whole(m_ofdm_modulator.get_frame_length());
+        is_modulated = count < whole.size() && modulate(whole.data());
+        std::copy_n(whole.data(), std::min(count, whole.size()), place);
+    }
+    if (!is_modulated)
+        _keep_first_failed_step();
+    return is_modulated;
 }
 
 // Where the waveform's rate is no whole multiple of the carrier's, the frames are laid into a waveform at their own
 // rate, and that waveform, being periodic, is brought to the other rate through its spectrum behind the last of them.
-void lib_nr_phy_t::_keep_frame_at_own_rate(unsigned int frame)
+void lib_nr_phy_t::_open_frames(unsigned int carrier, unsigned int numerology, signal_t& buffer)
 {
+    const lib_nr_carrier_configure_manager_t& configuration = m_waveform.get_carrier(carrier);
+    m_ofdm_modulator.set_numerology(configuration.get_numerology_manager(numerology).get_numerolgy());
+    m_ofdm_modulator.set_channel_bandwidth(configuration.get_bandwidth());
+    m_ofdm_modulator.set_target_sample_rate(m_waveform.get_waveform_sample_rate_hz());
     const double rate = m_ofdm_modulator.get_actual_sample_rate();
-    const auto frame_length = static_cast<std::size_t>(std::llround(rate * 0.01));
-    if (m_own_rate_signal.empty())
+    if (rate == m_waveform.get_waveform_sample_rate_hz()) {
+        m_own_rate_signal.clear();
+        m_seams.open(m_waveform.get_frame_sample_points());
+        common_lib::make_room(buffer, _get_sample_points());
+        buffer.resize(_get_sample_points());
+        const std::uint64_t framed = m_waveform.get_frame_number() * m_seams.get_frame_length();
+        std::fill_n(buffer.rbegin(), buffer.size() - std::min<std::uint64_t>(framed, buffer.size()), 0.0);
+    }
+    else {
         common_lib::make_silent(m_own_rate_signal,
                                 static_cast<std::size_t>(std::llround(rate * m_waveform.get_waveform_length_s())));
-    add_frame(m_main, m_head, frame_length, frame, m_own_rate_signal);
+        m_seams.open(m_ofdm_modulator.get_frame_length());
+        common_lib::make_silent(buffer, _get_sample_points());
+    }
 }
 
-void lib_nr_phy_t::_add_resampled_frames(signal_t& buffer)
+void lib_nr_phy_t::_close_frames(signal_t& buffer)
 {
+    m_seams.close(m_own_rate_signal.empty() ? buffer : m_own_rate_signal);
     if (!m_own_rate_signal.empty())
         add_resampled(m_own_rate_signal, buffer);
 }

@@ -6,6 +6,7 @@
 #include "common/lib_test_peer.h"
 #include "common/nr_mod_lib_export.h"
 #include "manager/lib_nr_waveform_configure_manager.h"
+#include "phy/lib_nr_circular_addition.h"
 #include "phy/lib_nr_phy_record.h"
 #include "phy/lib_nr_phy_recorder.h"
 #include "phy_common/lib_nr_new_prach_ofdm_modulator.h"
@@ -134,6 +135,7 @@ private:
     std::uint32_t _get_sample_points() const;
 
     bool _generate();
+    bool _generate_pair(unsigned int carrier, unsigned int numerology, signal_t& buffer);
     bool _map_frame(unsigned int carrier, unsigned int numerology, unsigned int frame,
                     const lib_nr_waveform_configure_manager_t& waveform);
     bool _map_prach_frame(unsigned int carrier, unsigned int numerology, unsigned int frame,
@@ -156,8 +158,9 @@ private:
     bool _fill_frame_data(unsigned int carrier, unsigned int numerology, unsigned int frame, signal_t& buffer);
     void _update_ofdm_config(unsigned int carrier, unsigned int numerology);
     double _get_phase_frequency(unsigned int carrier);
-    void _keep_frame_at_own_rate(unsigned int frame);
-    void _add_resampled_frames(signal_t& buffer);
+    void _open_frames(unsigned int carrier, unsigned int numerology, signal_t& buffer);
+    bool _modulate_frame(unsigned int carrier, unsigned int numerology, std::complex<double>* place, std::size_t count);
+    void _close_frames(signal_t& buffer);
 
     bool _deal_prach_payload_mapping(unsigned int carrier, unsigned int numerology, unsigned int frame,
                                      unsigned int burst);
@@ -203,10 +206,10 @@ private:
     common_lib::lib_made_on_demand_t<signal_t> m_frequency_spectrum;
     common_lib::lib_made_on_demand_t<ccdfs_t> m_ccdfs;
 
-    // Work of one frame, kept from frame to frame for its storage.
-    signal_t m_main;
+    // What a frame spreads ahead of itself and behind, and where that stays until its neighbours are written.
     signal_t m_head;
     signal_t m_tail;
+    frame_seams_t m_seams;
     /// The frames of a pair whose rate is not the waveform's; empty for all others.
     signal_t m_own_rate_signal;
     std::optional<lib_nr_channel_step_t> m_step; ///< that is running; the channel is empty between a frame's steps

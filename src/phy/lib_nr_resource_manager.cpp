@@ -105,8 +105,11 @@ void lib_nr_channel_resource_manager_t::init_payload_mapping()
 {
     _update_parameter();
     m_payload_mapping.resize(m_symbol_number);
-    for (auto& row : m_payload_mapping)
-        row.assign(m_subcarrier_number, {});
+    m_written_rows.resize(m_symbol_number, 1);
+    for (std::size_t l = 0; l < m_symbol_number; ++l)
+        if (m_is_payload_lent || m_written_rows[l] != 0 || m_payload_mapping[l].size() != m_subcarrier_number)
+            m_payload_mapping[l].assign(m_subcarrier_number, {});
+    m_written_rows.assign(m_symbol_number, m_is_payload_lent ? 1 : 0);
     m_slot_symbol_number = lib_nr_phy_common_t::get_symbol_number_in_slot(m_numerology, m_cyclic_prefix_type);
 }
 
@@ -138,6 +141,9 @@ void lib_nr_channel_resource_manager_t::_build_view() const
 
 lib_nr_channel_resource_manager_t::payload_map_t& lib_nr_channel_resource_manager_t::get_payload_mapping()
 {
+    if (!m_is_payload_lent)
+        m_written_rows.assign(m_written_rows.size(), 1);
+    m_is_payload_lent = true;
     return m_payload_mapping;
 }
 
@@ -382,6 +388,8 @@ lib_nr_cell_count_t lib_nr_channel_resource_manager_t::_store_run(const lib_nr_r
     if (part.run.count == 0)
         return stored;
     _note_slot(run.symbol);
+    if (!m_is_payload_lent && &payload == &m_payload_mapping)
+        m_written_rows[run.symbol] = 1;
     std::complex<double>* const cells =
         payload[run.symbol].data() + static_cast<std::size_t>(part.run.first_subcarrier);
     values += part.left_out_ahead;

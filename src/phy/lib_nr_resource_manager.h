@@ -82,15 +82,21 @@ public:
     /// Rebuilds the resource map with every cell empty. A reference got from `get_resource_mapping()` stays valid, but
     /// its map is empty until the view is asked for again.
     void init_resource_mapping();
-    /// Rebuilds the payload map with zeros; its rows keep their storage.
+    /// Rebuilds the payload map with zeros; its rows keep their storage, and those that nobody wrote to are left alone.
     void init_payload_mapping();
 
     /// The resource map as symbol in frame -> subcarrier -> owner. Built at the first call after an initialisation;
     /// later marks show up in it until the next. Costs a map node per cell: code that only reads owners takes
     /// `get_owner` or `get_owner_row`.
     const resource_map_t& get_resource_mapping() const;
-    /// The payload map as [symbol in frame][subcarrier], for writing.
+    /// The payload map as [symbol in frame][subcarrier], for writing. Whoever asks for it may write at any time: from
+    /// then on every row counts as written.
     payload_map_t& get_payload_mapping();
+    /// The same for reading, and for `add_stream`, which tells what it writes.
+    const payload_map_t& get_payload_mapping() const { return m_payload_mapping; }
+    payload_map_t& get_payload_of_streams() { return m_payload_mapping; }
+    /// Not 0 for each symbol whose row may have been written since the last initialisation; the others hold zeros.
+    const std::vector<std::uint8_t>& get_written_rows() const { return m_written_rows; }
 
     /// Owner of a cell, `LIB_NR_RESOURCE_MAPPING_EMPTY` for a cell outside the map.
     lib_nr_channel_resource_mapping_type_t get_owner(unsigned int symbol, unsigned int subcarrier) const
@@ -194,6 +200,8 @@ private:
     std::uint32_t m_rb_number = 0;
     std::uint32_t m_subcarrier_number = 0;
     payload_map_t m_payload_mapping;
+    std::vector<std::uint8_t> m_written_rows;
+    bool m_is_payload_lent = false;
 
     // The resource map as it was last initialised, one byte per cell, symbol by symbol.
     std::uint32_t m_mapped_symbol_number = 140;

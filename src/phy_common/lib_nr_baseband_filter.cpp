@@ -88,20 +88,20 @@ void lib_nr_baseband_filter_t::deal_baseband_filter(const std::vector<std::vecto
 {
     if (!m_enable)
         return;
-    _search_guard_subcarrier_number(payload);
+    _search_guard_subcarrier_number({payload});
     _generate_baseband_filter();
     _apply_filter(signal);
 }
 
-void lib_nr_baseband_filter_t::deal_baseband_filter(const std::vector<std::vector<sample_t>>& payload,
-                                                    std::vector<sample_t>& signal, std::vector<sample_t>& head)
+void lib_nr_baseband_filter_t::filter_frame(const common_lib::lib_ofdm_payload_t& payload, sample_t* frame,
+                                            std::size_t count, std::vector<sample_t>& head, std::vector<sample_t>& tail)
 {
     head.clear();
     if (!m_enable)
         return;
     _search_guard_subcarrier_number(payload);
     _generate_baseband_filter();
-    common_lib::lib_filter_t::deal_filter_in_two(m_coefficients, signal, head);
+    common_lib::lib_filter_t::filter_frame(m_coefficients, frame, count, head, tail);
 }
 
 void lib_nr_baseband_filter_t::deal_prach_baseband_filter(const std::vector<sample_t>& payload,
@@ -114,17 +114,18 @@ void lib_nr_baseband_filter_t::deal_prach_baseband_filter(const std::vector<samp
     _apply_filter(signal);
 }
 
-void lib_nr_baseband_filter_t::_search_guard_subcarrier_number(const std::vector<std::vector<sample_t>>& payload)
+void lib_nr_baseband_filter_t::_search_guard_subcarrier_number(const common_lib::lib_ofdm_payload_t& payload)
 {
+    const std::vector<std::vector<sample_t>>& rows = payload.rows;
     m_low_guard_count = 0;
     m_high_guard_count = 0;
-    if (payload.empty()) {
+    if (rows.empty()) {
         std::cout << "lib_nr_baseband_filter_t::_search_guard_subcarrier_number Report: Empty Payload data!"
                   << std::endl;
         return;
     }
-    const std::size_t row_length = payload.front().size();
-    if (std::any_of(payload.begin(), payload.end(), [&](const auto& row) { return row.size() != row_length; })) {
+    const std::size_t row_length = rows.front().size();
+    if (std::any_of(rows.begin(), rows.end(), [&](const auto& row) { return row.size() != row_length; })) {
         std::cout << "lib_nr_baseband_filter_t::_search_guard_subcarrier_number Report: Subcarrier number is NOT equal!"
                   << std::endl;
         return;
@@ -132,9 +133,11 @@ void lib_nr_baseband_filter_t::_search_guard_subcarrier_number(const std::vector
     // A subcarrier is empty when it is empty in every row: each row may only narrow what the rows before it left.
     m_low_guard_count = low_half(row_length);
     m_high_guard_count = high_half(row_length);
-    for (const auto& row : payload) {
-        m_low_guard_count = count_low_guard(row, m_low_guard_count);
-        m_high_guard_count = count_high_guard(row, m_high_guard_count);
+    for (std::size_t l = 0; l < rows.size(); ++l) {
+        if (!payload.may_sound(l))
+            continue;
+        m_low_guard_count = count_low_guard(rows[l], m_low_guard_count);
+        m_high_guard_count = count_high_guard(rows[l], m_high_guard_count);
     }
 }
 

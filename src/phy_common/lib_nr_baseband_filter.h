@@ -1,11 +1,13 @@
 #pragma once
 
 #include "common/lib_fir_filter_design.h"
+#include "common/lib_ofdm_modulator.h"
 #include "common/lib_test_peer.h"
 #include "common/nr_mod_lib_export.h"
 #include "phy_common/lib_nr_numerology_type.h"
 
 #include <complex>
+#include <cstddef>
 #include <cstdint>
 #include <vector>
 
@@ -37,16 +39,17 @@ public:
     /// that are missing or of unequal length print a line and count as occupied throughout; a pair of numerology and
     /// bandwidth without a minimum guard band prints a line on standard error.
     void deal_baseband_filter(const std::vector<std::vector<sample_t>>& payload, std::vector<sample_t>& signal);
-    /// The same, but what lies ahead of the signal's start becomes the head, and the signal keeps its start.
-    void deal_baseband_filter(const std::vector<std::vector<sample_t>>& payload, std::vector<sample_t>& signal,
-                              std::vector<sample_t>& head);
+    /// The same for a frame where it lies and the samples behind it, which stand in the tail: what the filter spreads
+    /// ahead of the frame becomes the head, and the tail grows.
+    void filter_frame(const common_lib::lib_ofdm_payload_t& payload, sample_t* frame, std::size_t count,
+                      std::vector<sample_t>& head, std::vector<sample_t>& tail);
     /// The same for a signal made from a single row.
     void deal_prach_baseband_filter(const std::vector<sample_t>& payload, std::vector<sample_t>& signal);
 
 private:
     friend struct vek::test_peer_t<lib_nr_baseband_filter_t>;
 
-    void _search_guard_subcarrier_number(const std::vector<std::vector<sample_t>>& payload);
+    void _search_guard_subcarrier_number(const common_lib::lib_ofdm_payload_t& payload);
     void _search_prach_guard_subcarrier_number(const std::vector<sample_t>& payload);
     static float _get_minimum_guardband(lib_nr_numerology_type_t numerology, lib_nr_channel_bw_type_t bandwidth);
     void _generate_baseband_filter();

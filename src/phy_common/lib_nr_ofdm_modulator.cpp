@@ -1,7 +1,6 @@
 #include "phy_common/lib_nr_ofdm_modulator.h"
 
 #include "common/lib_complex_product.h"
-#include "common/lib_large_buffer.h"
 #include "common/lib_ofdm_cyclic_special_case.h"
 #include "phy_common/lib_nr_phy_common.h"
 
@@ -136,23 +135,37 @@ double lib_nr_ofdm_modulator_t::get_actual_sample_rate() const
     return static_cast<double>(_get_actual_fft_length()) * lib_nr_phy_common_t::get_scs_hz_value(m_numerology);
 }
 
+std::size_t lib_nr_ofdm_modulator_t::get_frame_length() const
+{
+    return static_cast<std::size_t>(std::llround(get_actual_sample_rate() * k_frame_seconds));
+}
+
 bool lib_nr_ofdm_modulator_t::deal_frame_ofdm_modulation(const std::vector<std::vector<sample_t>>& payload,
                                                          std::vector<sample_t>& main, std::vector<sample_t>& head,
                                                          std::vector<sample_t>& tail)
 {
-    _update_modulation_parameter();
-    if (!_check_payload_data_size(payload)) {
+    main.resize(get_frame_length());
+    if (!modulate_frame({payload}, main.data(), head, tail)) {
         main.clear();
+        return false;
+    }
+    main.insert(main.end(), tail.begin(), tail.end());
+    tail.clear();
+    return true;
+}
+
+bool lib_nr_ofdm_modulator_t::modulate_frame(const common_lib::lib_ofdm_payload_t& payload, sample_t* frame,
+                                             std::vector<sample_t>& head, std::vector<sample_t>& tail)
+{
+    _update_modulation_parameter();
+    if (!_check_payload_data_size(payload.rows)) {
         std::cout << "lib_nr_ofdm_modulator_t::deal_frame_ofdm_modulation Report : Payload Mapping Size Error!"
                   << std::endl;
         return false;
     }
-    // Room for all that comes at once: the frame, what the window leaves behind it (within a prefix, at most half a
-    // useful symbol), and what the filter adds.
-    common_lib::make_room(main, static_cast<std::size_t>(std::ceil(get_actual_sample_rate() * k_frame_seconds)) +
-                                    _get_actual_fft_length() / 2 + lib_nr_baseband_filter_t::k_growth);
-    m_common_modulator.deal_ofdm_modulation(payload, main, head, tail);
-    m_baseband_filter.deal_baseband_filter(payload, main, head);
+    if (!m_common_modulator.modulate_frame(payload, frame, get_frame_length(), tail))
+        return false;
+    m_baseband_filter.filter_frame(payload, frame, get_frame_length(), head, tail);
     return true;
 }
 

@@ -49,6 +49,8 @@ public:
     static unsigned int get_fft_length(lib_nr_numerology_type_t numerology, lib_nr_channel_bw_type_t bandwidth);
     /// The rate of the samples that a modulation gives: FFT length times oversampling ratio times spacing, in Hz.
     double get_actual_sample_rate() const;
+    /// Samples of a frame of 10 ms at that rate.
+    std::size_t get_frame_length() const;
 
     /// Modulates a frame: payload has a row per symbol with a value per subcarrier, full width of the bandwidth. Main
     /// begins with the first sample of the frame; what windowing and filter spread behind the frame stays at its end.
@@ -56,6 +58,11 @@ public:
     /// leaves main empty, head and tail as they were, and returns false.
     bool deal_frame_ofdm_modulation(const std::vector<std::vector<sample_t>>& payload, std::vector<sample_t>& main,
                                     std::vector<sample_t>& head, std::vector<sample_t>& tail);
+
+    /// The same to where the frame belongs, `get_frame_length()` samples that are all written; what windowing and
+    /// filter spread behind it becomes the tail. A payload of another size leaves all three as they were.
+    bool modulate_frame(const common_lib::lib_ofdm_payload_t& payload, sample_t* frame, std::vector<sample_t>& head,
+                        std::vector<sample_t>& tail);
 
     /// Turns each symbol of a frame of samples, prefix included, by the term of TS 38.211 clause 5.4 at the carrier
     /// frequency, with the prefixes of the last modulation; throws `std::out_of_range` when main is shorter than the

@@ -91,7 +91,7 @@ bool lib_nr_ul_phy_pucch_process_t::_deal_format(process_t& process, const lib_n
                                                  unsigned int pucch_index)
 {
     process.set_standard_rules(m_rules.is_standard());
-    const bool succeeded = process.deal_pucch_process(carrier, pucch_index, grid().get_payload_mapping());
+    const bool succeeded = process.deal_pucch_process(carrier, pucch_index, grid().get_payload_of_streams());
     m_rules.add_met(process.get_rules());
     return succeeded;
 }

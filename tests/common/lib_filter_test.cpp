@@ -79,6 +79,15 @@ TEST(lib_filter, equals_the_convolution_that_defines_it)
             signal_t causal = in;
             lib_filter_t::deal_filter(taps, causal, LIB_FILTER_DELAY_CAUSAL);
             ASSERT_EQ(full.size(), size + tap_count - 1);
+            // A frame where it lies, its last third standing in the tail.
+            signal_t frame(in.begin(), in.end() - static_cast<std::ptrdiff_t>(size / 3));
+            signal_t tail(in.end() - static_cast<std::ptrdiff_t>(size / 3), in.end());
+            signal_t parts(5);
+            lib_filter_t::filter_frame(taps, frame.data(), frame.size(), parts, tail);
+            ASSERT_EQ(parts.size(), (tap_count - 1) / 2);
+            parts.insert(parts.end(), frame.begin(), frame.end());
+            parts.insert(parts.end(), tail.begin(), tail.end());
+            EXPECT_EQ(parts, full);
             ASSERT_EQ(causal.size(), size);
             double largest = 0;
             for (std::size_t n = 0; n < full.size(); n += 1 + full.size() / 500) {

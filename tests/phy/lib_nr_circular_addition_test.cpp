@@ -1,5 +1,6 @@
 #include "phy/lib_nr_circular_addition.h"
 
+#include <algorithm>
 #include <cmath>
 #include <gtest/gtest.h>
 #include <random>
@@ -13,28 +14,40 @@ using signal_t = std::vector<complex_t>;
 
 TEST(lib_nr_circular_addition, what_a_frame_spreads_goes_round_and_nothing_else_does)
 {
-    // Frames of 4 samples, 2 more behind, 1 ahead.
-    const signal_t main = {1, 2, 3, 4, 50, 60};
-    const signal_t head = {700};
-    const auto added = [&](std::size_t size, std::uint64_t frame) {
-        signal_t buffer(size);
-        add_frame(main, head, 4, frame, buffer);
-        return buffer;
+    // Frames of 4 samples, each 1 more than the one before; 2 more behind, 1 ahead.
+    const auto laid = [](std::size_t size, std::uint64_t frames, std::uint64_t silent) {
+        signal_t waveform(size, 1e9); // what was there is written over
+        frame_seams_t seams;
+        seams.open(4);
+        for (std::uint64_t f = 0; f < frames; ++f) {
+            signal_t head = f == silent ? signal_t() : signal_t{700};
+            signal_t tail = f == silent ? signal_t() : signal_t{50, 60};
+            for (std::size_t i = 4 * f; i < std::min<std::size_t>(size, 4 * f + 4); ++i)
+                waveform[i] = f == silent ? 0.0 : static_cast<double>(1 + f);
+            seams.join(f, head, tail, waveform);
+        }
+        seams.close(waveform);
+        return waveform;
     };
-    EXPECT_EQ(added(12, 0), (signal_t{1, 2, 3, 4, 50, 60, 0, 0, 0, 0, 0, 700}));
-    EXPECT_EQ(added(12, 1), (signal_t{0, 0, 0, 700, 1, 2, 3, 4, 50, 60, 0, 0}));
-    EXPECT_EQ(added(12, 2), (signal_t{50, 60, 0, 0, 0, 0, 0, 700, 1, 2, 3, 4}));
-    EXPECT_EQ(added(4, 0), (signal_t{51, 62, 3, 704}));
-    // The waveform ends inside the frame, or before it: fewer subframes, or a sample count past 32 bits.
-    EXPECT_EQ(added(3, 0), (signal_t{1, 2, 703}));
-    EXPECT_EQ(added(10, 2), (signal_t{0, 0, 0, 0, 0, 0, 0, 700, 1, 2}));
-    EXPECT_EQ(added(8, 2), signal_t(8));
-    EXPECT_EQ(added(8, 1ULL << 40U), signal_t(8));
-    EXPECT_EQ(added(0, 0), signal_t());
-    // It adds, and may spread further than the buffer is long.
-    signal_t buffer(2, 1000);
-    add_frame({1, 2, 30, 40, 500}, {7, 80, 900}, 2, 0, buffer);
-    EXPECT_EQ(buffer, (signal_t{1531 + 80, 1042 + 907}));
+    EXPECT_EQ(laid(12, 3, 9), (signal_t{51, 61, 1, 701, 52, 62, 2, 702, 53, 63, 3, 703}));
+    EXPECT_EQ(laid(12, 3, 1), (signal_t{51, 61, 1, 1, 50, 60, 0, 700, 3, 3, 3, 703}));
+    EXPECT_EQ(laid(12, 3, 0), (signal_t{50, 60, 0, 700, 2, 2, 2, 702, 53, 63, 3, 3}));
+    EXPECT_EQ(laid(12, 3, 2), (signal_t{1, 1, 1, 701, 52, 62, 2, 2, 50, 60, 0, 700}));
+    EXPECT_EQ(laid(4, 1, 9), (signal_t{51, 61, 1, 701}));
+    // The waveform ends inside a frame, or before it: fewer subframes, or a sample count past 32 bits.
+    EXPECT_EQ(laid(3, 1, 9), (signal_t{1, 1, 701}));
+    EXPECT_EQ(laid(10, 3, 9), (signal_t{1, 1, 1, 701, 52, 62, 2, 702, 53, 703}));
+    EXPECT_EQ(laid(8, 4, 9), (signal_t{1, 1, 1, 701, 52, 62, 2, 702}));
+    EXPECT_EQ(laid(0, 2, 9), signal_t());
+    // It may spread further than the waveform is long.
+    signal_t waveform = {1031, 1042};
+    signal_t head = {7, 80, 900};
+    signal_t tail = {500, 5, 50};
+    frame_seams_t seams;
+    seams.open(2);
+    seams.join(0, head, tail, waveform);
+    seams.close(waveform);
+    EXPECT_EQ(waveform, (signal_t{1031 + 550 + 80, 1042 + 5 + 907}));
 }
 
 TEST(lib_nr_circular_addition, resampling_keeps_every_bin_that_both_rates_hold)

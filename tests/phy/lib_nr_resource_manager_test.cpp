@@ -5,6 +5,7 @@
 #include <algorithm>
 #include <gtest/gtest.h>
 #include <random>
+#include <utility>
 
 namespace
 {
@@ -228,7 +229,8 @@ TEST(lib_nr_resource_manager, writes_adds_and_counts_the_part_of_runs_that_lies_
 {
     prepare(LIB_NR_SCS_15K, 1);
     grid().init_payload_mapping();
-    grid_t::payload_map_t expected = grid().get_payload_mapping();
+    const grid_t::payload_map_t& payload = std::as_const(grid()).get_payload_mapping();
+    grid_t::payload_map_t expected = payload;
     grid_t::payload_map_t expected_of_stream = expected;
     const std::vector<std::complex<double>> values = {1,  2,  3,  4,  5,  6,  7,  8,  9,  10, 11,
                                                       12, 13, 14, 15, 16, 17, 18, 19, 20, 21, 22};
@@ -249,7 +251,7 @@ TEST(lib_nr_resource_manager, writes_adds_and_counts_the_part_of_runs_that_lies_
                 expected_of_stream[run.symbol][static_cast<std::size_t>(k)] = 3.0 * values[next];
             ++inside;
         }
-        EXPECT_EQ(grid().get_payload_mapping(), expected) << run.symbol;
+        EXPECT_EQ(payload, expected) << run.symbol;
     }
     const lib_nr_resource_written_t written = grid().take_written().at(2);
     EXPECT_TRUE(written.cells.inside == inside && written.cells.all() == 8 * 6);
@@ -257,12 +259,24 @@ TEST(lib_nr_resource_manager, writes_adds_and_counts_the_part_of_runs_that_lies_
     EXPECT_TRUE(grid().count(runs).inside == inside && grid().count(runs).all() == 8 * 6);
 
     grid().init_payload_mapping();
-    grid_t::payload_map_t elsewhere = grid().get_payload_mapping();
+    grid_t::payload_map_t elsewhere = payload;
+    EXPECT_EQ(elsewhere, grid_t::payload_map_t(140, std::vector<std::complex<double>>(12)));
     EXPECT_EQ(grid().write_stream(runs, values, 3.0).all(), values.size());
-    EXPECT_EQ(grid().get_payload_mapping(), expected_of_stream);
+    EXPECT_EQ(payload, expected_of_stream);
+    for (std::size_t l = 0; l < payload.size(); ++l)
+        EXPECT_TRUE(grid().get_written_rows()[l] != 0 || payload[l] == std::vector<std::complex<double>>(12));
     for (const double part : {1.0, 2.0})
         EXPECT_EQ(grid().add_stream(runs, values, part, elsewhere).all(), values.size());
     EXPECT_EQ(elsewhere, expected_of_stream);
+
+    // Whoever holds the map may write at any time.
+    auto& lent = grid().get_payload_mapping();
+    for (int round = 0; round < 2; ++round) {
+        lent[77][3] = 5.0;
+        EXPECT_EQ(grid().get_written_rows()[77], 1);
+        grid().init_payload_mapping();
+        EXPECT_EQ(payload[77][3], 0.0);
+    }
 }
 
 TEST(lib_nr_resource_manager, the_extended_prefix_goes_with_60_khz_alone)

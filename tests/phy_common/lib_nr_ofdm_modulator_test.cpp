@@ -19,7 +19,7 @@ struct test_peer_t<nr_mod_lib::lib_nr_baseband_filter_t>
     static std::pair<unsigned int, unsigned int> guards(filter_t& filter,
                                                         const std::vector<std::vector<std::complex<double>>>& payload)
     {
-        filter._search_guard_subcarrier_number(payload);
+        filter._search_guard_subcarrier_number({payload});
         return {filter.m_low_guard_count, filter.m_high_guard_count};
     }
     static std::pair<unsigned int, unsigned int> prach_guards(filter_t& filter,

@@ -12,6 +12,7 @@ template <>
 struct test_peer_t<nr_mod_lib::lib_nr_phy_t>
 {
     using engine_t = nr_mod_lib::lib_nr_phy_t;
+    using signal_t = engine_t::signal_t;
 
     /// Runs behind the channel steps of every frame, with carrier, numerology and frame.
     static void after_channel_steps(engine_t& engine,
@@ -30,7 +31,11 @@ struct test_peer_t<nr_mod_lib::lib_nr_phy_t>
     static bool fill_frame_data(engine_t& engine, unsigned int carrier, unsigned int numerology, unsigned int frame,
                                 engine_t::signal_t& buffer)
     {
-        return engine._fill_frame_data(carrier, numerology, frame, buffer);
+        signal_t opened;
+        engine._open_frames(carrier, numerology, opened);
+        const bool is_mapped = engine._fill_frame_data(carrier, numerology, frame, buffer);
+        engine._close_frames(buffer);
+        return is_mapped;
     }
     static void deal_carrier_process(engine_t& engine, unsigned int carrier, engine_t::signal_t& buffer)
     {
