@@ -3,6 +3,8 @@
 #include "common/lib_common_signal_process.h"
 #include "common/lib_crest_factor_reduce.h"
 #include "common/lib_fft_plan.h"
+#include "common/lib_fourier_transform.h"
+#include "common/lib_normalization.h"
 #include "common/lib_prbs_code.h"
 
 #include <benchmark/benchmark.h>
@@ -11,6 +13,7 @@
 #include <cmath>
 #include <complex>
 #include <numbers>
+#include <numeric>
 #include <random>
 #include <vector>
 
@@ -73,6 +76,52 @@ void burst(benchmark::State& state)
     for (auto _ : state) {
         lib_common_signal_process_t::get_burst_signal_data(signal, out);
         benchmark::DoNotOptimize(out.data());
+    }
+    count_samples(state);
+}
+
+// What is done with a frame of samples when all carriers are in it: the samples alone, and with all that may be asked
+// for; beside it what cannot be left out, a pass that reads, a pass that writes, and the transforms of the spectrum.
+constexpr unsigned int k_blocks = 20;
+
+void finish_frame(benchmark::State& state)
+{
+    const samples_t frame = gaussian_frame();
+    samples_t signal = frame;
+    lib_power_pieces_t pieces{lib_common_signal_process_t::get_smoothing_width(signal.size()), {}};
+    for (auto _ : state) {
+        lib_normalization_t::normalize(signal, lib_normalization_t::get_largest_component(signal), signal.size(),
+                                       pieces);
+        if (state.range(0) == 0)
+            continue;
+        const lib_signal_view_t burst = lib_common_signal_process_t::find_burst(signal, pieces);
+        const auto ccdf = lib_ccdf_calculator_t::calculate_ccdf(
+            signal, std::accumulate(pieces.sums.begin(), pieces.sums.end(), 0.0), {burst.data(), 0}, 0.0);
+        samples_t spectrum;
+        lib_fourier_transform_t::add_freq_spectra(signal, k_blocks, spectrum);
+        benchmark::DoNotOptimize(ccdf.first.curve.data());
+        benchmark::DoNotOptimize(spectrum.data());
+    }
+    count_samples(state);
+}
+
+void finish_frame_unavoidable(benchmark::State& state)
+{
+    samples_t signal = gaussian_frame();
+    const samples_t block(65536, 1.0);
+    samples_t bins(block.size());
+    const lib_fft_plan_t& plan = lib_fft_plan_t::get(block.size(), LIB_FFT_FORWARD);
+    for (auto _ : state) {
+        double sum = 0.0;
+        for (const std::complex<double>& sample : signal)
+            sum += sample.real();
+        benchmark::DoNotOptimize(sum);
+        for (std::complex<double>& sample : signal)
+            sample = 0.5;
+        benchmark::ClobberMemory();
+        for (unsigned int k = 0; k < (state.range(0) == 0 ? 0 : k_blocks); ++k)
+            plan.execute(block.data(), bins.data());
+        benchmark::DoNotOptimize(bins.data());
     }
     count_samples(state);
 }
@@ -163,6 +212,8 @@ void transform_of_a_frame(benchmark::State& state)
 BENCHMARK(ccdf)->Unit(benchmark::kMillisecond);
 BENCHMARK(ccdf_by_logarithm)->Unit(benchmark::kMillisecond);
 BENCHMARK(burst)->Unit(benchmark::kMillisecond);
+BENCHMARK(finish_frame)->ArgName("all")->Arg(0)->Arg(1)->Unit(benchmark::kMillisecond);
+BENCHMARK(finish_frame_unavoidable)->ArgName("all")->Arg(0)->Arg(1)->Unit(benchmark::kMillisecond);
 BENCHMARK(mixer)->Unit(benchmark::kMillisecond);
 BENCHMARK(mixer_by_sine_and_cosine)->Unit(benchmark::kMillisecond);
 BENCHMARK(prbs)->Unit(benchmark::kMillisecond);

@@ -122,6 +122,7 @@ const std::vector<waveform_t>& waveforms()
         {"pusch_transform_precoded", pusch_steps({"enable_transfer_precoding=true"}), false},
         {"ssb", {"carrier[0].dl_ssb.enable=true"}, false},
         {"prach", prach_steps(), false},
+        {"nr_fr1_tm3_1a", {"carrier[0].dl_tm.test_model=LIB_NR_FR1_TM3_1a", "apply carrier[0].dl_tm"}, false},
     };
     return rows;
 }
