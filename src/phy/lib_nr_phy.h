@@ -125,9 +125,9 @@ private:
     /// What the analysis of a run's samples needs beside them.
     struct finish_t
     {
-        bool is_silent = false;
-        std::size_t first_frame = 0;          ///< samples
-        unsigned int blocks = 1;              ///< of the spectrum
+        bool is_silent;
+        std::size_t first_frame;              ///< samples
+        unsigned int blocks;                  ///< of the spectrum
         common_lib::lib_power_pieces_t power; ///< of the first frame
     };
 

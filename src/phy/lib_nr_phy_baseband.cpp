@@ -23,7 +23,6 @@ namespace
 {
 
 constexpr double k_silence = 1e-12;
-constexpr unsigned int k_marker_number = 7;
 constexpr unsigned int k_half_subframes = 20;
 
 } // namespace
@@ -32,14 +31,17 @@ constexpr unsigned int k_half_subframes = 20;
 void lib_nr_phy_t::_deal_baseband_process()
 {
     const bool is_short = m_waveform.get_frame_number() == 1 && m_waveform.get_subframes_number() <= 9;
-    finish_t& finish = m_finish.emplace();
-    finish.first_frame = static_cast<std::size_t>(
+    const auto first_frame = static_cast<std::size_t>(
         std::min<std::uint64_t>(m_baseband_signal.size(), m_waveform.get_frame_sample_points()));
-    finish.blocks = is_short ? m_waveform.get_subframes_number() : k_half_subframes;
+    m_finish = finish_t{false,
+                        first_frame,
+                        is_short ? m_waveform.get_subframes_number() : k_half_subframes,
+                        {lib_common_signal_process_t::get_smoothing_width(first_frame), {}}};
 
     double largest = lib_normalization_t::get_largest_component(m_baseband_signal);
-    finish.is_silent = largest < k_silence && lib_common_math_t::get_data_max_amplitude(m_baseband_signal) < k_silence;
-    if (finish.is_silent)
+    m_finish->is_silent =
+        largest < k_silence && lib_common_math_t::get_data_max_amplitude(m_baseband_signal) < k_silence;
+    if (m_finish->is_silent)
         return;
     if (m_waveform.get_mirror_spectrum())
         for (std::complex<double>& sample : m_baseband_signal)
@@ -61,7 +63,6 @@ void lib_nr_phy_t::_deal_crest_factor_reduction()
 
 void lib_nr_phy_t::_deal_normalize(double largest_component)
 {
-    m_finish->power.width = lib_common_signal_process_t::get_smoothing_width(m_finish->first_frame);
     lib_normalization_t::normalize(m_baseband_signal, largest_component, m_finish->first_frame, m_finish->power);
 }
 
@@ -99,13 +100,9 @@ lib_nr_phy_t::ccdfs_t lib_nr_phy_t::_deal_ccdf_calculation() const
 {
     if (!m_finish)
         return {};
-    if (m_finish->is_silent) {
-        const common_lib::lib_ccdf_t zeros{
-            std::vector<double>(lib_ccdf_calculator_t::get_default_ccdf_data_length(), 0.0),
-            std::vector<double>(k_marker_number, 0.0)};
-        return {zeros, zeros};
-    }
     const lib_signal_view_t frame = _get_first_frame();
+    if (m_finish->is_silent)
+        return lib_ccdf_calculator_t::calculate_ccdf(frame, 0.0, frame, 0.0);
     const lib_signal_view_t burst = lib_common_signal_process_t::find_burst(frame, m_finish->power);
     const auto power_of = [&](lib_signal_view_t part) {
         const auto begin = static_cast<std::size_t>(part.begin() - frame.begin());
