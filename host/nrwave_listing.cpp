@@ -1,9 +1,14 @@
 #include "host/nrwave_listing.h"
 
+#include "host/nrwave_failure.h"
 #include "host/nrwave_mending.h"
 #include "host/nrwave_path.h"
 #include "host/nrwave_rows.h"
 #include "host/nrwave_steps.h"
+#include "host/nrwave_value.h"
+
+#include <algorithm>
+#include <set>
 
 namespace nrwave
 {
@@ -61,13 +66,155 @@ public:
                     setting_step(entry(path, branch.first(parent) + place), leaf, branch.enter_place(parent, place)));
     }
 
-    /// The `add` steps that bring a fresh list to a number of entries.
+    /// The steps that bring a fresh list to a number of entries.
     void added_entries(const std::string& path, const cfg_nr_branch_t& branch, unsigned int entries, void* fresh)
     {
         if (branch.can_add())
             for (unsigned int i = branch.count(fresh); i < entries; ++i)
                 steps.push_back("add " + path);
+        if (branch.can_remove())
+            for (unsigned int i = branch.count(fresh); i > entries; --i)
+                steps.push_back("remove " + entry(path, branch.first(fresh) + i - 1));
     }
+};
+
+/// Every setting of a waveform as a step, behind those for the entries of its lists.
+std::vector<std::string> all_steps_of(cfg_nr_waveform_t& waveform)
+{
+    lister_t lister;
+    cfg_nr_waveform_t fresh;
+    lister.facade({}, &waveform, &fresh, g_cfg_nr_waveform_table);
+    return std::move(lister.steps);
+}
+
+/// The path that a step sets; empty where the step is a verb.
+std::string path_set_by(const std::string& step)
+{
+    const std::size_t end = step.find_first_of("= ");
+    return end == std::string::npos || step[end] == ' ' ? std::string{} : step.substr(0, end);
+}
+
+std::string facade_set_by(const std::string& step) { return split_last(path_set_by(step)).first; }
+
+/// Makes a listing that can be replayed: a fresh waveform takes each step as it stands and comes to the same state.
+class replay_t
+{
+public:
+    explicit replay_t(cfg_nr_waveform_t& waveform) : m_waveform(waveform), m_all(all_steps_of(waveform)) {}
+
+    std::vector<std::string> steps()
+    {
+        _try();
+        if (!m_lost.empty()) {
+            std::vector<std::string> facades;
+            for (const std::string& step : m_all)
+                if (m_brief.insert(facade_set_by(step)).second)
+                    facades.push_back(facade_set_by(step));
+            _try();
+            _write_in_full(facades, m_lost.size());
+            _try();
+        }
+        _leave_out_told();
+        for (const std::string& step : m_lost)
+            m_steps.push_back("# " + one_line(step));
+        return std::move(m_steps);
+    }
+
+private:
+    static constexpr unsigned int k_most_tries = 24;
+
+    /// Writes façades in full again, where no more is lost by that.
+    void _write_in_full(const std::vector<std::string>& facades, std::size_t least_lost)
+    {
+        for (const std::string& facade : facades)
+            m_brief.erase(facade);
+        _try();
+        if (m_lost.size() <= least_lost)
+            return;
+        m_brief.insert(facades.begin(), facades.end());
+        if (facades.size() < 2 || m_tries > k_most_tries)
+            return;
+        const auto middle = facades.begin() + static_cast<std::ptrdiff_t>(facades.size() / 2);
+        _write_in_full({facades.begin(), middle}, least_lost);
+        _write_in_full({middle, facades.end()}, least_lost);
+    }
+
+    /// Writes the listing on a fresh waveform, leaving out what is corrected, then what is still amiss.
+    void _try()
+    {
+        constexpr int k_rounds = 4; // what one setting needs of another may come only in the next
+
+        cfg_nr_waveform_t copy;
+        bool corrected = false;
+        stepper_t stepper(copy, [&corrected](const std::string&) { corrected = true; });
+        ++m_tries;
+        m_steps.clear();
+        for (const std::string& step : m_all) {
+            corrected = false;
+            if (_is_needless(step, copy) || !_took(stepper, step) || corrected)
+                continue;
+            m_steps.push_back(step);
+        }
+        for (int round = 0; round < k_rounds; ++round) {
+            const std::vector<std::string> mended = mending_steps(m_waveform, copy);
+            if (mended.empty())
+                break;
+            m_steps.insert(m_steps.end(), mended.begin(), mended.end());
+        }
+        const std::vector<std::string> now = all_steps_of(copy);
+        const std::set<std::string> held(now.begin(), now.end());
+        m_lost.clear();
+        std::copy_if(m_all.begin(), m_all.end(), std::back_inserter(m_lost),
+                     [&](const std::string& step) { return held.count(step) == 0; });
+    }
+
+    static bool _took(stepper_t& stepper, const std::string& step)
+    {
+        try {
+            stepper.apply(step);
+            return true;
+        } catch (const failure_t&) {
+            return false;
+        }
+    }
+
+    /// Whether a step changes nothing where even such a step brings neighbours in line.
+    bool _is_needless(const std::string& step, cfg_nr_waveform_t& copy) const
+    {
+        const std::string path = path_set_by(step);
+        if (path.empty() || m_brief.count(facade_set_by(step)) == 0)
+            return false;
+        try {
+            const target_t target = resolve(copy, path);
+            return target.leaf && target.leaf->read(target.facade, target.index.value_or(0)) ==
+                                      step.substr(path.size() + 1);
+        } catch (const failure_t&) {
+            return false;
+        }
+    }
+
+    /// Leaves out the steps of which a replay would tell that something resets them.
+    void _leave_out_told()
+    {
+        cfg_nr_waveform_t copy;
+        std::set<std::string> told;
+        stepper_t stepper(copy, [&told](const std::string& line) { told.insert(line.substr(0, line.find(": "))); });
+        for (const std::string& step : m_steps)
+            if (!_took(stepper, step))
+                told.insert(path_set_by(step));
+        stepper.tell_resets();
+        m_steps.erase(std::remove_if(m_steps.begin(), m_steps.end(),
+                                     [&](const std::string& step) { return told.count(path_set_by(step)) != 0; }),
+                      m_steps.end());
+    }
+
+    cfg_nr_waveform_t& m_waveform;
+    std::vector<std::string> m_all;
+    std::vector<std::string> m_steps;
+    std::vector<std::string> m_lost;
+    /// The façades in which only what differs from a fresh waveform is written.
+    std::set<std::string> m_brief;
+    unsigned int m_tries = 0;
 };
 
 /// A setting, with all its values where it has several and the path names none.
@@ -78,20 +225,6 @@ std::vector<std::string> values_at(const std::string& facade, const target_t& ta
         if (i == target.index.value_or(i))
             steps.push_back(setting_step(facade, *target.leaf, target.facade, i));
     return steps;
-}
-
-/// Makes a comment of each step that a fresh waveform would correct: what it shows no step brings back.
-void hide_corrected(std::vector<std::string>& steps)
-{
-    cfg_nr_waveform_t fresh;
-    bool corrected = false;
-    stepper_t stepper(fresh, [&corrected](const std::string&) { corrected = true; });
-    for (std::string& step : steps) {
-        corrected = false;
-        stepper.apply(step);
-        if (corrected)
-            step.insert(0, "# ");
-    }
 }
 
 /// The `add` steps for the entries that a path goes through.
@@ -110,20 +243,7 @@ void added_on_the_way(lister_t& lister, cfg_nr_waveform_t& waveform, cfg_nr_wave
 
 std::vector<std::string> steps_of(cfg_nr_waveform_t& waveform)
 {
-    lister_t lister;
-    {
-        cfg_nr_waveform_t fresh;
-        lister.facade({}, &waveform, &fresh, g_cfg_nr_waveform_table);
-    }
-    hide_corrected(lister.steps);
-    cfg_nr_waveform_t copy;
-    stepper_t stepper(copy, [](const std::string&) {});
-    for (const std::string& step : lister.steps)
-        if (step.front() != '#')
-            stepper.apply(step);
-    for (std::string& step : mending_steps(waveform, copy))
-        lister.steps.push_back(std::move(step));
-    return lister.steps;
+    return replay_t(waveform).steps();
 }
 
 std::vector<std::string> steps_at(cfg_nr_waveform_t& waveform, const std::string& path)

@@ -621,6 +621,12 @@ TEST_F(nrwave_program, generates_every_example_as_it_stands)
         const run_t result = run("generate --strict " + input + " -o x --format cf32");
         EXPECT_EQ(result.status, 0) << file.path() << ": " << result.err;
         EXPECT_NE(content("x.cf32").find_first_not_of('\0'), std::string::npos) << file.path();
+        const std::string listing = run("get " + input).out;
+        write("again.recipe", listing);
+        const run_t again = run("get --strict --recipe again.recipe");
+        EXPECT_EQ(again.err, "") << file.path();
+        EXPECT_EQ(again.out, listing) << file.path();
+        EXPECT_EQ(listing.find('#'), std::string::npos) << listing;
         ++examples;
     }
     EXPECT_GE(examples, 3u);
