@@ -36,7 +36,7 @@ int run(command_t& command, trace_t& trace)
 
 int main(int argc, char** argv)
 {
-    const std::array commands = {generate_command(), get_command(),  map_command(),
+    const std::array commands = {generate_command(), info_command(), get_command(),    map_command(),
                                  save_command(),     list_command(), presets_command()};
     bool verbose = false;
 

@@ -116,13 +116,24 @@ output_t::output_t(const fs::path& place, const inputs_t& inputs) : m_name(place
         _fail(errno);
 
     // Made now, so that an unwritable place is found out at once rather than after a long run.
-    m_beside = (m_place.parent_path() / ".nrwave-XXXXXX").string();
-    const held_signals_t held;
-    m_file = ::mkostemp(m_beside.data(), O_CLOEXEC);
-    if (m_file < 0)
-        _fail(errno);
-    g_unfinished.push_back(m_beside);
-    ::fchmod(m_file, exists ? present.st_mode & 0777 : mode_of_new_files());
+    _make_beside(exists ? present.st_mode & 0777 : mode_of_new_files());
+}
+
+/// A file without a name where the file system has such, else one with a name of its own.
+void output_t::_make_beside(mode_t mode)
+{
+    const fs::path folder = m_place.has_parent_path() ? m_place.parent_path() : fs::path(".");
+    m_file = ::open(folder.c_str(), O_TMPFILE | O_WRONLY | O_CLOEXEC, 0600);
+    m_is_unnamed = m_file >= 0;
+    if (!m_is_unnamed) {
+        m_beside = (folder / ".nrwave-XXXXXX").string();
+        const held_signals_t held;
+        m_file = ::mkostemp(m_beside.data(), O_CLOEXEC);
+        if (m_file < 0)
+            _fail(errno);
+        g_unfinished.push_back(m_beside);
+    }
+    ::fchmod(m_file, mode);
 }
 
 output_t::~output_t()
@@ -152,6 +163,24 @@ void output_t::_open()
     m_file = descriptor ? ::fcntl(*descriptor, F_DUPFD_CLOEXEC, 0) : ::open(m_place.c_str(), O_WRONLY | O_CLOEXEC);
     if (m_file < 0)
         _fail(errno);
+}
+
+/// Gives a file without a name one of its own, from which it is moved to its place.
+void output_t::_name()
+{
+    if (!m_is_unnamed)
+        return;
+    const std::string file = "/proc/self/fd/" + std::to_string(m_file);
+    std::string name = (m_place.parent_path() / ".nrwave-XXXXXX").string();
+    const int reserved = ::mkostemp(name.data(), O_CLOEXEC); // finds a name that is free; a link replaces no file
+    if (reserved < 0)
+        _fail(errno);
+    ::close(reserved);
+    ::unlink(name.c_str());
+    if (::linkat(AT_FDCWD, file.c_str(), AT_FDCWD, name.c_str(), AT_SYMLINK_FOLLOW) != 0)
+        _fail(errno);
+    m_beside = name;
+    g_unfinished.push_back(m_beside);
 }
 
 void output_t::_close()
@@ -208,9 +237,11 @@ std::vector<std::string> outputs_t::names() const
 
 void outputs_t::keep()
 {
-    for (output_t& output : m_outputs)
-        output._close();
     const held_signals_t held;
+    for (output_t& output : m_outputs) {
+        output._name();
+        output._close();
+    }
     for (const output_t& output : m_outputs) {
         output._move();
         // Until all have moved, it is the moved file that a failure takes back.

@@ -34,7 +34,9 @@ public:
 private:
     friend class outputs_t;
 
+    void _make_beside(mode_t mode);
     void _open();
+    void _name();
     void _close();
     void _move() const;
     [[noreturn]] void _fail(int error) const;
@@ -42,13 +44,15 @@ private:
     std::string m_name;
     /// Where the name leads through links.
     std::filesystem::path m_place;
-    /// Empty where the place is written through.
+    /// Empty where the place is written through, and where the file has no name yet.
     std::string m_beside;
+    bool m_is_unnamed = false;
     int m_file = -1;
 };
 
 /// The files of a run: they appear whole and all together, or not at all, whatever ends the run: a failure, a full disk
-/// or a signal. Only what has been written through stays written. One object at a time.
+/// or a signal. Only what has been written through stays written. Where the file system has files without a name,
+/// nothing is in the folders before all is written, so that even a killed run leaves none. One object at a time.
 class outputs_t
 {
 public:

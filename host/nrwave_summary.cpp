@@ -32,11 +32,6 @@ std::string decibels(const std::optional<double>& level, const char* unit)
            ' ' + unit;
 }
 
-nlohmann::ordered_json or_null(const std::optional<double>& level)
-{
-    return level ? nlohmann::ordered_json(*level) : nlohmann::ordered_json();
-}
-
 } // namespace
 
 std::string text_of(const summary_t& summary)
@@ -67,6 +62,11 @@ nlohmann::ordered_json json_of(const summary_t& summary)
             {"papr_db", or_null(summary.level.papr_db())},
             {"clipped", summary.clipped},
             {"deviations", deviations}};
+}
+
+nlohmann::ordered_json or_null(const std::optional<double>& level)
+{
+    return level ? nlohmann::ordered_json(*level) : nlohmann::ordered_json();
 }
 
 std::string written(const nlohmann::ordered_json& json)

@@ -5,6 +5,7 @@
 
 #include <cstdint>
 #include <nlohmann/json_fwd.hpp>
+#include <optional>
 #include <string>
 #include <vector>
 
@@ -18,8 +19,8 @@ struct summary_t
     std::string format;
     std::uint64_t rate = 0; ///< hertz
     level_t level;
-    std::vector<vek::nr_mod_lib::lib_nr_met_deviation_t> deviations = {}; ///< from the standard
     std::uint64_t clipped = 0; ///< samples that the format holds at full scale
+    std::vector<vek::nr_mod_lib::lib_nr_met_deviation_t> deviations = {}; ///< from the standard
 
     double seconds() const
     {
@@ -32,6 +33,8 @@ std::string text_of(const summary_t& summary);
 
 /// The same under the names that these figures have wherever they stand in JSON; null where silence has none.
 nlohmann::ordered_json json_of(const summary_t& summary);
+
+nlohmann::ordered_json or_null(const std::optional<double>& level);
 
 /// JSON as a text. Of a file's name that is not UTF-8 what is foreign is replaced.
 std::string written(const nlohmann::ordered_json& json);

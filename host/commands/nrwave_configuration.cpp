@@ -15,6 +15,20 @@ void declare_output(CLI::App& app, std::string& place, const char* type, const c
     });
 }
 
+void declare_delivery(CLI::App& app, delivery_t& delivery)
+{
+    const auto in_full = [](const std::string& text) { return whole_number_in_full(text).value_or(text); };
+    app.add_option("--rate", delivery.rate,
+                   "Samples a second, any whole number that holds the occupied bands; by resampling of the periodic "
+                   "waveform")
+        ->type_name("HZ")
+        ->transform(in_full);
+    app.add_option("--multiple-of", delivery.multiple_of,
+                   "Repeat the waveform until the number of samples is a multiple of this")
+        ->type_name("NUMBER")
+        ->transform(in_full);
+}
+
 void declare_number(CLI::App& app, const char* name, unsigned int& number, const char* help)
 {
     app.add_option(name, number, help)->type_name("NUMBER")->transform([](const std::string& text) {

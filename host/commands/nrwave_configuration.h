@@ -1,6 +1,7 @@
 #pragma once
 
 #include "config/cfg_nr_waveform.h"
+#include "host/nrwave_delivery.h"
 #include "host/nrwave_input.h"
 #include "host/nrwave_trace.h"
 
@@ -14,6 +15,8 @@ namespace nrwave
 
 /// -o, where - stands for standard output.
 void declare_output(CLI::App& app, std::string& place, const char* type, const char* help);
+/// --rate and --multiple-of.
+void declare_delivery(CLI::App& app, delivery_t& delivery);
 /// A whole number, which may have an exponent or a suffix as the values of settings.
 void declare_number(CLI::App& app, const char* name, unsigned int& number, const char* help);
 

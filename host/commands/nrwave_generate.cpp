@@ -2,6 +2,7 @@
 #include "host/commands/nrwave_configuration.h"
 #include "host/nrwave_failure.h"
 #include "host/nrwave_generation.h"
+#include "host/nrwave_listing.h"
 #include "host/nrwave_pictures.h"
 #include "host/nrwave_record.h"
 #include "host/nrwave_samples.h"
@@ -18,7 +19,7 @@ using namespace vek::nr_mod_lib;
 namespace
 {
 
-std::string counted(unsigned int number, const std::string& thing)
+std::string counted(std::uint64_t number, const std::string& thing)
 {
     return std::to_string(number) + ' ' + thing + (number == 1 ? "" : "s");
 }
@@ -36,6 +37,18 @@ std::string description_of(const cfg_nr_waveform_t& waveform, const std::vector<
            counted(waveform.get_frame_number(), "frame") + names;
 }
 
+/// The annotations of every period.
+std::vector<annotation_t> repeated(const std::vector<annotation_t>& annotations, const delivered_t& delivered)
+{
+    std::vector<annotation_t> all;
+    for (std::uint64_t repeat = 0; repeat < delivered.repeats; ++repeat)
+        for (annotation_t annotation : annotations) {
+            annotation.first_sample += repeat * delivered.period.size();
+            all.push_back(std::move(annotation));
+        }
+    return all;
+}
+
 class generate_t : public command_t
 {
 public:
@@ -48,7 +61,11 @@ public:
         declare_output(app, m_output, "PREFIX",
                        "What the names of the files begin with; - writes the bare samples to "
                        "standard output");
-        app.add_option("--format", m_format, "sigmf (default), cf32 or cf64")->type_name("FORMAT");
+        app.add_option("--format", m_format, "sigmf (default), cf32, cf64, ci16, npy or csv")->type_name("FORMAT");
+        app.add_option("--scale", m_delivery.scale_db,
+                       "Put the peak of the samples this far below full scale; without it the level stays")
+            ->type_name("DB");
+        declare_delivery(app, m_delivery);
         app.add_option("--report", m_report, "Folder for pictures: spectrum, CCDF, power, resource map")
             ->type_name("DIR");
         CLI::Option* quiet = app.add_flag("--quiet", m_quiet, "Say nothing of what was written");
@@ -57,6 +74,7 @@ public:
             "Examples:\n"
             "  nrwave generate --set 'carrier[0].dl_ssb.enable=true' -o first --report first\n"
             "  nrwave generate --recipe examples/full_cell.recipe --set radio_frequency=3.7G -o cell --format cf32\n"
+            "  nrwave generate settings.xml --format ci16 --scale 3 --rate 200M --multiple-of 64 -o sdr\n"
             "  nrwave generate settings.xml --format cf32 -o - | wc -c");
     }
 
@@ -65,6 +83,7 @@ public:
         const sample_format_t format = sample_format_of(m_format);
         cfg_nr_waveform_t waveform;
         const inputs_t inputs = m_configuration.apply(waveform, trace);
+        check_delivery(m_delivery, waveform);
         outputs_t outputs(inputs);
         sample_files_t files(outputs, m_output, format);
         if (!m_report.empty())
@@ -76,16 +95,34 @@ public:
             m_configuration.tell(line, trace);
         if (!m_report.empty())
             draw_report(waveform, engine, outputs, m_report);
-        const std::uint64_t rate = waveform.get_waveform_sample_rate();
-        const level_t level =
-            files.write(engine.get_baseband_signal_data(),
-                        {rate, waveform.get_radio_frequency(), description_of(waveform, engine.get_met_deviations())});
+        const delivered_t delivered = nrwave::delivered(m_delivery, waveform, engine.get_baseband_signal_data());
+        metadata_t metadata;
+        files.write(delivered, metadata);
+        metadata.summary.files = outputs.names();
+        metadata.summary.deviations = engine.get_met_deviations();
+        if (!is_written_through(m_output))
+            describe(files, metadata, waveform, engine, delivered);
+        if (metadata.summary.clipped > 0)
+            m_configuration.tell(counted(metadata.summary.clipped, "sample") + " clipped: held at full scale",
+                                 trace);
         if (!m_quiet && !is_standard_output(m_output))
-            tell({outputs.names(), name_of(format), rate, level, engine.get_met_deviations()}, trace);
+            tell(metadata.summary, trace);
         outputs.keep();
     }
 
 private:
+    void describe(sample_files_t& files, metadata_t& metadata, cfg_nr_waveform_t& waveform, lib_nr_phy_t& engine,
+                  const delivered_t& delivered) const
+    {
+        for (const std::string& step : steps_of(waveform))
+            metadata.settings += step + '\n';
+        metadata.radio_frequency = waveform.get_radio_frequency();
+        metadata.description = description_of(waveform, engine.get_met_deviations());
+        metadata.scale_db = m_delivery.scale_db;
+        metadata.annotations = repeated(annotations_of(waveform, engine, delivered.period.size()), delivered);
+        files.describe(metadata);
+    }
+
     /// Told while the files can still be taken back.
     void tell(const summary_t& summary, trace_t& trace) const
     {
@@ -97,6 +134,7 @@ private:
     std::string m_output;
     std::string m_format = "sigmf";
     std::string m_report;
+    delivery_t m_delivery;
     bool m_quiet = false;
     bool m_json = false;
 };

@@ -225,11 +225,18 @@ private:
     void _note_written()
     {
         for (const auto& [entry, written] : grid().take_written()) {
-            std::vector<std::uint32_t> slots;
-            for (const std::uint32_t slot : written.slots)
-                if (m_engine._is_within_waveform(m_frame, static_cast<double>(slot) / m_slots_per_frame))
-                    slots.push_back(m_frame * m_slots_per_frame + slot);
-            m_engine.m_recorder.note_written(_entry(entry), slots, written.cells);
+            lib_nr_resource_written_t within{written.cells, {}, {}};
+            for (std::size_t i = 0; i < written.slots.size(); ++i) {
+                const std::uint32_t slot = written.slots[i];
+                if (!m_engine._is_within_waveform(m_frame, static_cast<double>(slot) / m_slots_per_frame))
+                    continue;
+                within.slots.push_back(m_frame * m_slots_per_frame + slot);
+                const auto centre = static_cast<std::int32_t>(grid().get_payload_mapping().front().size() / 2);
+                within.extents.push_back(written.extents[i]);
+                within.extents.back().first_subcarrier -= centre;
+                within.extents.back().subcarrier_end -= centre;
+            }
+            m_engine.m_recorder.note_written(_entry(entry), m_spacing, within);
         }
     }
 

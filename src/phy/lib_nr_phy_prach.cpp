@@ -150,7 +150,9 @@ bool lib_nr_phy_t::_fill_prach_frame_data(unsigned int carrier, unsigned int num
         std::vector<std::uint32_t> frames;
         if (_is_burst_within_waveform(frame, sent))
             frames.push_back(frame);
-        m_recorder.note_written({k_prach, carrier, sent}, frames, prach_grid().get_written_cells());
+        m_recorder.note_written({k_prach, carrier, sent},
+                                configuration.get_numerology_manager(numerology).get_numerolgy(),
+                                {prach_grid().get_written_cells(), frames, {}});
         m_recorder.note_met({k_prach, carrier, sent}, m_prach_process.get_rules());
         m_recorder.note_met({k_prach, carrier, sent}, m_prach_ofdm_modulator.get_rules());
     }

@@ -1,6 +1,8 @@
 #pragma once
 
+#include "phy/lib_nr_resource_type.h"
 #include "phy_common/lib_nr_deviation.h"
+#include "phy_common/lib_nr_numerology_type.h"
 
 #include <cstdint>
 #include <optional>
@@ -39,6 +41,9 @@ struct lib_nr_entry_record_t : lib_nr_channel_entry_t
     /// Where cells were written, in the order of the run: slots of its spacing, frames for a PRACH burst, both counted
     /// from the start of the waveform.
     std::vector<std::uint32_t> slots;
+    /// What was written in each of these slots, subcarriers counted from the carrier's centre; none for a PRACH burst.
+    std::vector<lib_nr_slot_extent_t> extents;
+    lib_nr_numerology_type_t spacing = LIB_NR_SCS_15K; ///< of the numerology that it was sent with
     std::uint64_t cells = 0;         ///< written, also behind the waveform's end; of a PRACH burst in its own grid
     std::uint64_t cells_outside = 0; ///< left out, since they lie outside slot or grid
     unsigned int rbs = 0;            ///< of the symbol that lost most resource blocks to the grid's edges; 0 for PRACH

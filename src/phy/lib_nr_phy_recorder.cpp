@@ -65,17 +65,20 @@ void lib_nr_phy_recorder_t::note_missing_dmrs(const lib_nr_channel_entry_t& entr
         m_record.entries[*place].has_dmrs = false;
 }
 
-void lib_nr_phy_recorder_t::note_written(const lib_nr_channel_entry_t& entry, const std::vector<std::uint32_t>& slots,
-                                         const lib_nr_cell_count_t& cells)
+void lib_nr_phy_recorder_t::note_written(const lib_nr_channel_entry_t& entry, lib_nr_numerology_type_t spacing,
+                                         const lib_nr_resource_written_t& written)
 {
     const auto place = _place_of(entry);
     if (!place)
         return;
     lib_nr_entry_record_t& record = m_record.entries[*place];
-    if (cells.inside != 0)
-        record.slots.insert(record.slots.end(), slots.begin(), slots.end());
-    record.cells += cells.inside;
-    record.cells_outside += cells.outside;
+    if (written.cells.inside != 0) {
+        record.slots.insert(record.slots.end(), written.slots.begin(), written.slots.end());
+        record.extents.insert(record.extents.end(), written.extents.begin(), written.extents.end());
+        record.spacing = spacing;
+    }
+    record.cells += written.cells.inside;
+    record.cells_outside += written.cells.outside;
 }
 
 void lib_nr_phy_recorder_t::note_stop(const lib_nr_channel_entry_t& entry, unsigned int stopped_by)

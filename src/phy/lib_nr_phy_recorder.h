@@ -29,9 +29,10 @@ public:
     /// In one of the entry's symbols.
     void note_cut(const lib_nr_channel_entry_t& entry, unsigned int rbs, unsigned int rbs_outside);
     void note_missing_dmrs(const lib_nr_channel_entry_t& entry);
-    /// Slots, or frames of a PRACH burst, counted from the start of the waveform; those behind its end left out.
-    void note_written(const lib_nr_channel_entry_t& entry, const std::vector<std::uint32_t>& slots,
-                      const lib_nr_cell_count_t& cells);
+    /// Slots, or frames of a PRACH burst, counted from the start of the waveform, those behind its end left out;
+    /// subcarriers counted from the carrier's centre.
+    void note_written(const lib_nr_channel_entry_t& entry, lib_nr_numerology_type_t spacing,
+                      const lib_nr_resource_written_t& written);
     /// A PRACH burst ahead of the entry kept it out of a frame.
     void note_stop(const lib_nr_channel_entry_t& entry, unsigned int stopped_by);
     /// The entry's channel is empty where a carrier as a whole met them.

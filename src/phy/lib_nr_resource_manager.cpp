@@ -387,7 +387,7 @@ lib_nr_cell_count_t lib_nr_channel_resource_manager_t::_store_run(const lib_nr_r
     m_written_at_work->cells += stored;
     if (part.run.count == 0)
         return stored;
-    _note_slot(run.symbol);
+    _note_place(part.run);
     if (!m_is_payload_lent && &payload == &m_payload_mapping)
         m_written_rows[run.symbol] = 1;
     std::complex<double>* const cells =
@@ -466,15 +466,25 @@ std::map<std::uint32_t, lib_nr_resource_written_t> lib_nr_channel_resource_manag
 }
 
 /// A slot counts once for what is written to it in a row.
-void lib_nr_channel_resource_manager_t::_note_slot(std::uint32_t symbol)
+void lib_nr_channel_resource_manager_t::_note_place(const lib_nr_resource_run_t& run)
 {
-    if (symbol < m_slot_end && symbol >= m_slot_end - m_slot_symbol_number)
-        return;
-    const std::uint32_t slot = symbol / m_slot_symbol_number;
-    m_slot_end = (slot + 1) * m_slot_symbol_number;
-    std::vector<std::uint32_t>& slots = m_written_at_work->slots;
-    if (slots.empty() || slots.back() != slot)
-        slots.push_back(slot);
+    lib_nr_resource_written_t& written = *m_written_at_work;
+    if (run.symbol >= m_slot_end || run.symbol < m_slot_end - m_slot_symbol_number) {
+        const std::uint32_t slot = run.symbol / m_slot_symbol_number;
+        m_slot_end = (slot + 1) * m_slot_symbol_number;
+        if (written.slots.empty() || written.slots.back() != slot) {
+            written.slots.push_back(slot);
+            written.extents.push_back({m_slot_symbol_number, 0, run.first_subcarrier, run.first_subcarrier});
+        }
+    }
+    lib_nr_slot_extent_t& extent = written.extents.back();
+    const std::uint32_t symbol = run.symbol + m_slot_symbol_number - m_slot_end;
+    const std::uint32_t step = std::max(run.step, 1u);
+    const auto end = run.first_subcarrier + static_cast<std::int32_t>((run.count - 1) * step + 1);
+    extent.first_symbol = std::min(extent.first_symbol, symbol);
+    extent.symbol_end = std::max(extent.symbol_end, symbol + 1);
+    extent.first_subcarrier = std::min(extent.first_subcarrier, run.first_subcarrier);
+    extent.subcarrier_end = std::max(extent.subcarrier_end, end);
 }
 
 /// Parameters set after the last initialisation pass the range checks before the map has their cells.

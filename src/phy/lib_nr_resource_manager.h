@@ -47,13 +47,6 @@ struct lib_nr_resource_element_index_t
     std::uint16_t subcarrier = 0;
 };
 
-/// What an entry of a channel wrote into the payload map.
-struct lib_nr_resource_written_t
-{
-    lib_nr_cell_count_t cells;
-    std::vector<std::uint32_t> slots; ///< of the frame, in which cells were written, in that order
-};
-
 /// The grid of one frame of one numerology: which channel owns each resource element (resource map), and the symbols
 /// that go to the OFDM modulator (payload map). One for the whole process; the engine initialises it anew for each
 /// frame of each carrier and numerology, so its content is that of the last one. One user at a time.
@@ -185,7 +178,7 @@ private:
     bool _mark_cell(std::uint32_t symbol, std::uint32_t subcarrier, lib_nr_channel_resource_mapping_type_t type,
                     std::uint8_t& cell);
     void _check_mapped(std::uint32_t symbol, std::uint64_t subcarrier) const;
-    void _note_slot(std::uint32_t symbol);
+    void _note_place(const lib_nr_resource_run_t& run);
     template <class value_t, class store_t>
     lib_nr_cell_count_t _store_run(const lib_nr_resource_run_t& run, const value_t* values, payload_map_t& payload,
                                    store_t store);

@@ -1,6 +1,7 @@
 #pragma once
 
 #include <cstdint>
+#include <vector>
 
 namespace vek::nr_mod_lib
 {
@@ -36,6 +37,15 @@ struct lib_nr_clipped_run_t
     std::uint32_t left_out_ahead = 0; ///< cells below the grid: the part's first cell is the run's cell of this index
 };
 
+/// The rectangle round cells of one slot; its ends lie behind the last of them.
+struct lib_nr_slot_extent_t
+{
+    std::uint32_t first_symbol = 0; ///< of the slot
+    std::uint32_t symbol_end = 0;
+    std::int32_t first_subcarrier = 0;
+    std::int32_t subcarrier_end = 0;
+};
+
 /// Cells of runs, by what became of them.
 struct lib_nr_cell_count_t
 {
@@ -49,6 +59,14 @@ struct lib_nr_cell_count_t
         outside += other.outside;
         return *this;
     }
+};
+
+/// What an entry of a channel wrote into the payload map.
+struct lib_nr_resource_written_t
+{
+    lib_nr_cell_count_t cells;
+    std::vector<std::uint32_t> slots; ///< of the frame, in which cells were written, in that order
+    std::vector<lib_nr_slot_extent_t> extents; ///< of the same slots, subcarriers counted from the lowest of the grid
 };
 
 } // namespace vek::nr_mod_lib

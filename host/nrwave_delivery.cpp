@@ -1,0 +1,137 @@
+#include "host/nrwave_delivery.h"
+
+#include "common/lib_fft_plan.h"
+#include "host/nrwave_failure.h"
+
+#include <algorithm>
+#include <cmath>
+#include <numeric>
+#include <string>
+#include <utility>
+
+namespace nrwave
+{
+
+using namespace vek::nr_mod_lib;
+using vek::common_lib::lib_fft_plan_t;
+
+namespace
+{
+
+constexpr std::uint64_t k_most_samples = std::uint64_t{1} << 31;
+constexpr double k_most_scale_db = 200.0;
+
+__extension__ using wide_t = unsigned __int128;
+
+/// The lowest rate that holds the occupied bands of all enabled carriers.
+std::uint64_t occupied_hz(cfg_nr_waveform_t& waveform)
+{
+    std::uint64_t widest = 0;
+    for (unsigned int i = 0; i < waveform.get_carrier_number(); ++i) {
+        const cfg_nr_carrier_t& carrier = *waveform.get_carrier(i);
+        if (carrier.get_enable())
+            widest = std::max<std::uint64_t>(
+                widest, 2 * static_cast<std::uint64_t>(std::abs(static_cast<double>(carrier.get_frequency_offset()))) +
+                            carrier.get_bandwidth());
+    }
+    return widest;
+}
+
+/// Samples of the waveform at a rate; nothing where they are no whole number.
+std::optional<std::uint64_t> samples_at(std::uint64_t rate, const cfg_nr_waveform_t& waveform)
+{
+    const wide_t product = static_cast<wide_t>(waveform.get_waveform_sample_points()) * rate;
+    const std::uint64_t own = waveform.get_waveform_sample_rate();
+    if (own == 0 || product % own != 0)
+        return std::nullopt;
+    return static_cast<std::uint64_t>(product / own);
+}
+
+/// How often so many samples have to come for a multiple of a number.
+std::uint64_t repeats_for(std::uint64_t samples, std::uint64_t multiple_of)
+{
+    return samples == 0 ? 1 : multiple_of / std::gcd(samples, multiple_of);
+}
+
+/// Cuts or pads the spectrum of a period. Half of the rate is the lower edge of the band, or in a mirrored one the
+/// upper one, so that a band as wide as the rate keeps its outermost line.
+std::vector<std::complex<double>> resampled(const std::vector<std::complex<double>>& samples, std::size_t count,
+                                            bool mirrored)
+{
+    const std::size_t before = samples.size();
+    std::vector<std::complex<double>> spectrum;
+    spectrum.reserve(std::max(before, count));
+    spectrum.assign(samples.begin(), samples.end());
+    lib_fft_plan_t(before, vek::common_lib::LIB_FFT_FORWARD).execute(spectrum.data(), spectrum.data());
+
+    const std::size_t kept = std::min(before, count);
+    const std::size_t below = mirrored ? (kept - 1) / 2 : kept / 2; // lines of negative frequency
+    const std::size_t from = before - below;
+    if (count > before) {
+        spectrum.resize(count);
+        std::copy_backward(spectrum.begin() + static_cast<std::ptrdiff_t>(from),
+                           spectrum.begin() + static_cast<std::ptrdiff_t>(before), spectrum.end());
+        std::fill(spectrum.begin() + static_cast<std::ptrdiff_t>(from),
+                  spectrum.end() - static_cast<std::ptrdiff_t>(below), 0.0);
+    }
+    else {
+        std::copy(spectrum.begin() + static_cast<std::ptrdiff_t>(from), spectrum.end(),
+                  spectrum.begin() + static_cast<std::ptrdiff_t>(count - below));
+        spectrum.resize(count);
+    }
+    for (std::complex<double>& line : spectrum)
+        line /= static_cast<double>(before);
+    lib_fft_plan_t(count, vek::common_lib::LIB_FFT_INVERSE).execute(spectrum.data(), spectrum.data());
+    return spectrum;
+}
+
+double peak_of(vek::common_lib::lib_signal_view_t samples)
+{
+    double peak = 0.0;
+    for (const std::complex<double>& sample : samples)
+        peak = std::max({peak, std::fabs(sample.real()), std::fabs(sample.imag())});
+    return peak;
+}
+
+} // namespace
+
+void check_delivery(const delivery_t& delivery, cfg_nr_waveform_t& waveform)
+{
+    if (delivery.scale_db && !(std::fabs(*delivery.scale_db) <= k_most_scale_db))
+        throw failure_t("the scale is no number of dB from -200 to 200");
+    if (delivery.multiple_of == 0)
+        throw failure_t("no number of samples is a multiple of 0");
+    const std::uint64_t rate = delivery.rate.value_or(waveform.get_waveform_sample_rate());
+    const std::uint64_t occupied = occupied_hz(waveform);
+    if (delivery.rate && rate < std::max<std::uint64_t>(occupied, 1))
+        throw failure_t("a rate of " + std::to_string(rate) + " Hz does not hold the occupied bands, which take " +
+                        std::to_string(occupied) + " Hz");
+    const auto samples = delivery.rate ? samples_at(rate, waveform) : waveform.get_waveform_sample_points();
+    if (!samples)
+        throw failure_t("a rate of " + std::to_string(rate) + " Hz gives no whole number of samples in " +
+                        std::to_string(std::lround(waveform.get_waveform_length() * 1000)) + " ms");
+    const std::uint64_t repeats = repeats_for(*samples, delivery.multiple_of);
+    if (*samples > k_most_samples || (*samples != 0 && repeats > k_most_samples / *samples))
+        throw failure_t("there would be more than 2^31 samples");
+}
+
+delivered_t delivered(const delivery_t& delivery, cfg_nr_waveform_t& waveform,
+                      const std::vector<std::complex<double>>& samples)
+{
+    delivered_t result;
+    result.rate = waveform.get_waveform_sample_rate();
+    result.period = samples;
+    if (delivery.rate && *delivery.rate != result.rate && !samples.empty()) {
+        result.rate = *delivery.rate;
+        result.resampled = resampled(samples, samples_at(result.rate, waveform).value_or(samples.size()),
+                                     waveform.get_mirror_spectrum());
+        result.period = result.resampled;
+    }
+    result.repeats = repeats_for(result.period.size(), delivery.multiple_of);
+    const double peak = delivery.scale_db ? peak_of(result.period) : 0.0;
+    if (peak > 0.0)
+        result.gain = std::pow(10.0, -*delivery.scale_db / 20.0) / peak;
+    return result;
+}
+
+} // namespace nrwave
