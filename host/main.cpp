@@ -41,7 +41,8 @@ int main(int argc, char** argv)
     bool verbose = false;
 
     CLI::App app("5G NR baseband waveforms: samples, resource maps and settings files from a list of steps.\n"
-                 "The inputs configure a fresh waveform in this order: settings file, recipes, single steps.",
+                 "The inputs configure a fresh waveform in this order: settings file, presets, recipes, single\n"
+                 "steps.",
                  "nrwave");
     app.require_subcommand(1);
     app.set_version_flag("--version", NRWAVE_VERSION);

@@ -2,6 +2,7 @@
 
 #include "config/cfg_nr_enum_name_maps.h"
 #include "host/nrwave_failure.h"
+#include "host/nrwave_progress.h"
 #include "host/nrwave_record.h"
 #include "phy/lib_nr_resource_manager.h"
 
@@ -42,6 +43,7 @@ void generate(cfg_nr_waveform_t& waveform, lib_nr_phy_t& engine)
     if (waveform.get_waveform_sample_points() > k_most_samples)
         throw failure_t("the waveform has " + std::to_string(waveform.get_waveform_sample_points()) +
                         " samples, more than 2^31");
+    const progress_t progress("generating");
     try {
         engine.waveform_config(waveform.get_waveform_manager());
         if (!engine.nr_phy_process())

@@ -123,23 +123,33 @@ std::optional<std::string> whole_number_in_full(std::string_view text)
     return digits;
 }
 
-std::string enumerator_in_full(const std::vector<std::string>& names, const std::string& text)
+std::vector<std::string> enumerators_meant_by(const std::vector<std::string>& names, const std::string& text)
 {
     if (std::find(names.begin(), names.end(), text) != names.end())
-        return text;
+        return {text};
     std::vector<std::string> meant;
     for (const std::string& name : names) {
         if (same_in_any_case(name, text))
-            return name;
+            return {name};
         if (is_tail(text, name))
             meant.push_back(name);
     }
+    return meant;
+}
+
+std::string nearest_enumerators(const std::vector<std::string>& names, const std::string& text)
+{
+    return nearest_by([&](const std::string& name) { return distance_to_enumerator(text, name); }, names);
+}
+
+std::string enumerator_in_full(const std::vector<std::string>& names, const std::string& text)
+{
+    const std::vector<std::string> meant = enumerators_meant_by(names, text);
     if (meant.size() == 1)
         return meant.front();
     if (!meant.empty())
         throw failure_t(shortened(text) + " may be any of " + joined(meant));
-    throw failure_t(shortened(text) + " is not among its enumerators" +
-                    nearest_by([&](const std::string& name) { return distance_to_enumerator(text, name); }, names));
+    throw failure_t(shortened(text) + " is not among its enumerators" + nearest_enumerators(names, text));
 }
 
 std::string value_in_full(const cfg_nr_leaf_t& leaf, const std::string& value)

@@ -14,6 +14,12 @@ namespace nrwave
 /// Nothing where the text is no number or has a fraction left.
 std::optional<std::string> whole_number_in_full(std::string_view text);
 
+/// The names that a text may stand for: the one that it is, in any case, or else all of which it is a tail behind an
+/// underscore.
+std::vector<std::string> enumerators_meant_by(const std::vector<std::string>& names, const std::string& text);
+/// The end of a line on a text that stands for none: "; nearest a, b, c".
+std::string nearest_enumerators(const std::vector<std::string>& names, const std::string& text);
+
 /// The name that a name or any tail of one behind an underscore stands for, in any case; one written exactly so stands
 /// for itself. What fits no name, or several, is a failure that tells the nearest, or all of them.
 std::string enumerator_in_full(const std::vector<std::string>& names, const std::string& text);

@@ -1,6 +1,7 @@
 #include "host/commands/nrwave_configuration.h"
 
 #include "host/nrwave_failure.h"
+#include "host/nrwave_preset.h"
 #include "host/nrwave_shorthand.h"
 #include "host/nrwave_steps.h"
 #include "host/nrwave_value.h"
@@ -43,6 +44,11 @@ void configuration_t::declare_file(CLI::App& app)
 
 void configuration_t::declare_steps(CLI::App& app)
 {
+    app.add_option("--preset", m_presets,
+                   "A preset on carrier 0, NAME[:bandwidth=B,scs=S,duplex=D], the name as the standard has it; 'nrwave "
+                   "presets' lists them")
+        ->type_name("PRESET")
+        ->allow_extra_args(false);
     app.add_option("--recipe", m_recipes, "Text file of steps, one a line; may be given several times")
         ->type_name("FILE")
         ->allow_extra_args(false);
@@ -60,6 +66,9 @@ inputs_t configuration_t::apply(vek::nr_mod_lib::cfg_nr_waveform_t& waveform, tr
     stepper_t stepper(waveform, [&](const std::string& line) { tell(line, trace); });
     if (m_file)
         stepper.load(*m_file);
+    for (const std::string& preset : m_presets)
+        for (const std::string& step : preset_steps(preset, waveform.get_nr_ntn()))
+            stepper.apply(step);
     for (const std::string& recipe : m_recipes)
         stepper.apply_recipe(recipe);
     for (const std::string& step : m_steps)

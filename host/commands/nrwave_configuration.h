@@ -20,13 +20,14 @@ void declare_delivery(CLI::App& app, delivery_t& delivery);
 /// A whole number, which may have an exponent or a suffix as the values of settings.
 void declare_number(CLI::App& app, const char* name, unsigned int& number, const char* help);
 
-/// What configures a waveform on the command line: a settings file, recipes and single steps, in that order.
+/// What configures a waveform on the command line: a settings file, presets, recipes and single steps, in that
+/// order.
 class configuration_t
 {
 public:
     /// The settings file as the first word behind the command.
     void declare_file(CLI::App& app);
-    /// --recipe, --set and --strict.
+    /// --preset, --recipe, --set and --strict.
     void declare_steps(CLI::App& app);
     /// A settings file that the command has found among its own words.
     void set_file(const std::string& file) { m_file = file; }
@@ -38,6 +39,7 @@ public:
 
 private:
     std::optional<std::string> m_file;
+    std::vector<std::string> m_presets;
     std::vector<std::string> m_recipes;
     std::vector<std::string> m_steps;
     bool m_strict = false;

@@ -4,6 +4,7 @@
 #include "host/nrwave_generation.h"
 #include "host/nrwave_listing.h"
 #include "host/nrwave_pictures.h"
+#include "host/nrwave_progress.h"
 #include "host/nrwave_record.h"
 #include "host/nrwave_samples.h"
 #include "host/nrwave_summary.h"
@@ -97,7 +98,10 @@ public:
             draw_report(waveform, engine, outputs, m_report);
         const delivered_t delivered = nrwave::delivered(m_delivery, waveform, engine.get_baseband_signal_data());
         metadata_t metadata;
-        files.write(delivered, metadata);
+        {
+            const progress_t progress("writing");
+            files.write(delivered, metadata);
+        }
         metadata.summary.files = outputs.names();
         metadata.summary.deviations = engine.get_met_deviations();
         if (!is_written_through(m_output))

@@ -1,0 +1,59 @@
+#include "host/nrwave_progress.h"
+
+#include <chrono>
+#include <csignal>
+#include <string>
+#include <unistd.h>
+
+namespace nrwave
+{
+
+namespace
+{
+
+void put(const std::string& text) { (void)!::write(STDERR_FILENO, text.data(), text.size()); }
+
+} // namespace
+
+progress_t::progress_t(const char* work)
+{
+    if (::isatty(STDERR_FILENO) == 0)
+        return;
+    // Signals go to the thread that works: it knows what is unfinished.
+    sigset_t all;
+    sigset_t before;
+    sigfillset(&all);
+    pthread_sigmask(SIG_SETMASK, &all, &before);
+    m_teller = std::thread([this, work] { _tell(work); });
+    pthread_sigmask(SIG_SETMASK, &before, nullptr);
+}
+
+progress_t::~progress_t()
+{
+    if (!m_teller.joinable())
+        return;
+    {
+        const std::lock_guard<std::mutex> lock(m_mutex);
+        m_is_done = true;
+    }
+    m_done.notify_one();
+    m_teller.join();
+}
+
+void progress_t::_tell(const char* work)
+{
+    using namespace std::chrono_literals;
+
+    const auto start = std::chrono::steady_clock::now();
+    std::unique_lock<std::mutex> lock(m_mutex);
+    bool has_told = false;
+    for (auto wait = 2000ms; !m_done.wait_for(lock, wait, [this] { return m_is_done; }); wait = 1000ms) {
+        const auto taken = std::chrono::duration_cast<std::chrono::seconds>(std::chrono::steady_clock::now() - start);
+        put('\r' + std::string(work) + ", " + std::to_string(taken.count()) + " s");
+        has_told = true;
+    }
+    if (has_told)
+        put("\r\x1b[K");
+}
+
+} // namespace nrwave
