@@ -36,8 +36,8 @@ int run(command_t& command, trace_t& trace)
 
 int main(int argc, char** argv)
 {
-    const std::array commands = {generate_command(), info_command(), get_command(),    map_command(),
-                                 save_command(),     list_command(), presets_command()};
+    const std::array commands = {generate_command(), info_command(), get_command(),     map_command(),
+                                 save_command(),     list_command(), presets_command(), complete_command()};
     bool verbose = false;
 
     CLI::App app("5G NR baseband waveforms: samples, resource maps and settings files from a list of steps.\n"
@@ -46,14 +46,15 @@ int main(int argc, char** argv)
                  "nrwave");
     app.require_subcommand(1);
     app.set_version_flag("--version", NRWAVE_VERSION);
+    app.set_help_all_flag("--help-all", "Print the help of all commands and exit");
     app.failure_message([](const CLI::App*, const CLI::Error& error) {
         return "nrwave: " + shortened(one_line(error.what())) + " (try --help)\n";
     });
     std::vector<std::string> names;
     for (const auto& command : commands) {
-        names.emplace_back(command->name());
         CLI::App& declared = *app.add_subcommand(command->name(), command->help());
         command->declare(declared);
+        names.emplace_back(command->name());
         declared.add_flag("-v,--verbose", verbose, "Show the library's own trace on standard error");
     }
 

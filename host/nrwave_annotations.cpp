@@ -99,7 +99,9 @@ class placement_t
 {
 public:
     placement_t(cfg_nr_waveform_t& waveform, std::uint64_t samples)
-        : m_waveform(waveform), m_samples(samples), m_rate(static_cast<double>(samples) / waveform.get_waveform_length())
+        : m_waveform(waveform),
+          m_samples(samples),
+          m_rate(static_cast<double>(samples) / waveform.get_waveform_length())
     {}
 
     void add(const piece_t& piece, const lib_nr_channel_entry_t& entry)
@@ -120,9 +122,8 @@ public:
 
     std::vector<annotation_t> in_order()
     {
-        std::stable_sort(m_annotations.begin(), m_annotations.end(), [](const annotation_t& a, const annotation_t& b) {
-            return a.first_sample < b.first_sample;
-        });
+        std::stable_sort(m_annotations.begin(), m_annotations.end(),
+                         [](const annotation_t& a, const annotation_t& b) { return a.first_sample < b.first_sample; });
         return std::move(m_annotations);
     }
 
@@ -164,8 +165,8 @@ std::vector<annotation_t> annotations_of(cfg_nr_waveform_t& waveform, lib_nr_phy
     for (const lib_nr_entry_record_t& entry : entries) {
         const bool is_extended = waveform.get_carrier(entry.carrier)->get_dl_bwp(0)->get_cp_type() == LIB_NR_EXTEND_CP;
         const bool is_burst = is_prach(waveform, entry.carrier);
-        for (const piece_t& piece :
-             is_burst ? bursts_of(entry, waveform, engine) : pieces_of(entry, is_extended && entry.spacing == LIB_NR_SCS_60K))
+        for (const piece_t& piece : is_burst ? bursts_of(entry, waveform, engine)
+                                             : pieces_of(entry, is_extended && entry.spacing == LIB_NR_SCS_60K))
             placement.add(piece, entry);
     }
     return placement.in_order();

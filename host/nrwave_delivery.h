@@ -14,9 +14,9 @@ namespace nrwave
 /// What a user asks of the samples beyond the waveform.
 struct delivery_t
 {
-    std::optional<std::uint64_t> rate;    ///< hertz; the waveform's own where none is given
-    std::uint64_t multiple_of = 1;        ///< the waveform is repeated until its samples are a multiple of this
-    std::optional<double> scale_db;       ///< how far below full scale the peak is put; the level stays without
+    std::optional<std::uint64_t> rate; ///< hertz; the waveform's own where none is given
+    std::uint64_t multiple_of = 1;     ///< the waveform is repeated until its samples are a multiple of this
+    std::optional<double> scale_db;    ///< how far below full scale the peak is put; the level stays without
 };
 
 /// Samples as they are delivered: one period of them, at a rate, with what is still to be done when they are written.

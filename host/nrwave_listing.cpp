@@ -186,8 +186,8 @@ private:
             return false;
         try {
             const target_t target = resolve(copy, path);
-            return target.leaf && target.leaf->read(target.facade, target.index.value_or(0)) ==
-                                      step.substr(path.size() + 1);
+            return target.leaf &&
+                   target.leaf->read(target.facade, target.index.value_or(0)) == step.substr(path.size() + 1);
         } catch (const failure_t&) {
             return false;
         }
@@ -241,10 +241,7 @@ void added_on_the_way(lister_t& lister, cfg_nr_waveform_t& waveform, cfg_nr_wave
 
 } // namespace
 
-std::vector<std::string> steps_of(cfg_nr_waveform_t& waveform)
-{
-    return replay_t(waveform).steps();
-}
+std::vector<std::string> steps_of(cfg_nr_waveform_t& waveform) { return replay_t(waveform).steps(); }
 
 std::vector<std::string> steps_at(cfg_nr_waveform_t& waveform, const std::string& path)
 {

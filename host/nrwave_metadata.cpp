@@ -109,8 +109,8 @@ claim_t claim_of_sigmf(const std::string& file, const std::string& content)
     if (global == json.end() || !global->is_object())
         throw failure_t(shortened(file) + " holds no SigMF metadata: there is no global object");
     const std::string datatype = value_of<std::string>(*global, "core:datatype", file).value_or("");
-    const auto kind = std::find_if(k_datatypes.begin(), k_datatypes.end(),
-                                   [&](const auto& row) { return row.first == datatype; });
+    const auto kind =
+        std::find_if(k_datatypes.begin(), k_datatypes.end(), [&](const auto& row) { return row.first == datatype; });
     if (kind == k_datatypes.end())
         throw failure_t(shortened(file) + ": samples of the kind " + shortened(one_line(datatype)) +
                         " cannot be read; nearest cf32_le, cf64_le, ci16_le");

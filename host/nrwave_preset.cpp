@@ -261,10 +261,12 @@ std::vector<std::string> steps_in_order(const family_t& family, bool ntn, choice
         waveform.set_nr_ntn(ntn);
         void* facade = resolve(waveform, path).facade;
         const auto holds = [&](const auto& setting) { return setting.first->read(facade) == setting.second; };
-        taken = std::all_of(choice.begin(), choice.end(), [&](const auto& setting) {
-            setting.first->write(facade, setting.second);
-            return holds(setting);
-        }) && std::all_of(choice.begin(), choice.end(), holds);
+        taken = std::all_of(choice.begin(), choice.end(),
+                            [&](const auto& setting) {
+                                setting.first->write(facade, setting.second);
+                                return holds(setting);
+                            }) &&
+                std::all_of(choice.begin(), choice.end(), holds);
     } while (!taken && std::next_permutation(choice.begin(), choice.end(), by_place));
     std::vector<std::string> steps;
     for (const auto& [leaf, value] : choice)

@@ -17,8 +17,7 @@ namespace
 const std::string& named(const std::string& prefix)
 {
     if (!std::filesystem::path(prefix).has_filename())
-        throw failure_t("cannot write " + shortened(prefix) + suffix_of(sample_format_t::sigmf) +
-                        ": no name in front");
+        throw failure_t("cannot write " + shortened(prefix) + suffix_of(sample_format_t::sigmf) + ": no name in front");
     return prefix;
 }
 
@@ -50,8 +49,8 @@ void sample_files_t::write(const delivered_t& delivered, metadata_t& metadata)
     write_bytes(encoder.head(delivered.samples()));
     for (std::uint64_t repeat = 0; repeat < delivered.repeats; ++repeat)
         for (std::size_t begin = 0; begin < delivered.period.size(); begin += k_block)
-            write_bytes(encoder.encoded(delivered.period.data() + begin,
-                                        std::min(k_block, delivered.period.size() - begin)));
+            write_bytes(
+                encoder.encoded(delivered.period.data() + begin, std::min(k_block, delivered.period.size() - begin)));
     metadata.summary.format = name_of(m_format);
     metadata.summary.rate = delivered.rate;
     metadata.summary.level = encoder.level();

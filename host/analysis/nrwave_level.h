@@ -14,13 +14,13 @@ namespace nrwave
 class level_t
 {
 public:
-    /// Takes samples in, a block at a time.
+    /// Takes samples in, a block at a time; how they are cut into blocks makes no difference.
     template <class number_t>
     void add(const std::complex<number_t>* samples, std::size_t count)
     {
         double component = m_largest_component;
         double largest = m_largest_power;
-        double sum = 0.0;
+        double sum = m_power_sum;
         for (std::size_t i = 0; i < count; ++i) {
             const double real = samples[i].real();
             const double imaginary = samples[i].imag();
@@ -31,7 +31,7 @@ public:
         }
         m_largest_component = component;
         m_largest_power = largest;
-        m_power_sum += sum;
+        m_power_sum = sum;
         m_samples += count;
     }
 

@@ -12,6 +12,7 @@ std::unique_ptr<command_t> generate_command();
 std::unique_ptr<command_t> get_command();
 std::unique_ptr<command_t> map_command();
 std::unique_ptr<command_t> save_command();
+std::unique_ptr<command_t> complete_command();
 std::unique_ptr<command_t> info_command();
 std::unique_ptr<command_t> list_command();
 std::unique_ptr<command_t> presets_command();

@@ -107,8 +107,7 @@ public:
         if (!is_written_through(m_output))
             describe(files, metadata, waveform, engine, delivered);
         if (metadata.summary.clipped > 0)
-            m_configuration.tell(counted(metadata.summary.clipped, "sample") + " clipped: held at full scale",
-                                 trace);
+            m_configuration.tell(counted(metadata.summary.clipped, "sample") + " clipped: held at full scale", trace);
         if (!m_quiet && !is_standard_output(m_output))
             tell(metadata.summary, trace);
         outputs.keep();

@@ -52,8 +52,8 @@ recording_t recording_of(const std::string& file)
     inputs_t inputs;
     recording.meta = with_suffix(file, recording.is_sigmf ? ".sigmf-meta" : ".json");
     const std::string content = inputs.read(recording.meta);
-    recording.claim = recording.is_sigmf ? claim_of_sigmf(recording.meta, content)
-                                         : claim_of_sidecar(recording.meta, content);
+    recording.claim =
+        recording.is_sigmf ? claim_of_sigmf(recording.meta, content) : claim_of_sidecar(recording.meta, content);
     const char* data_suffix = recording.is_sigmf ? ".sigmf-data" : suffix_of(recording.claim.format);
     if (suffix != ".json" && !recording.is_sigmf && suffix != data_suffix)
         throw failure_t(recording.meta + " tells of " + name_of(recording.claim.format) + " samples, not of " +

@@ -65,7 +65,7 @@ struct lib_nr_cell_count_t
 struct lib_nr_resource_written_t
 {
     lib_nr_cell_count_t cells;
-    std::vector<std::uint32_t> slots; ///< of the frame, in which cells were written, in that order
+    std::vector<std::uint32_t> slots;          ///< of the frame, in which cells were written, in that order
     std::vector<lib_nr_slot_extent_t> extents; ///< of the same slots, subcarriers counted from the lowest of the grid
 };
 

@@ -27,7 +27,8 @@ TEST(nrwave_listing, comes_back_from_random_states_without_a_line)
         stepper.tell_resets();
         with_comments += whole ? 0 : 1;
         if (whole)
-            for (const auto& [path, first, second] : nr_test::differences(waveform, again, nr_test::scope_t::in_the_tree))
+            for (const auto& [path, first, second] :
+                 nr_test::differences(waveform, again, nr_test::scope_t::in_the_tree))
                 ADD_FAILURE() << seed << ": " << path << ' ' << first << ' ' << second;
     }
     EXPECT_LE(with_comments, 9u);

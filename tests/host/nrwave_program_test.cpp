@@ -1,100 +1,23 @@
-#include <algorithm>
+#include "support/program.h"
+
 #include <array>
 #include <cmath>
 #include <complex>
 #include <cstdint>
-#include <cstdlib>
 #include <cstring>
-#include <filesystem>
-#include <fstream>
-#include <gtest/gtest.h>
 #include <map>
 #include <nlohmann/json.hpp>
 #include <regex>
-#include <set>
-#include <sstream>
-#include <string>
-#include <sys/wait.h>
 #include <vector>
-
-// The tool as its users meet it: a program, its files, its lines and its status.
 
 namespace
 {
 
-namespace fs = std::filesystem;
+using namespace nr_test;
 
-struct run_t
+class nrwave_program : public program_test_t
 {
-    int status = 0;
-    std::string out;
-    std::string err;
 };
-
-std::string content_of(const fs::path& file)
-{
-    std::ifstream stream(file, std::ios::binary);
-    std::ostringstream text;
-    text << stream.rdbuf();
-    return text.str();
-}
-
-std::size_t lines_of(const std::string& text)
-{
-    return static_cast<std::size_t>(std::count(text.begin(), text.end(), '\n'));
-}
-
-class nrwave_program : public testing::Test
-{
-protected:
-    void SetUp() override
-    {
-        std::string name = (fs::temp_directory_path() / "nrwave-test-XXXXXX").string();
-        ASSERT_NE(mkdtemp(name.data()), nullptr);
-        m_folder = name;
-    }
-    void TearDown() override { fs::remove_all(m_folder); }
-
-    run_t run(const std::string& arguments) const { return shell("nrwave " + arguments); }
-
-    run_t shell(const std::string& line) const
-    {
-        const fs::path out = m_folder / ".out";
-        const fs::path err = m_folder / ".err";
-        const std::string command = "cd '" + m_folder.string() + "' && PATH='" +
-                                    fs::path(NRWAVE_PROGRAM).parent_path().string() + "':$PATH && { " + line +
-                                    "\n} >'" + out.string() + "' 2>'" + err.string() + "'";
-        run_t result;
-        const int status = std::system(command.c_str());
-        result.status = WIFEXITED(status) ? WEXITSTATUS(status) : 255;
-        result.out = content_of(out);
-        result.err = content_of(err);
-        fs::remove(out);
-        fs::remove(err);
-        return result;
-    }
-
-    void write(const std::string& name, const std::string& text) const
-    {
-        fs::create_directories((m_folder / name).parent_path());
-        std::ofstream(m_folder / name, std::ios::binary) << text;
-    }
-
-    std::set<std::string> files() const
-    {
-        std::set<std::string> names;
-        for (const auto& file : fs::directory_iterator(m_folder))
-            names.insert(file.path().filename().string());
-        return names;
-    }
-
-    std::string content(const std::string& name) const { return content_of(m_folder / name); }
-
-    fs::path m_folder;
-};
-
-const std::string k_small =
-    "--set carrier[0].channel_bandwidth=LIB_NR_CHANNEL_FR1_10M --set carrier[0].dl_ssb.enable=1 ";
 
 TEST_F(nrwave_program, writes_the_same_bytes_for_the_same_input_in_every_format)
 {
@@ -103,7 +26,7 @@ TEST_F(nrwave_program, writes_the_same_bytes_for_the_same_input_in_every_format)
     ASSERT_EQ(run("generate " + k_small + "-o c --format cf32").status, 0);
     ASSERT_EQ(run("generate " + k_small + "-o d --format cf64").status, 0);
     EXPECT_EQ(files(), (std::set<std::string>{"a.sigmf-data", "a.sigmf-meta", "b.sigmf-data", "b.sigmf-meta", "c.cf32",
-                                              "d.cf64"}));
+                                              "c.json", "d.cf64", "d.json"}));
     EXPECT_EQ(content("a.sigmf-data"), content("b.sigmf-data"));
     EXPECT_EQ(content("a.sigmf-meta"), content("b.sigmf-meta"));
     EXPECT_EQ(content("a.sigmf-data"), content("c.cf32"));
@@ -141,10 +64,15 @@ TEST_F(nrwave_program, fails_with_one_line_and_leaves_nothing_behind)
     write("open.recipe", "[carrier[0].dl_ssb.x\n");
     write("a.recipe", "include sub/b.recipe\n");
     write("sub/b.recipe", "nr_ntn=0\ninclude ../a.recipe\n");
+    write("foreign.json", "{\"format\": \"cf32\"}");
+    write("broken.sigmf-meta", "{");
+    write("big.sigmf-meta", "{\"global\": {\"core:datatype\": \"cf32_be\"}}");
+    write("folder.sigmf-meta", "{\"global\": {\"core:datatype\": \"cf32_le\"}}");
+    fs::create_directory(m_folder / "folder.sigmf-data");
     fs::create_symlink("loop", m_folder / "loop");
     const std::set<std::string> before = files();
 
-    const std::array<std::pair<const char*, const char*>, 57> rows = {{
+    const std::array<std::pair<const char*, const char*>, 77> rows = {{
         {"generate --set nothing=1 -o x", "unknown path nothing"},
         {"generate --set carrier[0].nothing=1 -o x", "unknown path carrier[0].nothing"},
         {"generate --set carrier[1].enable=1 -o x", "index past the end"},
@@ -167,7 +95,7 @@ TEST_F(nrwave_program, fails_with_one_line_and_leaves_nothing_behind)
         {"generate --set 'jump carrier[0]' -o x", "unknown step"},
         {"generate --set 'apply carrier[0].dl_ssb' -o x", "unknown step apply carrier[0].dl_ssb"},
         {"generate --set 'apply carrier[1].dl_tm' -o x", "index past the end"},
-        {"presets dl_ssb", "unknown family dl_ssb; there are dl_tm, "},
+        {"presets dl_ssb", "unknown preset dl_ssb; nearest "},
         {"generate --set 'load missing.xml' -o x", "cannot read"},
         {"generate --recipe bad.recipe -o x", "bad.recipe:4: unknown path no.such"},
         {"generate --recipe missing.recipe -o x", "cannot read missing.recipe"},
@@ -187,7 +115,7 @@ TEST_F(nrwave_program, fails_with_one_line_and_leaves_nothing_behind)
         {"save -o /dev/full", "cannot write /dev/full"},
         {"generate -o new/x --report bad.recipe/r", "bad.recipe/r"},
         {"genrate -o x", "unknown command genrate; nearest generate"},
-        {"generate --format cf23 -o x", "unknown format cf23; nearest cf32, cf64, sigmf"},
+        {"generate --format cf23 -o x", "unknown format cf23; nearest cf32, cf64, ci16"},
         {"generate --set carrier[0].dl_sbs.active_idx=1 -o x", "nearest carrier[i].dl_ssb.active_idx, "},
         {"generate --set ncell_id=1 -o x", "nearest carrier[i].ncell_id, "},
         {"generate --set carrier[0].channel_bandwidth=100M -o x",
@@ -200,6 +128,26 @@ TEST_F(nrwave_program, fails_with_one_line_and_leaves_nothing_behind)
         {"generate --recipe head.recipe -o x", "head.recipe:1: carrier heads no section"},
         {"generate --recipe open.recipe -o x", "open.recipe:1: no ] ends [carrier[0].dl_ssb.x"},
         {"generate --recipe a.recipe -o x", "a.recipe:1: sub/b.recipe:2: sub/../a.recipe includes itself"},
+        {"generate --rate 1M -o x", "does not hold the occupied bands, which take 98280000 Hz"},
+        {"generate --rate 98280001 -o x", "gives no whole number of samples in 10 ms"},
+        {"generate --rate 0 -o x", "a rate of 0 Hz"},
+        {"generate --rate 1e19 -o x", "more than 2^31 samples"},
+        {"generate --rate nan -o x", "nan"},
+        {"generate --multiple-of 0 -o x", "a multiple of 0"},
+        {"generate --multiple-of 2147483647 -o x", "more than 2^31 samples"},
+        {"generate --scale nan -o x", "no number of dB"},
+        {"generate --preset NR-FR1-TM3.1x -o x", "unknown preset NR-FR1-TM3.1x; nearest LIB_NR_FR1_TM3_1, "},
+        {"generate --preset '' -o x", "unknown preset ; nearest "},
+        {"generate --preset 64QAM -o x", "may be any of LIB_NR_DL_FRC_FR1_64QAM, LIB_NR_DL_FRC_FR2_64QAM, "},
+        {"generate --preset G-FR1-A3-14:bandwidth=20M -o x", "offers no bandwidth 20M, but LIB_NR_CHANNEL_FR1_100M"},
+        {"generate --preset G-FR1-A3-14:scp=30k -o x", "unknown key scp of a preset; nearest scs, "},
+        {"generate --preset G-FR1-A3-14:scs -o x", "takes one value of scs"},
+        {"info good.recipe", "neither a file of samples"},
+        {"info missing.cf32", "cannot read missing.json"},
+        {"info foreign.json", "foreign.json tells of no samples"},
+        {"info broken.sigmf-meta", "broken.sigmf-meta holds no JSON object"},
+        {"info big.sigmf-data", "samples of the kind cf32_be cannot be read"},
+        {"info folder.sigmf-meta", "it is no regular file"},
         {"map --frame 1 -o x.csv", "frame 1 is past the end"},
         {"map --carrier 1 --numerology 0 --frame 0 -o x.csv", "past the end"},
         {"map --carrier 0 --numerology 0 --frame 0 -o x.bmp", ".csv or a .png"},
@@ -422,7 +370,7 @@ TEST_F(nrwave_program, maps_and_draws_what_it_generates)
               "NR_SSB_CASE_E, NR_SSB_CASE_F, NR_SSB_CASE_G; default NR_SSB_CASE_B; on offer NR_SSB_CASE_A; case B or C "
               "at 30 kHz; everywhere else the spacing decides\n");
     EXPECT_EQ(run("list --manual").out, content(fs::path(NR_MOD_LIB_SOURCE_DIR) / "docs/settings.md"));
-    for (const char* command : {"generate", "get", "map", "save", "list"})
+    for (const char* command : {"generate", "info", "get", "map", "save", "list", "presets"})
         EXPECT_NE(run(command + std::string(" --help")).out.find(std::string("Examples:\n  nrwave ") + command),
                   std::string::npos)
             << command;
@@ -560,7 +508,7 @@ TEST_F(nrwave_program, tells_what_it_has_written_and_leaves_standard_output_to_t
         sum += std::norm(std::complex<double>(sample));
     }
     const auto count = static_cast<double>(samples.size() / 8);
-    EXPECT_NE(told.out.find("\"x.cf32\"\n"), std::string::npos) << told.out;
+    EXPECT_NE(told.out.find("\"x.cf32\",\n    \"x.json\"\n"), std::string::npos) << told.out;
     EXPECT_NE(told.out.find("\"format\": \"cf32\""), std::string::npos) << told.out;
     EXPECT_NE(told.out.find("\"name\": \"mib_flags\""), std::string::npos) << told.out;
     for (const auto& [key, value] : std::map<std::string, double>{{"rate", 15.36e6},
@@ -637,20 +585,52 @@ TEST_F(nrwave_program, generates_every_example_as_it_stands)
     EXPECT_FALSE(fs::exists(m_folder / "srs_result.csv")) << "the library's trace, a folder above";
 }
 
-TEST_F(nrwave_program, does_what_the_readme_says_on_a_clean_copy)
+TEST_F(nrwave_program, leaves_no_file_of_a_run_that_is_killed)
+{
+    write("bin/gnuplot", "#!/bin/sh\nkill -KILL $PPID\n");
+    const run_t result =
+        shell("chmod +x bin/gnuplot; mkdir r; (PATH=$PWD/bin:$PATH; nrwave generate " + k_small + "-o r/x --report r)");
+    EXPECT_NE(result.status, 0);
+    EXPECT_TRUE(fs::is_empty(m_folder / "r"));
+}
+
+TEST_F(nrwave_program, completes_command_lines_in_bash)
+{
+    const auto replies = [&](const std::string& line) {
+        return shell("bash -c '. " NR_MOD_LIB_SOURCE_DIR
+                     "/host/nrwave.bash-completion; COMP_WORDS=(nrwave); COMP_LINE=$1; "
+                     "COMP_POINT=${#1}; _nrwave 2>/dev/null; printf \"%s\\n\" \"${COMPREPLY[@]}\"' _ " +
+                     line)
+            .out;
+    };
+    EXPECT_EQ(replies("'nrwave ge'"), "generate\nget\n");
+    EXPECT_EQ(replies("'nrwave map --fr'"), "--frame\n");
+    EXPECT_EQ(replies("'nrwave get carrier[0].dl_ss'"), "carrier[0].dl_ssb.\n");
+    EXPECT_EQ(replies("'nrwave generate --set carrier[2].dl_ssb.act'"), "carrier[2].dl_ssb.active_idx=\n");
+    EXPECT_EQ(replies("'nrwave generate --set carrier[0].channel_bandwidth=lib_nr_channel_fr1_10'"),
+              "LIB_NR_CHANNEL_FR1_10M\nLIB_NR_CHANNEL_FR1_100M\n");
+    EXPECT_EQ(replies("'nrwave generate --set \"carrier[0].dl_ssb.enable=f'"), "carrier[0].dl_ssb.enable=false\n");
+    EXPECT_EQ(replies("'nrwave generate --format c'"), "cf32\ncf64\nci16\ncsv\n");
+    EXPECT_EQ(replies("'nrwave map --preset LIB_NR_FR2_TM2'"), "LIB_NR_FR2_TM2\nLIB_NR_FR2_TM2a\n");
+    EXPECT_EQ(replies("'nrwave map --recipe '"), "\n");
+}
+
+TEST_F(nrwave_program, does_what_readme_and_manual_say_on_a_clean_copy)
 {
     const fs::path source = NR_MOD_LIB_SOURCE_DIR;
     fs::copy(source / "examples", m_folder / "examples");
-    std::istringstream readme(content_of(source / "README.md"));
     unsigned int commands = 0;
-    for (std::string line; std::getline(readme, line);)
-        if (line.rfind("    nrwave ", 0) == 0) {
-            const run_t result = shell(line);
-            EXPECT_EQ(result.status, 0) << line << '\n' << result.err;
-            EXPECT_EQ(result.err, "") << line;
-            ++commands;
-        }
-    EXPECT_GE(commands, 5u);
+    for (const char* document : {"README.md", "docs/nrwave.md"}) {
+        std::istringstream text(content_of(source / document));
+        for (std::string line; std::getline(text, line);)
+            if (line.rfind("    nrwave ", 0) == 0 && line.rfind("    nrwave: ", 0) != 0) {
+                const run_t result = shell(line);
+                EXPECT_EQ(result.status, 0) << line << '\n' << result.err;
+                EXPECT_EQ(result.err, "") << line;
+                ++commands;
+            }
+    }
+    EXPECT_GE(commands, 15u);
 }
 
 } // namespace

@@ -10,6 +10,8 @@ trap 'rm -rf "$place"' EXIT
 cmake --install "$build" --prefix "$place/first" >/dev/null
 mv "$place/first" "$place/moved"
 "$place/moved/bin/nrwave" --version
+[ -s "$place/moved/share/bash-completion/completions/nrwave" ]
+! command -v help2man >/dev/null || grep -q generate "$place/moved/share/man/man1/nrwave.1"
 
 cmake -S "$source/examples" -B "$place/host" -G Ninja -DCMAKE_CXX_COMPILER="$compiler" \
     -DCMAKE_PREFIX_PATH="$place/moved" >/dev/null
