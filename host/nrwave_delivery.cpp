@@ -134,4 +134,16 @@ delivered_t delivered(const delivery_t& delivery, cfg_nr_waveform_t& waveform,
     return result;
 }
 
+void take_gain(delivered_t& delivered)
+{
+    if (delivered.gain == 1.0)
+        return;
+    if (delivered.resampled.empty())
+        delivered.resampled.assign(delivered.period.begin(), delivered.period.end());
+    for (std::complex<double>& sample : delivered.resampled)
+        sample *= delivered.gain;
+    delivered.period = delivered.resampled;
+    delivered.gain = 1.0;
+}
+
 } // namespace nrwave

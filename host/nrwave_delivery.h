@@ -40,4 +40,7 @@ void check_delivery(const delivery_t& delivery, vek::nr_mod_lib::cfg_nr_waveform
 delivered_t delivered(const delivery_t& delivery, vek::nr_mod_lib::cfg_nr_waveform_t& waveform,
                       const std::vector<std::complex<double>>& samples);
 
+/// Multiplies the period by its gain, which is 1 from then on.
+void take_gain(delivered_t& delivered);
+
 } // namespace nrwave

@@ -45,27 +45,30 @@ std::string read_to_end(int pipe)
     }
 }
 
-bool is_whole_png(std::string_view bytes)
+bool is_whole(picture_format_t format, std::string_view bytes)
 {
-    constexpr std::string_view k_begin("\x89PNG\r\n\x1a\n", 8);
-    constexpr std::string_view k_end("\0\0\0\0IEND\xae\x42\x60\x82", 12);
-    return bytes.size() > k_begin.size() + k_end.size() && bytes.substr(0, k_begin.size()) == k_begin &&
-           bytes.substr(bytes.size() - k_end.size()) == k_end;
+    constexpr std::string_view k_png("\x89PNG\r\n\x1a\n", 8);
+    constexpr std::string_view k_png_end("\0\0\0\0IEND\xae\x42\x60\x82", 12);
+    return format == picture_format_t::png ? bytes.starts_with(k_png) && bytes.ends_with(k_png_end)
+                                           : bytes.starts_with("<?xml") && bytes.ends_with("</svg>\n\n");
 }
+
+const char* terminal_of(picture_format_t format) { return format == picture_format_t::png ? "pngcairo" : "svg"; }
 
 } // namespace
 
-plot_t::plot_t(unsigned int width, unsigned int height)
+plot_t::plot_t(unsigned int width, unsigned int height) : m_width(width), m_height(height)
 {
     m_script.imbue(std::locale::classic());
     m_script.precision(10);
-    m_script << "set terminal pngcairo size " << width << ',' << height << " font 'sans,11' background '#ffffff'\n"
-             << "set border lw 1 lc rgb '#404040'\nset tics nomirror\nset grid lc rgb '#d8dde2' lw 1 lt 1\n";
+    m_script << "set border lw 1 lc rgb '#404040'\nset tics nomirror\nset grid lc rgb '#d8dde2' lw 1 lt 1\n";
 }
 
-std::string plot_t::drawn() const
+std::string plot_t::drawn(picture_format_t format) const
 {
-    const auto script = file_with(m_script.str());
+    const auto script =
+        file_with(std::string("set terminal ") + terminal_of(format) + " size " + std::to_string(m_width) + ',' +
+                  std::to_string(m_height) + " font 'sans,11' background '#ffffff'\n" + m_script.str());
     std::array<int, 2> pipe = {-1, -1};
     if (::pipe2(pipe.data(), O_CLOEXEC) != 0)
         throw failure_t("cannot start gnuplot: " + std::system_category().message(errno));
@@ -89,7 +92,7 @@ std::string plot_t::drawn() const
     int status = 0;
     while (::waitpid(plotter, &status, 0) < 0 && errno == EINTR) {
     }
-    if (status != 0 || !is_whole_png(picture))
+    if (status != 0 || !is_whole(format, picture))
         throw failure_t("gnuplot, which draws the pictures, failed");
     return picture;
 }

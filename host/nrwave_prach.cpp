@@ -1,10 +1,10 @@
 #include "host/nrwave_prach.h"
 
+#include "host/nrwave_digits.h"
 #include "host/nrwave_plot.h"
 #include "phy/lib_nr_prach_resource_manager.h"
 
 #include <algorithm>
-#include <charconv>
 
 namespace nrwave
 {
@@ -15,13 +15,6 @@ namespace
 {
 
 constexpr double k_frame_ms = 10.0;
-
-std::string text_of(double value)
-{
-    char digits[32];
-    const auto result = std::to_chars(digits, digits + sizeof digits, value);
-    return {digits, result.ptr};
-}
 
 } // namespace
 
@@ -47,8 +40,8 @@ std::string csv_of(const prach_map_t& map)
 {
     std::string text = "start_ms,end_ms,low_hz,high_hz\n";
     for (const prach_burst_t& burst : map.bursts)
-        text += text_of(burst.start_ms) + ',' + text_of(burst.end_ms) + ',' + text_of(burst.low_hz) + ',' +
-                text_of(burst.high_hz) + '\n';
+        text += shortest(burst.start_ms) + ',' + shortest(burst.end_ms) + ',' + shortest(burst.low_hz) + ',' +
+                shortest(burst.high_hz) + '\n';
     return text;
 }
 
@@ -74,7 +67,7 @@ std::string picture_of(const prach_map_t& map)
     }
     out << "plot NaN with boxes fs solid lc rgb '#3a78b8' title '"
         << (map.bursts.empty() ? "no burst in this frame" : "PRACH burst") << "'\n";
-    return plot.drawn();
+    return plot.drawn(picture_format_t::png);
 }
 
 } // namespace nrwave

@@ -1,38 +1,15 @@
 #include "host/nrwave_summary.h"
 
+#include "host/nrwave_digits.h"
 #include "host/nrwave_record.h"
 #include "host/nrwave_value.h"
 
-#include <charconv>
 #include <nlohmann/json.hpp>
 
 namespace nrwave
 {
 
 using namespace vek::nr_mod_lib;
-
-namespace
-{
-
-/// The shortest text that reads back as the number, whatever the locale.
-std::string shortest(double number)
-{
-    char digits[32];
-    return {digits, std::to_chars(digits, digits + sizeof digits, number).ptr};
-}
-
-std::string decibels(const std::optional<double>& level, const char* unit)
-{
-    if (!level)
-        return "none, silence";
-    char digits[32];
-    const double rounded = *level == 0.0 ? 0.0 : *level;
-    return std::string(digits,
-                       std::to_chars(digits, digits + sizeof digits, rounded, std::chars_format::fixed, 2).ptr) +
-           ' ' + unit;
-}
-
-} // namespace
 
 std::string text_of(const summary_t& summary)
 {
@@ -53,7 +30,7 @@ nlohmann::ordered_json json_of(const summary_t& summary)
     for (const auto& met : summary.deviations)
         deviations.push_back({{"entry", path_of(met)}, {"name", lib_nr_deviation_row(met.deviation).name}});
     return {{"files", summary.files},
-            {"format", summary.format},
+            {"format", summary.format.empty() ? nlohmann::ordered_json() : nlohmann::ordered_json(summary.format)},
             {"rate", summary.rate},
             {"samples", summary.level.samples()},
             {"seconds", summary.seconds()},

@@ -16,7 +16,7 @@ namespace nrwave
 struct summary_t
 {
     std::vector<std::string> files;
-    std::string format;
+    std::string format;     ///< empty where no samples are written
     std::uint64_t rate = 0; ///< hertz
     level_t level;
     std::uint64_t clipped = 0; ///< samples that the format holds at full scale

@@ -6,9 +6,12 @@
 namespace nrwave
 {
 
-double db_of_power(double power) { return power > 0 ? std::max(10 * std::log10(power), k_floor_db) : k_floor_db; }
+double db_of_power(double power, double floor_db)
+{
+    return power > 0 ? std::max(10 * std::log10(power), floor_db) : floor_db;
+}
 
-std::vector<power_point_t> power_against_time(const std::vector<std::complex<double>>& samples, std::size_t most_points)
+std::vector<power_point_t> power_against_time(vek::common_lib::lib_signal_view_t samples, std::size_t most_points)
 {
     const std::size_t length = std::max<std::size_t>(1, (samples.size() + most_points - 1) / most_points);
     std::vector<power_point_t> points;

@@ -1,6 +1,7 @@
 #pragma once
 
-#include <complex>
+#include "common/lib_signal_view.h"
+
 #include <cstddef>
 #include <vector>
 
@@ -11,7 +12,7 @@ namespace nrwave
 constexpr double k_floor_db = -140.0;
 
 /// A power in dB, at least the floor.
-double db_of_power(double power);
+double db_of_power(double power, double floor_db = k_floor_db);
 
 /// Power within a piece of the samples.
 struct power_point_t
@@ -22,7 +23,6 @@ struct power_point_t
 };
 
 /// Power against time in at most so many pieces of one length, the last one maybe shorter; none of no samples.
-std::vector<power_point_t> power_against_time(const std::vector<std::complex<double>>& samples,
-                                              std::size_t most_points);
+std::vector<power_point_t> power_against_time(vek::common_lib::lib_signal_view_t samples, std::size_t most_points);
 
 } // namespace nrwave

@@ -9,11 +9,12 @@
 namespace nrwave
 {
 
-void declare_output(CLI::App& app, std::string& place, const char* type, const char* help)
+CLI::Option* declare_output(CLI::App& app, std::string& place, const char* type, const char* help)
 {
-    app.add_option("-o,--output", place, help)->type_name(type)->required()->transform([](const std::string& name) {
-        return name == "-" ? "/dev/stdout" : name;
-    });
+    return app.add_option("-o,--output", place, help)
+        ->type_name(type)
+        ->required()
+        ->transform([](const std::string& name) { return name == "-" ? "/dev/stdout" : name; });
 }
 
 void declare_delivery(CLI::App& app, delivery_t& delivery)

@@ -14,7 +14,7 @@ namespace nrwave
 {
 
 /// -o, where - stands for standard output.
-void declare_output(CLI::App& app, std::string& place, const char* type, const char* help);
+CLI::Option* declare_output(CLI::App& app, std::string& place, const char* type, const char* help);
 /// --rate and --multiple-of.
 void declare_delivery(CLI::App& app, delivery_t& delivery);
 /// A whole number, which may have an exponent or a suffix as the values of settings.

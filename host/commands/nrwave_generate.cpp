@@ -3,9 +3,9 @@
 #include "host/nrwave_failure.h"
 #include "host/nrwave_generation.h"
 #include "host/nrwave_listing.h"
-#include "host/nrwave_pictures.h"
 #include "host/nrwave_progress.h"
 #include "host/nrwave_record.h"
+#include "host/nrwave_report.h"
 #include "host/nrwave_samples.h"
 #include "host/nrwave_summary.h"
 
@@ -50,6 +50,16 @@ std::vector<annotation_t> repeated(const std::vector<annotation_t>& annotations,
     return all;
 }
 
+/// Of samples that no file holds.
+summary_t summary_of(const delivered_t& delivered)
+{
+    summary_t summary;
+    summary.rate = delivered.rate;
+    for (std::uint64_t repeat = 0; repeat < delivered.repeats; ++repeat)
+        summary.level.add(delivered.period.data(), delivered.period.size());
+    return summary;
+}
+
 class generate_t : public command_t
 {
 public:
@@ -59,15 +69,16 @@ public:
     {
         m_configuration.declare_file(app);
         m_configuration.declare_steps(app);
-        declare_output(app, m_output, "PREFIX",
-                       "What the names of the files begin with; - writes the bare samples to "
-                       "standard output");
+        m_has_output = declare_output(app, m_output, "PREFIX",
+                                      "What the names of the files begin with; - writes the bare samples to "
+                                      "standard output; not needed beside --report")
+                           ->required(false);
         app.add_option("--format", m_format, "sigmf (default), cf32, cf64, ci16, npy or csv")->type_name("FORMAT");
         app.add_option("--scale", m_delivery.scale_db,
                        "Put the peak of the samples this far below full scale; without it the level stays")
             ->type_name("DB");
         declare_delivery(app, m_delivery);
-        app.add_option("--report", m_report, "Folder for pictures: spectrum, CCDF, power, resource map")
+        app.add_option("--report", m_report, "Folder for a report: report.html, and its pictures as PNG and SVG")
             ->type_name("DIR");
         CLI::Option* quiet = app.add_flag("--quiet", m_quiet, "Say nothing of what was written");
         app.add_flag("--json", m_json, "Say it as a JSON object")->excludes(quiet);
@@ -75,6 +86,7 @@ public:
             "Examples:\n"
             "  nrwave generate --set 'carrier[0].dl_ssb.enable=true' -o first --report first\n"
             "  nrwave generate --recipe examples/full_cell.recipe --set radio_frequency=3.7G -o cell --format cf32\n"
+            "  nrwave generate --recipe examples/full_cell.recipe --report report\n"
             "  nrwave generate settings.xml --format ci16 --scale 3 --rate 200M --multiple-of 64 -o sdr\n"
             "  nrwave generate settings.xml --format cf32 -o - | wc -c");
     }
@@ -86,26 +98,34 @@ public:
         const inputs_t inputs = m_configuration.apply(waveform, trace);
         check_delivery(m_delivery, waveform);
         outputs_t outputs(inputs);
-        sample_files_t files(outputs, m_output, format);
+        std::optional<sample_files_t> files;
+        if (m_has_output->count() > 0)
+            files.emplace(outputs, m_output, format);
         if (!m_report.empty())
             outputs.make_folder(m_report);
+        else if (!files)
+            throw failure_t("nothing to write: -o or --report is missing");
         lib_nr_phy_t engine;
         engine.set_trace_file_enable(false); // it would lie outside the folders that the user named
         generate(waveform, engine);
         for (const std::string& line : shortfalls_of(engine.get_record()))
             m_configuration.tell(line, trace);
+        delivered_t delivered = nrwave::delivered(m_delivery, waveform, engine.get_baseband_signal_data());
         if (!m_report.empty())
-            draw_report(waveform, engine, outputs, m_report);
-        const delivered_t delivered = nrwave::delivered(m_delivery, waveform, engine.get_baseband_signal_data());
+            take_gain(delivered);
         metadata_t metadata;
-        {
+        if (files) {
             const progress_t progress("writing");
-            files.write(delivered, metadata);
+            files->write(delivered, metadata);
         }
+        else
+            metadata.summary = summary_of(delivered);
+        if (!m_report.empty())
+            write_report(waveform, engine, {delivered.period, delivered.rate, delivered.repeats}, outputs, m_report);
         metadata.summary.files = outputs.names();
         metadata.summary.deviations = engine.get_met_deviations();
-        if (!is_written_through(m_output))
-            describe(files, metadata, waveform, engine, delivered);
+        if (files && !is_written_through(m_output))
+            describe(*files, metadata, waveform, engine, delivered);
         if (metadata.summary.clipped > 0)
             m_configuration.tell(counted(metadata.summary.clipped, "sample") + " clipped: held at full scale", trace);
         if (!m_quiet && !is_standard_output(m_output))
@@ -134,6 +154,7 @@ private:
     }
 
     configuration_t m_configuration;
+    CLI::Option* m_has_output = nullptr;
     std::string m_output;
     std::string m_format = "sigmf";
     std::string m_report;

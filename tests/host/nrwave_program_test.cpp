@@ -1,5 +1,6 @@
 #include "support/program.h"
 
+#include <algorithm>
 #include <array>
 #include <cmath>
 #include <complex>
@@ -569,6 +570,11 @@ TEST_F(nrwave_program, generates_every_example_as_it_stands)
         const run_t result = run("generate --strict " + input + " -o x --format cf32");
         EXPECT_EQ(result.status, 0) << file.path() << ": " << result.err;
         EXPECT_NE(content("x.cf32").find_first_not_of('\0'), std::string::npos) << file.path();
+        fs::path beside = file.path();
+        if (name == ".xml" && fs::exists(beside.replace_extension(".recipe"))) {
+            ASSERT_EQ(run("generate --recipe '" + beside.string() + "' -o y --format cf32").status, 0);
+            EXPECT_EQ(content("x.cf32"), content("y.cf32")) << file.path();
+        }
         const std::string listing = run("get " + input).out;
         write("again.recipe", listing);
         const run_t again = run("get --strict --recipe again.recipe");

@@ -1,0 +1,154 @@
+#include "host/analysis/nrwave_measurement.h"
+
+#include "common/lib_common_signal_process.h"
+#include "config/cfg_nr_enum_name_maps.h"
+#include "phy_common/lib_nr_phy_common.h"
+
+#include <algorithm>
+#include <charconv>
+#include <cmath>
+
+namespace nrwave
+{
+
+using namespace vek::nr_mod_lib;
+
+namespace
+{
+
+/// A channel bandwidth in hertz: its enumerator ends in the megahertz, as LIB_NR_CHANNEL_FR2_1_100M.
+double width_of(lib_nr_channel_bw_type_t bandwidth)
+{
+    const std::string& name = g_lib_nr_channel_bw_type_t_name_map.at(bandwidth);
+    unsigned int megahertz = 0;
+    std::from_chars(name.data() + name.rfind('_') + 1, name.data() + name.size(), megahertz);
+    return 1e6 * megahertz;
+}
+
+/// What the enabled numerologies of a carrier may occupy, from its centre.
+band_t transmission_of(cfg_nr_carrier_t& carrier)
+{
+    constexpr double k_half_rb = 6.0;
+    std::optional<band_t> all;
+    for (int n = 0; n < static_cast<int>(carrier.get_numerology_number()); ++n) {
+        const cfg_nr_phy_numerology_t& numerology = *carrier.get_numerology(n);
+        if (!numerology.get_enable())
+            continue;
+        const double spacing = lib_nr_phy_common_t::get_scs_hz_value(numerology.get_scs());
+        const double centre = spacing * numerology.get_k0();
+        const double half = spacing * k_half_rb * numerology.get_rb_size();
+        const band_t own{centre - half, centre + half};
+        all = all ? band_t{std::min(all->low_hz, own.low_hz), std::max(all->high_hz, own.high_hz)} : own;
+    }
+    return all.value_or(band_t{});
+}
+
+band_t moved(const band_t& band, double hertz) { return {band.low_hz + hertz, band.high_hz + hertz}; }
+
+bool overlap(const band_t& one, const band_t& other)
+{
+    return one.low_hz < other.high_hz && other.low_hz < one.high_hz;
+}
+
+/// 10 log10 of a ratio of powers; nothing where there is none.
+std::optional<double> decibels(double power, double reference)
+{
+    const double ratio = power / reference;
+    return ratio > 0.0 && std::isfinite(ratio) ? std::optional(10.0 * std::log10(ratio)) : std::nullopt;
+}
+
+/// What counts as a carrier's own: half way into the gaps to its neighbours, or all the rate.
+band_t own_part(const channel_t& own, const std::vector<channel_t>& channels, double rate_hz)
+{
+    band_t part{-rate_hz / 2.0, rate_hz / 2.0};
+    for (const channel_t& other : channels) {
+        if (other.edges.high_hz <= own.edges.low_hz)
+            part.low_hz = std::max(part.low_hz, (other.edges.high_hz + own.edges.low_hz) / 2.0);
+        else if (other.edges.low_hz >= own.edges.high_hz)
+            part.high_hz = std::min(part.high_hz, (own.edges.high_hz + other.edges.low_hz) / 2.0);
+        else if (&other != &own) // overlapping channels have no gap
+            part = {std::max(part.low_hz, own.edges.low_hz), std::min(part.high_hz, own.edges.high_hz)};
+    }
+    return part;
+}
+
+aclr_t aclr_of(const spectrum_t& spectrum, const channel_t& own, double channels_off,
+               const std::vector<channel_t>& channels)
+{
+    aclr_t aclr{moved(own.transmission, channels_off * own.edges.width_hz()), std::nullopt, false};
+    if (own.is_sent && overlap(aclr.band, {-spectrum.rate_hz() / 2.0, spectrum.rate_hz() / 2.0}))
+        aclr.db = decibels(spectrum.power_between(own.transmission), spectrum.power_between(aclr.band));
+    aclr.is_shared = std::any_of(channels.begin(), channels.end(), [&](const channel_t& other) {
+        return &other != &own && other.is_sent && overlap(aclr.band, other.transmission);
+    });
+    return aclr;
+}
+
+carrier_measurement_t measured(const spectrum_t& spectrum, const channel_t& own, const std::vector<channel_t>& channels)
+{
+    carrier_measurement_t carrier{
+        own,
+        std::nullopt,
+        std::nullopt,
+        {aclr_of(spectrum, own, -1.0, channels), aclr_of(spectrum, own, 1.0, channels)},
+    };
+    if (own.is_sent) {
+        carrier.power_dbfs = decibels(spectrum.power_between(own.edges), 1.0);
+        carrier.occupied = spectrum.occupied(own_part(own, channels, spectrum.rate_hz()), k_occupied_share.value);
+    }
+    return carrier;
+}
+
+} // namespace
+
+std::vector<channel_t> channels_of(cfg_nr_waveform_t& waveform, const lib_nr_phy_record_t& record)
+{
+    std::vector<channel_t> channels;
+    for (unsigned int c = 0; c < waveform.get_carrier_number(); ++c) {
+        cfg_nr_carrier_t& carrier = *waveform.get_carrier(c);
+        if (!carrier.get_enable())
+            continue;
+        const double half = width_of(carrier.get_channel_bandwidth()) / 2.0;
+        const auto centre = static_cast<double>(carrier.get_frequency_offset());
+        const bool is_sent = std::any_of(record.entries.begin(), record.entries.end(),
+                                         [&](const auto& entry) { return entry.carrier == c && entry.cells > 0; });
+        channels.push_back({"carrier[" + std::to_string(c) + ']', moved({-half, half}, centre),
+                            moved(transmission_of(carrier), centre), is_sent});
+        if (waveform.get_mirror_spectrum())
+            for (band_t* band : {&channels.back().edges, &channels.back().transmission})
+                *band = {-band->high_hz, -band->low_hz};
+    }
+    return channels;
+}
+
+std::vector<std::string> measurement_t::exceeded() const
+{
+    std::vector<std::string> names;
+    for (const carrier_measurement_t& carrier : carriers) {
+        if (carrier.is_occupied_exceeded())
+            names.push_back(carrier.channel.path + ".occupied_bandwidth_hz");
+        if (is_exceeded(carrier.aclr[0]))
+            names.push_back(carrier.channel.path + ".aclr_lower_db");
+        if (is_exceeded(carrier.aclr[1]))
+            names.push_back(carrier.channel.path + ".aclr_upper_db");
+    }
+    return names;
+}
+
+measurement_t measured(const signal_t& signal, const spectrum_t& spectrum, const std::vector<channel_t>& channels)
+{
+    measurement_t all;
+    all.samples = signal.samples();
+    all.seconds = signal.seconds();
+    all.rate = signal.rate;
+    all.level.add(signal.period.data(), signal.period.size());
+    all.resolution_hz = spectrum.resolution_hz();
+    all.waveform = ccdf_of(signal.period);
+    all.burst = ccdf_of(vek::common_lib::lib_common_signal_process_t::find_burst(signal.period));
+    all.gaussian = gaussian_markers(all.waveform.markers.front(), signal.samples());
+    for (const channel_t& channel : channels)
+        all.carriers.push_back(measured(spectrum, channel, channels));
+    return all;
+}
+
+} // namespace nrwave
