@@ -2,11 +2,10 @@
 
 #include "config/leaves/cfg_nr_leaf.h"
 #include "host/nrwave_difference.h"
-#include "host/nrwave_mending.h"
 #include "host/nrwave_path.h"
 #include "host/nrwave_rows.h"
+#include "host/nrwave_single_steps.h"
 #include "host/nrwave_steps.h"
-#include "host/nrwave_value.h"
 
 #include <algorithm>
 #include <iterator>
@@ -265,13 +264,6 @@ private:
 void take_detours(cfg_nr_waveform_t& original, cfg_nr_waveform_t& copy, std::vector<std::string>& steps)
 {
     detours_t(original, copy, steps).take();
-}
-
-bool fits_a_step(const std::string& value)
-{
-    return value == trimmed(value) && std::none_of(value.begin(), value.end(), [](char c) {
-               return (c != '\t' && static_cast<unsigned char>(c) < ' ') || c == 0x7f;
-           });
 }
 
 } // namespace nrwave

@@ -14,7 +14,4 @@ namespace nrwave
 void take_detours(vek::nr_mod_lib::cfg_nr_waveform_t& original, vek::nr_mod_lib::cfg_nr_waveform_t& copy,
                   std::vector<std::string>& steps);
 
-/// Whether a value can stand in a step: one without control characters, and without blanks at its ends.
-bool fits_a_step(const std::string& value);
-
 } // namespace nrwave

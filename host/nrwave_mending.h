@@ -12,8 +12,4 @@ namespace nrwave
 std::vector<std::string> mending_steps(vek::nr_mod_lib::cfg_nr_waveform_t& original,
                                        vek::nr_mod_lib::cfg_nr_waveform_t& copy);
 
-/// The same for the façade at a path and all below, by single steps in one round; they are appended.
-void mend(vek::nr_mod_lib::cfg_nr_waveform_t& original, vek::nr_mod_lib::cfg_nr_waveform_t& copy,
-          const std::string& path, std::vector<std::string>& steps);
-
 } // namespace nrwave

@@ -1,0 +1,19 @@
+#pragma once
+
+#include "config/cfg_nr_waveform.h"
+
+#include <string>
+#include <vector>
+
+namespace nrwave
+{
+
+/// Appends the steps, a setting each, that bring the façade at a path of a copy, and all below it, to that of the
+/// original, as far as they can in one round; the copy takes them.
+void mend(vek::nr_mod_lib::cfg_nr_waveform_t& original, vek::nr_mod_lib::cfg_nr_waveform_t& copy,
+          const std::string& path, std::vector<std::string>& steps);
+
+/// Whether a value can stand in a step: one without control characters, and without blanks at its ends.
+bool fits_a_step(const std::string& value);
+
+} // namespace nrwave
