@@ -38,14 +38,6 @@ bool is_read(const std::string& branch, const std::string& carrier_type)
     return branch.rfind(carrier_type == "LIB_NR_DOWNLINK" ? "ul_" : "dl_", 0) != 0;
 }
 
-/// Whether the façade's own setter takes the value that it holds. Some states are there by the order of steps alone: a
-/// PRS that was moved to a spacing without its period.
-bool can_be_set(const cfg_nr_leaf_t& leaf, void* facade, const std::string& value)
-{
-    leaf.write(facade, value);
-    return leaf.read(facade) == value;
-}
-
 /// Of what is off only that it is off reaches a signal. PUCCH formats with UCI bits do not tell by `uci_format`.
 bool is_silent(const cfg_nr_leaf_t& leaf, void* facade, const cfg_nr_facade_table_t& table)
 {
@@ -59,20 +51,14 @@ bool is_silent(const cfg_nr_leaf_t& leaf, void* facade, const cfg_nr_facade_tabl
 void compare(void* first, void* second, const cfg_nr_facade_table_t& table, const std::string& path, scope_t scope,
              std::vector<difference_t>& found)
 {
-    std::vector<difference_t> own;
-    bool can_be_told = true;
     for (const cfg_nr_leaf_t& leaf : table.leaves) {
         if (scope == scope_t::in_the_tree ? !leaf.in_tree : is_silent(leaf, first, table))
             continue;
         const std::string a = all_values(leaf, first);
         const std::string b = all_values(leaf, second);
-        if (a == b)
-            continue;
-        own.push_back({path + leaf.name, a, b});
-        can_be_told = can_be_told && (leaf.is_indexed() || can_be_set(leaf, first, a));
+        if (a != b)
+            found.push_back({path + leaf.name, a, b});
     }
-    if (can_be_told)
-        found.insert(found.end(), own.begin(), own.end());
     const std::string carrier_type = value_of(first, table, "carrier_type");
     const bool is_off = value_of(first, table, "enable") == "false";
     for (const cfg_nr_branch_t& branch : table.branches) {
@@ -86,7 +72,9 @@ void compare(void* first, void* second, const cfg_nr_facade_table_t& table, cons
         }
         for (unsigned int i = 0; i < entries; ++i)
             compare(branch.enter_place(first, i), branch.enter_place(second, i), *branch.facade,
-                    path + branch.name + '[' + std::to_string(branch.first(first) + i) + "].", scope, found);
+                    path + branch.name +
+                        (branch.is_list() ? '[' + std::to_string(branch.first(first) + i) + "]." : "."),
+                    scope, found);
     }
 }
 

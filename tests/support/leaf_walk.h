@@ -61,9 +61,8 @@ enum class scope_t
     read_by_a_signal,
 };
 
-/// All settings that differ, but for the channels and BWPs of a direction that a carrier does not send, and lists of
-/// unequal length. Where a façade holds a value that its own setter would not
-/// take any more, it is passed over: no file can bring such a state back. The values of the first are set anew.
+/// All settings that differ, and lists of unequal length, but for the channels and BWPs of a direction that a carrier
+/// does not send.
 std::vector<difference_t> differences(vek::nr_mod_lib::cfg_nr_waveform_t& first,
                                       vek::nr_mod_lib::cfg_nr_waveform_t& second, scope_t scope);
 
