@@ -20,12 +20,10 @@ constexpr unsigned int k_frames = 2;
 
 struct prs_case_t
 {
-    unsigned int comb;
-    unsigned int symbols;
-    unsigned int n_id;
-    unsigned int re_offset;
-    unsigned int first_symbol;
-    unsigned int rb_offset;
+    struct place_t
+    {
+        unsigned int comb, symbols, n_id, re_offset, first_symbol, rb_offset;
+    } place;
     std::vector<std::string> timing;
     std::function<bool(unsigned int)> sent_in_slot; ///< of the frame by the own rules, else of the waveform
     bool standard_rules = false;
@@ -34,28 +32,28 @@ struct prs_case_t
 /// TS 38.211 clause 7.4.1.7 evaluated cell by cell; by the own rules the sequence's initial value is without the slot.
 nr_test::rows_t expected_rows(const prs_case_t& c, const nr_test::ofdm_setup_t& setup, unsigned int subcarriers)
 {
-    const std::vector<unsigned int> offsets = c.comb == 2   ? std::vector<unsigned int>{0, 1}
-                                              : c.comb == 4 ? std::vector<unsigned int>{0, 2, 1, 3}
-                                              : c.comb == 6
+    const std::vector<unsigned int> offsets = c.place.comb == 2   ? std::vector<unsigned int>{0, 1}
+                                              : c.place.comb == 4 ? std::vector<unsigned int>{0, 2, 1, 3}
+                                              : c.place.comb == 6
                                                   ? std::vector<unsigned int>{0, 3, 1, 4, 2, 5}
                                                   : std::vector<unsigned int>{0, 6, 3, 9, 1, 7, 4, 10, 2, 8, 5, 11};
     const unsigned int slots = 10u << setup.mu;
     const unsigned int slot_symbols = setup.symbols_in_frame() / slots;
     nr_test::rows_t rows(k_frames * setup.symbols_in_frame(), nr_test::signal_t(subcarriers));
     for (unsigned int slot = 0; slot < k_frames * slots; ++slot)
-        for (unsigned int i = 0; i < c.symbols && c.sent_in_slot(c.standard_rules ? slot : slot % slots); ++i) {
-            const unsigned int l = c.first_symbol + i;
+        for (unsigned int i = 0; i < c.place.symbols && c.sent_in_slot(c.standard_rules ? slot : slot % slots); ++i) {
+            const unsigned int l = c.place.first_symbol + i;
             const unsigned int counted = l + (c.standard_rules ? slot % slots * slot_symbols : 0);
-            const auto c_init =
-                static_cast<std::uint32_t>(((std::uint64_t{c.n_id / 1024} << 22) +
-                                            1024ull * (counted + 1) * (2 * (c.n_id % 1024) + 1) + c.n_id % 1024) %
-                                           (1ull << 31));
+            const auto c_init = static_cast<std::uint32_t>(((std::uint64_t{c.place.n_id / 1024} << 22) +
+                                                            1024ull * (counted + 1) * (2 * (c.place.n_id % 1024) + 1) +
+                                                            c.place.n_id % 1024) %
+                                                           (1ull << 31));
             const auto bits = nr_test::gold_sequence(c_init, 0, 2 * subcarriers);
-            for (unsigned int k = 12 * c.rb_offset; k < 12 * (c.rb_offset + 24); ++k)
-                if (k % c.comb == (c.re_offset + offsets[i % offsets.size()]) % c.comb)
-                    rows[slot_symbols * slot + l][k] =
-                        std::complex<double>(1 - 2 * bits[2 * (k / c.comb)], 1 - 2 * bits[2 * (k / c.comb) + 1]) *
-                        std::sqrt(0.5);
+            for (unsigned int k = 12 * c.place.rb_offset; k < 12 * (c.place.rb_offset + 24); ++k)
+                if (k % c.place.comb == (c.place.re_offset + offsets[i % offsets.size()]) % c.place.comb)
+                    rows[slot_symbols * slot + l][k] = std::complex<double>(1 - 2 * bits[2 * (k / c.place.comb)],
+                                                                            1 - 2 * bits[2 * (k / c.place.comb) + 1]) *
+                                                       std::sqrt(0.5);
         }
     return rows;
 }
@@ -65,82 +63,42 @@ TEST(lib_nr_dl_phy_prs_process, every_comb_repetition_and_muting_arrives_where_t
 {
     const auto every_tenth = [](unsigned int slot) { return slot % 10 == 0; };
     const std::vector<prs_case_t> cases = {
-        {2, 2, 0, 1, 12, 0, {}, every_tenth},
-        {2, 4, 4095, 0, 3, 27, {"slot_offset=3"}, [](unsigned int slot) { return slot % 10 == 3; }},
-        {2, 6, 1023, 1, 0, 5, {}, every_tenth},
-        {2, 12, 1024, 0, 2, 0, {}, every_tenth},
-        {4, 4, 77, 3, 1, 9, {"set_slot_offset=2", "slot_offset=4"}, [](unsigned int slot) { return slot % 10 == 6; }},
-        {4, 12, 2050, 2, 0, 1, {"periodicity=20"}, [](unsigned int slot) { return slot == 0; }},
+        {{2, 2, 0, 1, 12, 0}, {}, every_tenth},
+        {{2, 4, 4095, 0, 3, 27}, {"slot_offset=3"}, [](unsigned int slot) { return slot % 10 == 3; }},
+        {{2, 6, 1023, 1, 0, 5}, {}, every_tenth},
+        {{2, 12, 1024, 0, 2, 0}, {}, every_tenth},
+        {{4, 4, 77, 3, 1, 9}, {"set_slot_offset=2", "slot_offset=4"}, [](unsigned int slot) { return slot % 10 == 6; }},
+        {{4, 12, 2050, 2, 0, 1}, {"periodicity=20"}, [](unsigned int slot) { return slot == 0; }},
         // Two slots apart, four times: all slots between them too.
-        {6,
-         6,
-         300,
-         5,
-         4,
-         2,
+        {{6, 6, 300, 5, 4, 2},
          {"periodicity=20", "reptition_factor=LIB_NR_PRS_REPTITION_FACTOR_4", "time_gap=LIB_NR_PRS_TIME_GAP_2"},
          [](unsigned int slot) { return slot <= 6; }},
-        {6,
-         12,
-         301,
-         1,
-         1,
-         3,
+        {{6, 12, 301, 1, 1, 3},
          {"muting_option_1=01", "reptition_factor=LIB_NR_PRS_REPTITION_FACTOR_2"},
          [](unsigned int slot) { return slot % 10 == 1; }},
-        {12,
-         12,
-         511,
-         7,
-         2,
-         20,
+        {{12, 12, 511, 7, 2, 20},
          {"periodicity=8", "muting_option_1=1001"},
          [](unsigned int slot) { return slot % 8 == 0; }},
-        {12,
-         12,
-         512,
-         11,
-         0,
-         0,
+        {{12, 12, 512, 11, 0, 0},
          {"reptition_factor=LIB_NR_PRS_REPTITION_FACTOR_4", "muting_option_2=1011"},
          [](unsigned int slot) { return slot % 10 < 4 && slot % 10 != 1; }},
         // A bit of the second option is for a repetition and the slots up to the next one.
-        {2,
-         2,
-         513,
-         0,
-         0,
-         0,
+        {{2, 2, 513, 0, 0, 0},
          {"periodicity=20", "reptition_factor=LIB_NR_PRS_REPTITION_FACTOR_4", "time_gap=LIB_NR_PRS_TIME_GAP_2",
           "muting_option_2=1011"},
          [](unsigned int slot) { return slot <= 6 && slot / 2 != 1; }},
         // By the standard's rules: slots of the waveform, repetitions alone, periods ahead of the offset, both options.
-        {4,
-         4,
-         2051,
-         1,
-         6,
-         5,
+        {{4, 4, 2051, 1, 6, 5},
          {"periodicity=32", "slot_offset=5", "reptition_factor=LIB_NR_PRS_REPTITION_FACTOR_8",
           "time_gap=LIB_NR_PRS_TIME_GAP_4", "muting_option_2=11010110"},
          [](unsigned int slot) { return slot % 4 == 1 && std::string("11010110")[(slot + 27) % 32 / 4] == '1'; },
          true},
-        {6,
-         6,
-         700,
-         2,
-         3,
-         4,
+        {{6, 6, 700, 2, 3, 4},
          {"periodicity=32", "set_slot_offset=20", "slot_offset=11", "reptition_factor=LIB_NR_PRS_REPTITION_FACTOR_2",
           "muting_option_1=01", "muting_option_2=01"},
          [](unsigned int slot) { return slot == 0; },
          true},
-        {2,
-         2,
-         33,
-         1,
-         9,
-         0,
+        {{2, 2, 33, 1, 9, 0},
          {"carrier[0].numerology=LIB_NR_SCS_60K", "carrier[0].dl_bwp[0].cp_type=LIB_NR_EXTEND_CP",
           "cp_type=LIB_NR_EXTEND_CP", "enable=true", "periodicity=16", "muting_factor=LIB_NR_PRS_MUTING_FACTOR_2",
           "muting_option_1=10"},
@@ -149,14 +107,14 @@ TEST(lib_nr_dl_phy_prs_process, every_comb_repetition_and_muting_arrives_where_t
     };
     for (const prs_case_t& c : cases) {
         const std::string prs = "carrier[0].dl_prs[0].";
-        nr_test::waveform_of_t waveform({"carrier[0].channel_bandwidth=LIB_NR_CHANNEL_FR1_20M", "frame_number=2",
-                                         std::string("standard_rules=") + (c.standard_rules ? "1" : "0"),
-                                         "carrier[0].baseband_filter=false", prs + "n_id=" + std::to_string(c.n_id),
-                                         prs + "rb_offset=" + std::to_string(c.rb_offset), prs + "rb_number=24",
-                                         prs + "comb_size=LIB_NR_PRS_COMB_SIZE_" + std::to_string(c.comb),
-                                         prs + "symbol_number=LIB_NR_PRS_SYMBOL_NUMBER_" + std::to_string(c.symbols),
-                                         prs + "symbol_offset=" + std::to_string(c.first_symbol),
-                                         prs + "re_offset=" + std::to_string(c.re_offset), prs + "enable=true"});
+        nr_test::waveform_of_t waveform(
+            {"carrier[0].channel_bandwidth=LIB_NR_CHANNEL_FR1_20M", "frame_number=2",
+             std::string("standard_rules=") + (c.standard_rules ? "1" : "0"), "carrier[0].baseband_filter=false",
+             prs + "n_id=" + std::to_string(c.place.n_id), prs + "rb_offset=" + std::to_string(c.place.rb_offset),
+             prs + "rb_number=24", prs + "comb_size=LIB_NR_PRS_COMB_SIZE_" + std::to_string(c.place.comb),
+             prs + "symbol_number=LIB_NR_PRS_SYMBOL_NUMBER_" + std::to_string(c.place.symbols),
+             prs + "symbol_offset=" + std::to_string(c.place.first_symbol),
+             prs + "re_offset=" + std::to_string(c.place.re_offset), prs + "enable=true"});
         for (const std::string& step : c.timing)
             nr_test::take(waveform, {(step.rfind("carrier", 0) == 0 ? "" : prs) + step});
         const nr_test::generated_t generated = nr_test::generate(waveform);
@@ -171,7 +129,8 @@ TEST(lib_nr_dl_phy_prs_process, every_comb_repetition_and_muting_arrives_where_t
         for (std::size_t l = 0; l < expected.size(); ++l)
             for (std::size_t k = 0; k < subcarriers; ++k)
                 ASSERT_LT(std::abs(received[l][k] - gain * expected[l][k]), 1e-9)
-                    << "comb " << c.comb << ", " << c.symbols << " symbols, symbol " << l << ", subcarrier " << k;
+                    << "comb " << c.place.comb << ", " << c.place.symbols << " symbols, symbol " << l << ", subcarrier "
+                    << k;
     }
 }
 
