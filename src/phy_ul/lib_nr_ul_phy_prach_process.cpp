@@ -172,7 +172,8 @@ double lib_nr_ul_phy_prach_process_t::_get_frequency_shift(unsigned int columns)
     const double own = columns % 2 == 0 ? 0.0 : std::trunc(beyond * _get_scs_hz() * 0.5);
     const double middle = 0.5 * m_max_rb_number * k_subcarriers_per_rb * m_carrier_scs_hz / _get_scs_hz();
     const double place = _get_first_subcarrier();
-    const double standard = (place - std::floor(place) + (columns + 1) / 2 - middle) * _get_scs_hz();
+    const unsigned int columns_below = (columns + 1) / 2;
+    const double standard = (place - std::floor(place) + columns_below - middle) * _get_scs_hz();
     return m_rules.pick(lib_nr_deviation_t::prach_place, own, standard);
 }
 
