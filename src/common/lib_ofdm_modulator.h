@@ -12,8 +12,8 @@
 namespace vek::common_lib
 {
 
-/// Rows of a frame's subcarriers, one a symbol, and which of them may hold anything but zeros, not 0; any may where
-/// `written` is null.
+/// Rows of a frame's subcarriers, one a symbol. Where `written` is given, those whose entry is 0 count as zeros,
+/// whatever they hold.
 struct lib_ofdm_payload_t
 {
     const std::vector<std::vector<std::complex<double>>>& rows;

@@ -12,7 +12,6 @@
 #include <algorithm>
 #include <cmath>
 #include <iostream>
-#include <utility>
 
 namespace vek::nr_mod_lib
 {
@@ -253,8 +252,7 @@ bool lib_nr_phy_t::_modulate_frame(unsigned int carrier, unsigned int numerology
 {
     _update_ofdm_config(carrier, numerology);
     const auto modulate = [this](std::complex<double>* frame) {
-        return m_ofdm_modulator.modulate_frame(
-            {std::as_const(grid()).get_payload_mapping(), &grid().get_written_rows()}, frame, m_head, m_tail);
+        return m_ofdm_modulator.modulate_frame(grid().get_written_payload(), frame, m_head, m_tail);
     };
     bool is_modulated = false;
     if (count == m_ofdm_modulator.get_frame_length())

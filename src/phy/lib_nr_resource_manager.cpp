@@ -49,10 +49,31 @@ lib_nr_cell_count_t split_cells(const lib_nr_resource_run_t& run, const lib_nr_c
     return {part.run.count, run.count - part.run.count};
 }
 
-auto writing(double amplitude)
+// What becomes of a cell.
+
+struct write_t
 {
-    return [amplitude](std::complex<double>& cell, const std::complex<double>& value) { cell = amplitude * value; };
-}
+    static constexpr bool k_overwrites = true;
+    double amplitude;
+
+    void operator()(std::complex<double>& cell, const std::complex<double>& value) const { cell = amplitude * value; }
+};
+
+struct add_t
+{
+    static constexpr bool k_overwrites = false;
+    double amplitude;
+
+    void operator()(std::complex<double>& cell, const std::complex<double>& value) const { cell += amplitude * value; }
+};
+
+struct write_point_t
+{
+    static constexpr bool k_overwrites = true;
+    const std::complex<double>* points;
+
+    void operator()(std::complex<double>& cell, std::uint16_t symbol) const { cell = points[symbol]; }
+};
 
 } // namespace
 
@@ -106,10 +127,19 @@ void lib_nr_channel_resource_manager_t::init_payload_mapping()
     _update_parameter();
     m_payload_mapping.resize(m_symbol_number);
     m_written_rows.resize(m_symbol_number, 1);
-    for (std::size_t l = 0; l < m_symbol_number; ++l)
-        if (m_is_payload_lent || m_written_rows[l] != 0 || m_payload_mapping[l].size() != m_subcarrier_number)
+    m_stale_rows.resize(m_symbol_number, 1);
+    for (std::size_t l = 0; l < m_symbol_number; ++l) {
+        if (m_payload_mapping[l].size() != m_subcarrier_number) {
             m_payload_mapping[l].assign(m_subcarrier_number, {});
-    m_written_rows.assign(m_symbol_number, m_is_payload_lent ? 1 : 0);
+            m_written_rows[l] = m_stale_rows[l] = 0;
+        }
+        m_stale_rows[l] |= m_written_rows[l];
+        m_written_rows[l] = 0;
+    }
+    if (m_is_payload_lent) {
+        _clear_stale_rows();
+        m_written_rows.assign(m_symbol_number, 1);
+    }
     m_slot_symbol_number = lib_nr_phy_common_t::get_symbol_number_in_slot(m_numerology, m_cyclic_prefix_type);
 }
 
@@ -141,10 +171,36 @@ void lib_nr_channel_resource_manager_t::_build_view() const
 
 lib_nr_channel_resource_manager_t::payload_map_t& lib_nr_channel_resource_manager_t::get_payload_mapping()
 {
-    if (!m_is_payload_lent)
-        m_written_rows.assign(m_written_rows.size(), 1);
+    _clear_stale_rows();
+    m_written_rows.assign(m_written_rows.size(), 1);
     m_is_payload_lent = true;
     return m_payload_mapping;
+}
+
+const lib_nr_channel_resource_manager_t::payload_map_t& lib_nr_channel_resource_manager_t::get_payload_mapping() const
+{
+    _clear_stale_rows();
+    return m_payload_mapping;
+}
+
+void lib_nr_channel_resource_manager_t::_clear_stale_rows() const
+{
+    for (std::size_t l = 0; l < m_stale_rows.size(); ++l)
+        if (m_stale_rows[l] != 0) {
+            std::fill(m_payload_mapping[l].begin(), m_payload_mapping[l].end(), std::complex<double>());
+            m_stale_rows[l] = 0;
+        }
+}
+
+/// Ahead of a write to a row; one that covers it spares clearing it.
+void lib_nr_channel_resource_manager_t::_open_row(std::uint32_t symbol, bool is_covered)
+{
+    if (m_is_payload_lent)
+        return;
+    m_written_rows[symbol] = 1;
+    if (m_stale_rows[symbol] != 0 && !is_covered)
+        std::fill(m_payload_mapping[symbol].begin(), m_payload_mapping[symbol].end(), std::complex<double>());
+    m_stale_rows[symbol] = 0;
 }
 
 const std::uint8_t* lib_nr_channel_resource_manager_t::get_owner_row(unsigned int symbol) const
@@ -346,32 +402,28 @@ lib_nr_cell_count_t lib_nr_channel_resource_manager_t::count(const std::vector<l
 void lib_nr_channel_resource_manager_t::write_run(const lib_nr_resource_run_t& run, const std::complex<double>* values,
                                                   double amplitude)
 {
-    _store_run(run, values, m_payload_mapping, writing(amplitude));
+    _store_run(run, values, m_payload_mapping, write_t{amplitude});
 }
 
 lib_nr_cell_count_t lib_nr_channel_resource_manager_t::write_stream(const std::vector<lib_nr_resource_run_t>& runs,
                                                                     const std::vector<std::complex<double>>& values,
                                                                     double amplitude)
 {
-    return _store_stream(runs, values, m_payload_mapping, writing(amplitude));
+    return _store_stream(runs, values, m_payload_mapping, write_t{amplitude});
 }
 
 lib_nr_cell_count_t lib_nr_channel_resource_manager_t::write_stream(const std::vector<lib_nr_resource_run_t>& runs,
                                                                     const std::vector<std::uint16_t>& symbols,
                                                                     const std::vector<std::complex<double>>& points)
 {
-    const std::complex<double>* const table = points.data();
-    return _store_stream(runs, symbols, m_payload_mapping,
-                         [table](std::complex<double>& cell, std::uint16_t symbol) { cell = table[symbol]; });
+    return _store_stream(runs, symbols, m_payload_mapping, write_point_t{points.data()});
 }
 
 lib_nr_cell_count_t lib_nr_channel_resource_manager_t::add_stream(const std::vector<lib_nr_resource_run_t>& runs,
                                                                   const std::vector<std::complex<double>>& values,
                                                                   double amplitude, payload_map_t& payload)
 {
-    return _store_stream(
-        runs, values, payload,
-        [amplitude](std::complex<double>& cell, const std::complex<double>& value) { cell += amplitude * value; });
+    return _store_stream(runs, values, payload, add_t{amplitude});
 }
 
 /// Puts values into the part of a run that a payload map has. A step known to be 1 at compile time lets the loop work
@@ -388,8 +440,8 @@ lib_nr_cell_count_t lib_nr_channel_resource_manager_t::_store_run(const lib_nr_r
     if (part.run.count == 0)
         return stored;
     _note_place(part.run);
-    if (!m_is_payload_lent && &payload == &m_payload_mapping)
-        m_written_rows[run.symbol] = 1;
+    if (&payload == &m_payload_mapping)
+        _open_row(run.symbol, store_t::k_overwrites && part.run.count == width);
     std::complex<double>* const cells =
         payload[run.symbol].data() + static_cast<std::size_t>(part.run.first_subcarrier);
     values += part.left_out_ahead;

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "common/lib_ofdm_modulator.h"
 #include "common/nr_mod_lib_export.h"
 #include "phy/lib_nr_resource_marks.h"
 #include "phy/lib_nr_resource_type.h"
@@ -75,7 +76,8 @@ public:
     /// Rebuilds the resource map with every cell empty. A reference got from `get_resource_mapping()` stays valid, but
     /// its map is empty until the view is asked for again.
     void init_resource_mapping();
-    /// Rebuilds the payload map with zeros; its rows keep their storage, and those that nobody wrote to are left alone.
+    /// Rebuilds the payload map with zeros; its rows keep their storage, and each is cleared when it is next written or
+    /// looked at.
     void init_payload_mapping();
 
     /// The resource map as symbol in frame -> subcarrier -> owner. Built at the first call after an initialisation;
@@ -85,11 +87,12 @@ public:
     /// The payload map as [symbol in frame][subcarrier], for writing. Whoever asks for it may write at any time: from
     /// then on every row counts as written.
     payload_map_t& get_payload_mapping();
-    /// The same for reading, and for `add_stream`, which tells what it writes.
-    const payload_map_t& get_payload_mapping() const { return m_payload_mapping; }
+    /// The same for reading.
+    const payload_map_t& get_payload_mapping() const;
+    /// The same for `add_stream`, which clears and tells what it writes.
     payload_map_t& get_payload_of_streams() { return m_payload_mapping; }
-    /// Not 0 for each symbol whose row may have been written since the last initialisation; the others hold zeros.
-    const std::vector<std::uint8_t>& get_written_rows() const { return m_written_rows; }
+    /// The same for the modulator: a row that was not written since the last initialisation holds what it will.
+    common_lib::lib_ofdm_payload_t get_written_payload() const { return {m_payload_mapping, &m_written_rows}; }
 
     /// Owner of a cell, `LIB_NR_RESOURCE_MAPPING_EMPTY` for a cell outside the map.
     lib_nr_channel_resource_mapping_type_t get_owner(unsigned int symbol, unsigned int subcarrier) const
@@ -179,6 +182,8 @@ private:
                     std::uint8_t& cell);
     void _check_mapped(std::uint32_t symbol, std::uint64_t subcarrier) const;
     void _note_place(const lib_nr_resource_run_t& run);
+    void _open_row(std::uint32_t symbol, bool is_covered);
+    void _clear_stale_rows() const;
     template <class value_t, class store_t>
     lib_nr_cell_count_t _store_run(const lib_nr_resource_run_t& run, const value_t* values, payload_map_t& payload,
                                    store_t store);
@@ -192,8 +197,9 @@ private:
     std::uint32_t m_symbol_number = 140;
     std::uint32_t m_rb_number = 0;
     std::uint32_t m_subcarrier_number = 0;
-    payload_map_t m_payload_mapping;
+    mutable payload_map_t m_payload_mapping;
     std::vector<std::uint8_t> m_written_rows;
+    mutable std::vector<std::uint8_t> m_stale_rows; ///< count as zeros, and hold what an initialisation found
     bool m_is_payload_lent = false;
 
     // The resource map as it was last initialised, one byte per cell, symbol by symbol.

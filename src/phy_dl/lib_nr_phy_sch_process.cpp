@@ -329,9 +329,10 @@ void lib_nr_phy_sch_process_t::_phy_sch_layer_mapping()
 {
     const std::vector<std::complex<double>> points = _points(1.0);
     for (std::size_t codeword = 0; codeword < m_codeword_numbers.size(); ++codeword) {
-        m_codeword_symbols[codeword].clear();
-        for (const std::uint16_t symbol : m_codeword_numbers[codeword])
-            m_codeword_symbols[codeword].push_back(points[symbol]);
+        const std::vector<std::uint16_t>& numbers = m_codeword_numbers[codeword];
+        m_codeword_symbols[codeword].resize(numbers.size());
+        std::transform(numbers.begin(), numbers.end(), m_codeword_symbols[codeword].begin(),
+                       [&points](std::uint16_t number) { return points[number]; });
     }
     lib_nr_dl_phy_layer_mapping_t mapping;
     mapping.set_layer_number(m_layers);

@@ -179,11 +179,19 @@ bool lib_nr_ul_phy_pusch_process_t::sch_encode_process(unsigned int slot)
     _phy_sch_rs_encode_re_map(slot, m_rb_list);
     for (unsigned int q = 0; q < _get_codewords_from_layer(m_layers); ++q)
         _phy_sch_codeword(q);
-    _phy_sch_layer_mapping();
-    _phy_sch_precoding(m_layer_symbols, m_precoded_symbols);
+    if (!_is_one_stream()) {
+        _phy_sch_layer_mapping();
+        _phy_sch_precoding(m_layer_symbols, m_precoded_symbols);
+    }
     phy_sch_remap(slot, LIB_NR_REMAPP_MODE_ENCODE_MAP);
     _clear_slot();
     return true;
+}
+
+/// One layer on one port, as it is: its symbols go into the grid straight from their numbers.
+bool lib_nr_ul_phy_pusch_process_t::_is_one_stream() const
+{
+    return m_layers == 1 && !m_enable_transfer_precoding && (!m_enable_codebook || m_antenna_port_number == 1);
 }
 
 void lib_nr_ul_phy_pusch_process_t::_phy_sch_channel_coding_rate_match() { _code_and_match(m_enable_lbrm ? 1 : 0); }
@@ -458,7 +466,17 @@ void lib_nr_ul_phy_pusch_process_t::_phy_sch_encode_re_map(unsigned int /*port*/
         const symbols_t& stream = m_antenna_port < streams.size() ? streams[m_antenna_port] : k_none;
         return grid().write_stream(runs, stream, amplitude).inside != grid().count(runs).all();
     };
-    bool is_incomplete = is_missing_some(m_cells.data, m_precoded_symbols, _amplitude_of(0.0));
+    bool is_incomplete = false;
+    if (_is_one_stream() && m_antenna_port == 0) {
+        symbols_t points = _points(1.0);
+        const double amplitude = _amplitude_of(0.0);
+        for (std::complex<double>& point : points)
+            point *= amplitude;
+        is_incomplete =
+            grid().write_stream(m_cells.data, m_codeword_numbers[0], points).inside != grid().count(m_cells.data).all();
+    }
+    else
+        is_incomplete = is_missing_some(m_cells.data, m_precoded_symbols, _amplitude_of(0.0));
     is_incomplete |= is_missing_some(m_cells.dmrs, m_dmrs_streams, 1.0);
     is_incomplete |= is_missing_some(m_cells.ptrs, m_ptrs_streams, 1.0);
     if (is_incomplete)

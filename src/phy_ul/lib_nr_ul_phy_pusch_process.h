@@ -104,6 +104,7 @@ private:
     void _append_dmrs_among_zeros(unsigned int port, std::size_t place, const symbols_t& values,
                                   symbols_t& stream) const;
     void _gather_ptrs(unsigned int port, unsigned int slot, symbols_t& stream);
+    bool _is_one_stream() const;
     void _ul_phy_pusch_transfer_precoding();
 
     bool m_enable_transfer_precoding = false;

@@ -259,12 +259,28 @@ TEST(lib_nr_resource_manager, writes_adds_and_counts_the_part_of_runs_that_lies_
     EXPECT_TRUE(grid().count(runs).inside == inside && grid().count(runs).all() == 8 * 6);
 
     grid().init_payload_mapping();
-    grid_t::payload_map_t elsewhere = payload;
+    grid_t::payload_map_t elsewhere = std::as_const(grid()).get_payload_mapping();
     EXPECT_EQ(elsewhere, grid_t::payload_map_t(140, std::vector<std::complex<double>>(12)));
     EXPECT_EQ(grid().write_stream(runs, values, 3.0).all(), values.size());
     EXPECT_EQ(payload, expected_of_stream);
-    for (std::size_t l = 0; l < payload.size(); ++l)
-        EXPECT_TRUE(grid().get_written_rows()[l] != 0 || payload[l] == std::vector<std::complex<double>>(12));
+    // A row that is covered, one that is not and one that is added to, after others have stood there.
+    for (const bool is_looked_at : {true, false}) {
+        for (const std::uint32_t symbol : {3u, 20u, 30u, 40u, 50u})
+            grid().write_run({symbol, 0, 12}, values.data(), 7.0);
+        grid().init_payload_mapping();
+        if (is_looked_at)
+            EXPECT_EQ(std::as_const(grid()).get_payload_mapping()[20][5], 0.0);
+        grid().write_run({20, 0, 12}, values.data());
+        grid().write_run({30, 4, 2}, values.data());
+        grid().add_stream({{40, 0, 12}}, values, 2.0, grid().get_payload_of_streams());
+        for (std::size_t l = 0; l < 140; ++l)
+            EXPECT_EQ(grid().get_written_payload().may_sound(l), l == 20 || l == 30 || l == 40) << l;
+        const auto row = [&](std::size_t l) { return std::as_const(grid()).get_payload_mapping()[l]; };
+        EXPECT_EQ(row(20), std::vector<std::complex<double>>(values.begin(), values.begin() + 12));
+        EXPECT_EQ(row(30), (std::vector<std::complex<double>>{0, 0, 0, 0, 1, 2, 0, 0, 0, 0, 0, 0}));
+        EXPECT_EQ(row(40)[11], 24.0);
+        EXPECT_EQ(row(50), std::vector<std::complex<double>>(12));
+    }
     for (const double part : {1.0, 2.0})
         EXPECT_EQ(grid().add_stream(runs, values, part, elsewhere).all(), values.size());
     EXPECT_EQ(elsewhere, expected_of_stream);
@@ -273,7 +289,7 @@ TEST(lib_nr_resource_manager, writes_adds_and_counts_the_part_of_runs_that_lies_
     auto& lent = grid().get_payload_mapping();
     for (int round = 0; round < 2; ++round) {
         lent[77][3] = 5.0;
-        EXPECT_EQ(grid().get_written_rows()[77], 1);
+        EXPECT_TRUE(grid().get_written_payload().may_sound(77));
         grid().init_payload_mapping();
         EXPECT_EQ(payload[77][3], 0.0);
     }
