@@ -36,8 +36,8 @@ TEST(lib_nr_circular_addition, what_a_frame_spreads_goes_round_and_nothing_else_
     EXPECT_EQ(laid(4, 1, 9), (signal_t{51, 61, 1, 701}));
     // The waveform ends inside a frame, or before it: fewer subframes, or a sample count past 32 bits.
     EXPECT_EQ(laid(3, 1, 9), (signal_t{1, 1, 701}));
-    EXPECT_EQ(laid(10, 3, 9), (signal_t{1, 1, 1, 701, 52, 62, 2, 702, 53, 703}));
-    EXPECT_EQ(laid(8, 4, 9), (signal_t{1, 1, 1, 701, 52, 62, 2, 702}));
+    EXPECT_EQ(laid(10, 3, 9), (signal_t{1, 1, 1, 701, 52, 62, 2, 702, 53, 763}));
+    EXPECT_EQ(laid(8, 4, 9), (signal_t{51, 61, 1, 701, 52, 62, 2, 702}));
     EXPECT_EQ(laid(0, 2, 9), signal_t());
     // It may spread further than the waveform is long.
     signal_t waveform = {1031, 1042};
