@@ -85,7 +85,7 @@ public:
         app.footer(
             "Examples:\n"
             "  nrwave generate --set 'carrier[0].dl_ssb.enable=true' -o first --report first\n"
-            "  nrwave generate --recipe examples/full_cell.recipe --set radio_frequency=3.7G -o cell --format cf32\n"
+            "  nrwave generate --recipe examples/full_cell.recipe --set frame_number=2 -o cell --format cf32\n"
             "  nrwave generate --recipe examples/full_cell.recipe --report report\n"
             "  nrwave generate settings.xml --format ci16 --scale 3 --rate 200M --multiple-of 64 -o sdr\n"
             "  nrwave generate settings.xml --format cf32 -o - | wc -c");
