@@ -1,6 +1,7 @@
 #include "host/nrwave_report.h"
 
 #include "host/analysis/nrwave_measurement.h"
+#include "host/nrwave_channels.h"
 #include "host/nrwave_curves.h"
 #include "host/nrwave_digits.h"
 #include "host/nrwave_figures.h"

@@ -1,11 +1,9 @@
 #pragma once
 
-#include "config/cfg_nr_waveform.h"
 #include "host/analysis/nrwave_ccdf.h"
 #include "host/analysis/nrwave_level.h"
 #include "host/analysis/nrwave_signal.h"
 #include "host/analysis/nrwave_spectrum.h"
-#include "phy/lib_nr_phy_record.h"
 
 #include <array>
 #include <cstdint>
@@ -28,7 +26,7 @@ constexpr limit_t k_least_aclr_db = {45.0, "TS 38.104 Release 17, clause 6.6.3.2
 /// The share of the power within the occupied bandwidth, which may be as wide as the channel.
 constexpr limit_t k_occupied_share = {0.99, "TS 38.104 Release 17, clause 6.6.2"};
 
-/// Where an enabled carrier stands in the spectrum, in hertz from the waveform's centre.
+/// Where a carrier stands in the spectrum, in hertz from the waveform's centre.
 struct channel_t
 {
     std::string path;
@@ -36,10 +34,6 @@ struct channel_t
     band_t transmission;  ///< what its numerologies may occupy
     bool is_sent = false; ///< whether anything is sent in it
 };
-
-/// The enabled carriers of a waveform that a run generated; a mirrored spectrum has them on the other side.
-std::vector<channel_t> channels_of(vek::nr_mod_lib::cfg_nr_waveform_t& waveform,
-                                   const vek::nr_mod_lib::lib_nr_phy_record_t& record);
 
 /// How far the power in the channel beside lies below that in the channel, both in the transmission bandwidth.
 struct aclr_t

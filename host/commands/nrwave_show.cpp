@@ -1,5 +1,6 @@
 #include "host/commands/nrwave_commands.h"
 #include "host/commands/nrwave_configuration.h"
+#include "host/nrwave_channels.h"
 #include "host/nrwave_figures.h"
 #include "host/nrwave_generation.h"
 #include "host/nrwave_record.h"
