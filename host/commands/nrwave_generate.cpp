@@ -82,13 +82,12 @@ public:
             ->type_name("DIR");
         CLI::Option* quiet = app.add_flag("--quiet", m_quiet, "Say nothing of what was written");
         app.add_flag("--json", m_json, "Say it as a JSON object")->excludes(quiet);
-        app.footer(
-            "Examples:\n"
-            "  nrwave generate --set 'carrier[0].dl_ssb.enable=true' -o first --report first\n"
-            "  nrwave generate --recipe examples/full_cell.recipe --set frame_number=2 -o cell --format cf32\n"
-            "  nrwave generate --recipe examples/full_cell.recipe --report report\n"
-            "  nrwave generate settings.xml --format ci16 --scale 3 --rate 200M --multiple-of 64 -o sdr\n"
-            "  nrwave generate settings.xml --format cf32 -o - | wc -c");
+        app.footer("Examples:\n"
+                   "  nrwave generate --set 'carrier[0].dl_ssb.enable=true' -o first --report first\n"
+                   "  nrwave generate --recipe examples/full_cell.recipe --set frame_number=2 -o cell --format cf32\n"
+                   "  nrwave generate --recipe examples/full_cell.recipe --report report\n"
+                   "  nrwave generate settings.xml --format ci16 --scale 3 --rate 200M --multiple-of 64 -o sdr\n"
+                   "  nrwave generate settings.xml --format cf32 -o - | wc -c");
     }
 
     void run(trace_t& trace) override

@@ -126,12 +126,12 @@ std::vector<bits_t> uci_of(const cfg_nr_waveform_t& waveform)
     std::vector<bits_t> bits;
     for (const unsigned int slot : pucch.get_allocated_slots()) {
         if (pucch.get_pucch_format() > LIB_NR_UL_PUCCH_FORMAT_1) {
-            const auto uci = nr_test::receive_uci(rows, carrier, pucch, slot, pucch.get_payload().size, 0);
+            const auto uci = nr_test::receive_uci(rows, carrier, pucch, slot, pucch.get_payload().size, 0, false);
             EXPECT_LT(uci.error, 1e-6) << slot;
             bits.push_back(uci.bits);
             continue;
         }
-        const auto received = nr_test::receive_sequence(rows, carrier, pucch, slot);
+        const auto received = nr_test::receive_sequence(rows, carrier, pucch, slot, false);
         EXPECT_LT(received.error, 1e-6) << slot;
         EXPECT_GT(received.next_error, 0.1) << slot;
         if (pucch.get_pucch_format() == LIB_NR_UL_PUCCH_FORMAT_0)
