@@ -1,9 +1,9 @@
 #include "host/nrwave_listing.h"
 
 #include "host/nrwave_failure.h"
-#include "host/nrwave_mending.h"
 #include "host/nrwave_path.h"
 #include "host/nrwave_rows.h"
+#include "host/nrwave_single_steps.h"
 #include "host/nrwave_steps.h"
 #include "host/nrwave_value.h"
 
@@ -156,10 +156,10 @@ private:
             m_steps.push_back(step);
         }
         for (int round = 0; round < k_rounds; ++round) {
-            const std::vector<std::string> mended = mending_steps(m_waveform, copy);
-            if (mended.empty())
+            const std::size_t before = m_steps.size();
+            mend(m_waveform, copy, {}, m_steps);
+            if (m_steps.size() == before)
                 break;
-            m_steps.insert(m_steps.end(), mended.begin(), mended.end());
         }
         const std::vector<std::string> now = all_steps_of(copy);
         const std::set<std::string> held(now.begin(), now.end());

@@ -19,26 +19,30 @@ std::string text_of(const summary_t& summary)
                        "\nRMS     " + decibels(summary.level.rms_dbfs(), "dBFS") + "\nPAPR    " +
                        decibels(summary.level.papr_db(), "dB") + "\nclip    " + std::to_string(summary.clipped) +
                        " samples\n";
-    for (const auto& met : summary.deviations)
-        text += text_of(met) + '\n';
+    if (summary.deviations)
+        for (const auto& met : *summary.deviations)
+            text += text_of(met) + '\n';
     return text;
 }
 
 nlohmann::ordered_json json_of(const summary_t& summary)
 {
-    nlohmann::ordered_json deviations = nlohmann::ordered_json::array();
-    for (const auto& met : summary.deviations)
-        deviations.push_back({{"entry", path_of(met)}, {"name", lib_nr_deviation_row(met.deviation).name}});
-    return {{"files", summary.files},
-            {"format", summary.format.empty() ? nlohmann::ordered_json() : nlohmann::ordered_json(summary.format)},
-            {"rate", summary.rate},
-            {"samples", summary.level.samples()},
-            {"seconds", summary.seconds()},
-            {"peak_dbfs", or_null(summary.level.peak_dbfs())},
-            {"rms_dbfs", or_null(summary.level.rms_dbfs())},
-            {"papr_db", or_null(summary.level.papr_db())},
-            {"clipped", summary.clipped},
-            {"deviations", deviations}};
+    nlohmann::ordered_json json = {
+        {"files", summary.files},
+        {"format", summary.format.empty() ? nlohmann::ordered_json() : nlohmann::ordered_json(summary.format)},
+        {"rate", summary.rate},
+        {"samples", summary.level.samples()},
+        {"seconds", summary.seconds()},
+        {"peak_dbfs", or_null(summary.level.peak_dbfs())},
+        {"rms_dbfs", or_null(summary.level.rms_dbfs())},
+        {"papr_db", or_null(summary.level.papr_db())},
+        {"clipped", summary.clipped}};
+    if (summary.deviations) {
+        nlohmann::ordered_json& deviations = json["deviations"] = nlohmann::ordered_json::array();
+        for (const auto& met : *summary.deviations)
+            deviations.push_back({{"entry", path_of(met)}, {"name", lib_nr_deviation_row(met.deviation).name}});
+    }
+    return json;
 }
 
 nlohmann::ordered_json or_null(const std::optional<double>& level)

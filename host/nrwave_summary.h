@@ -20,7 +20,8 @@ struct summary_t
     std::uint64_t rate = 0; ///< hertz
     level_t level;
     std::uint64_t clipped = 0; ///< samples that the format holds at full scale
-    std::vector<vek::nr_mod_lib::lib_nr_met_deviation_t> deviations = {}; ///< from the standard
+    /// From the standard; none where they are not known, as of a file that is read back.
+    std::optional<std::vector<vek::nr_mod_lib::lib_nr_met_deviation_t>> deviations = {};
 
     double seconds() const
     {

@@ -44,6 +44,8 @@ bool is_silent(const cfg_nr_leaf_t& leaf, void* facade, const cfg_nr_facade_tabl
     const std::string name = leaf.name;
     if (name == "uci_format" && value_of(facade, table, "pucch_format") > "LIB_NR_UL_PUCCH_FORMAT_1")
         return true;
+    if (name == "modulation" && find_row(table.leaves, "test_model") && leaf.on_offer(facade).size() == 1)
+        return true; // a test model that leaves no choice
     return (name != "enable" && value_of(facade, table, "enable") == "false") ||
            (name.rfind("cfr_", 0) == 0 && value_of(facade, table, "crest_factor_reduction_enable") == "false");
 }
