@@ -65,7 +65,15 @@ int main(int argc, char** argv)
                   << " (try --help)" << std::endl;
         return 1;
     }
-    CLI11_PARSE(app, argc, argv);
+    try {
+        app.parse(argc, argv);
+    } catch (const CLI::ParseError& error) { // or a help that was asked for
+        const int status = app.exit(error);
+        if (std::cout.flush())
+            return status;
+        std::cerr << "nrwave: cannot write to standard output" << std::endl;
+        return 1;
+    }
 
     trace_t trace(verbose);
     for (const auto& command : commands)

@@ -108,12 +108,28 @@ words_t values_of(const std::string& path)
     }
 }
 
+/// The lists that an entry may be added to, and the ways down to further ones.
+words_t lists_from(const std::string& begun)
+{
+    words_t paths;
+    for (const std::string& path : paths_from(begun, "="))
+        if (const std::size_t index = path.rfind('['); path.ends_with("].")) {
+            paths.push_back(path.substr(0, index));
+            paths.push_back(path);
+        }
+        else if (path.ends_with('.'))
+            paths.push_back(path);
+    return paths;
+}
+
 words_t steps_from(const std::string& begun)
 {
     if (const std::size_t equals = begun.find('='); equals != std::string::npos)
         return with_front(begun.substr(0, equals + 1), values_of(begun.substr(0, equals)));
     if (const std::size_t blank = begun.find(' '); blank != std::string::npos)
-        return with_front(begun.substr(0, blank + 1), paths_from(begun.substr(blank + 1), ""));
+        return with_front(begun.substr(0, blank + 1), begun.starts_with("add ")
+                                                          ? lists_from(begun.substr(blank + 1))
+                                                          : paths_from(begun.substr(blank + 1), ""));
     words_t steps = paths_from(begun, "=");
     for (const char* verb : {"add ", "copy ", "remove ", "apply ", "load ", "include "})
         steps.emplace_back(verb);

@@ -73,7 +73,7 @@ TEST_F(nrwave_program, fails_with_one_line_and_leaves_nothing_behind)
     fs::create_symlink("loop", m_folder / "loop");
     const std::set<std::string> before = files();
 
-    const std::array<std::pair<const char*, const char*>, 77> rows = {{
+    const std::array<std::pair<const char*, const char*>, 78> rows = {{
         {"generate --set nothing=1 -o x", "unknown path nothing"},
         {"generate --set carrier[0].nothing=1 -o x", "unknown path carrier[0].nothing"},
         {"generate --set carrier[1].enable=1 -o x", "index past the end"},
@@ -114,6 +114,7 @@ TEST_F(nrwave_program, fails_with_one_line_and_leaves_nothing_behind)
         {"save -o loop", "cannot write loop"},
         {"save --recipe good.recipe -o good.recipe", "cannot write good.recipe: it is one of the inputs"},
         {"save -o /dev/full", "cannot write /dev/full"},
+        {"generate --help >/dev/full", "cannot write to standard output"},
         {"generate -o new/x --report bad.recipe/r", "bad.recipe/r"},
         {"genrate -o x", "unknown command genrate; nearest generate"},
         {"generate --format cf23 -o x", "unknown format cf23; nearest cf32, cf64, ci16"},
@@ -618,6 +619,8 @@ TEST_F(nrwave_program, completes_command_lines_in_bash)
     EXPECT_EQ(replies("'nrwave generate --set \"carrier[0].dl_ssb.enable=f'"), "carrier[0].dl_ssb.enable=false\n");
     EXPECT_EQ(replies("'nrwave generate --format c'"), "cf32\ncf64\nci16\ncsv\n");
     EXPECT_EQ(replies("'nrwave map --preset LIB_NR_FR2_TM2'"), "LIB_NR_FR2_TM2\nLIB_NR_FR2_TM2a\n");
+    EXPECT_EQ(replies("'nrwave get --set \"add carrier[0].dl_c'"),
+              "add carrier[0].dl_csirs\nadd carrier[0].dl_csirs[0].\n");
     EXPECT_EQ(replies("'nrwave map --recipe '"), "\n");
 }
 
