@@ -12,7 +12,7 @@ namespace vek::nr_mod_lib
 
 /// Generates a PDSCH of one layer, TS 38.211 clauses 7.3.1, 7.4.1.1 and 7.4.1.2. Its code word goes straight to the
 /// carrier's one grid, whatever the antenna port. The view marks whole resource blocks; data, DMRS and PTRS leave out
-/// the cells that SS/PBCH blocks and CSI-RS hold there.
+/// the cells that SS/PBCH blocks and CSI-RS hold there, under `standard_rules` all of an RB that a block touches.
 class NR_MOD_LIB_EXPORT lib_nr_dl_phy_pdsch_process_t : public lib_nr_phy_sch_process_t
 {
 public:
