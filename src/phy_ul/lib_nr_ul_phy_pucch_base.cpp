@@ -17,6 +17,8 @@ namespace
 {
 
 constexpr unsigned int k_shifts = 12;
+// A host may cast a number between the enumerators: it is sent as the enumerator below.
+constexpr unsigned int k_length_without_sequences = 3;
 
 } // namespace
 
@@ -24,6 +26,11 @@ void lib_nr_ul_phy_pucch_base_t::_set_pucch(const lib_nr_carrier_configure_manag
 {
     m_carrier = &carrier;
     m_pucch = &carrier.get_ul_pucch(pucch_index);
+    if (m_pucch->get_occ_length() != k_length_without_sequences)
+        return;
+    m_pucch_of_known_length = std::make_shared<lib_nr_ul_pucch_configure_manager_t>(*m_pucch);
+    m_pucch_of_known_length->set_occ_length(LIB_NR_UL_PUCCH_OCC_LENGTH_2);
+    m_pucch = m_pucch_of_known_length.get();
 }
 
 const lib_nr_ul_bwp_configure_manager_t& lib_nr_ul_phy_pucch_base_t::_bwp() const

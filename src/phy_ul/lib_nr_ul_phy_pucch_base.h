@@ -7,6 +7,7 @@
 #include <array>
 #include <complex>
 #include <cstdint>
+#include <memory>
 #include <vector>
 
 namespace vek::nr_mod_lib
@@ -133,6 +134,8 @@ private:
     bool _mark(const std::vector<unsigned int>& slots, unsigned int first_row, unsigned int row_count,
                bool is_second_hop, const char* conflict_line, lib_nr_channel_resource_manager_t& grid) const;
     bool _mark_interlaced(const std::vector<unsigned int>& slots, lib_nr_channel_resource_manager_t& grid) const;
+
+    std::shared_ptr<lib_nr_ul_pucch_configure_manager_t> m_pucch_of_known_length;
 };
 
 } // namespace vek::nr_mod_lib

@@ -83,4 +83,28 @@ TEST(nrwave_saved, a_recipe_gives_the_same_samples_from_its_file_or_save_tells_w
     EXPECT_GE(compared, recipes * 3 / 4);
 }
 
+// A number that a host has cast into an enumeration, as the one between two lengths of orthogonal sequences.
+TEST(nrwave_saved, a_value_without_a_name_is_sent_as_a_known_one_and_not_saved)
+{
+    const nr_test::captured_output_t silence;
+    const auto of_length = [](cfg_nr_waveform_t& waveform, int length) {
+        nr_test::take(waveform, {"carrier[0].carrier_type=LIB_NR_UPLINK",
+                                 "carrier[0].ul_pucch[0].pucch_format=FORMAT_4", "carrier[0].ul_pucch[0].enable=true"});
+        waveform.get_carrier(0)->get_ul_pucch(0)->set_occ_length(static_cast<lib_nr_ul_pucch_occ_length_t>(length));
+        lib_nr_phy_t engine;
+        engine.waveform_config(waveform.get_waveform_manager());
+        EXPECT_TRUE(engine.nr_phy_process());
+        return engine.get_baseband_signal_data();
+    };
+    cfg_nr_waveform_t between;
+    cfg_nr_waveform_t known;
+    EXPECT_EQ(of_length(between, 3), of_length(known, 2));
+    try {
+        nrwave::saved_settings(between);
+        ADD_FAILURE() << "saved";
+    } catch (const std::out_of_range& failure) {
+        EXPECT_STREQ(failure.what(), "map::at");
+    }
+}
+
 } // namespace

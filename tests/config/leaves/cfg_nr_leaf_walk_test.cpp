@@ -245,6 +245,14 @@ const std::vector<fall_t> k_falls = {
       "numerology=LIB_NR_SCS_30K"},
      "carrier[0].dl_prs[0].slot_offset",
      "7"},
+    {{"channel_bandwidth=LIB_NR_CHANNEL_FR2_2_800M", "channel_bandwidth=LIB_NR_CHANNEL_FR2_1_50M",
+      "dl_ssb.active_idx=3,1,5"},
+     "carrier[0].dl_ssb.active_idx",
+     "3,1"},
+    {{k_uplink, "ul_pusch[0].interlace_index=0:4", "ul_pusch[0].unused_rb=249",
+      "channel_bandwidth=LIB_NR_CHANNEL_FR2_2_800M"},
+     "carrier[0].ul_pusch[0].interlace_index",
+     "0"},
 };
 
 /// NR_TEST_WALKS asks for another number of walks.
