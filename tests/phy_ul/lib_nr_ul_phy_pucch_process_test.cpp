@@ -361,18 +361,13 @@ TEST(lib_nr_ul_phy_pucch_process, what_does_not_fit_is_refused_and_the_frame_sta
 
 TEST(lib_nr_ul_phy_pucch_process, stale_settings_throw_and_leave_the_engine_usable)
 {
-    const std::string interlaced = at_15_khz + "use_interlace_pucch=true ";
     const std::string lost_rb_set = second_rb_set + "remove~carrier[0].numerology[0].ul_guard_band.guard_band[0] "
                                                     "confirm~carrier[0].numerology[0].ul_guard_band";
     const std::string lost_occ =
         "pucch_format=LIB_NR_UL_PUCCH_FORMAT_1 first_symbol=0 symbol_num=14 occ_index=6 symbol_num=6";
-    const texts_t rows = {lost_rb_set, extended_uplink + f2, lost_occ, f4, interlaced + f2, interlaced + f3};
-    for (std::size_t i = 0; i < rows.size(); ++i) {
-        SCOPED_TRACE(rows[i]);
-        nr_test::waveform_of_t waveform(uplink(rows[i]));
-        if (i >= 3)
-            waveform.get_carrier(0)->get_ul_pucch(0)->set_occ_length(static_cast<lib_nr_ul_pucch_occ_length_t>(3));
-        run_t run(waveform);
+    for (const std::string& row : {lost_rb_set, extended_uplink + f2, lost_occ}) {
+        SCOPED_TRACE(row);
+        run_t run(nr_test::waveform_of_t(uplink(row)));
         EXPECT_TRUE(run.threw && run.engine.get_baseband_signal_data().empty());
         const auto& failed = run.engine.get_first_failed_step();
         EXPECT_TRUE(failed && failed->channel == "PUCCH" && failed->entry == 0u);
