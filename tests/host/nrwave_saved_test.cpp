@@ -1,5 +1,6 @@
 #include "config/cfg_nr_waveform.h"
 #include "host/nrwave_saved.h"
+#include "host/nrwave_steps.h"
 #include "phy/lib_nr_phy.h"
 #include "support/captured_output.h"
 #include "support/leaf_walk.h"
@@ -7,6 +8,7 @@
 
 #include <complex>
 #include <cstdlib>
+#include <filesystem>
 #include <gtest/gtest.h>
 #include <optional>
 #include <stdexcept>
@@ -81,6 +83,30 @@ TEST(nrwave_saved, a_recipe_gives_the_same_samples_from_its_file_or_save_tells_w
         ++compared;
     }
     EXPECT_GE(compared, recipes * 3 / 4);
+}
+
+// Files that the tool has written from the examples' recipes.
+TEST(nrwave_saved, a_file_kept_since_loads_to_what_its_recipe_sends)
+{
+    const nr_test::captured_output_t silence;
+    const std::filesystem::path source = NR_MOD_LIB_SOURCE_DIR;
+    unsigned int files = 0;
+    for (const auto& file : std::filesystem::directory_iterator(source / "tests/host/files")) {
+        const auto samples_after = [](auto take) {
+            cfg_nr_waveform_t waveform;
+            nrwave::stepper_t stepper(waveform, [](const std::string& line) { ADD_FAILURE() << line; });
+            take(stepper);
+            lib_nr_phy_t engine;
+            engine.waveform_config(waveform.get_waveform_manager());
+            EXPECT_TRUE(engine.nr_phy_process());
+            return engine.get_baseband_signal_data();
+        };
+        const std::string recipe = (source / "examples" / file.path().stem()).string() + ".recipe";
+        const samples_t kept = samples_after([&](nrwave::stepper_t& stepper) { stepper.load(file.path().string()); });
+        EXPECT_TRUE(kept == samples_after([&](nrwave::stepper_t& stepper) { stepper.apply_recipe(recipe); })) << recipe;
+        ++files;
+    }
+    EXPECT_GE(files, 10U);
 }
 
 // A number that a host has cast into an enumeration, as the one between two lengths of orthogonal sequences.
