@@ -58,12 +58,13 @@ void expect_soon_done(const std::string& text, const std::string& name)
 TEST(settings_fuzz, ends_soon_with_every_file_of_the_corpus_and_with_damaged_ones)
 {
     std::vector<std::string> corpus;
-    for (const auto& file : std::filesystem::directory_iterator(NR_MOD_LIB_SOURCE_DIR "/tests/fuzz/corpus")) {
-        std::ifstream stream(file.path(), std::ios::binary);
-        corpus.emplace_back(std::istreambuf_iterator<char>(stream), std::istreambuf_iterator<char>());
-        expect_soon_done(corpus.back(), file.path().string());
-    }
-    ASSERT_GE(corpus.size(), 5U);
+    for (const char* folder : {"/tests/fuzz/corpus", "/tests/host/files"})
+        for (const auto& file : std::filesystem::directory_iterator(NR_MOD_LIB_SOURCE_DIR + std::string(folder))) {
+            std::ifstream stream(file.path(), std::ios::binary);
+            corpus.emplace_back(std::istreambuf_iterator<char>(stream), std::istreambuf_iterator<char>());
+            expect_soon_done(corpus.back(), file.path().string());
+        }
+    ASSERT_GE(corpus.size(), 14U);
     const char* asked = std::getenv("NR_TEST_MUTATIONS");
     std::mt19937 random(1);
     for (int i = asked ? std::atoi(asked) : 1000; i > 0; --i)
