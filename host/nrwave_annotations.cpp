@@ -32,11 +32,12 @@ double start_of(unsigned int slot, unsigned int symbol, bool is_extended, unsign
 {
     constexpr double k_unit_s = 1.0 / 30.72e6;
     const unsigned int symbols = is_extended ? 12 : 14;
+    const unsigned int subframe = slot / slots_in_subframe;
     const unsigned int in_subframe = slot % slots_in_subframe * symbols + symbol;
     const double length = (is_extended ? 2560.0 : 2192.0) / slots_in_subframe;
     const double longer =
         is_extended ? 0.0 : 16.0 * ((in_subframe > 0 ? 1 : 0) + (in_subframe > 7 * slots_in_subframe ? 1 : 0));
-    return slot / slots_in_subframe * k_subframe_s + (in_subframe * length + longer) * k_unit_s;
+    return subframe * k_subframe_s + (in_subframe * length + longer) * k_unit_s;
 }
 
 /// One for each run of slots.

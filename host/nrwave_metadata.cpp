@@ -3,7 +3,9 @@
 #include "host/nrwave_failure.h"
 #include "host/nrwave_value.h"
 
+#include <algorithm>
 #include <array>
+#include <cmath>
 #include <nlohmann/json.hpp>
 #include <utility>
 
@@ -65,7 +67,7 @@ std::optional<std::uint64_t> whole_rate(const json_t& global, const std::string&
         return std::nullopt;
     if (!(*rate >= 0.0 && *rate < 1e18))
         throw failure_t(shortened(file) + ": core:sample_rate is no rate");
-    return static_cast<std::uint64_t>(*rate + 0.5);
+    return static_cast<std::uint64_t>(std::llround(*rate));
 }
 
 } // namespace
