@@ -8,7 +8,6 @@
 #include <cstring>
 #include <map>
 #include <nlohmann/json.hpp>
-#include <regex>
 #include <vector>
 
 namespace
@@ -525,9 +524,12 @@ TEST_F(nrwave_program, tells_what_it_has_written_and_leaves_standard_output_to_t
         EXPECT_TRUE(std::isnan(figure_of(run("generate --json -o x").out, key))) << key;
 
     const std::string lines = run("generate " + k_small + "-o x").out;
-    EXPECT_EQ(std::regex_replace(lines, std::regex("  [^\n]*\n"), " "),
-              "files rate length peak RMS PAPR clip carrier[0].dl_ssb: mib_flags, not as TS 38.331 clause 6.2.2 "
-              "(standard_rules=true)\n")
+    std::string words;
+    std::istringstream rows(lines);
+    for (std::string row; std::getline(rows, row);)
+        words += row.substr(0, row.find("  ")) + (row.find("  ") == std::string::npos ? '\n' : ' ');
+    EXPECT_EQ(words, "files rate length peak RMS PAPR clip carrier[0].dl_ssb: mib_flags, not as TS 38.331 clause 6.2.2 "
+                     "(standard_rules=true)\n")
         << lines;
     EXPECT_NE(
         lines.find("x.sigmf-data, x.sigmf-meta\nrate    15360000 Hz\nlength  153600 samples, 0.01 s\npeak    0.00 "),
@@ -550,7 +552,7 @@ TEST_F(nrwave_program, lists_by_any_part_of_a_path_and_by_words)
     std::string expected;
     std::istringstream all(run("list").out);
     for (std::string line; std::getline(all, line);)
-        if (std::regex_search(line, std::regex("ptrs", std::regex::icase)))
+        if (line.find("ptrs") != std::string::npos || line.find("PTRS") != std::string::npos)
             expected += line + '\n';
     EXPECT_GT(lines_of(expected), 10u);
     EXPECT_EQ(run("list --find PTRS").out, expected);
