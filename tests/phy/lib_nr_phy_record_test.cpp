@@ -1,4 +1,5 @@
 #include "phy/lib_nr_phy.h"
+#include "receiver/ofdm_receiver.h"
 #include "support/captured_output.h"
 #include "support/engine_peer.h"
 #include "support/settings.h"
@@ -25,16 +26,18 @@ const std::string k_uplink = ".carrier_type=LIB_NR_UPLINK";
 /// and slots that the payload maps hold.
 struct recorded_t
 {
-    explicit recorded_t(const steps_t& steps, unsigned int subframes = 10)
+    explicit recorded_t(const steps_t& steps, unsigned int subframes = 10, unsigned int carrier = 0)
     {
-        steps_t whole;
+        steps_t whole(carrier, "add carrier");
         for (const std::string& step : steps)
-            whole.push_back(step.front() == '.' ? "carrier[0]" + step : step);
+            whole.push_back(step.front() == '.' ? "carrier[" + std::to_string(carrier) + ']' + step : step);
         const nr_test::waveform_of_t waveform(whole);
         const nr_test::captured_output_t silence;
         lib_nr_phy_t engine;
-        nr_test::engine_peer_t::after_channel_steps(engine, [&](unsigned int, unsigned int, unsigned int frame) {
+        nr_test::engine_peer_t::after_channel_steps(engine, [&](unsigned int of, unsigned int, unsigned int frame) {
             const auto& rows = lib_nr_channel_resource_manager_t::get_inst().get_payload_mapping();
+            if (of == carrier && frame == 0)
+                first_frame = rows;
             const auto slots = static_cast<std::uint32_t>(rows.size() / 14);
             for (std::size_t symbol = 0; symbol < rows.size(); ++symbol)
                 for (const std::complex<double>& cell : rows[symbol])
@@ -53,6 +56,7 @@ struct recorded_t
     bool succeeded = false;
     lib_nr_phy_record_t record;
     std::uint64_t payload_cells = 0;
+    nr_test::rows_t first_frame; ///< of the carrier that the steps are for
     std::set<std::uint32_t> payload_slots;
 };
 
@@ -220,6 +224,9 @@ TEST(lib_nr_phy_record, names_the_deviations_that_a_run_met)
             for (const lib_nr_met_deviation_t& one : run.record.deviations)
                 met.push_back(one.deviation);
             EXPECT_EQ(met, rules == "standard_rules=true" ? std::vector<d>() : deviations);
+            // The same as the second carrier, and with frames behind it.
+            all.push_back("frame_number=3");
+            EXPECT_EQ(recorded_t(all, 10, 1).first_frame, run.first_frame);
         }
 }
 
