@@ -178,7 +178,7 @@ std::string stepper_t::_section_of(const std::string& line) const
 {
     if (line.back() != ']')
         throw failure_t("no ] ends " + shortened(line));
-    const std::string path = trimmed(line.substr(1, line.size() - 2));
+    std::string path = trimmed(line.substr(1, line.size() - 2));
     if (!is_facade(resolve(m_waveform, path, reading_t::list_first)))
         throw failure_t(shortened(path) + " heads no section: it is a setting or a whole list");
     return path;
