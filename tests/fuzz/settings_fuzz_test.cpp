@@ -14,7 +14,11 @@
 namespace
 {
 
+#ifdef __SANITIZE_ADDRESS__
+constexpr double k_most_seconds = 20.0;
+#else
 constexpr double k_most_seconds = 2.0;
+#endif
 
 /// Damages a file as an editor, a disk or a villain would: bytes, numbers, names, blocks that go or come twice.
 std::string mutated(std::string text, std::mt19937& random)
