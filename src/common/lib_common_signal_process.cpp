@@ -34,7 +34,7 @@ double fraction_of_turns(double count, double turns)
     return (product - std::round(product)) + lost;
 }
 
-NR_MOD_LIB_TARGET_CLONES
+NR_MOD_LIB_PRODUCT_CLONES
 void rotate(std::complex<double>* samples, std::size_t count, std::complex<double> anchor, const rotor_table_t& table)
 {
     for (std::size_t k = 0; k < count; ++k)

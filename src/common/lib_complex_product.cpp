@@ -5,7 +5,7 @@
 namespace vek::common_lib
 {
 
-NR_MOD_LIB_TARGET_CLONES
+NR_MOD_LIB_PRODUCT_CLONES
 void multiply(const std::complex<double>* source, std::size_t count, const std::complex<double>& factor,
               std::complex<double>* target)
 {
@@ -14,7 +14,7 @@ void multiply(const std::complex<double>* source, std::size_t count, const std::
         target[i] = product(source[i], kept);
 }
 
-NR_MOD_LIB_TARGET_CLONES
+NR_MOD_LIB_PRODUCT_CLONES
 void multiply_each(std::complex<double>* values, std::size_t count, const std::complex<double>* factors)
 {
     for (std::size_t i = 0; i < count; ++i)
