@@ -7,6 +7,7 @@
 #include "common/nr_mod_lib_export.h"
 #include "manager/lib_nr_waveform_configure_manager.h"
 #include "phy/lib_nr_circular_addition.h"
+#include "phy/lib_nr_phy_observer.h"
 #include "phy/lib_nr_phy_record.h"
 #include "phy/lib_nr_phy_recorder.h"
 #include "phy_common/lib_nr_new_prach_ofdm_modulator.h"
@@ -83,6 +84,8 @@ public:
     /// Whether each SRS that a run sends leaves the library's one trace file, "../srs_result.csv", as
     /// `lib_nr_ul_phy_srs_process_t` tells; it does until a host says otherwise.
     void set_trace_file_enable(bool enable) { m_has_trace_file = enable; }
+    /// Whom runs tell how each slot is made, null for nobody, as it is by default; it must outlive the runs.
+    void set_observer(lib_nr_phy_observer_t* observer) { m_observer = observer; }
 
     /// The first channel step that failed or threw in the last run or view; nothing where none did. `channel` is empty
     /// where a frame's modulation threw or was refused. Reset when the next run or view starts.
@@ -165,6 +168,10 @@ private:
     bool _deal_prach_payload_mapping(unsigned int carrier, unsigned int numerology, unsigned int frame,
                                      unsigned int burst);
     bool _fill_prach_frame_data(unsigned int carrier, unsigned int numerology, unsigned int frame, signal_t& buffer);
+    void _tell_burst(unsigned int carrier, unsigned int frame, unsigned int burst,
+                     lib_nr_explanation_t& explanation) const;
+    std::uint64_t _get_burst_start(const lib_nr_carrier_configure_manager_t& carrier, unsigned int frame,
+                                   std::int64_t shift) const;
     bool _is_burst_within_waveform(unsigned int frame, unsigned int burst) const;
     void _note_prach_pass(unsigned int carrier, unsigned int numerology);
     std::int64_t _get_prach_shift(const lib_nr_ul_prach_configure_manager_t& prach) const;
@@ -190,6 +197,7 @@ private:
 
     lib_nr_waveform_configure_manager_t m_waveform;
     bool m_has_trace_file = true;
+    lib_nr_phy_observer_t* m_observer = nullptr;
     lib_nr_dl_phy_ssb_process_t m_ssb_process;
     lib_nr_dl_phy_csirs_process_t m_csirs_process;
     lib_nr_dl_phy_prs_process_t m_prs_process;

@@ -5,6 +5,7 @@
 
 #include <algorithm>
 #include <array>
+#include <cstdint>
 #include <iostream>
 #include <limits>
 #include <map>
@@ -187,12 +188,14 @@ private:
 
     /// What came of marking is seen in the grid.
     template <class process_t, class call_t>
-    bool _call(unsigned int entry, std::optional<unsigned int> slot, const process_t& process, call_t call)
+    bool _call(unsigned int entry, std::optional<unsigned int> slot, process_t& process, call_t call)
     {
         const unsigned int place = m_channel == k_ssb ? 0 : entry;
         grid().set_entry_at_work(place);
         const std::size_t marks = grid().get_mark_number();
-        const bool succeeded = m_engine._call(entry, slot, m_mode, call);
+        const bool explains = m_engine.m_observer && m_mode == k_encode && (!slot || has_occasion(process, *slot));
+        const auto run = [&] { return m_engine._call(entry, slot, m_mode, call); };
+        const bool succeeded = explains ? _explained(place, slot, process, run) : run();
         if (grid().get_mark_number() != marks)
             m_engine.m_recorder.note_marks(_entry(place));
         m_engine.m_recorder.note_met(_entry(place), process.get_rules());
@@ -208,6 +211,48 @@ private:
         if (m_mode == k_encode && !has_dmrs(process))
             m_engine.m_recorder.note_missing_dmrs(_entry(entry));
         return succeeded;
+    }
+
+    // What the observer is told
+
+    /// A call with an explanation to be filled in.
+    template <class process_t, class call_t>
+    bool _explained(unsigned int entry, std::optional<unsigned int> slot, process_t& process, call_t call)
+    {
+        lib_nr_explanation_t explanation;
+        static_cast<lib_nr_channel_entry_t&>(explanation) = _entry(entry);
+        explanation.frame = m_frame;
+        explanation.slot = slot.value_or(0);
+        bool succeeded = false;
+        {
+            const explaining_t explaining(process, &explanation);
+            succeeded = call();
+        }
+        explanation.silence = succeeded ? _silence_of(explanation) : LIB_NR_SILENCE_FAILED;
+        m_engine.m_observer->note(explanation);
+        return succeeded;
+    }
+
+    /// Of a slot that a process was run for. One that has cells in the grid tells the first of them.
+    lib_nr_silence_t _silence_of(const lib_nr_explanation_t& explanation) const
+    {
+        const bool has_rbs = !explanation.rbs.empty();
+        const bool is_inside = std::any_of(explanation.rbs.begin(), explanation.rbs.end(), [](std::int32_t rb) {
+            return rb >= 0 &&
+                   static_cast<unsigned int>(rb) * k_subcarriers_per_rb < grid().get_mapped_subcarrier_number();
+        });
+        if (!m_engine._is_within_waveform(m_frame, static_cast<double>(explanation.slot) / m_slots_per_frame))
+            return LIB_NR_SILENCE_SLOT;
+        if (!explanation.cells.empty())
+            return LIB_NR_SILENCE_NONE;
+        if (m_channel == k_ssb && !has_rbs)
+            return LIB_NR_SILENCE_SLOT;
+        if ((m_channel == "PDSCH" || m_channel == "PUSCH" || m_channel == "PUCCH") && !has_rbs)
+            return LIB_NR_SILENCE_RB;
+        if ((m_channel == "PDSCH" && is_inside) || (m_channel == "PRS" && !has_rbs))
+            return LIB_NR_SILENCE_TAKEN;
+        const bool has_port = !explanation.figures.empty() && !(m_channel == "PUSCH" && is_inside);
+        return has_port ? LIB_NR_SILENCE_GRID : LIB_NR_SILENCE_PORT;
     }
 
     // The record
@@ -472,12 +517,26 @@ private:
                                                                      !pucch.get_allocated_slots().empty())
                 m_engine.m_recorder.note_call(_entry(i));
         const failed_entry_note_t note(process, *m_engine.m_step);
+        std::vector<lib_nr_explanation_t> explanations;
+        process.set_explanations(m_engine.m_observer && m_mode == k_encode ? &explanations : nullptr);
         const bool succeeded =
             m_mode == k_view ? process.deal_ul_pucch_resource_mapping(m_engine.m_waveform, m_carrier, m_numerology)
                              : process.deal_ul_pucch_link_process(m_engine.m_waveform, m_carrier, m_numerology);
+        _tell_pucchs(explanations);
         for (unsigned int i = 0; i < process.get_rules_of_entries().size(); ++i)
             m_engine.m_recorder.note_met(_entry(i), process.get_rules_of_entries()[i]);
         return succeeded;
+    }
+
+    /// Cells outside the grid are a failure of the run, so that a slot that is left out has no resource blocks.
+    void _tell_pucchs(std::vector<lib_nr_explanation_t>& explanations) const
+    {
+        for (lib_nr_explanation_t& explanation : explanations) {
+            static_cast<lib_nr_channel_entry_t&>(explanation) = _entry(explanation.entry);
+            explanation.frame = m_frame;
+            explanation.silence = _silence_of(explanation);
+            m_engine.m_observer->note(explanation);
+        }
     }
 
     bool _pusch()

@@ -138,6 +138,8 @@ bool lib_nr_phy_t::_fill_prach_frame_data(unsigned int carrier, unsigned int num
     _note_prach_pass(carrier, numerology);
     unsigned int sent = 0;
     for (; sent < bursts; ++sent) {
+        lib_nr_explanation_t explanation;
+        const explaining_t explaining(m_prach_process, m_observer ? &explanation : nullptr);
         _update_prach_ofdm_config(configuration, numerology);
         if (!_deal_prach_payload_mapping(carrier, numerology, frame, sent)) {
             std::cout << "lib_nr_dl_phy_t::_deal_prach_payload_mapping Report Error!\n" << std::endl;
@@ -147,6 +149,8 @@ bool lib_nr_phy_t::_fill_prach_frame_data(unsigned int carrier, unsigned int num
         m_prach_ofdm_modulator.add_frame(prach_grid().get_prach_payload_mapping(),
                                          _get_prach_shift(configuration.get_ul_prach(sent)), frame_points,
                                          buffer.data() + begin, buffer.size() - begin);
+        if (m_observer)
+            _tell_burst(carrier, frame, sent, explanation);
         std::vector<std::uint32_t> frames;
         if (_is_burst_within_waveform(frame, sent))
             frames.push_back(frame);
@@ -159,6 +163,46 @@ bool lib_nr_phy_t::_fill_prach_frame_data(unsigned int carrier, unsigned int num
     for (unsigned int stopped = sent + 1; stopped < bursts; ++stopped)
         m_recorder.note_stop({k_prach, carrier, stopped}, sent);
     return sent == bursts;
+}
+
+/// Slot and symbols are those of uplink BWP 0.
+void lib_nr_phy_t::_tell_burst(unsigned int carrier, unsigned int frame, unsigned int burst,
+                               lib_nr_explanation_t& explanation) const
+{
+    const lib_nr_carrier_configure_manager_t& configuration = m_waveform.get_carrier(carrier);
+    static_cast<lib_nr_channel_entry_t&>(explanation) = {k_prach, carrier, burst};
+    explanation.frame = frame;
+    explanation.burst->start_sample =
+        _get_burst_start(configuration, frame, _get_prach_shift(configuration.get_ul_prach(burst)));
+    explanation.silence = !_is_burst_within_waveform(frame, burst)       ? LIB_NR_SILENCE_SLOT
+                          : prach_grid().get_written_cells().inside != 0 ? LIB_NR_SILENCE_NONE
+                                                                         : LIB_NR_SILENCE_GRID;
+    constexpr double k_part_of_symbol = 0.1; // prefixes differ by less
+    const lib_nr_ul_bwp_configure_manager_t& bwp = configuration.get_ul_bwp(0);
+    const unsigned int symbols =
+        lib_nr_phy_common_t::get_symbol_number_in_slot(bwp.get_numerology(), bwp.get_cp_type());
+    const double symbols_per_ms = symbols * lib_nr_phy_common_t::get_slot_in_frame(bwp.get_numerology()) / k_frame_ms;
+    const lib_nr_prach_resource_mapping_t& view = prach_grid().get_resource_mapping();
+    const double begin = view.start_times_ms.at(burst);
+    const double end = view.end_times_ms.at(burst) + (view.end_times_ms.at(burst) < begin ? k_frame_ms : 0.0);
+    const auto first = static_cast<unsigned int>(begin * symbols_per_ms + k_part_of_symbol);
+    explanation.slot = first / symbols;
+    for (unsigned int l = first; l / symbols == explanation.slot && l + k_part_of_symbol < end * symbols_per_ms; ++l)
+        explanation.symbols.push_back(l % symbols);
+    m_observer->note(explanation);
+}
+
+/// The sample of the waveform that a burst begins with.
+std::uint64_t lib_nr_phy_t::_get_burst_start(const lib_nr_carrier_configure_manager_t& carrier, unsigned int frame,
+                                             std::int64_t shift) const
+{
+    const auto points = static_cast<std::int64_t>(_get_sample_points());
+    const std::uint64_t frame_points = m_waveform.get_frame_sample_points();
+    const auto in_waveform =
+        static_cast<std::int64_t>(frame * frame_points + m_prach_ofdm_modulator.get_first_sample(shift, frame_points));
+    const std::int64_t delay = samples_of(m_waveform.get_waveform_sample_rate_hz(), carrier.get_timing_offset_s());
+    const std::int64_t start = (in_waveform + delay) % points;
+    return static_cast<std::uint64_t>(start < 0 ? start + points : start);
 }
 
 /// By the view, which has the bursts ahead of one that is sent. A burst that passes its frame's end comes back at its

@@ -142,6 +142,14 @@ bool lib_nr_new_prach_ofdm_modulator_t::deal_frame_ofdm_modulation(const grid_t&
     return add_frame(grid, 0, main.size(), main.data(), main.size());
 }
 
+std::size_t lib_nr_new_prach_ofdm_modulator_t::get_first_sample(std::int64_t shift, std::size_t length) const
+{
+    const double position = std::floor(m_start_position * m_info.sample_rate_hz / k_reference_rate_hz);
+    const std::int64_t turned = (static_cast<std::int64_t>(position) + shift % static_cast<std::int64_t>(length)) %
+                                static_cast<std::int64_t>(length);
+    return static_cast<std::size_t>(turned) + (turned < 0 ? length : 0);
+}
+
 bool lib_nr_new_prach_ofdm_modulator_t::add_frame(const grid_t& grid, std::int64_t shift, std::size_t length,
                                                   std::complex<double>* frame, std::size_t available) const
 {
@@ -154,10 +162,7 @@ bool lib_nr_new_prach_ofdm_modulator_t::add_frame(const grid_t& grid, std::int64
     if (length == 0 || useful == 0)
         return true;
 
-    const double position = std::floor(m_start_position * m_info.sample_rate_hz / k_reference_rate_hz);
-    const std::int64_t turned = (static_cast<std::int64_t>(position) + shift % static_cast<std::int64_t>(length)) %
-                                static_cast<std::int64_t>(length);
-    const std::size_t begin = static_cast<std::size_t>(turned) + (turned < 0 ? length : 0);
+    const std::size_t begin = get_first_sample(shift, length);
 
     // The rows behind the first, up to a frame of them; those without a preamble take their time alone.
     std::size_t since = 0;

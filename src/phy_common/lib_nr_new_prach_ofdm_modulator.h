@@ -83,6 +83,9 @@ public:
     bool add_frame(const grid_t& grid, std::int64_t shift, std::size_t frame_length, std::complex<double>* frame,
                    std::size_t available) const;
 
+    /// The sample of such a frame that the burst's prefix begins with; `frame_length` is not 0.
+    std::size_t get_first_sample(std::int64_t shift, std::size_t frame_length) const;
+
     /// The least power of two, not below 4, that holds the carrier's subcarriers.
     unsigned int get_protocol_defined_fft_length() const;
     /// The same times the oversampling ratio.

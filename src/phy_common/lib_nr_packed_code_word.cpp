@@ -132,12 +132,16 @@ void lib_nr_packed_code_word_t::encode(std::vector<std::uint64_t>& payload, std:
 
     lib_nr_ldpc_code_block_segmentation_t segmentation;
     segmentation.set_base_graph_type(settings.base_graph);
-    const lib_nr_ldpc_segments_t segments = segmentation.get_segments(payload_bits + crc_length);
-    const std::vector<std::uint32_t> lengths = lib_nr_ldpc_rate_match_t::get_output_lengths(
-        settings.g, settings.q_m, settings.layers, static_cast<unsigned int>(segments.count));
+    m_segments = segmentation.get_segments(payload_bits + crc_length);
+    m_lengths = lib_nr_ldpc_rate_match_t::get_output_lengths(settings.g, settings.q_m, settings.layers,
+                                                             static_cast<unsigned int>(m_segments.count));
+    m_start_index = lib_nr_ldpc_rate_match_t::get_start_index(
+        settings.base_graph, m_segments.lifting_size,
+        lib_nr_ldpc_coding_t::get_ldpc_coding_output_data_length(settings.base_graph, m_segments.lifting_size),
+        settings.rv);
 
     std::size_t sent = 0;
-    for (const std::uint32_t length : lengths)
+    for (const std::uint32_t length : m_lengths)
         sent += length;
     m_scrambling.resize(words_for(sent));
     lib_nr_sequence_generator_t::generate_pseudo_random_words(settings.c_init, m_scrambling.size(),
@@ -145,10 +149,10 @@ void lib_nr_packed_code_word_t::encode(std::vector<std::uint64_t>& payload, std:
     symbols.resize(sent / settings.q_m);
 
     std::size_t place = 0;
-    for (std::size_t block = 0; block < segments.count; ++block) {
-        const std::size_t columns = lengths[block] / settings.q_m;
-        _encode_block(payload, block * (segments.used_length - segments.crc_length), segments);
-        _select(segments, settings, lengths[block]);
+    for (std::size_t block = 0; block < m_segments.count; ++block) {
+        const std::size_t columns = m_lengths[block] / settings.q_m;
+        _encode_block(payload, block * (m_segments.used_length - m_segments.crc_length));
+        _select(settings, m_lengths[block]);
         interleave(m_selected.data(), columns, settings.q_m, symbols.data() + place);
         add_bits(m_scrambling.data(), place * settings.q_m, settings.q_m, columns, symbols.data() + place);
         place += columns;
@@ -168,27 +172,24 @@ void lib_nr_packed_code_word_t::scramble(const std::vector<std::uint64_t>& paylo
 }
 
 /// A code block with its check, zeros for fillers.
-void lib_nr_packed_code_word_t::_encode_block(const std::vector<std::uint64_t>& payload, std::size_t first_bit,
-                                              const lib_nr_ldpc_segments_t& segments)
+void lib_nr_packed_code_word_t::_encode_block(const std::vector<std::uint64_t>& payload, std::size_t first_bit)
 {
-    const std::size_t payload_bits = segments.used_length - segments.crc_length;
-    m_block.assign(words_for(segments.length), 0);
+    const std::size_t payload_bits = m_segments.used_length - m_segments.crc_length;
+    m_block.assign(words_for(m_segments.length), 0);
     append_packed_bits(payload.data(), first_bit, payload_bits, m_block.data(), 0);
-    if (segments.crc_length != 0)
-        append_parity(m_block, 0, payload_bits, LIB_NR_CRC_TYPE_24B, static_cast<unsigned int>(segments.crc_length));
+    if (m_segments.crc_length != 0)
+        append_parity(m_block, 0, payload_bits, LIB_NR_CRC_TYPE_24B, static_cast<unsigned int>(m_segments.crc_length));
 }
 
 /// TS 38.212 clause 5.4.2.1. Parity rows are made as far as the selection reads them.
-void lib_nr_packed_code_word_t::_select(const lib_nr_ldpc_segments_t& segments, const settings_t& settings,
-                                        std::size_t length)
+void lib_nr_packed_code_word_t::_select(const settings_t& settings, std::size_t length)
 {
-    const unsigned int z = segments.lifting_size;
+    const unsigned int z = m_segments.lifting_size;
     const std::size_t punctured = std::size_t{2} * z;
-    const std::size_t information = segments.length - punctured;
+    const std::size_t information = m_segments.length - punctured;
     const std::size_t buffer = lib_nr_ldpc_coding_t::get_ldpc_coding_output_data_length(settings.base_graph, z);
-    const auto round = round_of(lib_nr_ldpc_rate_match_t::get_start_index(
-                                    settings.base_graph, z, static_cast<unsigned int>(buffer), settings.rv),
-                                {std::max(segments.used_length, punctured) - punctured, information}, buffer);
+    const auto round =
+        round_of(m_start_index, {std::max(m_segments.used_length, punctured) - punctured, information}, buffer);
 
     std::size_t first_row = k_ldpc_max_parity_rows;
     std::size_t end_row = 0;

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "common/nr_mod_lib_export.h"
+#include "phy_common/lib_nr_ldpc_code_block_segmentation.h"
 #include "phy_common/lib_nr_ldpc_coding.h"
 
 #include <cstddef>
@@ -37,11 +38,23 @@ public:
     void scramble(const std::vector<std::uint64_t>& payload, const settings_t& settings,
                   std::vector<std::uint16_t>& symbols);
 
-private:
-    void _encode_block(const std::vector<std::uint64_t>& payload, std::size_t first_bit,
-                       const struct lib_nr_ldpc_segments_t& segments);
-    void _select(const struct lib_nr_ldpc_segments_t& segments, const settings_t& settings, std::size_t length);
+    // What the last code word went by; of one without coding the last of these alone.
 
+    const lib_nr_ldpc_segments_t& get_segments() const { return m_segments; }
+    /// E of each code block.
+    const std::vector<std::uint32_t>& get_output_lengths() const { return m_lengths; }
+    /// k_0.
+    unsigned int get_start_index() const { return m_start_index; }
+    /// The scrambling sequence, as far as there are bits.
+    const std::vector<std::uint64_t>& get_scrambling() const { return m_scrambling; }
+
+private:
+    void _encode_block(const std::vector<std::uint64_t>& payload, std::size_t first_bit);
+    void _select(const settings_t& settings, std::size_t length);
+
+    lib_nr_ldpc_segments_t m_segments{};
+    std::vector<std::uint32_t> m_lengths;
+    unsigned int m_start_index = 0;
     std::vector<std::uint64_t> m_scrambling;
     std::vector<std::uint64_t> m_block;    ///< information bits of a code block, fillers as zeros
     std::vector<std::uint64_t> m_selected; ///< output of the bit selection

@@ -80,7 +80,7 @@ bool lib_nr_dl_phy_csirs_process_t::nr_dl_phy_csirs_re_map(unsigned int slot, li
     _list_runs(slot);
     if (mode == LIB_NR_REMAPP_MODE_UI_VIEW_MAP)
         return grid().mark_runs(m_runs, LIB_NR_RESOURCE_MAPPING_CSIRS);
-    _write();
+    _write(slot);
     return true;
 }
 
@@ -194,13 +194,15 @@ std::size_t lib_nr_dl_phy_csirs_process_t::_m_of_place(const place_t& place) con
 void lib_nr_dl_phy_csirs_process_t::_nr_dl_phy_csirs_sequence_gen(unsigned int symbol_in_frame)
 {
     for (unsigned int l = 0; l < m_row->l_prime_number; ++l) {
+        const unsigned int c_init = lib_nr_csirs_initial_value(symbol_in_frame + l, m_nid);
         m_sequences[l].clear();
-        lib_nr_append_reference_signal(lib_nr_csirs_initial_value(symbol_in_frame + l, m_nid),
-                                       _nr_dl_phy_csirs_cal_mp(), m_sequences[l]);
+        lib_nr_append_reference_signal(c_init, _nr_dl_phy_csirs_cal_mp(), m_sequences[l]);
+        if (m_explanation)
+            m_explanation->c_init.push_back(c_init);
     }
 }
 
-void lib_nr_dl_phy_csirs_process_t::_write()
+void lib_nr_dl_phy_csirs_process_t::_write(unsigned int slot)
 {
     if (m_antenna_port == CSIRS_ANTENNA_NONE || m_antenna_port > m_row->ports)
         return;
@@ -224,6 +226,17 @@ void lib_nr_dl_phy_csirs_process_t::_write()
             m_values[n] = m_sequences[l][m + n * step];
         grid().write_run(run, m_values.data(), amplitude * m_weights->wf[s][k] * m_weights->wt[s][l]);
     }
+    if (m_explanation)
+        _explain({m_runs.begin() + static_cast<std::ptrdiff_t>(first * runs_of_place),
+                  m_runs.begin() + static_cast<std::ptrdiff_t>(end * runs_of_place)},
+                 slot);
+}
+
+void lib_nr_dl_phy_csirs_process_t::_explain(const std::vector<lib_nr_resource_run_t>& runs, unsigned int slot) const
+{
+    m_explanation->add_runs(runs, m_symbol_per_slot * slot);
+    m_explanation->add_cells(runs, m_symbol_per_slot * slot);
+    m_explanation->figures = {{"n_id", m_nid}, {"row", m_table_idx}, {"ports", m_row->ports}, {"port", m_antenna_port}};
 }
 
 } // namespace vek::nr_mod_lib

@@ -2,6 +2,7 @@
 
 #include "common/nr_mod_lib_export.h"
 #include "manager/lib_nr_dl_csirs_configure_manager.h"
+#include "phy/lib_nr_phy_observer.h"
 #include "phy/lib_nr_resource_manager.h"
 #include "phy_common/lib_nr_deviation.h"
 
@@ -22,7 +23,7 @@ struct lib_nr_csirs_location_row_t;
 /// of the next one, and a density that the row has not is generated as its first. Where `standard_rules` is off,
 /// resource blocks are counted from the start of the BWP, but placed from the start of the grid, while the sequence
 /// counts those of the grid; and zero power is sent as any other. With it zero power fills its cells with zeros.
-class NR_MOD_LIB_EXPORT lib_nr_dl_phy_csirs_process_t : public lib_nr_ruled_t
+class NR_MOD_LIB_EXPORT lib_nr_dl_phy_csirs_process_t : public lib_nr_ruled_t, public lib_nr_explaining_t
 {
 public:
     /// Takes an entry of a carrier's list, for the pass of a numerology. Always true.
@@ -76,7 +77,8 @@ private:
     std::size_t _m_of_place(const place_t& place) const;
     void _nr_dl_phy_csirs_sequence_gen(unsigned int symbol_in_frame);
     void _list_runs(unsigned int slot);
-    void _write();
+    void _write(unsigned int slot);
+    void _explain(const std::vector<lib_nr_resource_run_t>& runs, unsigned int slot) const;
 
     // The resource and its BWP, plain values.
     bool m_enable = false;

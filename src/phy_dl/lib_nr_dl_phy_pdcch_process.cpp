@@ -94,9 +94,13 @@ void lib_nr_dl_phy_pdcch_process_t::set_interleaver_size(lib_nr_dl_dci_interleav
 bool lib_nr_dl_phy_pdcch_process_t::pdcch_encode_process(unsigned int slot)
 {
     _dl_phy_pdcch_data_generation();
+    _explain_stage("payload");
+    if (m_explanation && m_coding)
+        _explain_coding();
     if (!(m_coding ? _dl_phy_pdcch_coding() : _dl_phy_pdcch_no_coding()))
         return false;
     _dl_phy_pdcch_csrambling();
+    _explain_stage("scrambled");
     lib_nr_modulator_t(LIB_NR_MODULATION_QPSK).deal_nr_modulation(m_bits, m_symbols);
     _dci_dmrs_generation(slot);
     const bool is_mapped = dl_phy_pdcch_remap(slot, LIB_NR_REMAPP_MODE_ENCODE_MAP);
@@ -138,6 +142,7 @@ bool lib_nr_dl_phy_pdcch_process_t::_dl_phy_pdcch_coding()
         std::cout << "pdcch error!!!pdcch crc fail" << std::endl;
         return false;
     }
+    _explain_stage("crc");
     const auto checked_bits = static_cast<unsigned int>(m_bits.size());
     lib_nr_polar_coding_t polar;
     polar.set_i_il(1);
@@ -156,7 +161,22 @@ bool lib_nr_dl_phy_pdcch_process_t::_dl_phy_pdcch_coding()
         std::cout << "pdcch error!!!pdcch rate match fail" << std::endl;
         return false;
     }
+    _explain_stage("rate_matched");
     return true;
+}
+
+void lib_nr_dl_phy_pdcch_process_t::_explain_stage(std::string_view name) const
+{
+    if (m_explanation)
+        m_explanation->add_stage(name, m_bits);
+}
+
+void lib_nr_dl_phy_pdcch_process_t::_explain_coding() const
+{
+    lib_nr_explained_coding_t& coding = m_explanation->coding.emplace();
+    coding.tbs = static_cast<unsigned int>(m_bits.size());
+    coding.e = {_get_coded_bits()};
+    coding.g = _get_coded_bits();
 }
 
 /// The ones that the check runs over ahead of the data.
@@ -203,7 +223,7 @@ unsigned int lib_nr_dl_phy_pdcch_process_t::_get_n_rnti() const
 
 void lib_nr_dl_phy_pdcch_process_t::_dl_phy_pdcch_csrambling()
 {
-    lib_nr_sequence_generator_t::generate_pseudo_random_sequence((_get_n_rnti() << 16) + _get_n_id(),
+    lib_nr_sequence_generator_t::generate_pseudo_random_sequence(_get_c_init(),
                                                                  static_cast<unsigned int>(m_bits.size()), m_sequence);
     for (std::size_t i = 0; i < m_bits.size(); ++i)
         m_bits[i] ^= m_sequence[i];
@@ -217,8 +237,14 @@ void lib_nr_dl_phy_pdcch_process_t::_dci_dmrs_generation(unsigned int slot)
     const std::size_t length = std::size_t{k_dmrs_in_rb} * (end - _get_dmrs_reference_rb());
     const unsigned int first_symbol = slot * m_slot_symbol_number + m_start_symbol;
     m_dmrs.clear();
-    for (unsigned int d = 0; d < m_coreset_symbol_number; ++d)
-        lib_nr_append_reference_signal(lib_nr_dmrs_initial_value(first_symbol + d, _get_n_id()), length, m_dmrs);
+    for (unsigned int d = 0; d < m_coreset_symbol_number; ++d) {
+        const unsigned int c_init = lib_nr_dmrs_initial_value(first_symbol + d, _get_n_id());
+        lib_nr_append_reference_signal(c_init, length, m_dmrs);
+        if (m_explanation) {
+            m_explanation->dmrs_symbols.push_back(m_start_symbol + d);
+            m_explanation->dmrs_c_init.push_back(c_init);
+        }
+    }
 }
 
 /// The RB of the grid that the DMRS sequence counts from, TS 38.211 clause 7.4.1.3.2.
@@ -287,6 +313,8 @@ bool lib_nr_dl_phy_pdcch_process_t::_dci_interleaver(indices_t& regs, unsigned i
         std::cout << "pdcch error!!! agregation level exeed available cce." << std::endl;
         return false;
     }
+    if (m_explanation)
+        m_explanation->cces = cces;
     const bool is_interleaved = m_cce2reg_mapping_type != LIB_NR_CORSET_NO_INTERLEAVE;
     const unsigned int bundle_size = is_interleaved ? m_reg_bundle_size : k_regs_in_cce;
     const indices_t bundles = is_interleaved ? _bundle_index_calculate(bundle_size) : indices_t();
@@ -424,7 +452,27 @@ bool lib_nr_dl_phy_pdcch_process_t::_encode_remap(unsigned int slot, const indic
             m_row[k] = k % 4 == 1 ? dmrs_amplitude * *dmrs++ : amplitude * *symbols++;
         grid().write_run(run, m_row.data());
     }
+    if (m_explanation)
+        _explain(slot);
     return true;
+}
+
+/// The first cells are those of the DCI, which stand round the DMRS.
+void lib_nr_dl_phy_pdcch_process_t::_explain(unsigned int slot) const
+{
+    constexpr std::int32_t k_dmrs_subcarrier = 1;
+    const unsigned int first_symbol = slot * m_slot_symbol_number;
+    const lib_nr_resource_run_t& first = m_runs.front();
+    m_explanation->add_runs(m_runs, first_symbol);
+    m_explanation->add_cells(
+        {{first.symbol, first.first_subcarrier, 1}, {first.symbol, first.first_subcarrier + k_dmrs_subcarrier + 1, 3}},
+        first_symbol);
+    m_explanation->c_init = {_get_c_init()};
+    m_explanation->figures = {{"rnti", m_rnti},
+                              {"n_rnti", _get_n_rnti()},
+                              {"n_id", _get_n_id()},
+                              {"aggregation_level", m_aggregation_level},
+                              {"candidate", m_allocated_candidate}};
 }
 
 bool lib_nr_dl_phy_pdcch_process_t::_ui_view_remap(unsigned int slot, const indices_t& rbs)

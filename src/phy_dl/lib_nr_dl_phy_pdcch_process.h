@@ -3,12 +3,14 @@
 #include "common/nr_mod_lib_export.h"
 #include "manager/lib_nr_dl_coreset_configure_manager.h"
 #include "manager/lib_nr_dl_dci_configure_manager.h"
+#include "phy/lib_nr_phy_observer.h"
 #include "phy/lib_nr_resource_manager.h"
 #include "phy_common/lib_nr_deviation.h"
 
 #include <complex>
 #include <cstdint>
 #include <limits>
+#include <string_view>
 #include <vector>
 
 namespace vek::nr_mod_lib
@@ -23,7 +25,7 @@ class lib_nr_waveform_configure_manager_t;
 ///
 /// `set_waveform_config` takes a snapshot of plain values, good for a frame; then `pdcch_encode_process` writes a slot,
 /// or `dl_phy_pdcch_remap` marks one. What lies outside the grid is left out; the view prints the grid's line for it.
-class NR_MOD_LIB_EXPORT lib_nr_dl_phy_pdcch_process_t : public lib_nr_ruled_t
+class NR_MOD_LIB_EXPORT lib_nr_dl_phy_pdcch_process_t : public lib_nr_ruled_t, public lib_nr_explaining_t
 {
 public:
     /// Takes an entry of a carrier's list, with its CORESET and BWP, and begins its payload anew. Always true.
@@ -87,6 +89,9 @@ private:
     void _dl_phy_pdcch_csrambling();
     void _dci_dmrs_generation(unsigned int slot);
     unsigned int _get_dmrs_reference_rb() const;
+    void _explain_stage(std::string_view name) const;
+    void _explain_coding() const;
+    unsigned int _get_c_init() const { return (_get_n_rnti() << 16) + _get_n_id(); }
     unsigned int _get_coded_bits() const { return m_aggregation_level * k_bits_in_cce; }
 
     // From the candidate to resource blocks.
@@ -103,6 +108,7 @@ private:
     // From resource blocks to cells.
     const std::vector<lib_nr_resource_run_t>& _list_runs(unsigned int slot, const indices_t& rbs);
     bool _encode_remap(unsigned int slot, const indices_t& rbs);
+    void _explain(unsigned int slot) const;
     bool _ui_view_remap(unsigned int slot, const indices_t& rbs);
 
     static constexpr unsigned int k_bits_in_cce = 108; // 6 REGs of 9 QPSK symbols

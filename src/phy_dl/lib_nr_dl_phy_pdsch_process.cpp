@@ -213,6 +213,13 @@ void lib_nr_dl_phy_pdsch_process_t::_phy_sch_encode_re_map(unsigned int port, un
     m_listed_slot.reset(); // the marks may change before its next turn
     // The code word's symbols one after the other; where they end early cells stay empty.
     grid().write_stream(m_cells.data, m_codeword_numbers[0], _points(_amplitude_of(0.0)));
+    _write_reference_signals(port, slot);
+    if (m_explanation)
+        _explain(slot);
+}
+
+void lib_nr_dl_phy_pdsch_process_t::_write_reference_signals(unsigned int port, unsigned int slot)
+{
     const auto sequences = m_dmrs_sequences.find(_cdm_group_of(port));
     if (sequences == m_dmrs_sequences.end() || sequences->second.empty())
         return;
@@ -221,6 +228,14 @@ void lib_nr_dl_phy_pdsch_process_t::_phy_sch_encode_re_map(unsigned int port, un
     for (const lib_nr_resource_run_t& cell : m_cells.ptrs)
         grid().write_run(cell, &sequences->second[_dmrs_index_of(static_cast<unsigned int>(cell.first_subcarrier))],
                          ptrs_amplitude);
+}
+
+void lib_nr_dl_phy_pdsch_process_t::_explain(unsigned int slot)
+{
+    m_explanation->add_runs(m_runs, slot * m_symbol_per_slot);
+    m_explanation->add_cells(m_cells.data, slot * m_symbol_per_slot);
+    m_explanation->add_cells(m_cells.dmrs, slot * m_symbol_per_slot); // where others hold all of the data's
+    _explain_figures();
 }
 
 void lib_nr_dl_phy_pdsch_process_t::_write_dmrs(unsigned int port, unsigned int slot, const symbols_t& sequences,

@@ -35,6 +35,8 @@ private:
     void _list_runs(unsigned int slot, const rb_list_t& rb_list);
     bool _is_left_to_block(const std::uint8_t* owners, unsigned int rb) const;
     void _list_cells(unsigned int port, unsigned int slot, const rb_list_t& rb_list);
+    void _write_reference_signals(unsigned int port, unsigned int slot);
+    void _explain(unsigned int slot);
     void _write_dmrs(unsigned int port, unsigned int slot, const symbols_t& sequences, double amplitude);
 
     lib_nr_sch_interleave_t m_vrb2prb_interleaver = LIB_NR_SCH_NO_INTERLEAVE;

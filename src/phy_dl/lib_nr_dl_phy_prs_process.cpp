@@ -149,25 +149,33 @@ void lib_nr_dl_phy_prs_process_t::_phy_prs_encode_re_map(unsigned int slot)
         return;
     const unsigned int values_per_rb = k_subcarriers_per_rb / m_comb;
     const lib_nr_prs_offset_row_t& k = get_k(m_comb_size);
+    m_runs.clear();
     for (const unsigned int symbol : _symbols_without_ssb(slot)) {
         const unsigned int comb_offset = m_re_offset + k[(symbol - m_symbol_offset) % k.size()];
         _phy_prs_rs_generation(slot, symbol);
-        grid().write_run({slot * m_slot_symbols + symbol,
+        m_runs.push_back({slot * m_slot_symbols + symbol,
                           static_cast<std::int32_t>(m_rb_offset * k_subcarriers_per_rb) +
                               static_cast<std::int32_t>(comb_offset % m_comb),
-                          m_rb_number * values_per_rb, m_comb},
-                         m_sequence.data() + std::size_t{m_rb_offset} * values_per_rb, m_amplitude);
+                          m_rb_number * values_per_rb, m_comb});
+        grid().write_run(m_runs.back(), m_sequence.data() + std::size_t{m_rb_offset} * values_per_rb, m_amplitude);
     }
+    if (!m_explanation)
+        return;
+    m_explanation->add_runs(m_runs, slot * m_slot_symbols);
+    m_explanation->add_cells(m_runs, slot * m_slot_symbols);
+    m_explanation->figures = {{"n_id", m_n_id}, {"comb", m_comb}};
 }
 
 /// The sequence counts from resource block 0 of the grid.
 void lib_nr_dl_phy_prs_process_t::_phy_prs_rs_generation(unsigned int slot, unsigned int symbol)
 {
     const unsigned int counted = m_rules.pick(lib_nr_deviation_t::prs_sequence, symbol, slot * m_slot_symbols + symbol);
+    const unsigned int c_init = lib_nr_prs_initial_value(counted, m_n_id);
     m_sequence.clear();
-    lib_nr_append_reference_signal(lib_nr_prs_initial_value(counted, m_n_id),
-                                   std::size_t{m_rb_number + m_rb_offset} * (k_subcarriers_per_rb / m_comb),
+    lib_nr_append_reference_signal(c_init, std::size_t{m_rb_number + m_rb_offset} * (k_subcarriers_per_rb / m_comb),
                                    m_sequence);
+    if (m_explanation)
+        m_explanation->c_init.push_back(c_init);
 }
 
 } // namespace vek::nr_mod_lib

@@ -2,6 +2,7 @@
 
 #include "common/nr_mod_lib_export.h"
 #include "manager/lib_nr_dl_prs_configure_manager.h"
+#include "phy/lib_nr_phy_observer.h"
 #include "phy/lib_nr_resource_manager.h"
 #include "phy_common/lib_nr_deviation.h"
 
@@ -17,7 +18,7 @@ class lib_nr_waveform_configure_manager_t;
 /// the symbol within its slot, so that all slots are alike, a period's slots run from the first repetition to the last
 /// without a break, and each frame begins a period anew. The view marks whole resource blocks, the signal fills the
 /// comb. A symbol that holds a cell of an SS/PBCH block is left out, wherever the block lies.
-class NR_MOD_LIB_EXPORT lib_nr_dl_phy_prs_process_t : public lib_nr_ruled_t
+class NR_MOD_LIB_EXPORT lib_nr_dl_phy_prs_process_t : public lib_nr_ruled_t, public lib_nr_explaining_t
 {
 public:
     /// Takes an entry of a carrier's list, for the pass of a numerology. Always true.

@@ -198,6 +198,8 @@ bool lib_nr_dl_phy_ssb_process_t::ssb_encode_process(unsigned int block_index)
         succeeded = _dl_phy_pbch_process(block_index);
         if (succeeded)
             _map(block_index, LIB_NR_REMAPP_MODE_ENCODE_MAP);
+        if (succeeded && m_explanation)
+            _explain(block_index);
     }
     _clear();
     return succeeded;
@@ -245,6 +247,8 @@ void lib_nr_dl_phy_ssb_process_t::_nr_dl_pbch_dmrs_generation(unsigned int block
 {
     const unsigned int i = _get_v_from_block(block_index);
     const unsigned int c_init = (((m_pci >> 2) + 1) * (i + 1) * 32 + (i + 1)) * 64 + (m_pci & 3);
+    if (m_explanation)
+        m_explanation->dmrs_c_init = {c_init};
     lib_nr_sequence_generator_t::generate_pseudo_random_sequence(c_init, 2 * k_dmrs_symbols, m_work->sequence);
     lib_nr_modulator_t(LIB_NR_MODULATION_QPSK).deal_nr_modulation(m_work->sequence, m_work->dmrs);
 }
@@ -253,13 +257,47 @@ bool lib_nr_dl_phy_ssb_process_t::_dl_phy_pbch_process(unsigned int block_index)
 {
     _nr_dl_mib_data_source_generation();
     _dl_phy_pbch_payload_generation(block_index);
+    _explain_stage("payload", m_work->payload);
     _dl_phy_pbch_interleave();
     _dl_phy_pbch_scrambling(0, block_index, m_work->scrambled);
     if (!_dl_phy_pbch_coding())
         return false;
+    if (m_coding) {
+        _explain_stage("crc", m_work->crc);
+        _explain_stage("rate_matched", m_work->coded);
+    }
     _dl_phy_pbch_scrambling(1, block_index, m_work->coded);
+    _explain_stage("scrambled", m_work->coded);
     lib_nr_modulator_t(LIB_NR_MODULATION_QPSK).deal_nr_modulation(m_work->coded, m_work->pbch);
     return true;
+}
+
+void lib_nr_dl_phy_ssb_process_t::_explain_stage(std::string_view name, const bits_t& bits) const
+{
+    if (m_explanation)
+        m_explanation->add_stage(name, bits);
+}
+
+/// The first cells are those of the PBCH.
+void lib_nr_dl_phy_ssb_process_t::_explain(unsigned int block_index)
+{
+    const unsigned int slot_symbols = lib_nr_phy_common_t::get_symbol_number_in_slot(m_numerology, LIB_NR_NORMAL_CP);
+    const unsigned int first_symbol = _list_runs(block_index, s_pss_rows).front().symbol;
+    const unsigned int slot_begin = first_symbol / slot_symbols * slot_symbols;
+    m_explanation->index = block_index;
+    m_explanation->slot = first_symbol / slot_symbols;
+    m_explanation->add_runs(m_runs, slot_begin);
+    const std::vector<lib_nr_resource_run_t>& pbch = _list_runs(block_index, s_pbch_and_dmrs_rows);
+    m_explanation->add_runs(pbch, slot_begin);
+    for (std::int32_t k = 0, dmrs = static_cast<std::int32_t>(m_pci % 4); k < 5; ++k)
+        if (k != dmrs)
+            m_explanation->add_cells({{pbch.front().symbol, pbch.front().first_subcarrier + k, 1}}, slot_begin);
+    for (const unsigned int symbol : {1u, 2u, 3u})
+        m_explanation->dmrs_symbols.push_back(first_symbol - slot_begin + symbol);
+    m_explanation->c_init = {m_pci};
+    m_explanation->figures = {{"n_cell_id", m_pci}, {"half_frame", m_half_frame_idx}, {"system_frame", m_system_frame}};
+    if (m_coding)
+        m_explanation->coding = {k_payload_bits, {}, {}, 1, {k_coded_bits}, k_coded_bits, {}};
 }
 
 void lib_nr_dl_phy_ssb_process_t::_nr_dl_mib_data_source_generation()

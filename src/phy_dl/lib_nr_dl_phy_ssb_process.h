@@ -2,6 +2,7 @@
 
 #include "common/nr_mod_lib_export.h"
 #include "manager/lib_nr_dl_ssb_configure_manager.h"
+#include "phy/lib_nr_phy_observer.h"
 #include "phy/lib_nr_resource_manager.h"
 #include "phy_common/lib_nr_deviation.h"
 #include "phy_common/lib_nr_numerology_type.h"
@@ -12,6 +13,7 @@
 #include <complex>
 #include <cstdint>
 #include <optional>
+#include <string_view>
 #include <vector>
 
 namespace vek::nr_mod_lib
@@ -27,7 +29,7 @@ class lib_nr_waveform_configure_manager_t;
 /// left out; the view prints the grid's line for it. In the pass of a numerology other than the block's own, and in a
 /// half frame above 1, there is nothing to send, so nothing is written or marked. A process fresh from its constructor
 /// holds a valid block.
-class NR_MOD_LIB_EXPORT lib_nr_dl_phy_ssb_process_t : public lib_nr_ruled_t
+class NR_MOD_LIB_EXPORT lib_nr_dl_phy_ssb_process_t : public lib_nr_ruled_t, public lib_nr_explaining_t
 {
 public:
     lib_nr_dl_phy_ssb_process_t();
@@ -127,6 +129,8 @@ private:
     unsigned int _get_v_from_block(unsigned int block_index) const;
     void _dl_phy_pbch_scrambling(unsigned int kind, unsigned int block_index, bits_t& bits);
     bool _dl_phy_pbch_coding();
+    void _explain(unsigned int block_index);
+    void _explain_stage(std::string_view name, const bits_t& bits) const;
 
     void _cal_rboffset_position();
     bool _is_exist_ssb(unsigned int block_index) const;

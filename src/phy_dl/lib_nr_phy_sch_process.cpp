@@ -211,11 +211,54 @@ void lib_nr_phy_sch_process_t::_phy_sch_codeword(unsigned int codeword)
         m_code_word.encode(m_packed_payload, payload_bits, settings, symbols);
     else
         m_code_word.scramble(m_packed_payload, settings, symbols);
+    if (m_explanation && codeword == 0) // the one that is sent
+        _explain_codeword(payload_bits, settings, symbols);
     if (symbols.empty())
         std::cout << "error,input data is empty" << std::endl;
     if (m_modulation == LIB_NR_MODULATION_HALF_PI_BPSK)
         for (std::size_t i = 1; i < symbols.size(); i += 2)
             symbols[i] |= 2;
+}
+
+void lib_nr_phy_sch_process_t::_explain_codeword(unsigned int payload_bits,
+                                                 const lib_nr_packed_code_word_t::settings_t& settings,
+                                                 const std::vector<std::uint16_t>& symbols)
+{
+    const auto packed_bit = [](const std::vector<std::uint64_t>& words, std::size_t i) {
+        return words[i / 64] >> (i % 64) & 1u;
+    };
+    const auto payload_bit = [&](std::size_t i) { return packed_bit(m_packed_payload, i); };
+    const auto scrambled_bit = [&](std::size_t i) {
+        return std::uint64_t{symbols[i / settings.q_m]} >> (i % settings.q_m) & 1u;
+    };
+    const std::size_t sent = symbols.size() * settings.q_m;
+    m_explanation->c_init = {settings.c_init};
+    m_explanation->add_stage("payload", payload_bits, payload_bit);
+    if (m_enable_coding) {
+        const lib_nr_ldpc_segments_t& segments = m_code_word.get_segments();
+        m_explanation->coding = {payload_bits,
+                                 settings.base_graph == LIB_NR_LDPC_BASE_GRAPH_1 ? 1u : 2u,
+                                 segments.lifting_size,
+                                 static_cast<unsigned int>(segments.count),
+                                 m_code_word.get_output_lengths(),
+                                 settings.g,
+                                 m_code_word.get_start_index()};
+        const lib_nr_crc_type_t crc = lib_nr_ldpc_code_block_segmentation_t::get_transport_block_crc_type(payload_bits);
+        m_explanation->add_stage("crc", payload_bits + lib_nr_crc_calculator_t::get_crc_length(crc), payload_bit);
+        m_explanation->add_stage("rate_matched", sent, [&](std::size_t i) {
+            return scrambled_bit(i) ^ packed_bit(m_code_word.get_scrambling(), i);
+        });
+    }
+    m_explanation->add_stage("scrambled", sent, scrambled_bit);
+}
+
+void lib_nr_phy_sch_process_t::_explain_figures()
+{
+    m_explanation->figures = {{"rnti", m_rnti}, {"n_id", m_nid},      {"q_m", m_q_m},
+                              {"rv", m_rv},     {"layers", m_layers}, {"dmrs_port", m_dmrs_port.front()}};
+    if (!m_explanation->dmrs_c_init.empty())
+        m_explanation->figures.insert(m_explanation->figures.end(),
+                                      {{"n_scid", m_nscid}, {"dmrs_n_id_0", m_nid0}, {"dmrs_n_id_1", m_nid1}});
 }
 
 std::vector<std::complex<double>> lib_nr_phy_sch_process_t::_points(double amplitude) const
@@ -373,10 +416,16 @@ void lib_nr_phy_sch_process_t::_phy_sch_rs_generation(unsigned int port, unsigne
     const unsigned int group_term = m_enable_dmrs_downlink_r16 ? group / 2 : 0;
     const unsigned int n_id = n_scid == 1 ? m_nid1 : m_nid0;
     const unsigned int length = _dmrs_sequence_length();
-    for (const unsigned int symbol : m_dmrs_symbols)
-        lib_nr_append_reference_signal(
-            lib_nr_dmrs_initial_value(m_symbol_per_slot * slot + symbol, n_id, n_scid, group_term), length,
-            entry->second);
+    const bool explains = m_explanation && m_explanation->dmrs_symbols.empty(); // the first port
+    for (const unsigned int symbol : m_dmrs_symbols) {
+        const unsigned int c_init =
+            lib_nr_dmrs_initial_value(m_symbol_per_slot * slot + symbol, n_id, n_scid, group_term);
+        lib_nr_append_reference_signal(c_init, length, entry->second);
+        if (explains) {
+            m_explanation->dmrs_symbols.push_back(symbol);
+            m_explanation->dmrs_c_init.push_back(c_init);
+        }
+    }
 }
 
 unsigned int lib_nr_phy_sch_process_t::_dmrs_sequence_length() const

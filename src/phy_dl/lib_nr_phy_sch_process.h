@@ -1,6 +1,7 @@
 #pragma once
 
 #include "common/nr_mod_lib_export.h"
+#include "phy/lib_nr_phy_observer.h"
 #include "phy/lib_nr_resource_manager.h"
 #include "phy_common/lib_nr_deviation.h"
 #include "phy_common/lib_nr_ldpc_coding.h"
@@ -43,7 +44,7 @@ struct lib_nr_sch_cells_t
 ///
 /// One object serves many channels: `set_waveform_config` binds it to one, then it runs slot by slot. Beside the
 /// settings only the state of the payload's PN sequence outlives a slot.
-class NR_MOD_LIB_EXPORT lib_nr_phy_sch_process_t : public lib_nr_ruled_t
+class NR_MOD_LIB_EXPORT lib_nr_phy_sch_process_t : public lib_nr_ruled_t, public lib_nr_explaining_t
 {
 public:
     using bits_t = std::vector<unsigned char>;
@@ -177,6 +178,11 @@ protected:
     void _phy_sch_codeword(unsigned int codeword);
     /// The same by the operations on one bit per byte, one after the other, which the packed words stand in for.
     void _phy_sch_codeword_by_bytes(unsigned int codeword);
+    /// Tells of the code word that was made of the packed payload, by what its symbols hold.
+    void _explain_codeword(unsigned int payload_bits, const lib_nr_packed_code_word_t::settings_t& settings,
+                           const std::vector<std::uint16_t>& symbols);
+    /// Tells the numbers that the channel goes by.
+    void _explain_figures();
     /// The points of a code word's symbols, times an amplitude.
     std::vector<std::complex<double>> _points(double amplitude) const;
     /// Initial value of the scrambling sequence.

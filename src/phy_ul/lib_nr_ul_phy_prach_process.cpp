@@ -83,7 +83,23 @@ bool lib_nr_ul_phy_prach_process_t::prach_process()
         return false;
     }
     _nr_ul_phy_prach_encode_map();
+    if (m_explanation)
+        _explain();
     return true;
+}
+
+/// The RBs of the carrier that the preamble touches.
+void lib_nr_ul_phy_prach_process_t::_explain() const
+{
+    const double rb_hz = static_cast<double>(m_carrier_scs_hz) * k_subcarriers_per_rb;
+    const double first_hz = _get_first_subcarrier() * _get_scs_hz();
+    const double end_hz = first_hz + static_cast<double>(m_preamble.lra) * _get_scs_hz();
+    for (double rb = std::floor(first_hz / rb_hz); rb * rb_hz < end_hz; ++rb)
+        m_explanation->rbs.push_back(static_cast<std::int32_t>(rb));
+    m_explanation->figures = {{"length", m_preamble.lra},
+                              {"preamble", m_preamble.preamble_index},
+                              {"root_index", m_preamble.sequence_index},
+                              {"zero_correlation_zone", m_preamble.zero_correlation_zone}};
 }
 
 // TS 38.211 clause 6.3.3.1
@@ -92,6 +108,8 @@ bool lib_nr_ul_phy_prach_process_t::_nr_ul_phy_prach_sequence_gen()
     const prach_preamble_t preamble = lib_nr_prach_preamble_t::get_preamble(m_preamble);
     if (!preamble.is_found)
         return false;
+    if (m_explanation)
+        m_explanation->burst = {preamble.u, preamble.cyclic_shift, 0};
     const std::uint64_t length = m_preamble.lra;
     m_sequence.resize(length);
     for (std::uint64_t n = 0; n < length; ++n) {

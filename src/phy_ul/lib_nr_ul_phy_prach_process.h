@@ -1,6 +1,7 @@
 #pragma once
 
 #include "common/nr_mod_lib_export.h"
+#include "phy/lib_nr_phy_observer.h"
 #include "phy/lib_nr_prach_resource_manager.h"
 #include "phy/lib_nr_resource_manager.h"
 #include "phy_common/lib_nr_deviation.h"
@@ -18,7 +19,7 @@ class lib_nr_waveform_configure_manager_t;
 /// Generates the random access preamble of one burst, TS 38.211 clauses 6.3.3 and 5.3.2: sequence, place in the PRACH
 /// grid, and the prefixes that the modulator puts in front of its rows. Nothing is written outside the grid: a preamble
 /// that is wider than the carrier, or begins too high, is cut.
-class NR_MOD_LIB_EXPORT lib_nr_ul_phy_prach_process_t : public lib_nr_ruled_t
+class NR_MOD_LIB_EXPORT lib_nr_ul_phy_prach_process_t : public lib_nr_ruled_t, public lib_nr_explaining_t
 {
 public:
     /// Takes a burst of a carrier, for the pass of a numerology. Always true.
@@ -34,6 +35,7 @@ public:
 private:
     bool _nr_ul_phy_prach_sequence_gen();
     void _nr_ul_phy_prach_encode_map();
+    void _explain() const;
     void _nr_ul_phy_prach_freq_map();
     double _get_first_subcarrier() const;
     std::size_t _get_first_column() const { return static_cast<std::size_t>(_get_first_subcarrier()); }

@@ -50,6 +50,20 @@ unsigned int lib_nr_ul_phy_pucch_base_t::_get_slot_index(unsigned int slot) cons
     return found == slots.end() ? 0 : static_cast<unsigned int>(found - slots.begin());
 }
 
+lib_nr_explanation_t* lib_nr_ul_phy_pucch_base_t::_explanation_of(unsigned int slot) const
+{
+    if (!m_explanations)
+        return nullptr;
+    if (m_explanations->empty() || m_explanations->back().slot != slot) {
+        const auto known = std::find_if(m_explanations->begin(), m_explanations->end(),
+                                        [slot](const lib_nr_explanation_t& other) { return other.slot == slot; });
+        if (known != m_explanations->end())
+            return &*known;
+        m_explanations->emplace_back().slot = slot;
+    }
+    return &m_explanations->back();
+}
+
 unsigned int lib_nr_ul_phy_pucch_base_t::_id_or_cell_index(int id) const
 {
     return id < 0 ? m_carrier->get_cell_index() : static_cast<unsigned int>(id);

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "common/nr_mod_lib_export.h"
+#include "phy/lib_nr_phy_observer.h"
 #include "phy_common/lib_nr_deviation.h"
 #include "phy_common/lib_nr_uci_layout.h"
 
@@ -48,6 +49,9 @@ public:
     /// Sequence groups, numbers and cyclic shifts of a slot of the frame, clause 6.3.2.2.
     lib_nr_pucch_low_papr_seq_param_t get_basic_sequence_param(unsigned int slot, unsigned int m_cs, unsigned int m0,
                                                                unsigned int m_int) const;
+    /// Where the slots that are made next are told, each in an explanation of its own; null for nowhere, as it is by
+    /// default.
+    void set_explanations(std::vector<lib_nr_explanation_t>* explanations) { m_explanations = explanations; }
     /// E in bits, as the check of the payload counts it: pi/2-BPSK halves it for format 2 too.
     unsigned int get_total_length_after_rate_matching() const;
 
@@ -69,6 +73,9 @@ protected:
     double _get_dmrs_amplitude() const;
     /// Whether a row belongs to the second hop of its slot.
     bool _is_second_hop(unsigned int row, unsigned int row_count) const;
+
+    /// The explanation of a slot in work; null where nobody asks.
+    lib_nr_explanation_t* _explanation_of(unsigned int slot) const;
 
     // Sequences.
 
@@ -122,6 +129,7 @@ protected:
 
     const lib_nr_carrier_configure_manager_t* m_carrier = nullptr;
     const lib_nr_ul_pucch_configure_manager_t* m_pucch = nullptr;
+    std::vector<lib_nr_explanation_t>* m_explanations = nullptr;
 
 private:
     unsigned int _get_checked_modulation_order() const;
@@ -131,6 +139,8 @@ private:
     bool _is_slot_moved(std::size_t place, bool own) const;
     std::vector<lib_nr_resource_run_t> _list_runs(unsigned int slot, unsigned int row, bool is_slot_moved,
                                                   const std::vector<unsigned short>& positions) const;
+    void _explain_row(unsigned int row, const std::vector<lib_nr_resource_run_t>& runs,
+                      lib_nr_explanation_t& explanation) const;
     bool _mark(const std::vector<unsigned int>& slots, unsigned int first_row, unsigned int row_count,
                bool is_second_hop, const char* conflict_line, lib_nr_channel_resource_manager_t& grid) const;
     bool _mark_interlaced(const std::vector<unsigned int>& slots, lib_nr_channel_resource_manager_t& grid) const;

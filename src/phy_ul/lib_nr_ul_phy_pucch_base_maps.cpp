@@ -59,13 +59,32 @@ bool lib_nr_ul_phy_pucch_base_t::_deal_physical_resource_mapping(const slots_t& 
     for (std::size_t i = 0; i < slots.size(); ++i) {
         const unsigned int slot = m_pucch->get_allocated_slots().at(i);
         const bool is_slot_moved = _is_slot_moved(i, i % 2 == 1);
-        for (unsigned int row = 0; row < slots[i].size(); ++row)
-            added += lib_nr_channel_resource_manager_t::get_inst().add_stream(
-                _list_runs(slot, row, is_slot_moved, positions), slots[i][row], amplitude, grid);
+        lib_nr_explanation_t* const explanation = _explanation_of(slot);
+        for (unsigned int row = 0; row < slots[i].size(); ++row) {
+            const std::vector<lib_nr_resource_run_t> runs = _list_runs(slot, row, is_slot_moved, positions);
+            added += lib_nr_channel_resource_manager_t::get_inst().add_stream(runs, slots[i][row], amplitude, grid);
+            if (explanation)
+                _explain_row(row, runs, *explanation);
+        }
     }
     if (added.outside > 0)
         throw std::out_of_range("PUCCH past the resource blocks of the carrier");
     return true;
+}
+
+/// The first cells are those of the UCI.
+void lib_nr_ul_phy_pucch_base_t::_explain_row(unsigned int row, const std::vector<lib_nr_resource_run_t>& runs,
+                                              lib_nr_explanation_t& explanation) const
+{
+    const unsigned int slot_begin = explanation.slot * _get_slot_symbols();
+    const bool is_hop = !m_pucch->get_use_interlace_pucch() && _is_second_hop(row, m_pucch->get_symbol_num());
+    explanation.add_runs(runs, slot_begin, is_hop);
+    const std::vector<unsigned int>& dmrs = explanation.dmrs_symbols;
+    if (m_pucch->get_pucch_format() == LIB_NR_UL_PUCCH_FORMAT_2)
+        for (const std::int32_t k : {0, 2, 3, 5}) // the others carry DMRS
+            explanation.add_cells({{runs.front().symbol, runs.front().first_subcarrier + k, 1}}, slot_begin);
+    else if (std::find(dmrs.begin(), dmrs.end(), m_pucch->get_first_symbol() + row) == dmrs.end())
+        explanation.add_cells(runs, slot_begin);
 }
 
 bool lib_nr_ul_phy_pucch_base_t::_deal_physical_resource_mapping_for_ui(lib_nr_channel_resource_manager_t& grid) const

@@ -44,6 +44,9 @@ void lib_nr_ul_phy_pucch_format0_process_t::_generate_one_slot_sequence(slot_row
     std::vector<unsigned short> interlaced_rbs;
     _get_interlace_position(interlaced_rbs);
     rows.assign(row_count, {});
+    lib_nr_explanation_t* const explanation = _explanation_of(slot);
+    if (explanation)
+        _explain_uci(*explanation);
     for (unsigned int n = 0; n < rb_count; ++n) {
         const unsigned int number =
             n < interlaced_rbs.size()
@@ -52,12 +55,28 @@ void lib_nr_ul_phy_pucch_format0_process_t::_generate_one_slot_sequence(slot_row
         const lib_nr_pucch_low_papr_seq_param_t param = _get_sequence_param(slot, k_shift_of_next_rb * number);
         for (unsigned int l = 0; l < row_count; ++l) {
             const std::size_t hop = !is_interlaced && _is_second_hop(l, row_count) ? 1 : 0;
+            if (explanation && n == 0) {
+                explanation->u.push_back(param.u[hop]);
+                explanation->v.push_back(param.v[hop]);
+            }
             lib_nr_low_papr_sequence1::generate_low_papr_sequence_1(
                 {param.u[hop], param.v[hop], param.alpha.at(m_pucch->get_first_symbol() + l),
                  static_cast<std::int32_t>(param.delta), k_subcarriers_per_rb},
                 rows[l]);
         }
     }
+}
+
+void lib_nr_ul_phy_pucch_format0_process_t::_explain_uci(lib_nr_explanation_t& explanation) const
+{
+    std::vector<unsigned char> bits;
+    bool sr = false;
+    _get_harq_ack_and_sr(bits, sr, explanation.slot);
+    explanation.add_stage("payload", bits);
+    explanation.figures = {{"positive_sr", sr ? 1u : 0u},
+                           {"n_id", _id_or_cell_index(m_pucch->get_hopping_id())},
+                           {"m_0", m_pucch->get_initial_cyclic_shift()},
+                           {"m_cs", _get_mcs_value(bits, sr)}};
 }
 
 lib_nr_ul_phy_pucch_base_t::lib_nr_pucch_low_papr_seq_param_t

@@ -32,6 +32,7 @@ protected:
     void _get_harq_ack_and_sr(std::vector<unsigned char>& bits, bool& sr, unsigned int slot) const;
 
 private:
+    void _explain_uci(lib_nr_explanation_t& explanation) const;
     lib_nr_pucch_low_papr_seq_param_t _get_sequence_param(unsigned int slot, unsigned int m_int) const;
 };
 

@@ -48,6 +48,9 @@ void lib_nr_ul_phy_pucch_format1_process_t::_generate_multi_slot_sequence(slots_
         _generate_one_slot_sequence(rows, slot);
         for (std::size_t l = 0; l < rows.size(); ++l)
             multiply_row(rows[l], l % 2 == 0 ? _get_dmrs_amplitude() : d);
+        if (lib_nr_explanation_t* const explanation = _explanation_of(slot))
+            for (unsigned int l = 0; l < rows.size(); l += 2)
+                explanation->dmrs_symbols.push_back(m_pucch->get_first_symbol() + l);
         _deal_block_wise_spread(rows);
     }
 }

@@ -114,17 +114,50 @@ void lib_nr_ul_phy_pucch_format2_process_t::_generate_uci_data(slot_rows_t& rows
 {
     std::vector<bits_t> parts;
     _get_uci_bits(parts, slot);
+    lib_nr_explanation_t* const explanation = _explanation_of(slot);
+    if (explanation)
+        _explain(parts, *explanation);
     bits_t coded;
     if (m_pucch->get_channel_coding())
         for (std::size_t i = 0; i < parts.size(); ++i)
-            _deal_coding(parts[i], coded, i == 1, _get_modulation_order());
+            _deal_coding(parts[i], coded, i == 1, _get_modulation_order(), explanation);
     else
         coded = parts.front();
     if (parts.size() == 2)
         _deal_multiplexing(coded, _get_e_uci(false, _get_modulation_order()));
     bits_t scrambled;
     _deal_scrambling(coded, scrambled);
+    if (explanation) {
+        if (m_pucch->get_channel_coding())
+            explanation->add_stage("rate_matched", coded);
+        explanation->add_stage("scrambled", scrambled);
+    }
     _deal_modulation(scrambled, rows);
+}
+
+/// What there is to tell ahead of the coding.
+void lib_nr_ul_phy_pucch_format2_process_t::_explain(const std::vector<bits_t>& parts,
+                                                     lib_nr_explanation_t& explanation) const
+{
+    std::size_t tbs = 0;
+    for (const bits_t& part : parts) {
+        explanation.add_stage("payload", part);
+        tbs += part.size();
+    }
+    if (m_pucch->get_channel_coding()) {
+        explanation.coding.emplace();
+        explanation.coding->tbs = static_cast<unsigned int>(tbs);
+        explanation.coding->code_blocks = 0;
+        explanation.coding->g = _get_e_total(_get_modulation_order());
+    }
+    explanation.figures = {{"rnti", m_pucch->get_n_rnti()}, {"n_id", _id_or_cell_index(m_pucch->get_scrambling_id())}};
+    if (m_pucch->get_scrambling_state())
+        explanation.c_init = {_get_c_init()};
+}
+
+unsigned int lib_nr_ul_phy_pucch_format2_process_t::_get_c_init() const
+{
+    return (m_pucch->get_n_rnti() << 15) + _id_or_cell_index(m_pucch->get_scrambling_id());
 }
 
 void lib_nr_ul_phy_pucch_format2_process_t::_get_uci_bits(std::vector<bits_t>& parts, unsigned int slot)
@@ -170,18 +203,26 @@ unsigned int lib_nr_ul_phy_pucch_format2_process_t::_get_e_uci(bool second_part,
 }
 
 void lib_nr_ul_phy_pucch_format2_process_t::_deal_coding(const bits_t& bits, bits_t& coded, bool second_part,
-                                                         unsigned int qm) const
+                                                         unsigned int qm, lib_nr_explanation_t* explanation) const
 {
     const unsigned int e = _get_e_uci(second_part, qm);
     const lib_nr_uci_layout_t layout = get_uci_layout(bits.size(), e);
+    if (explanation) {
+        explanation->coding->code_blocks += layout.segment_number;
+        explanation->coding->e.insert(explanation->coding->e.end(), layout.segment_number,
+                                      layout.is_polar ? layout.e : e);
+    }
     if (!layout.is_polar) {
         _deal_small_block_coding(bits, coded, e, qm);
         return;
     }
     std::vector<bits_t> blocks;
     _deal_polar_code_block(bits, blocks, layout.segment_number == 2, layout.crc_type);
-    for (const bits_t& block : blocks)
+    for (const bits_t& block : blocks) {
+        if (explanation)
+            explanation->add_stage("crc", block);
         _deal_polar_coding(block, coded, layout);
+    }
     coded.insert(coded.end(), e % layout.segment_number, 0);
 }
 
@@ -238,9 +279,8 @@ void lib_nr_ul_phy_pucch_format2_process_t::_deal_scrambling(const bits_t& in, b
 {
     bits_t sequence(in.size(), 0);
     if (m_pucch->get_scrambling_state())
-        lib_nr_sequence_generator_t::generate_pseudo_random_sequence(
-            (m_pucch->get_n_rnti() << 15) + _id_or_cell_index(m_pucch->get_scrambling_id()),
-            static_cast<unsigned int>(in.size()), sequence);
+        lib_nr_sequence_generator_t::generate_pseudo_random_sequence(_get_c_init(),
+                                                                     static_cast<unsigned int>(in.size()), sequence);
     out.clear();
     out.reserve(in.size());
     unsigned char bit = 0;
@@ -261,9 +301,14 @@ void lib_nr_ul_phy_pucch_format2_process_t::_generate_dmrs_data(slot_rows_t& row
     symbol_row_t sequence;
     for (unsigned int l = 0; l < rows.size(); ++l) {
         const std::vector<unsigned short> rbs = _get_dmrs_rbs(l);
+        const unsigned int c_init = lib_nr_dmrs_initial_value(first_symbol + l, n_id);
         sequence.clear();
-        lib_nr_append_reference_signal(lib_nr_dmrs_initial_value(first_symbol + l, n_id),
-                                       per_rb * (*std::max_element(rbs.begin(), rbs.end()) + std::size_t{1}), sequence);
+        lib_nr_append_reference_signal(c_init, per_rb * (*std::max_element(rbs.begin(), rbs.end()) + std::size_t{1}),
+                                       sequence);
+        if (lib_nr_explanation_t* const explanation = _explanation_of(slot)) {
+            explanation->dmrs_symbols.push_back(m_pucch->get_first_symbol() + l);
+            explanation->dmrs_c_init.push_back(c_init);
+        }
         for (const unsigned short rb : rbs)
             for (std::size_t i = rb * per_rb; i < (rb + std::size_t{1}) * per_rb; ++i)
                 rows[l].push_back(amplitude * sequence[i]);

@@ -50,7 +50,11 @@ private:
     void _get_uci_bits(std::vector<bits_t>& parts, unsigned int slot);
     static void _generate_payload_data(unsigned int slot_index, std::uint32_t& seed,
                                        const lib_nr_ul_pucch_payload_t& field, bits_t& out);
-    void _deal_coding(const bits_t& bits, bits_t& coded, bool second_part, unsigned int qm) const;
+    /// Also told where an explanation is given.
+    void _deal_coding(const bits_t& bits, bits_t& coded, bool second_part, unsigned int qm,
+                      lib_nr_explanation_t* explanation) const;
+    void _explain(const std::vector<bits_t>& parts, lib_nr_explanation_t& explanation) const;
+    unsigned int _get_c_init() const;
     static void _deal_small_block_coding(const bits_t& bits, bits_t& coded, unsigned int e, unsigned int qm);
     static void _deal_polar_code_block(const bits_t& bits, std::vector<bits_t>& blocks, bool segmented,
                                        lib_nr_crc_type_t crc_type);

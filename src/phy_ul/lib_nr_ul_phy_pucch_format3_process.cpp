@@ -149,10 +149,16 @@ void lib_nr_ul_phy_pucch_format3_process_t::_generate_dmrs_data(slot_rows_t& row
     for (unsigned int k = 0; k < rows.size(); ++k) {
         const unsigned int hop = _is_second_hop(k, static_cast<unsigned int>(positions.size())) ? 1 : 0;
         const unsigned int symbol = m_pucch->get_first_symbol() + positions[k];
+        const unsigned int c_init = lib_nr_dmrs_initial_value(_get_slot_symbols() * slot + symbol, n_id);
+        if (lib_nr_explanation_t* const explanation = _explanation_of(slot)) {
+            explanation->dmrs_symbols.push_back(symbol);
+            explanation->u.push_back(param.u[hop]);
+            explanation->v.push_back(is_type_2 ? 0 : param.v[hop]);
+            if (is_type_2)
+                explanation->dmrs_c_init.push_back(c_init);
+        }
         if (is_type_2)
-            lib_nr_low_papr_sequence2::generate_low_papr_sequence_2(
-                {param.u[hop], 0, lib_nr_dmrs_initial_value(_get_slot_symbols() * slot + symbol, n_id), length},
-                rows[k]);
+            lib_nr_low_papr_sequence2::generate_low_papr_sequence_2({param.u[hop], 0, c_init, length}, rows[k]);
         else
             lib_nr_low_papr_sequence1::generate_low_papr_sequence_1(
                 {param.u[hop], param.v[hop], param.alpha.at(symbol), 0, length}, rows[k]);

@@ -17,6 +17,7 @@
 #include <array>
 #include <cstddef>
 #include <iostream>
+#include <map>
 #include <numeric>
 
 namespace vek::nr_mod_lib
@@ -184,8 +185,36 @@ bool lib_nr_ul_phy_pusch_process_t::sch_encode_process(unsigned int slot)
         _phy_sch_precoding(m_layer_symbols, m_precoded_symbols);
     }
     phy_sch_remap(slot, LIB_NR_REMAPP_MODE_ENCODE_MAP);
+    if (m_explanation)
+        _explain(slot);
     _clear_slot();
     return true;
+}
+
+/// The DMRS symbols of hops are listed out of order.
+void lib_nr_ul_phy_pusch_process_t::_explain(unsigned int slot)
+{
+    const unsigned int first_symbol = slot * m_symbol_per_slot;
+    std::vector<lib_nr_resource_run_t> runs;
+    _place(
+        slot, [&](unsigned int) -> const auto& { return m_rb_runs; }, runs);
+    const auto second_hop = std::find_if(runs.begin(), runs.end(), [&](const lib_nr_resource_run_t& run) {
+        return _hops_in_slot() && run.symbol - first_symbol >= _hop_boundary();
+    });
+    m_explanation->add_runs({runs.begin(), second_hop}, first_symbol);
+    m_explanation->add_runs({second_hop, runs.end()}, first_symbol, true);
+    if (m_antenna_port < (_is_one_stream() ? 1 : m_precoded_symbols.size()))
+        m_explanation->add_cells(m_cells.data, first_symbol);
+    if (m_enable_transfer_precoding)
+        m_explanation->dmrs_symbols = m_dmrs_symbols;
+    _explain_figures();
+    std::map<unsigned int, std::uint32_t> initial_values;
+    for (std::size_t i = 0; i < m_explanation->dmrs_c_init.size(); ++i)
+        initial_values[m_explanation->dmrs_symbols[i]] = m_explanation->dmrs_c_init[i];
+    m_explanation->dmrs_c_init.clear();
+    for (const auto& [symbol, initial_value] : initial_values)
+        m_explanation->dmrs_c_init.push_back(initial_value);
+    std::sort(m_explanation->dmrs_symbols.begin(), m_explanation->dmrs_symbols.end());
 }
 
 /// One layer on one port, as it is: its symbols go into the grid straight from their numbers.
@@ -517,8 +546,12 @@ void lib_nr_ul_phy_pusch_process_t::_generate_low_papr_dmrs(unsigned int slot)
         const auto [group_hop, number] =
             m_rules.pick(lib_nr_deviation_t::low_papr_symbol, _low_papr_hop(before + _symbol_in_hop(symbol), length),
                          _low_papr_hop(before + symbol, length));
-        lib_nr_low_papr_sequence1::generate_low_papr_sequence_1(
-            {get_sequence_group(m_n_rs_id, group_hop), number, 0.0, k_delta, length}, sequences);
+        const unsigned int group = get_sequence_group(m_n_rs_id, group_hop);
+        lib_nr_low_papr_sequence1::generate_low_papr_sequence_1({group, number, 0.0, k_delta, length}, sequences);
+        if (m_explanation) {
+            m_explanation->u.push_back(group);
+            m_explanation->v.push_back(number);
+        }
     }
 }
 

@@ -93,6 +93,8 @@ private:
     void _place(unsigned int slot, runs_of_t runs_of, std::vector<lib_nr_resource_run_t>& placed) const;
     void _list_cells(unsigned int slot, const rb_list_t& rb_list);
 
+    void _explain(unsigned int slot);
+
     void _generate_low_papr_dmrs(unsigned int slot);
     unsigned int _symbol_in_hop(unsigned int symbol) const;
     std::pair<unsigned int, unsigned int> _low_papr_hop(unsigned int place, std::uint32_t length) const;

@@ -170,7 +170,24 @@ bool lib_nr_ul_phy_srs_process_t::nr_ul_phy_srs_encode_map(unsigned int slot)
         grid().write_run(symbol.run, _nr_ul_phy_srs_sequence_gen(symbol.u, symbol.v).data(), amplitude);
     if (m_has_port)
         grid().leave_out((m_N_symb - m_symbols.size()) * (m_subcarriers / (m_p_f * m_K_TC)));
+    if (m_explanation && m_has_port)
+        _explain(slot);
     return true;
+}
+
+/// The RBs of the first symbol are the first hop's; where later symbols have others, those stand apart.
+void lib_nr_ul_phy_srs_process_t::_explain(unsigned int slot) const
+{
+    const unsigned int first_symbol = slot * m_slot_symbols;
+    for (const symbol_t& symbol : m_symbols) {
+        constexpr auto k_rb = static_cast<std::int32_t>(k_subcarriers_per_rb);
+        const bool has_hopped = symbol.run.first_subcarrier / k_rb != m_symbols.front().run.first_subcarrier / k_rb;
+        m_explanation->add_runs({symbol.run}, first_symbol, has_hopped);
+        m_explanation->add_cells({symbol.run}, first_symbol);
+        m_explanation->u.push_back(symbol.u);
+        m_explanation->v.push_back(symbol.v);
+    }
+    m_explanation->figures = {{"n_id", m_n_ID_SRS}, {"comb", m_K_TC}, {"ports", m_port_number}, {"port", m_port}};
 }
 
 /// The symbols of a slot. With the extended prefix the first ones may lie ahead of it.

@@ -2,6 +2,7 @@
 
 #include "common/nr_mod_lib_export.h"
 #include "manager/lib_nr_ul_srs_configure_manager.h"
+#include "phy/lib_nr_phy_observer.h"
 #include "phy/lib_nr_resource_manager.h"
 #include "phy_common/lib_nr_deviation.h"
 
@@ -19,7 +20,7 @@ class lib_nr_waveform_configure_manager_t;
 /// does not hop. By the own rule the amplitude is multiplied by the square root of the number of ports, sequence
 /// hopping begins by the length that the whole band has, and n_shift counts from the grid's first subcarrier. A symbol
 /// ahead of its slot and cells outside the grid are left out in the view as in the signal.
-class NR_MOD_LIB_EXPORT lib_nr_ul_phy_srs_process_t : public lib_nr_ruled_t
+class NR_MOD_LIB_EXPORT lib_nr_ul_phy_srs_process_t : public lib_nr_ruled_t, public lib_nr_explaining_t
 {
 public:
     /// Takes an entry of a carrier's list, for a frame and the pass of a numerology. Always true.
@@ -53,6 +54,7 @@ private:
     bool nr_ul_phy_srs_ui_view_map(unsigned int slot);
     bool nr_ul_phy_srs_encode_map(unsigned int slot);
     void _list_symbols(unsigned int slot);
+    void _explain(unsigned int slot) const;
     std::pair<unsigned int, unsigned int> _get_sequence_uv(unsigned int symbol_in_frame) const;
     const std::vector<std::complex<double>>& _nr_ul_phy_srs_sequence_gen(unsigned int u, unsigned int v);
     double _cyclic_shift() const;

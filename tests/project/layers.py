@@ -12,7 +12,7 @@ import re
 import sys
 
 GRIDS = {"lib_nr_resource_manager", "lib_nr_resource_marks", "lib_nr_resource_type", "lib_nr_prach_resource_manager",
-         "lib_nr_phy_record"}
+         "lib_nr_phy_record", "lib_nr_phy_observer"}
 ALLOWED = {
     "common": {"common"},
     "phy_common": {"common", "phy_common"},
