@@ -32,9 +32,9 @@ std::string stopper_of(const lib_nr_entry_record_t& entry)
 }
 
 /// Why an entry was sent nowhere; empty where that is told elsewhere.
-std::string reason_of(const lib_nr_entry_record_t& entry)
+std::string reason_of(const lib_nr_entry_record_t& entry, lib_nr_silence_t silence)
 {
-    switch (entry.silence) {
+    switch (silence) {
     case LIB_NR_SILENCE_SPACING:
         return is_prach(entry) ? "no enabled numerology has the spacing of ul_bwp[0]"
                                : "no enabled numerology has its spacing";
@@ -69,7 +69,27 @@ std::string cut_of(const lib_nr_entry_record_t& entry)
            (is_prach(entry) ? " subcarriers lie outside the carrier" : " cells lie outside its slots");
 }
 
+/// What keeps an entry out of slots that others of it are sent in.
+constexpr std::array<std::pair<std::string_view, const char*>, 4> k_gates = {{
+    {"SS/PBCH", "no block lies in the slot"},
+    {"PRS", "it has no occasion in the slot"},
+    {"SRS", "its slot list and period leave the slot out"},
+    {"PRACH", "no burst of it begins in the slot"},
+}};
+
 } // namespace
+
+std::string reason_of_slot(const lib_nr_entry_record_t& entry, lib_nr_silence_t silence)
+{
+    if (silence == LIB_NR_SILENCE_FAILED)
+        return "a step of the channel failed";
+    if (silence != LIB_NR_SILENCE_SLOT)
+        return reason_of(entry, silence);
+    for (const auto& [channel, reason] : k_gates)
+        if (channel == entry.channel)
+            return reason;
+    return "its slot list leaves the slot out";
+}
 
 std::string path_of(const lib_nr_channel_entry_t& entry)
 {
@@ -90,7 +110,7 @@ std::vector<std::string> shortfalls_of(const lib_nr_phy_record_t& record)
     for (const lib_nr_entry_record_t& entry : record.entries) {
         const std::string name = path_of(entry) + ": ";
         if (entry.silence != LIB_NR_SILENCE_NONE) {
-            if (const std::string reason = reason_of(entry); !reason.empty())
+            if (const std::string reason = reason_of(entry, entry.silence); !reason.empty())
                 lines.push_back(name + "sent in no " + (is_prach(entry) ? "frame: " : "slot: ") + reason);
             continue;
         }

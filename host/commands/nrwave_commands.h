@@ -11,6 +11,7 @@ namespace nrwave
 std::unique_ptr<command_t> generate_command();
 std::unique_ptr<command_t> get_command();
 std::unique_ptr<command_t> show_command();
+std::unique_ptr<command_t> explain_command();
 std::unique_ptr<command_t> map_command();
 std::unique_ptr<command_t> save_command();
 std::unique_ptr<command_t> complete_command();

@@ -31,11 +31,27 @@ void declare_delivery(CLI::App& app, delivery_t& delivery)
         ->transform(in_full);
 }
 
-void declare_number(CLI::App& app, const char* name, unsigned int& number, const char* help)
+namespace
+{
+
+template <class number_t>
+void declare_whole_number(CLI::App& app, const char* name, number_t& number, const char* help)
 {
     app.add_option(name, number, help)->type_name("NUMBER")->transform([](const std::string& text) {
         return whole_number_in_full(text).value_or(text);
     });
+}
+
+} // namespace
+
+void declare_number(CLI::App& app, const char* name, unsigned int& number, const char* help)
+{
+    declare_whole_number(app, name, number, help);
+}
+
+void declare_index(CLI::App& app, const char* name, std::optional<unsigned int>& index, const char* help)
+{
+    declare_whole_number(app, name, index, help);
 }
 
 void configuration_t::declare_file(CLI::App& app)

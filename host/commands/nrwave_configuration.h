@@ -20,6 +20,9 @@ void declare_delivery(CLI::App& app, delivery_t& delivery);
 /// A whole number, which may have an exponent or a suffix as the values of settings.
 void declare_number(CLI::App& app, const char* name, unsigned int& number, const char* help);
 
+/// The same for a number that need not be given.
+void declare_index(CLI::App& app, const char* name, std::optional<unsigned int>& index, const char* help);
+
 /// What configures a waveform on the command line: a settings file, presets, recipes and single steps, in that
 /// order.
 class configuration_t

@@ -74,10 +74,14 @@ TEST_F(nrwave_program, fails_with_one_line_and_leaves_nothing_behind)
     fs::create_symlink("loop", m_folder / "loop");
     const std::set<std::string> before = files();
 
-    const std::array<std::pair<const char*, const char*>, 78> rows = {{
+    const std::array<std::pair<const char*, const char*>, 82> rows = {{
         {"generate --set nothing=1 -o x", "unknown path nothing"},
         {"generate --set carrier[0].nothing=1 -o x", "unknown path carrier[0].nothing"},
         {"generate --set carrier[1].enable=1 -o x", "index past the end"},
+        {"explain --carrier 1", "carrier 1 is past the end: there are 1"},
+        {"explain --frame 1", "frame 1 is past the end: there are 1"},
+        {"explain --slot 20", "slot 20 is past the end: there are 20"},
+        {"explain --set carrier[0].dl_ssb.enable=1 --channel dl_ss", "no enabled channel is dl_ss"},
         {"generate --set carrier.enable=1 -o x", "needs an index"},
         {"generate --set carrier[0].dl_ssb[0].enable=1 -o x", "index"},
         {"generate --set carrier[-1].enable=1 -o x", "bad index"},
@@ -630,6 +634,30 @@ TEST_F(nrwave_program, completes_command_lines_in_bash)
     EXPECT_EQ(replies("'nrwave get --set \"add carrier[0].dl_c'"),
               "add carrier[0].dl_csirs\nadd carrier[0].dl_csirs[0].\n");
     EXPECT_EQ(replies("'nrwave map --recipe '"), "\n");
+}
+
+TEST_F(nrwave_program, explains_what_is_sent_and_why_the_rest_of_a_slot_is_not)
+{
+    const std::string pdsch =
+        "explain --set carrier[0].channel_bandwidth=20m --set carrier[0].dl_csirs[0].enable=1 --set "
+        "carrier[0].dl_pdsch[0].slot_allocation=1 --set carrier[0].dl_pdsch[0].enable=1 ";
+    const auto sent = nlohmann::ordered_json::parse(run(pdsch + "--channel dl_pdsch --json").out);
+    ASSERT_EQ(sent.size(), 1u);
+    std::string keys;
+    for (const auto& item : sent[0].items())
+        keys += item.key() + ' ';
+    EXPECT_EQ(keys, "path frame slot sent reason symbols rbs c_init dmrs_symbols dmrs_c_init tbs base_graph lifting "
+                    "code_blocks e g k0 stages ");
+    EXPECT_EQ(sent[0]["path"], "carrier[0].dl_pdsch[0]");
+    EXPECT_EQ(sent[0]["slot"], 1);
+    EXPECT_TRUE(sent[0]["reason"].is_null());
+    const auto slot = nlohmann::json::parse(run(pdsch + "--slot 2 --channel carrier[0].dl_pdsch[0] --json").out);
+    ASSERT_EQ(slot.size(), 1u);
+    EXPECT_EQ(slot[0]["sent"], false);
+    EXPECT_EQ(slot[0]["reason"], "its slot list leaves the slot out");
+    const std::string text = run(pdsch + "--slot 2").out;
+    EXPECT_NE(text.find("carrier[0].dl_pdsch[0], frame 0, slot 2: not sent: its slot list leaves the slot out\n"),
+              std::string::npos);
 }
 
 TEST_F(nrwave_program, does_what_readme_and_manual_say_on_a_clean_copy)
