@@ -36,9 +36,9 @@ int run(command_t& command, trace_t& trace)
 
 int main(int argc, char** argv)
 {
-    const std::array commands = {generate_command(), show_command(),    info_command(), get_command(),
-                                 map_command(),      explain_command(), save_command(), list_command(),
-                                 presets_command(),  complete_command()};
+    const std::array commands = {generate_command(), show_command(),    info_command(),    compare_command(),
+                                 get_command(),      map_command(),     explain_command(), save_command(),
+                                 list_command(),     presets_command(), complete_command()};
     bool verbose = false;
 
     CLI::App app("5G NR baseband waveforms: samples, resource maps and settings files from a list of steps.\n"

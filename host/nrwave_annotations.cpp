@@ -2,6 +2,7 @@
 
 #include "host/nrwave_prach.h"
 #include "host/nrwave_record.h"
+#include "host/nrwave_symbol_time.h"
 
 #include <algorithm>
 #include <cmath>
@@ -16,7 +17,6 @@ namespace
 {
 
 constexpr double k_frame_s = 0.01;
-constexpr double k_subframe_s = 0.001;
 
 /// Times and frequencies of a piece, before its place among the samples is known.
 struct piece_t
@@ -27,24 +27,20 @@ struct piece_t
     double high_hz = 0.0;
 };
 
-/// When a symbol begins, its prefix included, from the start of the waveform (TS 38.211 clause 5.3.1).
-double start_of(unsigned int slot, unsigned int symbol, bool is_extended, unsigned int slots_in_subframe)
+/// What lies in one slot.
+piece_t piece_of(std::uint32_t slot, const lib_nr_slot_extent_t& extent, lib_nr_numerology_type_t spacing,
+                 bool is_extended)
 {
-    constexpr double k_unit_s = 1.0 / 30.72e6;
-    const unsigned int symbols = is_extended ? 12 : 14;
-    const unsigned int subframe = slot / slots_in_subframe;
-    const unsigned int in_subframe = slot % slots_in_subframe * symbols + symbol;
-    const double length = (is_extended ? 2560.0 : 2192.0) / slots_in_subframe;
-    const double longer =
-        is_extended ? 0.0 : 16.0 * ((in_subframe > 0 ? 1 : 0) + (in_subframe > 7 * slots_in_subframe ? 1 : 0));
-    return subframe * k_subframe_s + (in_subframe * length + longer) * k_unit_s;
+    const unsigned int slots_in_subframe = 1u << spacing;
+    const double hertz = 15e3 * slots_in_subframe;
+    return {start_of(slot, extent.first_symbol, is_extended, slots_in_subframe),
+            start_of(slot, extent.symbol_end, is_extended, slots_in_subframe), (extent.first_subcarrier - 0.5) * hertz,
+            (extent.subcarrier_end - 0.5) * hertz};
 }
 
 /// One for each run of slots.
 std::vector<piece_t> pieces_of(const lib_nr_entry_record_t& entry, bool is_extended)
 {
-    const unsigned int slots_in_subframe = 1u << entry.spacing;
-    const double spacing = 15e3 * slots_in_subframe;
     std::vector<std::pair<std::uint32_t, lib_nr_slot_extent_t>> slots;
     for (std::size_t i = 0; i < entry.slots.size(); ++i)
         slots.emplace_back(entry.slots[i], entry.extents[i]);
@@ -53,9 +49,7 @@ std::vector<piece_t> pieces_of(const lib_nr_entry_record_t& entry, bool is_exten
     std::vector<piece_t> pieces;
     for (std::size_t i = 0; i < slots.size(); ++i) {
         const auto& [slot, extent] = slots[i];
-        const piece_t piece = {start_of(slot, extent.first_symbol, is_extended, slots_in_subframe),
-                               start_of(slot, extent.symbol_end, is_extended, slots_in_subframe),
-                               (extent.first_subcarrier - 0.5) * spacing, (extent.subcarrier_end - 0.5) * spacing};
+        const piece_t piece = piece_of(slot, extent, entry.spacing, is_extended);
         if (i == 0 || slot > slots[i - 1].first + 1) {
             pieces.push_back(piece);
             continue;
@@ -105,11 +99,12 @@ public:
           m_rate(static_cast<double>(samples) / waveform.get_waveform_length())
     {}
 
-    void add(const piece_t& piece, const lib_nr_channel_entry_t& entry)
+    void add(const piece_t& piece, const lib_nr_channel_entry_t& entry, const std::string& what = {})
     {
         const cfg_nr_carrier_t& carrier = *m_waveform.get_carrier(entry.carrier);
         const double delay = carrier.get_timing_offset();
-        annotation_t annotation = {_sample(piece.start_s + delay), 0, piece.low_hz, piece.high_hz, path_of(entry)};
+        annotation_t annotation = {_sample(piece.start_s + delay), 0, piece.low_hz, piece.high_hz,
+                                   path_of(entry) + what};
         annotation.samples = _sample(piece.end_s + delay) - annotation.first_sample;
         annotation.low_hz += carrier.get_frequency_offset();
         annotation.high_hz += carrier.get_frequency_offset();
@@ -157,19 +152,27 @@ private:
 
 } // namespace
 
-std::vector<annotation_t> annotations_of(cfg_nr_waveform_t& waveform, lib_nr_phy_t& engine, std::uint64_t samples)
+std::vector<annotation_t> annotations_of(cfg_nr_waveform_t& waveform, lib_nr_phy_t& engine,
+                                         const std::vector<reference_signal_t>& references, std::uint64_t samples)
 {
     if (samples == 0)
         return {};
     placement_t placement(waveform, samples);
     const std::vector<lib_nr_entry_record_t> entries = engine.get_record().entries; // views may follow
+    const auto is_extended = [&](unsigned int carrier, lib_nr_numerology_type_t spacing) {
+        return spacing == LIB_NR_SCS_60K &&
+               waveform.get_carrier(carrier)->get_dl_bwp(0)->get_cp_type() == LIB_NR_EXTEND_CP;
+    };
     for (const lib_nr_entry_record_t& entry : entries) {
-        const bool is_extended = waveform.get_carrier(entry.carrier)->get_dl_bwp(0)->get_cp_type() == LIB_NR_EXTEND_CP;
         const bool is_burst = is_prach(waveform, entry.carrier);
         for (const piece_t& piece : is_burst ? bursts_of(entry, waveform, engine)
-                                             : pieces_of(entry, is_extended && entry.spacing == LIB_NR_SCS_60K))
+                                             : pieces_of(entry, is_extended(entry.carrier, entry.spacing)))
             placement.add(piece, entry);
     }
+    for (const reference_signal_t& signal : references)
+        placement.add(
+            piece_of(signal.slot, signal.extent, signal.spacing, is_extended(signal.entry.carrier, signal.spacing)),
+            signal.entry, signal.content == LIB_NR_CELL_DMRS ? " DMRS" : " PTRS");
     return placement.in_order();
 }
 

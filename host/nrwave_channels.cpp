@@ -55,7 +55,7 @@ std::vector<channel_t> channels_of(cfg_nr_waveform_t& waveform, const lib_nr_phy
         const auto centre = static_cast<double>(carrier.get_frequency_offset());
         const bool is_sent = std::any_of(record.entries.begin(), record.entries.end(),
                                          [&](const auto& entry) { return entry.carrier == c && entry.cells > 0; });
-        channels.push_back({"carrier[" + std::to_string(c) + ']', band_t{centre - half, centre + half},
+        channels.push_back({c, "carrier[" + std::to_string(c) + ']', band_t{centre - half, centre + half},
                             transmission_of(carrier, centre), is_sent});
         if (waveform.get_mirror_spectrum())
             for (band_t* band : {&channels.back().edges, &channels.back().transmission})

@@ -189,4 +189,28 @@ plot_t power_plot(const signal_t& signal, const measurement_t& measurement)
     return plot;
 }
 
+plot_t constellation_plot(const constellation_t& constellation)
+{
+    constexpr double k_room = 1.15;
+    double reach = 0.0;
+    const auto write = [&](std::ostream& out, const char* name, const std::vector<std::complex<double>>& points) {
+        out << '$' << name << " << EOD\n";
+        for (const std::complex<double>& point : points) {
+            reach = std::max({reach, std::fabs(point.real()), std::fabs(point.imag())});
+            out << point.real() << ' ' << point.imag() << '\n';
+        }
+        out << "EOD\n";
+    };
+    plot_t plot(640, 700);
+    std::ostream& out = plot.script();
+    write(out, "received", constellation.received);
+    write(out, "sent", constellation.sent);
+    reach = std::max(k_room * reach, 1e-3);
+    out << "set title 'Constellation of " << constellation.path << "' noenhanced\nset xlabel 'I'\nset ylabel 'Q'\n"
+        << "set size ratio -1\nset xrange [" << -reach << ':' << reach << "]\nset yrange [" << -reach << ':' << reach
+        << "]\nset key outside bottom center horizontal\nplot $received with points pt 7 ps 0.3 lc rgb '" << k_dark
+        << "' title 'received', $sent with points pt 1 ps 1 lc rgb '" << k_accent << "' title 'sent'\n";
+    return plot;
+}
+
 } // namespace nrwave

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "host/analysis/nrwave_evm.h"
 #include "host/analysis/nrwave_measurement.h"
 #include "host/nrwave_plot.h"
 
@@ -13,5 +14,8 @@ plot_t spectrum_plot(const spectrum_t& spectrum, const measurement_t& measuremen
 plot_t ccdf_plot(const measurement_t& measurement);
 /// Mean and peak power of short pieces.
 plot_t power_plot(const signal_t& signal, const measurement_t& measurement);
+
+/// The cells of a channel as they are received, over those sent.
+plot_t constellation_plot(const constellation_t& constellation);
 
 } // namespace nrwave

@@ -1,6 +1,6 @@
 #include "host/nrwave_delivery.h"
 
-#include "common/lib_fft_plan.h"
+#include "host/analysis/nrwave_resampling.h"
 #include "host/nrwave_failure.h"
 
 #include <algorithm>
@@ -13,15 +13,12 @@ namespace nrwave
 {
 
 using namespace vek::nr_mod_lib;
-using vek::common_lib::lib_fft_plan_t;
 
 namespace
 {
 
 constexpr std::uint64_t k_most_samples = std::uint64_t{1} << 31;
 constexpr double k_most_scale_db = 200.0;
-
-__extension__ using wide_t = unsigned __int128;
 
 /// The lowest rate that holds the occupied bands of all enabled carriers.
 std::uint64_t occupied_hz(cfg_nr_waveform_t& waveform)
@@ -40,49 +37,13 @@ std::uint64_t occupied_hz(cfg_nr_waveform_t& waveform)
 /// Samples of the waveform at a rate; nothing where they are no whole number.
 std::optional<std::uint64_t> samples_at(std::uint64_t rate, const cfg_nr_waveform_t& waveform)
 {
-    const wide_t product = static_cast<wide_t>(waveform.get_waveform_sample_points()) * rate;
-    const std::uint64_t own = waveform.get_waveform_sample_rate();
-    if (own == 0 || product % own != 0)
-        return std::nullopt;
-    return static_cast<std::uint64_t>(product / own);
+    return nrwave::samples_at(rate, waveform.get_waveform_sample_points(), waveform.get_waveform_sample_rate());
 }
 
 /// How often so many samples have to come for a multiple of a number.
 std::uint64_t repeats_for(std::uint64_t samples, std::uint64_t multiple_of)
 {
     return samples == 0 ? 1 : multiple_of / std::gcd(samples, multiple_of);
-}
-
-/// Cuts or pads the spectrum of a period. Half of the rate is the lower edge of the band, or in a mirrored one the
-/// upper one, so that a band as wide as the rate keeps its outermost line.
-std::vector<std::complex<double>> resampled(const std::vector<std::complex<double>>& samples, std::size_t count,
-                                            bool mirrored)
-{
-    const std::size_t before = samples.size();
-    std::vector<std::complex<double>> spectrum;
-    spectrum.reserve(std::max(before, count));
-    spectrum.assign(samples.begin(), samples.end());
-    lib_fft_plan_t(before, vek::common_lib::LIB_FFT_FORWARD).execute(spectrum.data(), spectrum.data());
-
-    const std::size_t kept = std::min(before, count);
-    const std::size_t below = mirrored ? (kept - 1) / 2 : kept / 2; // lines of negative frequency
-    const std::size_t from = before - below;
-    if (count > before) {
-        spectrum.resize(count);
-        std::copy_backward(spectrum.begin() + static_cast<std::ptrdiff_t>(from),
-                           spectrum.begin() + static_cast<std::ptrdiff_t>(before), spectrum.end());
-        std::fill(spectrum.begin() + static_cast<std::ptrdiff_t>(from),
-                  spectrum.end() - static_cast<std::ptrdiff_t>(below), 0.0);
-    }
-    else {
-        std::copy(spectrum.begin() + static_cast<std::ptrdiff_t>(from), spectrum.end(),
-                  spectrum.begin() + static_cast<std::ptrdiff_t>(count - below));
-        spectrum.resize(count);
-    }
-    for (std::complex<double>& line : spectrum)
-        line /= static_cast<double>(before);
-    lib_fft_plan_t(count, vek::common_lib::LIB_FFT_INVERSE).execute(spectrum.data(), spectrum.data());
-    return spectrum;
 }
 
 double peak_of(vek::common_lib::lib_signal_view_t samples)

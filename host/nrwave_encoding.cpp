@@ -174,6 +174,13 @@ void sample_encoder_t::_append_text(const std::complex<double>* samples, std::si
     }
 }
 
+void sample_decoder_t::_take(std::complex<double> sample)
+{
+    m_level.add(&sample, 1);
+    if (m_kept)
+        m_kept->push_back(sample);
+}
+
 void sample_decoder_t::add(std::string_view bytes)
 {
     m_bytes.append(bytes);
@@ -253,8 +260,7 @@ void sample_decoder_t::_take_binary()
             std::array<decltype(number), 2> pair;
             std::memcpy(pair.data(), m_bytes.data() + i * sizeof pair, sizeof pair);
             const std::complex<double> sample = {static_cast<double>(pair[0]), static_cast<double>(pair[1])};
-            const std::complex<double> scaled = sample / full_scale;
-            m_level.add(&scaled, 1);
+            _take(sample / full_scale);
         }
     };
     switch (m_format) {
@@ -295,8 +301,7 @@ void sample_decoder_t::_take_line(std::string_view line)
     if (comma == line.size() || !lib_number_text_t::text_to_double(line.substr(0, comma), real) ||
         !lib_number_text_t::text_to_double(line.substr(comma + 1), imaginary))
         throw failure_t("no sample: " + shortened(one_line(std::string(line))));
-    const std::complex<double> sample = {real, imaginary};
-    m_level.add(&sample, 1);
+    _take({real, imaginary});
 }
 
 } // namespace nrwave

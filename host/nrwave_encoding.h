@@ -73,8 +73,11 @@ public:
     void finish();
 
     const level_t& level() const { return m_level; }
+    /// Has the samples kept in full.
+    void keep_in(std::vector<std::complex<double>>& samples) { m_kept = &samples; }
 
 private:
+    void _take(std::complex<double> sample);
     bool _took_head();
     void _take_npy_head();
     void _take_binary();
@@ -87,6 +90,7 @@ private:
     bool m_is_behind_head = false;
     std::uint64_t m_promised = 0; ///< by the head of an npy file
     level_t m_level;
+    std::vector<std::complex<double>>* m_kept = nullptr;
 };
 
 } // namespace nrwave

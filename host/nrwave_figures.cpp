@@ -15,6 +15,8 @@ namespace
 
 using json_t = nlohmann::ordered_json;
 
+std::string percent(const std::optional<double>& part) { return part ? fixed(*part, 3) + " %" : "none"; }
+
 std::string megahertz(double hertz) { return fixed(hertz / 1e6, 3) + " MHz"; }
 
 figure_group_t waveform_group(const measurement_t& measurement)
@@ -60,6 +62,19 @@ figure_group_t carrier_group(const carrier_measurement_t& carrier)
     for (std::size_t side = 0; side < names.size(); ++side)
         group.rows.push_back({names[side], text_of(carrier.aclr[side], carrier), limit_of(carrier.aclr[side]),
                               is_exceeded(carrier.aclr[side])});
+    group.rows.push_back({"EVM", percent(carrier.evm_percent), "", false});
+    return group;
+}
+
+/// The entries of the channels, each with the limit of its modulation.
+figure_group_t evm_group(const std::vector<channel_evm_t>& channels)
+{
+    figure_group_t group{"error vector magnitude", {}};
+    for (const channel_evm_t& channel : channels)
+        group.rows.push_back(
+            {channel.path, percent(channel.percent),
+             channel.limit_percent ? "at most " + shortest(*channel.limit_percent) + " %: " + k_evm_source : "",
+             channel.is_exceeded()});
     return group;
 }
 
@@ -98,16 +113,29 @@ json_t json_of(const carrier_measurement_t& carrier)
             {"occupied_bandwidth_limit_hz", carrier.channel.edges.width_hz()},
             {"aclr_lower_db", or_null(carrier.aclr[0].db)},
             {"aclr_upper_db", or_null(carrier.aclr[1].db)},
-            {"aclr_limit_db", k_least_aclr_db.value}};
+            {"aclr_limit_db", k_least_aclr_db.value},
+            {"evm_percent", or_null(carrier.evm_percent)}};
 }
 
 } // namespace
+
+nlohmann::ordered_json json_of(const std::vector<channel_evm_t>& channels)
+{
+    json_t list = json_t::array();
+    for (const channel_evm_t& channel : channels)
+        list.push_back({{"path", channel.path},
+                        {"evm_percent", or_null(channel.percent)},
+                        {"evm_limit_percent", or_null(channel.limit_percent)}});
+    return list;
+}
 
 std::vector<figure_group_t> groups_of(const measurement_t& measurement)
 {
     std::vector<figure_group_t> groups = {waveform_group(measurement)};
     for (const carrier_measurement_t& carrier : measurement.carriers)
         groups.push_back(carrier_group(carrier));
+    if (!measurement.channels.empty())
+        groups.push_back(evm_group(measurement.channels));
     return groups;
 }
 
@@ -130,7 +158,7 @@ std::vector<std::vector<std::string>> markers_of(const measurement_t& measuremen
 
 std::string text_of(const measurement_t& measurement)
 {
-    constexpr std::size_t k_name = 20;
+    constexpr std::size_t k_name = 26;
     constexpr std::size_t k_value = 28;
     constexpr std::size_t k_marker = 12;
     std::string text;
@@ -150,7 +178,7 @@ std::string text_of(const measurement_t& measurement)
         }
     }
     const std::vector<std::string> exceeded = measurement.exceeded();
-    return text + "\nexceeded            " + (exceeded.empty() ? "nothing" : joined(exceeded)) + '\n';
+    return text + "\nexceeded                  " + (exceeded.empty() ? "nothing" : joined(exceeded)) + '\n';
 }
 
 nlohmann::ordered_json json_of(const measurement_t& measurement)
@@ -170,6 +198,7 @@ nlohmann::ordered_json json_of(const measurement_t& measurement)
               {"burst", json_of(measurement.burst.markers)},
               {"gaussian", json_of(measurement.gaussian)}}},
             {"carriers", carriers},
+            {"channels", json_of(measurement.channels)},
             {"exceeded", measurement.exceeded()}};
 }
 

@@ -29,6 +29,9 @@ std::vector<figure_group_t> groups_of(const measurement_t& measurement);
 /// The markers as a table: a line of heads, then waveform, burst and Gaussian noise.
 std::vector<std::vector<std::string>> markers_of(const measurement_t& measurement);
 
+/// The channels' error vector magnitudes under their names in JSON.
+nlohmann::ordered_json json_of(const std::vector<channel_evm_t>& channels);
+
 /// All of it as text in columns. What passes its limit is marked, and listed at the end.
 std::string text_of(const measurement_t& measurement);
 /// The same under fixed names; null where silence or the rate leaves nothing to tell.

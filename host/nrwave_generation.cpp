@@ -6,8 +6,12 @@
 #include "host/nrwave_record.h"
 #include "phy/lib_nr_resource_manager.h"
 
+#include <algorithm>
+#include <array>
 #include <new>
+#include <stdexcept>
 #include <string>
+#include <string_view>
 
 namespace nrwave
 {
@@ -34,6 +38,62 @@ std::string failure_line(const lib_nr_phy_t& engine, const std::string& reason =
     if (step && step->slot)
         line += ", slot " + std::to_string(*step->slot);
     return reason.empty() ? line : line + ": " + reason;
+}
+
+/// Owners of the cells that carry reference signals, numbered behind those of the grid.
+struct reference_owner_t
+{
+    std::string_view channel;
+    lib_nr_channel_resource_mapping_type_t owner; ///< of all cells of the channel
+    lib_nr_cell_content_t content;
+    const char* name;
+};
+
+constexpr std::array<reference_owner_t, k_owners - k_conflict_owner - 1> k_reference_owners = {{
+    {"SS/PBCH", LIB_NR_RESOURCE_MAPPING_SSB, LIB_NR_CELL_DMRS, "SSB DMRS"},
+    {"PDCCH", LIB_NR_RESOURCE_MAPPING_PDCCH, LIB_NR_CELL_DMRS, "PDCCH DMRS"},
+    {"PDSCH", LIB_NR_RESOURCE_MAPPING_PDSCH, LIB_NR_CELL_DMRS, "PDSCH DMRS"},
+    {"PDSCH", LIB_NR_RESOURCE_MAPPING_PDSCH, LIB_NR_CELL_PTRS, "PDSCH PTRS"},
+    {"PUCCH", LIB_NR_RESOURCE_MAPPING_PUCCH, LIB_NR_CELL_DMRS, "PUCCH DMRS"},
+    {"PUSCH", LIB_NR_RESOURCE_MAPPING_PUSCH, LIB_NR_CELL_DMRS, "PUSCH DMRS"},
+    {"PUSCH", LIB_NR_RESOURCE_MAPPING_PUSCH, LIB_NR_CELL_PTRS, "PUSCH PTRS"},
+}};
+
+/// Gives the cells of a run that carry reference signals an owner of their own.
+void mark_reference(const lib_nr_mapped_run_t& run, resource_map_t& map)
+{
+    for (std::size_t i = 0; i < k_reference_owners.size(); ++i) {
+        const reference_owner_t& row = k_reference_owners[i];
+        if (row.channel != run.channel || row.content != run.content)
+            continue;
+        const std::size_t first =
+            std::size_t{run.run.symbol} * map.subcarriers + static_cast<std::size_t>(run.run.first_subcarrier);
+        for (std::size_t cell = 0; cell < run.run.count; ++cell)
+            if (std::uint8_t& owner = map.owners.at(first + cell * std::max(run.run.step, 1U)); owner == row.owner)
+                owner = static_cast<std::uint8_t>(k_conflict_owner + 1 + i);
+    }
+}
+
+/// What the cells carry is known when they are written. Where that fails, or cannot be for a conflict, the map does
+/// without.
+void mark_references(lib_nr_phy_t& engine, resource_map_t& map)
+{
+    if (std::find(map.owners.begin(), map.owners.end(), k_conflict_owner) != map.owners.end())
+        return;
+    engine.set_trace_file_enable(false);
+    struct observation_t
+    {
+        lib_nr_phy_t& engine;
+        ~observation_t() { engine.set_cell_observer({}); }
+    } const observation{engine};
+    engine.set_cell_observer([&](const lib_nr_mapped_cells_t& cells) {
+        for (const lib_nr_mapped_run_t& run : cells.runs)
+            mark_reference(run, map);
+    });
+    try {
+        engine.deal_payload_mapping(map.carrier, map.numerology, map.frame);
+    } catch (const std::out_of_range&) { // as of a PUCCH beyond the carrier, which a run tells
+    }
 }
 
 } // namespace
@@ -91,12 +151,15 @@ resource_map_t map_of(cfg_nr_waveform_t& waveform, lib_nr_phy_t& engine, unsigne
         const std::uint8_t* row = grid.get_owner_row(symbol);
         map.owners.insert(map.owners.end(), row, row + map.subcarriers);
     }
+    mark_references(engine, map);
     return map;
 }
 
 const char* owner_name(std::uint8_t owner)
 {
     constexpr std::size_t prefix = std::char_traits<char>::length("LIB_NR_RESOURCE_MAPPING_");
+    if (owner > k_conflict_owner && owner < k_owners)
+        return k_reference_owners[owner - k_conflict_owner - 1U].name;
     const auto& names = g_lib_nr_channel_resource_mapping_type_t_name_map;
     const auto name = names.find(static_cast<lib_nr_channel_resource_mapping_type_t>(owner));
     return name == names.end() ? "EMPTY" : name->second.c_str() + prefix;

@@ -14,6 +14,11 @@ namespace nrwave
 /// frame, or who meets whom where.
 void generate(vek::nr_mod_lib::cfg_nr_waveform_t& waveform, vek::nr_mod_lib::lib_nr_phy_t& engine);
 
+/// The owner of a cell that two channels claim; cells with reference signals have the owners behind it.
+constexpr std::uint8_t k_conflict_owner = 9;
+/// How many owners there are, the empty cell among them.
+constexpr unsigned int k_owners = 17;
+
 /// The owners of one frame's cells, row by row: `owners[symbol * subcarriers + subcarrier]`.
 struct resource_map_t
 {
@@ -33,9 +38,6 @@ void check_place(vek::nr_mod_lib::cfg_nr_waveform_t& waveform, unsigned int carr
 resource_map_t map_of(vek::nr_mod_lib::cfg_nr_waveform_t& waveform, vek::nr_mod_lib::lib_nr_phy_t& engine,
                       unsigned int carrier, unsigned int numerology, unsigned int frame);
 
-/// An owner's name: its enumerator without the common prefix.
+/// An owner's name: its enumerator without the common prefix, or the channel and its reference signal.
 const char* owner_name(std::uint8_t owner);
-/// How many owners there are, the empty cell among them.
-constexpr unsigned int k_owners = 10;
-
 } // namespace nrwave

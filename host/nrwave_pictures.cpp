@@ -13,8 +13,9 @@ namespace
 {
 
 /// One colour for each owner, in the order of their values.
-constexpr std::array<const char*, k_owners> k_colours = {"#f4f6f8", "#e6a817", "#8e5bb5", "#2f9e8f", "#3a78b8",
-                                                         "#d66a2c", "#5b8c3a", "#8aa9c8", "#b5577f", "#d00000"};
+constexpr std::array<const char*, k_owners> k_colours = {
+    "#f4f6f8", "#e6a817", "#8e5bb5", "#2f9e8f", "#3a78b8", "#d66a2c", "#5b8c3a", "#8aa9c8", "#b5577f",
+    "#d00000", "#b07d00", "#5e3580", "#163f66", "#7fb2e5", "#35561f", "#4c6a88", "#c3d6ea"};
 
 /// A map no finer than a picture shows, column by column.
 struct raster_t
@@ -33,7 +34,7 @@ raster_t raster_of(const resource_map_t& map, const std::array<std::size_t, k_ow
     std::array<std::size_t, k_owners> rank{};
     for (unsigned int owner = 1; owner < k_owners; ++owner)
         rank[owner] = map.owners.size() + 1 - cells[owner];
-    rank[k_owners - 1] = map.owners.size() + 2;
+    rank[k_conflict_owner] = map.owners.size() + 2;
 
     raster_t raster{std::min(map.symbols, k_columns), std::min(map.subcarriers, k_rows), {}};
     raster.owners.resize(std::size_t{raster.columns} * raster.rows);

@@ -4,13 +4,16 @@
 #include "host/nrwave_channels.h"
 #include "host/nrwave_curves.h"
 #include "host/nrwave_digits.h"
+#include "host/nrwave_failure.h"
 #include "host/nrwave_figures.h"
 #include "host/nrwave_mending.h"
 #include "host/nrwave_pictures.h"
 #include "host/nrwave_plot.h"
 #include "host/nrwave_prach.h"
 #include "host/nrwave_record.h"
+#include "host/nrwave_value.h"
 
+#include <algorithm>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -177,13 +180,29 @@ void add_curve(page_t& page, const std::string& name, const plot_t& plot, output
     page.links({name + ".svg"});
 }
 
+void add_constellations(page_t& page, const evm_t& evm, const std::set<std::string>& chosen, outputs_t& outputs,
+                        const std::filesystem::path& folder)
+{
+    if (!chosen.empty())
+        page.heading("Constellations");
+    for (const std::string& path : chosen) {
+        const auto found = std::find_if(evm.constellations.begin(), evm.constellations.end(),
+                                        [&](const constellation_t& own) { return own.path == path; });
+        if (found == evm.constellations.end() || found->sent.empty())
+            throw failure_t("no constellation of " + shortened(one_line(path)) + ": it sends no cell");
+        add_curve(page, "constellation_" + path, constellation_plot(*found), outputs, folder);
+    }
+}
+
 } // namespace
 
-void write_report(cfg_nr_waveform_t& waveform, lib_nr_phy_t& engine, const signal_t& signal, outputs_t& outputs,
-                  const std::filesystem::path& folder)
+void write_report(cfg_nr_waveform_t& waveform, lib_nr_phy_t& engine, const signal_t& signal, const mapped_t& cells,
+                  const std::set<std::string>& chosen, outputs_t& outputs, const std::filesystem::path& folder)
 {
     const spectrum_t spectrum(signal);
-    const measurement_t measurement = measured(signal, spectrum, channels_of(waveform, engine.get_record()));
+    measurement_t measurement = measured(signal, spectrum, channels_of(waveform, engine.get_record()));
+    const evm_t evm = evm_of({signal.period, signal.rate}, cells, chosen);
+    take(evm, measurement);
     const auto radio_frequency = static_cast<double>(waveform.get_radio_frequency());
 
     page_t page;
@@ -197,6 +216,7 @@ void write_report(cfg_nr_waveform_t& waveform, lib_nr_phy_t& engine, const signa
     page.table(markers_of(measurement));
     add_curve(page, "ccdf", ccdf_plot(measurement), outputs, folder);
     add_curve(page, "power", power_plot(signal, measurement), outputs, folder);
+    add_constellations(page, evm, chosen, outputs, folder);
     add_maps(page, waveform, engine, outputs, folder);
     std::vector<std::string> deviations;
     for (const lib_nr_met_deviation_t& met : engine.get_met_deviations())

@@ -80,6 +80,9 @@ std::vector<std::string> measurement_t::exceeded() const
         if (is_exceeded(carrier.aclr[1]))
             names.push_back(carrier.channel.path + ".aclr_upper_db");
     }
+    for (const channel_evm_t& channel : channels)
+        if (channel.is_exceeded())
+            names.push_back(channel.path + ".evm_percent");
     return names;
 }
 

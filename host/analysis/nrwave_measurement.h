@@ -25,10 +25,13 @@ struct limit_t
 constexpr limit_t k_least_aclr_db = {45.0, "TS 38.104 Release 17, clause 6.6.3.2"};
 /// The share of the power within the occupied bandwidth, which may be as wide as the channel.
 constexpr limit_t k_occupied_share = {0.99, "TS 38.104 Release 17, clause 6.6.2"};
+/// Where the limits of the error vector magnitude stand, each of its modulation.
+constexpr const char* k_evm_source = "TS 38.104 Release 17, clause 6.5.2";
 
 /// Where a carrier stands in the spectrum, in hertz from the waveform's centre.
 struct channel_t
 {
+    std::size_t index = 0; ///< in the waveform's list
     std::string path;
     band_t edges;         ///< of the channel
     band_t transmission;  ///< what its numerologies may occupy
@@ -50,11 +53,22 @@ struct carrier_measurement_t
     std::optional<double> power_dbfs; ///< between the edges
     std::optional<band_t> occupied;   ///< between the middles of the gaps to its neighbours
     std::array<aclr_t, 2> aclr;       ///< below and above
+    std::optional<double> evm_percent = {};
 
     bool is_occupied_exceeded() const { return occupied && occupied->width_hz() > channel.edges.width_hz(); }
 };
 
 inline bool is_exceeded(const aclr_t& aclr) { return aclr.db && !aclr.is_shared && *aclr.db < k_least_aclr_db.value; }
+
+/// The error vector magnitude of an entry of a channel, and what it may be.
+struct channel_evm_t
+{
+    std::string path;
+    std::optional<double> percent;
+    std::optional<double> limit_percent;
+
+    bool is_exceeded() const { return percent && limit_percent && *percent > *limit_percent; }
+};
 
 /// What can be reckoned from samples, and what is expected of them.
 struct measurement_t
@@ -68,6 +82,7 @@ struct measurement_t
     ccdf_t burst; ///< of what lies between gaps at either end
     ccdf_markers_t gaussian;
     std::vector<carrier_measurement_t> carriers;
+    std::vector<channel_evm_t> channels = {}; ///< those that are sent
 
     /// The peak of a Gaussian signal of this length over its mean.
     const std::optional<double>& expected_papr_db() const { return gaussian.back(); }

@@ -1,6 +1,7 @@
 #include "host/analysis/nrwave_spectrum.h"
 
 #include "common/lib_fft_plan.h"
+#include "host/analysis/nrwave_resampling.h"
 
 #include <algorithm>
 #include <cmath>
@@ -26,19 +27,6 @@ constexpr double k_lines_in_resolution = 3.24;
 /// Pieces over every sample: with so many the window's squares add to a constant, within 0.001 dB, so that each sample
 /// counts alike.
 constexpr std::size_t k_overlap = 12;
-
-/// The smallest even product of 2, 3 and 5 from a number on, whose transform is quickest.
-std::size_t quick_length(std::size_t least)
-{
-    for (std::size_t half = std::max<std::size_t>(1, (least + 1) / 2);; ++half) {
-        std::size_t rest = half;
-        for (const std::size_t factor : {2U, 3U, 5U})
-            while (rest % factor == 0)
-                rest /= factor;
-        if (rest == 1)
-            return 2 * half;
-    }
-}
 
 /// The modified Bessel function of the first kind and order 0, by its series.
 double bessel(double x)

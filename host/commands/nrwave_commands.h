@@ -16,6 +16,7 @@ std::unique_ptr<command_t> map_command();
 std::unique_ptr<command_t> save_command();
 std::unique_ptr<command_t> complete_command();
 std::unique_ptr<command_t> info_command();
+std::unique_ptr<command_t> compare_command();
 std::unique_ptr<command_t> list_command();
 std::unique_ptr<command_t> presets_command();
 

@@ -1,5 +1,6 @@
 #include "host/commands/nrwave_commands.h"
 #include "host/commands/nrwave_configuration.h"
+#include "host/nrwave_cells.h"
 #include "host/nrwave_failure.h"
 #include "host/nrwave_generation.h"
 #include "host/nrwave_listing.h"
@@ -19,6 +20,8 @@ using namespace vek::nr_mod_lib;
 
 namespace
 {
+
+const std::vector<reference_signal_t> k_no_references; ///< of formats that tell of none
 
 std::string counted(std::uint64_t number, const std::string& thing)
 {
@@ -80,6 +83,11 @@ public:
         declare_delivery(app, m_delivery);
         app.add_option("--report", m_report, "Folder for a report: report.html, and its pictures as PNG and SVG")
             ->type_name("DIR");
+        app.add_option("--constellation", m_constellations,
+                       "A channel whose constellation the report shows, such as carrier[0].dl_pdsch[0]; may be given "
+                       "several times")
+            ->type_name("PATH")
+            ->allow_extra_args(false);
         CLI::Option* quiet = app.add_flag("--quiet", m_quiet, "Say nothing of what was written");
         app.add_flag("--json", m_json, "Say it as a JSON object")->excludes(quiet);
         app.footer("Examples:\n"
@@ -104,8 +112,13 @@ public:
             outputs.make_folder(m_report);
         else if (!files)
             throw failure_t("nothing to write: -o or --report is missing");
+        else if (!m_constellations.empty())
+            throw failure_t("a constellation is part of a report: --report is missing");
         lib_nr_phy_t engine;
         engine.set_trace_file_enable(false); // it would lie outside the folders that the user named
+        std::optional<cell_keeper_t> keeper;
+        if (!m_report.empty() || (format == sample_format_t::sigmf && !is_written_through(m_output)))
+            keeper.emplace(waveform, engine, !m_report.empty());
         generate(waveform, engine);
         for (const std::string& line : shortfalls_of(engine.get_record()))
             m_configuration.tell(line, trace);
@@ -120,11 +133,12 @@ public:
         else
             metadata.summary = summary_of(delivered);
         if (!m_report.empty())
-            write_report(waveform, engine, {delivered.period, delivered.rate, delivered.repeats}, outputs, m_report);
+            write_report(waveform, engine, {delivered.period, delivered.rate, delivered.repeats}, keeper->cells(),
+                         {m_constellations.begin(), m_constellations.end()}, outputs, m_report);
         metadata.summary.files = outputs.names();
         metadata.summary.deviations = engine.get_met_deviations();
         if (files && !is_written_through(m_output))
-            describe(*files, metadata, waveform, engine, delivered);
+            describe(*files, metadata, waveform, engine, keeper ? keeper->references() : k_no_references, delivered);
         if (metadata.summary.clipped > 0)
             m_configuration.tell(counted(metadata.summary.clipped, "sample") + " clipped: held at full scale", trace);
         if (!m_quiet && !is_standard_output(m_output))
@@ -134,14 +148,15 @@ public:
 
 private:
     void describe(sample_files_t& files, metadata_t& metadata, cfg_nr_waveform_t& waveform, lib_nr_phy_t& engine,
-                  const delivered_t& delivered) const
+                  const std::vector<reference_signal_t>& references, const delivered_t& delivered) const
     {
         for (const std::string& step : steps_of(waveform))
             metadata.settings += step + '\n';
         metadata.radio_frequency = waveform.get_radio_frequency();
         metadata.description = description_of(waveform, engine.get_met_deviations());
         metadata.scale_db = m_delivery.scale_db;
-        metadata.annotations = repeated(annotations_of(waveform, engine, delivered.period.size()), delivered);
+        metadata.annotations =
+            repeated(annotations_of(waveform, engine, references, delivered.period.size()), delivered);
         files.describe(metadata);
     }
 
@@ -157,6 +172,7 @@ private:
     std::string m_output;
     std::string m_format = "sigmf";
     std::string m_report;
+    std::vector<std::string> m_constellations;
     delivery_t m_delivery;
     bool m_quiet = false;
     bool m_json = false;

@@ -1,20 +1,12 @@
 #include "host/commands/nrwave_commands.h"
 #include "host/nrwave_failure.h"
-#include "host/nrwave_input.h"
-#include "host/nrwave_metadata.h"
+#include "host/nrwave_recording.h"
 #include "host/nrwave_sha512.h"
+#include "host/nrwave_summary.h"
 #include "host/nrwave_value.h"
 
-#include <array>
-#include <cerrno>
 #include <cmath>
-#include <fcntl.h>
-#include <filesystem>
-#include <functional>
 #include <nlohmann/json.hpp>
-#include <sys/stat.h>
-#include <system_error>
-#include <unistd.h>
 
 namespace nrwave
 {
@@ -22,89 +14,12 @@ namespace nrwave
 namespace
 {
 
-namespace fs = std::filesystem;
-
-/// A file of samples and the one that tells of them.
-struct recording_t
-{
-    std::string data;
-    std::string meta;
-    claim_t claim;
-    bool is_sigmf = false;
-};
-
-std::string with_suffix(const std::string& file, const std::string& suffix)
-{
-    return fs::path(file).replace_extension(suffix).string();
-}
-
-recording_t recording_of(const std::string& file)
-{
-    const std::string suffix = fs::path(file).extension().string();
-    recording_t recording;
-    recording.is_sigmf = suffix == ".sigmf-data" || suffix == ".sigmf-meta";
-    bool known = recording.is_sigmf || suffix == ".json";
-    for (const std::string& name : sample_format_names())
-        known = known || suffix == suffix_of(sample_format_of(name));
-    if (!known)
-        throw failure_t(shortened(file) + " is neither a file of samples nor one that tells of them: formats are " +
-                        joined(sample_format_names()));
-    inputs_t inputs;
-    recording.meta = with_suffix(file, recording.is_sigmf ? ".sigmf-meta" : ".json");
-    const std::string content = inputs.read(recording.meta);
-    recording.claim =
-        recording.is_sigmf ? claim_of_sigmf(recording.meta, content) : claim_of_sidecar(recording.meta, content);
-    const char* data_suffix = recording.is_sigmf ? ".sigmf-data" : suffix_of(recording.claim.format);
-    if (suffix != ".json" && !recording.is_sigmf && suffix != data_suffix)
-        throw failure_t(recording.meta + " tells of " + name_of(recording.claim.format) + " samples, not of " +
-                        shortened(file));
-    recording.data = with_suffix(file, data_suffix);
-    return recording;
-}
-
-/// Hands a regular file over, piece by piece.
-void read_file(const std::string& file, const std::function<void(std::string_view)>& take)
-{
-    const auto fail = [&](int error) {
-        throw failure_t("cannot read " + shortened(file) + ": " + std::system_category().message(error));
-    };
-    const int descriptor = ::open(file.c_str(), O_RDONLY | O_CLOEXEC | O_NONBLOCK);
-    if (descriptor < 0)
-        fail(errno);
-    struct closer_t
-    {
-        int descriptor;
-        ~closer_t() { ::close(descriptor); }
-    } const closer{descriptor};
-    struct stat info = {};
-    if (::fstat(descriptor, &info) != 0)
-        fail(errno);
-    if (!S_ISREG(info.st_mode))
-        throw failure_t("cannot read " + shortened(file) + ": it is no regular file");
-    std::string block(std::size_t{1} << 18, '\0');
-    for (ssize_t count = 1; count > 0;) {
-        count = ::read(descriptor, block.data(), block.size());
-        if (count < 0)
-            fail(errno);
-        take(std::string_view(block).substr(0, static_cast<std::size_t>(count)));
-    }
-}
-
 /// The figures of what the file holds, and its hash.
 std::pair<summary_t, std::string> measured(const recording_t& recording)
 {
     sample_decoder_t decoder(recording.claim.format);
     sha512_t hash;
-    try {
-        read_file(recording.data, [&](std::string_view bytes) {
-            hash.add(bytes);
-            decoder.add(bytes);
-        });
-        decoder.finish();
-    } catch (const failure_t& failure) {
-        const std::string text = failure.what();
-        throw failure_t(text.starts_with("cannot") ? text : shortened(recording.data) + ": " + text);
-    }
+    read_samples(recording, decoder, [&](std::string_view bytes) { hash.add(bytes); });
     summary_t summary;
     summary.files = {recording.data, recording.meta};
     summary.format = name_of(recording.is_sigmf ? sample_format_t::sigmf : recording.claim.format);

@@ -1,5 +1,6 @@
 #include "host/commands/nrwave_commands.h"
 #include "host/commands/nrwave_configuration.h"
+#include "host/nrwave_cells.h"
 #include "host/nrwave_channels.h"
 #include "host/nrwave_figures.h"
 #include "host/nrwave_generation.h"
@@ -19,7 +20,7 @@ namespace
 class show_t : public command_t
 {
 public:
-    show_t() : command_t("show", "Measure the samples: levels, CCDF, occupied bandwidth, adjacent channels") {}
+    show_t() : command_t("show", "Measure the samples: levels, CCDF, occupied bandwidth, adjacent channels, EVM") {}
 
     void declare(CLI::App& app) override
     {
@@ -40,13 +41,14 @@ public:
         check_delivery(m_delivery, waveform);
         lib_nr_phy_t engine;
         engine.set_trace_file_enable(false);
+        const cell_keeper_t keeper(waveform, engine);
         generate(waveform, engine);
         for (const std::string& line : shortfalls_of(engine.get_record()))
             m_configuration.tell(line, trace);
         const delivered_t delivered = nrwave::delivered(m_delivery, waveform, engine.get_baseband_signal_data());
         const signal_t signal{delivered.period, delivered.rate, delivered.repeats};
-        const measurement_t measurement =
-            measured(signal, spectrum_t(signal), channels_of(waveform, engine.get_record()));
+        measurement_t measurement = measured(signal, spectrum_t(signal), channels_of(waveform, engine.get_record()));
+        take(evm_of({signal.period, signal.rate}, keeper.cells()), measurement);
         trace.out << (m_json ? written(json_of(measurement)) : text_of(measurement));
     }
 

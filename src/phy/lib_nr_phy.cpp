@@ -12,6 +12,7 @@
 #include <algorithm>
 #include <cmath>
 #include <iostream>
+#include <utility>
 
 namespace vek::nr_mod_lib
 {
@@ -188,14 +189,35 @@ void lib_nr_phy_t::_set_up_grid(const lib_nr_carrier_configure_manager_t& carrie
     grid().set_cyclic_prefix_type(carrier.get_dl_bwp(0).get_cp_type());
 }
 
+bool lib_nr_phy_t::deal_payload_mapping(unsigned int carrier, unsigned int numerology, unsigned int frame)
+{
+    m_first_failed_step.reset();
+    return _deal_payload_mapping(carrier, numerology, frame);
+}
+
+void lib_nr_phy_t::_show_cells()
+{
+    if (!m_cell_observer)
+        return;
+    m_cells.rows = &std::as_const(grid()).get_payload_mapping();
+    m_cell_observer(m_cells);
+}
+
 bool lib_nr_phy_t::_deal_payload_mapping(unsigned int carrier, unsigned int numerology, unsigned int frame)
 {
     _set_up_grid(m_waveform.get_carrier(carrier), numerology);
     grid().init_payload_mapping();
+    grid().set_run_notes(static_cast<bool>(m_cell_observer));
+    grid().take_run_notes();
+    m_cells = {};
+    m_cells.carrier = carrier;
+    m_cells.numerology = numerology;
+    m_cells.frame = frame;
     if (!_link_channels(carrier, numerology, frame))
         return false;
     if (m_after_channel_steps)
         m_after_channel_steps(carrier, numerology, frame);
+    _show_cells();
     return true;
 }
 

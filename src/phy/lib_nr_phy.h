@@ -95,6 +95,11 @@ public:
     /// it.
     const lib_nr_phy_record_t& get_record() const { return m_recorder.get_record(); }
 
+    /// Hands over what a run maps, frame by frame and burst by burst, before it is modulated; nobody by default, which
+    /// costs nothing. An empty function takes the observer away. It must not call the engine.
+    using cell_observer_t = std::function<void(const lib_nr_mapped_cells_t&)>;
+    void set_cell_observer(cell_observer_t observer) { m_cell_observer = std::move(observer); }
+
     /// Where the last run went by own rules that the standard says otherwise, by carrier and entry; none under
     /// `standard_rules`. `lib_nr_deviation_row` tells what each means.
     const std::vector<lib_nr_met_deviation_t>& get_met_deviations() const { return get_record().deviations; }
@@ -104,7 +109,10 @@ public:
     /// where a channel could not be mapped.
     bool deal_resource_mapping(unsigned int carrier, unsigned int numerology, unsigned int frame,
                                const lib_nr_waveform_configure_manager_t& waveform);
-    /// The same for a PRACH carrier, in the PRACH grid.
+    /// Behind it: writes the symbols of the frame into the payload map, for the observer of cells alone. False where a
+    /// channel fails.
+    bool deal_payload_mapping(unsigned int carrier, unsigned int numerology, unsigned int frame);
+    /// The same as `deal_resource_mapping` for a PRACH carrier, in the PRACH grid.
     bool deal_prach_resource_mapping(unsigned int carrier, unsigned int numerology, unsigned int frame,
                                      const lib_nr_waveform_configure_manager_t& waveform);
 
@@ -157,6 +165,7 @@ private:
         return m_instead_of_calls ? m_instead_of_calls(*m_step, mode) : call();
     }
 
+    void _show_cells();
     bool _deal_payload_mapping(unsigned int carrier, unsigned int numerology, unsigned int frame);
     bool _fill_frame_data(unsigned int carrier, unsigned int numerology, unsigned int frame, signal_t& buffer);
     void _update_ofdm_config(unsigned int carrier, unsigned int numerology);
@@ -173,6 +182,7 @@ private:
     std::uint64_t _get_burst_start(const lib_nr_carrier_configure_manager_t& carrier, unsigned int frame,
                                    std::int64_t shift) const;
     bool _is_burst_within_waveform(unsigned int frame, unsigned int burst) const;
+    void _show_burst(unsigned int carrier, unsigned int numerology, unsigned int frame, unsigned int burst);
     void _note_prach_pass(unsigned int carrier, unsigned int numerology);
     std::int64_t _get_prach_shift(const lib_nr_ul_prach_configure_manager_t& prach) const;
     bool _nr_ul_prach_link_process(unsigned int carrier, unsigned int numerology, unsigned int burst);
@@ -230,6 +240,9 @@ private:
     /// Runs behind the channel steps of a frame, on the finished payload map (carrier, numerology, frame); tests put
     /// their own symbols there.
     std::function<void(unsigned int, unsigned int, unsigned int)> m_after_channel_steps;
+
+    cell_observer_t m_cell_observer;
+    lib_nr_mapped_cells_t m_cells; ///< of the frame at work, for the observer
 };
 
 } // namespace vek::nr_mod_lib

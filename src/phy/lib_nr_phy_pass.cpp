@@ -269,6 +269,8 @@ private:
 
     void _note_written()
     {
+        for (const lib_nr_written_run_t& run : grid().take_run_notes())
+            m_engine.m_cells.runs.push_back({run, m_channel});
         for (const auto& [entry, written] : grid().take_written()) {
             lib_nr_resource_written_t within{written.cells, {}, {}};
             for (std::size_t i = 0; i < written.slots.size(); ++i) {

@@ -146,6 +146,7 @@ bool lib_nr_phy_t::_fill_prach_frame_data(unsigned int carrier, unsigned int num
             break;
         }
         m_prach_ofdm_modulator.set_prach_ofdm_info(prach_grid().get_prach_ofdm_info());
+        _show_burst(carrier, numerology, frame, sent);
         m_prach_ofdm_modulator.add_frame(prach_grid().get_prach_payload_mapping(),
                                          _get_prach_shift(configuration.get_ul_prach(sent)), frame_points,
                                          buffer.data() + begin, buffer.size() - begin);
@@ -203,6 +204,20 @@ std::uint64_t lib_nr_phy_t::_get_burst_start(const lib_nr_carrier_configure_mana
     const std::int64_t delay = samples_of(m_waveform.get_waveform_sample_rate_hz(), carrier.get_timing_offset_s());
     const std::int64_t start = (in_waveform + delay) % points;
     return static_cast<std::uint64_t>(start < 0 ? start + points : start);
+}
+
+void lib_nr_phy_t::_show_burst(unsigned int carrier, unsigned int numerology, unsigned int frame, unsigned int burst)
+{
+    if (!m_cell_observer)
+        return;
+    const auto& rows = prach_grid().get_prach_payload_mapping();
+    m_cells = {carrier, numerology, frame, {}, &rows, &prach_grid().get_prach_ofdm_info(), 0};
+    m_cells.start = m_prach_ofdm_modulator.get_start_sample() +
+                    _get_prach_shift(m_waveform.get_carrier(carrier).get_ul_prach(burst));
+    for (std::uint32_t row = m_prach_ofdm_modulator.nr_ul_phy_prach_time_map().first_row; row < rows.size(); ++row)
+        m_cells.runs.push_back(
+            {{burst, LIB_NR_CELL_DATA, false, {row, 0, static_cast<std::uint32_t>(rows[row].size())}}, k_prach});
+    m_cell_observer(m_cells);
 }
 
 /// By the view, which has the bursts ahead of one that is sent. A burst that passes its frame's end comes back at its

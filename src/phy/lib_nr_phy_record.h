@@ -2,8 +2,10 @@
 
 #include "phy/lib_nr_resource_type.h"
 #include "phy_common/lib_nr_deviation.h"
+#include "phy_common/lib_nr_new_prach_ofdm_modulator.h"
 #include "phy_common/lib_nr_numerology_type.h"
 
+#include <complex>
 #include <cstdint>
 #include <optional>
 #include <string_view>
@@ -82,6 +84,29 @@ struct lib_nr_phy_record_t
     std::vector<lib_nr_entry_conflict_t> conflicts;
     /// Each once, ordered as the entries are, ahead of them those of their carrier; none under `standard_rules`.
     std::vector<lib_nr_met_deviation_t> deviations;
+};
+
+/// A run of cells that an entry wrote, as `lib_nr_written_run_t` tells.
+struct lib_nr_mapped_run_t : lib_nr_written_run_t
+{
+    std::string_view channel; ///< as in `lib_nr_channel_entry_t`
+};
+
+/// The cells of one frame of a carrier's numerology, or of one burst of a PRACH carrier, as they go to the modulator.
+/// What it points to lasts as long as the call that hands it over.
+struct lib_nr_mapped_cells_t
+{
+    unsigned int carrier = 0;    ///< place in the waveform's list
+    unsigned int numerology = 0; ///< place in the carrier's list
+    unsigned int frame = 0;      ///< of the waveform
+    std::vector<lib_nr_mapped_run_t> runs;
+    const std::vector<std::vector<std::complex<double>>>* rows = nullptr; ///< [symbol][subcarrier]
+
+    // Of a burst alone, whose rows are the repetitions of its preamble, each of them a run, the first one's at its
+    // start.
+
+    const prach_ofdm_info_param_t* burst = nullptr; ///< null for a frame
+    std::int64_t start = 0; ///< of the first row's prefix, samples from the start of the frame; may lie outside of it
 };
 
 } // namespace vek::nr_mod_lib

@@ -8,6 +8,7 @@
 #include <limits>
 #include <stdexcept>
 #include <type_traits>
+#include <utility>
 
 namespace vek::nr_mod_lib
 {
@@ -440,6 +441,7 @@ lib_nr_cell_count_t lib_nr_channel_resource_manager_t::_store_run(const lib_nr_r
     if (part.run.count == 0)
         return stored;
     _note_place(part.run);
+    _note_run(part.run, m_content_at_work, false);
     if (&payload == &m_payload_mapping)
         _open_row(run.symbol, store_t::k_overwrites && part.run.count == width);
     std::complex<double>* const cells =
@@ -496,6 +498,7 @@ void lib_nr_channel_resource_manager_t::set_entry_at_work(std::uint32_t entry)
 {
     m_entry_at_work = entry;
     m_written_at_work = &m_written[entry];
+    m_content_at_work = LIB_NR_CELL_DATA;
     m_slot_end = 0;
 }
 
@@ -507,6 +510,25 @@ std::vector<lib_nr_resource_conflict_t> lib_nr_channel_resource_manager_t::get_c
 std::vector<lib_nr_resource_cut_t> lib_nr_channel_resource_manager_t::get_cuts() const
 {
     return m_marks.get_cuts(m_mapped_symbol_number, m_mapped_subcarrier_number);
+}
+
+void lib_nr_channel_resource_manager_t::_note_run(const lib_nr_resource_run_t& run, lib_nr_cell_content_t content,
+                                                  bool is_part)
+{
+    if (m_notes_runs)
+        m_run_notes.push_back({m_entry_at_work, content, is_part, run});
+}
+
+void lib_nr_channel_resource_manager_t::note_part(const lib_nr_resource_run_t& run, lib_nr_cell_content_t content)
+{
+    const lib_nr_clipped_run_t part = clip_to(run, m_payload_mapping.size(), m_subcarrier_number);
+    if (part.run.count != 0)
+        _note_run(part.run, content, true);
+}
+
+std::vector<lib_nr_written_run_t> lib_nr_channel_resource_manager_t::take_run_notes()
+{
+    return std::exchange(m_run_notes, {});
 }
 
 std::map<std::uint32_t, lib_nr_resource_written_t> lib_nr_channel_resource_manager_t::take_written()

@@ -166,6 +166,16 @@ public:
     /// What was written or added since the last call, by entry.
     std::map<std::uint32_t, lib_nr_resource_written_t> take_written();
 
+    // Run by run it is noted where somebody asks for it, and then what the cells carry too.
+
+    void set_run_notes(bool enable) { m_notes_runs = enable; }
+    /// Of the runs that follow; `LIB_NR_CELL_DATA` until somebody says otherwise.
+    void set_content_at_work(lib_nr_cell_content_t content) { m_content_at_work = content; }
+    /// Tells what some cells of a run carry that is written as a whole.
+    void note_part(const lib_nr_resource_run_t& run, lib_nr_cell_content_t content);
+    /// The runs noted since the last call, in the order in which they were written.
+    std::vector<lib_nr_written_run_t> take_run_notes();
+
 private:
     lib_nr_channel_resource_manager_t();
     ~lib_nr_channel_resource_manager_t() = default;
@@ -182,6 +192,7 @@ private:
                     std::uint8_t& cell);
     void _check_mapped(std::uint32_t symbol, std::uint64_t subcarrier) const;
     void _note_place(const lib_nr_resource_run_t& run);
+    void _note_run(const lib_nr_resource_run_t& run, lib_nr_cell_content_t content, bool is_part);
     void _open_row(std::uint32_t symbol, bool is_covered);
     void _clear_stale_rows() const;
     template <class value_t, class store_t>
@@ -218,6 +229,11 @@ private:
     // The same as a map of maps, once somebody asked for it.
     mutable resource_map_t m_resource_mapping;
     mutable bool m_is_view_built = false;
+
+    // What is written, run by run, for whoever asks for it.
+    bool m_notes_runs = false;
+    lib_nr_cell_content_t m_content_at_work = LIB_NR_CELL_DATA;
+    std::vector<lib_nr_written_run_t> m_run_notes;
 };
 
 } // namespace vek::nr_mod_lib

@@ -30,6 +30,23 @@ struct lib_nr_resource_run_t
     std::uint32_t step = 1; ///< in subcarriers; 0 counts as 1
 };
 
+/// What cells carry.
+enum lib_nr_cell_content_t : std::uint8_t
+{
+    LIB_NR_CELL_DATA = 0, ///< all that is nothing of the following, signals that are a channel of their own too
+    LIB_NR_CELL_DMRS = 1,
+    LIB_NR_CELL_PTRS = 2,
+};
+
+/// A run that an entry wrote into the payload map, as far as it lies inside.
+struct lib_nr_written_run_t
+{
+    std::uint32_t entry = 0; ///< place in its channel's list
+    lib_nr_cell_content_t content = LIB_NR_CELL_DATA;
+    bool is_part = false; ///< of runs of its entry ahead of it: tells what these cells carry, and wrote nothing
+    lib_nr_resource_run_t run;
+};
+
 /// The part of a run that lies in the grid; `run.count` is 0 where none does.
 struct lib_nr_clipped_run_t
 {

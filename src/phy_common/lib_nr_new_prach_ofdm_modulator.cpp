@@ -119,6 +119,11 @@ void lib_nr_new_prach_ofdm_modulator_t::cal_current_start_locate(prach_scs_type_
                                                                  symbols_before);
 }
 
+std::int64_t lib_nr_new_prach_ofdm_modulator_t::get_start_sample() const
+{
+    return static_cast<std::int64_t>(std::floor(m_start_position * m_info.sample_rate_hz / k_reference_rate_hz));
+}
+
 prach_resource_time_param_t lib_nr_new_prach_ofdm_modulator_t::nr_ul_phy_prach_time_map() const
 {
     prach_resource_time_param_t time;
@@ -144,9 +149,8 @@ bool lib_nr_new_prach_ofdm_modulator_t::deal_frame_ofdm_modulation(const grid_t&
 
 std::size_t lib_nr_new_prach_ofdm_modulator_t::get_first_sample(std::int64_t shift, std::size_t length) const
 {
-    const double position = std::floor(m_start_position * m_info.sample_rate_hz / k_reference_rate_hz);
-    const std::int64_t turned = (static_cast<std::int64_t>(position) + shift % static_cast<std::int64_t>(length)) %
-                                static_cast<std::int64_t>(length);
+    const std::int64_t turned =
+        (get_start_sample() + shift % static_cast<std::int64_t>(length)) % static_cast<std::int64_t>(length);
     return static_cast<std::size_t>(turned) + (turned < 0 ? length : 0);
 }
 

@@ -72,6 +72,8 @@ public:
     /// from there on. By the own rule the symbols before it count as whole samples at 480 and 960 kHz, and end in half
     /// and quarter ones otherwise.
     void cal_current_start_locate(prach_scs_type_t scs, unsigned int subframe, unsigned int slot);
+    /// The same in samples of the rate that the burst is sent at.
+    std::int64_t get_start_sample() const;
     /// Where the burst lies, for the view; the time offset is the caller's.
     prach_resource_time_param_t nr_ul_phy_prach_time_map() const;
 

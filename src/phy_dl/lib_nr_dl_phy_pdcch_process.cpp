@@ -451,6 +451,7 @@ bool lib_nr_dl_phy_pdcch_process_t::_encode_remap(unsigned int slot, const indic
         for (std::size_t k = 0; k < run.count; ++k)
             m_row[k] = k % 4 == 1 ? dmrs_amplitude * *dmrs++ : amplitude * *symbols++;
         grid().write_run(run, m_row.data());
+        grid().note_part({run.symbol, run.first_subcarrier + 1, run.count / 4, 4}, LIB_NR_CELL_DMRS);
     }
     if (m_explanation)
         _explain(slot);

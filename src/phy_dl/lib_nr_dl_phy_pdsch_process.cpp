@@ -225,9 +225,11 @@ void lib_nr_dl_phy_pdsch_process_t::_write_reference_signals(unsigned int port, 
         return;
     _write_dmrs(port, slot, sequences->second, _amplitude_of(m_dmrs_power));
     const double ptrs_amplitude = _amplitude_of(m_ptrs_power);
+    grid().set_content_at_work(LIB_NR_CELL_PTRS);
     for (const lib_nr_resource_run_t& cell : m_cells.ptrs)
         grid().write_run(cell, &sequences->second[_dmrs_index_of(static_cast<unsigned int>(cell.first_subcarrier))],
                          ptrs_amplitude);
+    grid().set_content_at_work(LIB_NR_CELL_DATA);
 }
 
 void lib_nr_dl_phy_pdsch_process_t::_explain(unsigned int slot)
@@ -243,6 +245,7 @@ void lib_nr_dl_phy_pdsch_process_t::_write_dmrs(unsigned int port, unsigned int 
 {
     const std::size_t length = sequences.size() / m_dmrs_symbols.size();
     std::size_t covered = m_dmrs_symbols.size(); // place of the DMRS symbol whose values are at hand; none yet
+    grid().set_content_at_work(LIB_NR_CELL_DMRS);
     for (const lib_nr_resource_run_t& run : m_cells.dmrs) {
         const std::size_t place = place_of(m_dmrs_symbols, run.symbol - slot * m_symbol_per_slot);
         if (covered != place) {
@@ -253,6 +256,7 @@ void lib_nr_dl_phy_pdsch_process_t::_write_dmrs(unsigned int port, unsigned int 
         grid().write_run(run, &m_dmrs_values[_dmrs_index_of(static_cast<unsigned int>(run.first_subcarrier))],
                          amplitude);
     }
+    grid().set_content_at_work(LIB_NR_CELL_DATA);
     grid().write_stream(m_cells.silent, symbols_t(grid().count(m_cells.silent).all()));
 }
 

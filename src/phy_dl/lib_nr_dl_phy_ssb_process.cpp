@@ -569,6 +569,10 @@ bool lib_nr_dl_phy_ssb_process_t::_dl_phy_ssb_pbch_and_dmrs_remap(unsigned int b
     for (std::size_t i = 0; i < m_symbols.size(); ++i)
         m_symbols[i] = i % 4 == dmrs_place ? *dmrs++ : *pbch++;
     _write(block_index, s_pbch_and_dmrs_rows, _get_amplitude(block_index, 0.0));
+    for (const lib_nr_resource_run_t& run : m_runs)
+        lib_nr_channel_resource_manager_t::get_inst().note_part(
+            {run.symbol, run.first_subcarrier + static_cast<std::int32_t>(dmrs_place), run.count / 4, 4},
+            LIB_NR_CELL_DMRS);
     return true;
 }
 

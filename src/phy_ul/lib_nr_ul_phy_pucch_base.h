@@ -120,6 +120,9 @@ protected:
 
     // Where the symbols go.
 
+    /// Whether all of a row is DMRS, TS 38.211 clauses 6.4.1.3.1, 6.4.1.3.3 and 6.4.1.3.4; format 2 has its between
+    /// the data.
+    bool _is_dmrs_row(unsigned int row) const;
     /// Adds the slots, times the power, into the payload map; std::out_of_range where cells lie outside, behind those
     /// inside.
     bool _deal_physical_resource_mapping(const slots_t& slots, payload_grid_t& grid) const;

@@ -49,6 +49,21 @@ lib_nr_ul_phy_pucch_base_t::_list_runs(unsigned int slot, unsigned int row, bool
     return runs;
 }
 
+bool lib_nr_ul_phy_pucch_base_t::_is_dmrs_row(unsigned int row) const
+{
+    switch (m_pucch->get_pucch_format()) {
+    case LIB_NR_UL_PUCCH_FORMAT_1:
+        return row % 2 == 0;
+    case LIB_NR_UL_PUCCH_FORMAT_3:
+    case LIB_NR_UL_PUCCH_FORMAT_4: {
+        const std::vector<unsigned int>& rows = _get_dmrs_symbol_postion();
+        return std::find(rows.begin(), rows.end(), row) != rows.end();
+    }
+    default:
+        return false;
+    }
+}
+
 bool lib_nr_ul_phy_pucch_base_t::_deal_physical_resource_mapping(const slots_t& slots, payload_grid_t& grid) const
 {
     std::vector<unsigned short> positions;
@@ -62,9 +77,14 @@ bool lib_nr_ul_phy_pucch_base_t::_deal_physical_resource_mapping(const slots_t& 
         lib_nr_explanation_t* const explanation = _explanation_of(slot);
         for (unsigned int row = 0; row < slots[i].size(); ++row) {
             const std::vector<lib_nr_resource_run_t> runs = _list_runs(slot, row, is_slot_moved, positions);
-            added += lib_nr_channel_resource_manager_t::get_inst().add_stream(runs, slots[i][row], amplitude, grid);
+            auto& resources = lib_nr_channel_resource_manager_t::get_inst();
+            resources.set_content_at_work(_is_dmrs_row(row) ? LIB_NR_CELL_DMRS : LIB_NR_CELL_DATA);
+            added += resources.add_stream(runs, slots[i][row], amplitude, grid);
             if (explanation)
                 _explain_row(row, runs, *explanation);
+            if (m_pucch->get_pucch_format() == LIB_NR_UL_PUCCH_FORMAT_2)
+                for (const lib_nr_resource_run_t& run : runs)
+                    resources.note_part({run.symbol, run.first_subcarrier + 1, run.count / 3, 3}, LIB_NR_CELL_DMRS);
         }
     }
     if (added.outside > 0)

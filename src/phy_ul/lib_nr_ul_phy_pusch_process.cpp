@@ -506,8 +506,11 @@ void lib_nr_ul_phy_pusch_process_t::_phy_sch_encode_re_map(unsigned int /*port*/
     }
     else
         is_incomplete = is_missing_some(m_cells.data, m_precoded_symbols, _amplitude_of(0.0));
+    grid().set_content_at_work(LIB_NR_CELL_DMRS);
     is_incomplete |= is_missing_some(m_cells.dmrs, m_dmrs_streams, 1.0);
+    grid().set_content_at_work(LIB_NR_CELL_PTRS);
     is_incomplete |= is_missing_some(m_cells.ptrs, m_ptrs_streams, 1.0);
+    grid().set_content_at_work(LIB_NR_CELL_DATA);
     if (is_incomplete)
         std::cout << " mapping error" << std::endl;
 }

@@ -377,7 +377,7 @@ TEST_F(nrwave_program, maps_and_draws_what_it_generates)
               "NR_SSB_CASE_E, NR_SSB_CASE_F, NR_SSB_CASE_G; default NR_SSB_CASE_B; on offer NR_SSB_CASE_A; case B or C "
               "at 30 kHz; everywhere else the spacing decides\n");
     EXPECT_EQ(run("list --manual").out, content(fs::path(NR_MOD_LIB_SOURCE_DIR) / "docs/settings.md"));
-    for (const char* command : {"generate", "info", "get", "map", "save", "list", "presets"})
+    for (const char* command : {"generate", "info", "compare", "get", "map", "save", "list", "presets"})
         EXPECT_NE(run(command + std::string(" --help")).out.find(std::string("Examples:\n  nrwave ") + command),
                   std::string::npos)
             << command;

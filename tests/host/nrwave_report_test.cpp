@@ -89,6 +89,9 @@ TEST_F(nrwave_report, shows_what_another_transform_finds)
         if (carrier.at(c == 0 ? "aclr_upper_db" : "aclr_lower_db") < 45.0) // another carrier stands on the other side
             exceeded.push_back(path + (c == 0 ? "aclr_upper_db" : "aclr_lower_db"));
     }
+    for (const json& channel : shown.at("channels"))
+        if (channel.at("evm_limit_percent").is_number() && channel.at("evm_percent") > channel.at("evm_limit_percent"))
+            exceeded.push_back(channel.at("path").get<std::string>() + ".evm_percent");
     EXPECT_GE(exceeded.size(), 2u);
     EXPECT_EQ(shown.at("exceeded"), exceeded);
     const std::string text = run("show --recipe two.recipe").out;
@@ -107,15 +110,16 @@ TEST_F(nrwave_report, names_every_figure_and_gives_null_for_silence)
     for (const bool is_silent : {false, true}) {
         const auto shown = json::parse(run("show --json " + (is_silent ? "" : k_small)).out);
         EXPECT_EQ(keys_of(shown),
-                  "carriers ccdf exceeded expected_papr_db papr_db peak_dbfs rate resolution_hz rms_dbfs "
+                  "carriers ccdf channels exceeded expected_papr_db papr_db peak_dbfs rate resolution_hz rms_dbfs "
                   "samples ");
         const auto& carrier = shown.at("carriers").at(0);
-        EXPECT_EQ(keys_of(carrier), "aclr_limit_db aclr_lower_db aclr_upper_db high_hz low_hz occupied_bandwidth_hz "
+        EXPECT_EQ(keys_of(carrier), "aclr_limit_db aclr_lower_db aclr_upper_db evm_percent high_hz low_hz "
+                                    "occupied_bandwidth_hz "
                                     "occupied_bandwidth_limit_hz path power_dbfs ");
         EXPECT_EQ(carrier.at("aclr_limit_db"), 45.0);
         for (const char* key : {"peak_dbfs", "rms_dbfs", "papr_db"})
             EXPECT_EQ(shown.at(key).is_null(), is_silent) << key;
-        for (const char* key : {"power_dbfs", "occupied_bandwidth_hz", "aclr_lower_db"})
+        for (const char* key : {"power_dbfs", "occupied_bandwidth_hz", "aclr_lower_db", "evm_percent"})
             EXPECT_EQ(carrier.at(key).is_null(), is_silent) << key;
         const double samples = shown.at("samples");
         EXPECT_NEAR(shown.at("expected_papr_db"), db(std::log(samples) + 0.5772156649), 1e-4);

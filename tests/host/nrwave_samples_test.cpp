@@ -150,13 +150,21 @@ TEST_F(nrwave_samples, annotates_what_is_sent_where_it_stands_in_the_air)
     EXPECT_LT(global["nrwave:rms_dbfs"], -1.0);
     // Blocks at the symbols 4, 8, 16 and 20 of two slots, their lowest subcarrier 24 of 288; a symbol has 548 samples,
     // the first of a half subframe 8 more. A millisecond of delay is 15,360 samples.
-    ASSERT_EQ(meta["annotations"].size(), 2u);
+    std::vector<nlohmann::json> blocks;
+    std::vector<nlohmann::json> dmrs;
+    for (const auto& annotation : meta["annotations"])
+        (annotation["core:label"] == "carrier[0].dl_ssb" ? blocks : dmrs).push_back(annotation);
+    ASSERT_EQ(blocks.size(), 2u);
+    ASSERT_EQ(dmrs.size(), 8u);
+    EXPECT_EQ(dmrs[1]["core:label"], "carrier[0].dl_ssb DMRS");
+    EXPECT_EQ(dmrs[1]["core:sample_start"], 15360 + 9 * 548 + 8);
+    EXPECT_EQ(dmrs[1]["core:sample_count"], 3 * 548);
     for (std::size_t i = 0; i < 2; ++i)
-        EXPECT_EQ(meta["annotations"][i], (nlohmann::json{{"core:sample_start", 15360 + 4 * 548 + 8 + i * 153600},
-                                                          {"core:sample_count", 20 * 548 + 8},
-                                                          {"core:freq_lower_edge", 1e9 - 30e3 * (24 + 240 - 144 - 0.5)},
-                                                          {"core:freq_upper_edge", 1e9 - 30e3 * (24 - 144 - 0.5)},
-                                                          {"core:label", "carrier[0].dl_ssb"}}));
+        EXPECT_EQ(blocks[i], (nlohmann::json{{"core:sample_start", 15360 + 4 * 548 + 8 + i * 153600},
+                                             {"core:sample_count", 20 * 548 + 8},
+                                             {"core:freq_lower_edge", 1e9 - 30e3 * (24 + 240 - 144 - 0.5)},
+                                             {"core:freq_upper_edge", 1e9 - 30e3 * (24 - 144 - 0.5)},
+                                             {"core:label", "carrier[0].dl_ssb"}}));
 
     ASSERT_EQ(run("generate --recipe " NR_MOD_LIB_SOURCE_DIR "/examples/prach_short.recipe -o p").status, 0);
     const auto bursts = nlohmann::json::parse(content("p.sigmf-meta"));
