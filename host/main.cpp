@@ -38,7 +38,7 @@ int main(int argc, char** argv)
 {
     const std::array commands = {generate_command(), show_command(),    info_command(),    compare_command(),
                                  get_command(),      map_command(),     explain_command(), save_command(),
-                                 list_command(),     presets_command(), complete_command()};
+                                 list_command(),     presets_command(), batch_command(),   complete_command()};
     bool verbose = false;
 
     CLI::App app("5G NR baseband waveforms: samples, resource maps and settings files from a list of steps.\n"

@@ -52,9 +52,10 @@ std::string runs_text(const std::vector<number_t>& numbers)
         const std::size_t first = i;
         while (i + 1 < numbers.size() && numbers[i + 1] == numbers[i] + 1)
             ++i;
-        text += (text.empty() ? "" : ",") + std::to_string(numbers[first]);
+        text += text.empty() ? "" : ",";
+        text += std::to_string(numbers[first]);
         if (i > first)
-            text += ':' + std::to_string(numbers[i]);
+            text.append(1, ':').append(std::to_string(numbers[i]));
     }
     return text;
 }
@@ -63,8 +64,10 @@ template <class number_t>
 std::string list_text(const std::vector<number_t>& numbers)
 {
     std::string text;
-    for (const number_t number : numbers)
-        text += (text.empty() ? "" : ",") + std::to_string(number);
+    for (const number_t number : numbers) {
+        text += text.empty() ? "" : ",";
+        text += std::to_string(number);
+    }
     return text;
 }
 
@@ -287,8 +290,10 @@ std::vector<explained_slot_t> explanations_t::_slots_of(const lib_nr_entry_recor
 std::string text_of(const std::vector<explained_slot_t>& slots)
 {
     std::string text;
-    for (const explained_slot_t& slot : slots)
-        text += (text.empty() ? "" : "\n") + text_of(slot);
+    for (const explained_slot_t& slot : slots) {
+        text += text.empty() ? "" : "\n";
+        text += text_of(slot);
+    }
     return text;
 }
 

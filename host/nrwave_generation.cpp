@@ -122,12 +122,13 @@ void generate(cfg_nr_waveform_t& waveform, lib_nr_phy_t& engine)
     }
 }
 
-void check_place(cfg_nr_waveform_t& waveform, unsigned int carrier, unsigned int numerology, unsigned int frame)
+void check_place(const lib_nr_waveform_configure_manager_t& waveform, unsigned int carrier, unsigned int numerology,
+                 unsigned int frame)
 {
     if (carrier >= waveform.get_carrier_number())
         throw failure_t("carrier " + std::to_string(carrier) + " is past the end: there are " +
                         std::to_string(waveform.get_carrier_number()));
-    const unsigned int numerologies = waveform.get_carrier(carrier)->get_numerology_number();
+    const unsigned int numerologies = waveform.get_carrier(carrier).get_numerology_number();
     if (numerology >= numerologies)
         throw failure_t("numerology " + std::to_string(numerology) + " is past the end: there are " +
                         std::to_string(numerologies));
@@ -136,11 +137,11 @@ void check_place(cfg_nr_waveform_t& waveform, unsigned int carrier, unsigned int
                         std::to_string(waveform.get_frame_number()));
 }
 
-resource_map_t map_of(cfg_nr_waveform_t& waveform, lib_nr_phy_t& engine, unsigned int carrier, unsigned int numerology,
-                      unsigned int frame)
+resource_map_t map_of(const lib_nr_waveform_configure_manager_t& waveform, lib_nr_phy_t& engine, unsigned int carrier,
+                      unsigned int numerology, unsigned int frame)
 {
-    engine.waveform_config(waveform.get_waveform_manager());
-    if (!engine.deal_resource_mapping(carrier, numerology, frame, waveform.get_waveform_manager()))
+    engine.waveform_config(waveform);
+    if (!engine.deal_resource_mapping(carrier, numerology, frame, waveform))
         throw failure_t(failure_line(engine, "its cells cannot be mapped"));
 
     const auto& grid = lib_nr_channel_resource_manager_t::get_inst();

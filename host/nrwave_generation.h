@@ -31,12 +31,13 @@ struct resource_map_t
 };
 
 /// An index past the end is a failure.
-void check_place(vek::nr_mod_lib::cfg_nr_waveform_t& waveform, unsigned int carrier, unsigned int numerology,
-                 unsigned int frame);
+void check_place(const vek::nr_mod_lib::lib_nr_waveform_configure_manager_t& waveform, unsigned int carrier,
+                 unsigned int numerology, unsigned int frame);
 
 /// The allocation of one frame of one numerology of a carrier; the indices must exist.
-resource_map_t map_of(vek::nr_mod_lib::cfg_nr_waveform_t& waveform, vek::nr_mod_lib::lib_nr_phy_t& engine,
-                      unsigned int carrier, unsigned int numerology, unsigned int frame);
+resource_map_t map_of(const vek::nr_mod_lib::lib_nr_waveform_configure_manager_t& waveform,
+                      vek::nr_mod_lib::lib_nr_phy_t& engine, unsigned int carrier, unsigned int numerology,
+                      unsigned int frame);
 
 /// An owner's name: its enumerator without the common prefix, or the channel and its reference signal.
 const char* owner_name(std::uint8_t owner);

@@ -146,7 +146,7 @@ void draw_maps(cfg_nr_waveform_t& waveform, lib_nr_phy_t& engine, take_t take)
                     take(std::to_string(carrier) + '_' + std::to_string(numerology) + '_' + std::to_string(frame),
                          is_prach(waveform, carrier)
                              ? picture_of(prach_map_of(waveform, engine, carrier, numerology, frame))
-                             : picture_of(map_of(waveform, engine, carrier, numerology, frame)));
+                             : picture_of(map_of(waveform.get_waveform_manager(), engine, carrier, numerology, frame)));
 }
 
 void add_maps(page_t& page, cfg_nr_waveform_t& waveform, lib_nr_phy_t& engine, outputs_t& outputs,

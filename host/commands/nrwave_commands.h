@@ -19,5 +19,6 @@ std::unique_ptr<command_t> info_command();
 std::unique_ptr<command_t> compare_command();
 std::unique_ptr<command_t> list_command();
 std::unique_ptr<command_t> presets_command();
+std::unique_ptr<command_t> batch_command();
 
 } // namespace nrwave

@@ -40,14 +40,14 @@ public:
         cfg_nr_waveform_t waveform;
         const inputs_t inputs = m_configuration.apply(waveform, trace);
         lib_nr_phy_t engine;
-        check_place(waveform, m_carrier, m_numerology, m_frame);
+        check_place(waveform.get_waveform_manager(), m_carrier, m_numerology, m_frame);
         const auto write = [&](const auto& map) {
             write_text(m_output, picture ? picture_of(map) : csv_of(map), inputs);
         };
         if (is_prach(waveform, m_carrier))
             write(prach_map_of(waveform, engine, m_carrier, m_numerology, m_frame));
         else
-            write(map_of(waveform, engine, m_carrier, m_numerology, m_frame));
+            write(map_of(waveform.get_waveform_manager(), engine, m_carrier, m_numerology, m_frame));
     }
 
 private:

@@ -120,7 +120,7 @@ protected:
 
     // Where the symbols go.
 
-    /// Whether all of a row is DMRS, TS 38.211 clauses 6.4.1.3.1, 6.4.1.3.3 and 6.4.1.3.4; format 2 has its between
+    /// Whether all of a row is DMRS, TS 38.211 clauses 6.4.1.3.1 and 6.4.1.3.3; format 2 has its between
     /// the data.
     bool _is_dmrs_row(unsigned int row) const;
     /// Adds the slots, times the power, into the payload map; std::out_of_range where cells lie outside, behind those

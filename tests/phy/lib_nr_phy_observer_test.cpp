@@ -248,13 +248,9 @@ TEST(lib_nr_phy_observer, tells_of_a_pdcch_what_its_receiver_needs)
                 EXPECT_EQ(told.dmrs_c_init[i], dmrs_c_init(14 * told.slot + told.symbols[i], 77, 0));
             EXPECT_EQ(bits.size(), 108 * told.cces.size());
             const bits_t data = source.take(told.coding->tbs);
-            bits_t checked = with_crc(
-                [&] {
-                    bits_t ones(24, 1);
-                    ones.insert(ones.end(), data.begin(), data.end());
-                    return ones;
-                }(),
-                0x1B2B117, 24);
+            bits_t behind_ones(24 + data.size(), 1);
+            std::copy(data.begin(), data.end(), behind_ones.begin() + 24);
+            bits_t checked = with_crc(behind_ones, 0x1B2B117, 24);
             checked.erase(checked.begin(), checked.begin() + 24);
             const bits_t rnti = nr_test::bits_of(4660, 16);
             std::transform(rnti.begin(), rnti.end(), checked.end() - 16, checked.end() - 16, std::bit_xor<>());

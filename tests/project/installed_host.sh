@@ -1,6 +1,7 @@
 #!/usr/bin/env bash
 # Installs the build into a folder that it was not configured for, moves that folder, and from there starts the tool and
-# builds and runs the example hosts: by find_package, and one by pkg-config. Then every installed header compiles alone.
+# imports the Python module, and builds and runs the example hosts: by find_package, and one by pkg-config. Then every
+# installed header compiles alone.
 # Arguments: build folder, source folder, compiler.
 set -euo pipefail
 build=$1 source=$2 compiler=$3
@@ -12,6 +13,13 @@ mv "$place/first" "$place/moved"
 "$place/moved/bin/nrwave" --version
 [ -s "$place/moved/share/bash-completion/completions/nrwave" ]
 ! command -v help2man >/dev/null || grep -q generate "$place/moved/share/man/man1/nrwave.1"
+if [ -d "$place/moved/lib/python3" ]; then
+    PYTHONPATH=$place/moved/lib/python3/dist-packages /usr/bin/python3 -c '
+import nrwave
+w = nrwave.Waveform()
+w["carrier[0].dl_ssb.enable"] = True
+assert w.generate().samples.size == w["waveform_sample_points"]'
+fi
 
 cmake -S "$source/examples" -B "$place/host" -G Ninja -DCMAKE_CXX_COMPILER="$compiler" \
     -DCMAKE_PREFIX_PATH="$place/moved" >/dev/null
