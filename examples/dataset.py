@@ -3,10 +3,10 @@
 
     dataset.py LIST FOLDER [-j N | --scheduler ADDRESS]
 
-A line of LIST is a recipe and, where the bits of its PDSCHs and PUSCHs shall be drawn, a seed: 'cell.recipe 17'. Empty lines and
-lines that begin with # do not count; a recipe's name is relative to the folder where this runs. Each line is a task,
-and each worker process runs one at a time. Without --scheduler N worker processes of this machine do the work;
-workers elsewhere need the recipes and FOLDER under the same names.
+A line of LIST is a recipe and, where the bits of its PDSCHs and PUSCHs shall be drawn, a seed: 'cell.recipe 17'.
+Empty lines and lines that begin with # do not count; a recipe's name is relative to the folder where this runs. Each
+line is a task, and each worker process runs one at a time. Without --scheduler N worker processes of this machine do
+the work; workers elsewhere need the recipes and FOLDER under the same names.
 
 FOLDER gets an npy file of complex128 a line, and manifest.jsonl, an object a line in the order of LIST: recipe, seed,
 file, sha512 (of the npy file), recipe_sha512, rate, samples, peak_dbfs, rms_dbfs, papr_db, corrections. A line that
@@ -135,7 +135,10 @@ def run(lines, folder, client):
     with open(manifest, "a") as growing:
         for task in as_completed(tasks):
             name = tasks[task]
-            row = task.result() if task.status == "finished" else {"error": str(task.exception())}
+            try:
+                row = task.result()  # a lost worker may have taken it along; then it is made again
+            except Exception as failure:  # whatever a worker may raise is this line's failure alone
+                row = {"error": str(failure)}
             number, recipe, seed = names[name]
             if "error" in row:
                 failed += 1

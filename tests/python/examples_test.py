@@ -73,7 +73,7 @@ class examples(unittest.TestCase):
                    "--scheduler-file", cluster)
         workers = [self.start("-m", "distributed.cli.dask_worker", "--scheduler-file", cluster, "--nthreads", "1",
                               "--no-nanny", "--no-dashboard", "--host", "127.0.0.1") for _ in range(2)]
-        while not cluster.exists():
+        while not cluster.exists() or not cluster.read_text().endswith("}"):
             time.sleep(0.02)
         address = json.loads(cluster.read_text())["address"]
         running = self.start(EXAMPLES / "dataset.py", "all.txt", "data", "--scheduler", address)
