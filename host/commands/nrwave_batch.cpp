@@ -1,5 +1,6 @@
 #include "host/commands/nrwave_commands.h"
 #include "host/commands/nrwave_configuration.h"
+#include "host/nrwave_digits.h"
 #include "host/nrwave_failure.h"
 #include "host/nrwave_input.h"
 #include "host/nrwave_jobs.h"
@@ -7,7 +8,6 @@
 #include "host/nrwave_value.h"
 
 #include <algorithm>
-#include <charconv>
 #include <cstring>
 #include <filesystem>
 #include <map>
@@ -92,12 +92,6 @@ std::vector<std::string> lines_of(const std::string& text)
     for (std::string line; std::getline(stream, line);)
         lines.push_back(line.starts_with(k_name) ? line.substr(k_name.size()) : line);
     return lines;
-}
-
-std::string fixed(double number, int digits)
-{
-    char text[64];
-    return {text, std::to_chars(text, text + sizeof text, number, std::chars_format::fixed, digits).ptr};
 }
 
 std::string column(const std::string& text, std::size_t width)
