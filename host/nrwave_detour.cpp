@@ -29,13 +29,13 @@ constexpr unsigned int k_most_trials = 4000;
 /// What a setting may be set to for a moment: what else it may hold, or the ends of its range.
 std::vector<std::string> values_to_try(const cfg_nr_leaf_t& leaf)
 {
-    constexpr std::size_t k_most_names = 16; // those of bandwidths and preset rows lead to no other setting
+    constexpr std::size_t k_most_names = 16; // of bandwidths and preset rows the first alone leads to another setting
     switch (leaf.form) {
     case cfg_nr_leaf_form_t::boolean:
         return {"true", "false"};
     case cfg_nr_leaf_form_t::enumerator: {
         const std::vector<std::string> names = leaf.enumerators();
-        return names.size() <= k_most_names ? names : std::vector<std::string>{};
+        return names.size() <= k_most_names ? names : std::vector<std::string>{names.front()};
     }
     case cfg_nr_leaf_form_t::integer:
     case cfg_nr_leaf_form_t::unsigned_integer:
@@ -90,20 +90,37 @@ private:
     void _mend(const difference_t& difference)
     {
         const std::string own = split_last(difference.path).first;
-        if (_mend(difference, own, true) || _leads(_wide(_scope_of(difference.path)), difference, difference.first))
+        const ways_t wide = _wide(_scope_of(difference.path));
+        if (_mend(difference, {}, own, true) || _leads(wide, difference, difference.first))
             return;
         for (const std::string& facade : _facades_to_try(difference.path))
-            if (_mend(difference, facade, false))
+            if (_mend(difference, {}, facade, false))
                 return;
+        if (!wide.empty())
+            _mend(difference, wide, own, true);
+        else
+            _mend_beside_a_carrier(difference);
     }
 
-    bool _mend(const difference_t& difference, const std::string& facade, bool is_own)
+    /// One more carrier raises the rate, which bounds settings of the waveform, for a moment.
+    void _mend_beside_a_carrier(const difference_t& difference)
     {
+        std::vector<std::string> run = {"add carrier", difference.path + '=' + difference.first,
+                                        "remove " + entry("carrier", m_copy.get_carrier_number())};
+        _is_taken(run, difference.path);
+    }
+
+    /// One setting after the other of a façade opens the way, behind others that do for all of them.
+    bool _mend(const difference_t& difference, ways_t ways, const std::string& facade, bool is_own)
+    {
+        ways.emplace_back();
         for (const cfg_nr_leaf_t& leaf : resolve(m_original, facade).table->leaves)
             for (const std::string& value : values_to_try(leaf))
-                for (const std::optional<std::string>& stay : _values_on_the_way(difference, is_own))
-                    if (m_trials < k_most_trials && _leads({{facade, &leaf, value}}, difference, stay))
+                for (const std::optional<std::string>& stay : _values_on_the_way(difference, is_own)) {
+                    ways.back() = {facade, &leaf, value};
+                    if (m_trials < k_most_trials && _leads(ways, difference, stay))
                         return true;
+                }
         return false;
     }
 
@@ -212,21 +229,38 @@ private:
         return _is_taken(run, difference.path);
     }
 
-    /// Takes the steps as a load does, if they mend the setting and none of them is corrected.
-    bool _is_taken(const std::vector<std::string>& run, const std::string& path)
+    /// Takes the steps if they mend the setting, none of them is corrected and none reset by a later one.
+    bool _is_taken(std::vector<std::string>& run, const std::string& path)
     {
-        bool is_corrected = false;
-        m_trial.copy_configuration(m_copy.get_waveform_manager());
-        stepper_t stepper(m_trial, [&](const std::string&) { is_corrected = true; });
-        for (const std::string& step : run)
-            stepper.apply(step);
+        std::optional<std::vector<std::string>> reset = _reset_by(run);
+        if (reset && !reset->empty()) { // what a later step brings back is said once more
+            for (const std::string& each : *reset) {
+                const target_t target = resolve(m_original, each);
+                run.push_back(each + '=' + target.leaf->read(target.facade, target.index.value_or(0)));
+            }
+            reset = _reset_by(run);
+        }
         std::vector<difference_t> left = differences(m_original, m_trial);
-        if (is_corrected || left.size() >= m_differences.size() || contains(left, path))
+        if (!reset || !reset->empty() || left.size() >= m_differences.size() || contains(left, path))
             return false;
         m_copy.copy_configuration(m_trial.get_waveform_manager());
         m_steps.insert(m_steps.end(), run.begin(), run.end());
         m_differences.swap(left);
         return true;
+    }
+
+    /// Takes the steps on the trial: the paths that later ones reset; nothing where one is corrected.
+    std::optional<std::vector<std::string>> _reset_by(const std::vector<std::string>& run)
+    {
+        std::vector<std::string> told;
+        m_trial.copy_configuration(m_copy.get_waveform_manager());
+        stepper_t stepper(m_trial, [&](const std::string& line) { told.push_back(line.substr(0, line.find(": "))); });
+        for (const std::string& step : run)
+            stepper.apply(step);
+        if (!told.empty())
+            return std::nullopt;
+        stepper.tell_resets();
+        return told;
     }
 
     /// Whether the setting that differs, once it is set where a value is given, holds that value, or the other.

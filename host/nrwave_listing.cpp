@@ -1,5 +1,7 @@
 #include "host/nrwave_listing.h"
 
+#include "host/nrwave_detour.h"
+#include "host/nrwave_difference.h"
 #include "host/nrwave_failure.h"
 #include "host/nrwave_path.h"
 #include "host/nrwave_rows.h"
@@ -96,6 +98,19 @@ std::string path_set_by(const std::string& step)
 
 std::string facade_set_by(const std::string& step) { return split_last(path_set_by(step)).first; }
 
+/// The path that a line of the stepper is about.
+std::string path_told_by(const std::string& line) { return line.substr(0, line.find(": ")); }
+
+bool took(stepper_t& stepper, const std::string& step)
+{
+    try {
+        stepper.apply(step);
+        return true;
+    } catch (const failure_t&) {
+        return false;
+    }
+}
+
 /// Makes a listing that can be replayed: a fresh waveform takes each step as it stands and comes to the same state.
 class replay_t
 {
@@ -115,6 +130,13 @@ public:
             _try();
         }
         _leave_out_told();
+        if (!m_lost.empty()) {
+            take_detours(m_waveform, m_copy, m_steps);
+            _leave_out_told();
+        }
+        std::erase_if(m_lost, [&](const std::string& step) { return !_is_sent(step); });
+        if (!m_lost.empty())
+            m_steps.emplace_back("# No step brings these back:");
         for (const std::string& step : m_lost)
             m_steps.push_back("# " + one_line(step));
         return std::move(m_steps);
@@ -144,38 +166,47 @@ private:
     {
         constexpr int k_rounds = 4; // what one setting needs of another may come only in the next
 
-        cfg_nr_waveform_t copy;
+        m_copy.copy_configuration(cfg_nr_waveform_t().get_waveform_manager());
         bool corrected = false;
-        stepper_t stepper(copy, [&corrected](const std::string&) { corrected = true; });
+        stepper_t stepper(m_copy, [&corrected](const std::string&) { corrected = true; });
         ++m_tries;
         m_steps.clear();
         for (const std::string& step : m_all) {
             corrected = false;
-            if (_is_needless(step, copy) || !_took(stepper, step) || corrected)
+            if (_is_needless(step, m_copy) || !took(stepper, step) || corrected)
                 continue;
             m_steps.push_back(step);
         }
         for (int round = 0; round < k_rounds; ++round) {
             const std::size_t before = m_steps.size();
-            mend(m_waveform, copy, {}, m_steps);
+            mend(m_waveform, m_copy, {}, m_steps);
             if (m_steps.size() == before)
                 break;
         }
-        const std::vector<std::string> now = all_steps_of(copy);
+        _find_lost();
+    }
+
+    /// What is otherwise in the copy.
+    void _find_lost()
+    {
+        const std::vector<std::string> now = all_steps_of(m_copy);
         const std::set<std::string> held(now.begin(), now.end());
         m_lost.clear();
         std::copy_if(m_all.begin(), m_all.end(), std::back_inserter(m_lost),
                      [&](const std::string& step) { return held.count(step) == 0; });
     }
 
-    static bool _took(stepper_t& stepper, const std::string& step)
+    /// Whether a step sets something in a direction that its carrier sends.
+    bool _is_sent(const std::string& step)
     {
-        try {
-            stepper.apply(step);
+        const std::string path = path_set_by(step);
+        const std::size_t end = path.rfind("carrier[", 0) == 0 ? path.find("].") : std::string::npos;
+        if (end == std::string::npos)
             return true;
-        } catch (const failure_t&) {
-            return false;
-        }
+        const target_t carrier = resolve(m_waveform, path.substr(0, end + 1));
+        const std::string name = path.substr(end + 2, path.find_first_of("[.", end + 2) - end - 2);
+        const cfg_nr_branch_t* branch = find_row(carrier.table->branches, name);
+        return !branch || sends(carrier_type_of(carrier.facade, *carrier.table), *branch);
     }
 
     /// Whether a step changes nothing where even such a step brings neighbours in line.
@@ -193,29 +224,65 @@ private:
         }
     }
 
-    /// Leaves out the steps of which a replay would tell that something resets them.
+    /// Leaves out the steps of which a replay would tell that something corrects or resets them.
     void _leave_out_told()
     {
-        cfg_nr_waveform_t copy;
+        std::size_t before = 0;
+        do {
+            before = m_steps.size();
+            const std::set<std::string> told = _told_by_a_replay();
+            m_steps.erase(std::remove_if(m_steps.begin(), m_steps.end(),
+                                         [&](const std::string& step) { return told.count(path_set_by(step)) != 0; }),
+                          m_steps.end());
+        } while (m_steps.size() < before);
+        _find_lost();
+    }
+
+    /// Replays the listing on the copy; the paths of which that tells something.
+    std::set<std::string> _told_by_a_replay()
+    {
+        m_copy.copy_configuration(cfg_nr_waveform_t().get_waveform_manager());
         std::set<std::string> told;
-        stepper_t stepper(copy, [&told](const std::string& line) { told.insert(line.substr(0, line.find(": "))); });
+        stepper_t stepper(m_copy, [&told](const std::string& line) { told.insert(path_told_by(line)); });
         for (const std::string& step : m_steps)
-            if (!_took(stepper, step))
+            if (!took(stepper, step) && !path_set_by(step).empty())
                 told.insert(path_set_by(step));
         stepper.tell_resets();
-        m_steps.erase(std::remove_if(m_steps.begin(), m_steps.end(),
-                                     [&](const std::string& step) { return told.count(path_set_by(step)) != 0; }),
-                      m_steps.end());
+        return told;
     }
 
     cfg_nr_waveform_t& m_waveform;
     std::vector<std::string> m_all;
     std::vector<std::string> m_steps;
+    /// What the steps were last tried on, and what that left otherwise.
+    cfg_nr_waveform_t m_copy;
     std::vector<std::string> m_lost;
     /// The façades in which only what differs from a fresh waveform is written.
     std::set<std::string> m_brief;
     unsigned int m_tries = 0;
 };
+
+/// Makes comments of the steps that a waveform in this state would not take without a line, as another setting fixes
+/// what they set.
+void comment_out_fixed(cfg_nr_waveform_t& waveform, std::vector<std::string>& steps)
+{
+    std::set<std::string> fixed;
+    std::size_t before = 0;
+    do {
+        before = fixed.size();
+        cfg_nr_waveform_t copy;
+        copy.copy_configuration(waveform.get_waveform_manager());
+        stepper_t stepper(copy, [&fixed](const std::string& line) { fixed.insert(path_told_by(line)); });
+        for (const std::string& step : steps)
+            if (const std::string path = path_set_by(step); !path.empty() && fixed.count(path) == 0)
+                if (!took(stepper, step))
+                    fixed.insert(path);
+        stepper.tell_resets();
+    } while (fixed.size() > before);
+    for (std::string& step : steps)
+        if (fixed.count(path_set_by(step)) != 0)
+            step = "# " + one_line(step);
+}
 
 /// A setting, with all its values where it has several and the path names none.
 std::vector<std::string> values_at(const std::string& facade, const target_t& target)
@@ -233,9 +300,10 @@ void added_on_the_way(lister_t& lister, cfg_nr_waveform_t& waveform, cfg_nr_wave
     for (std::size_t close = path.find(']'); close != std::string::npos; close = path.find(']', close + 1)) {
         const std::string through = path.substr(0, close + 1);
         const target_t target = resolve(waveform, through);
-        const target_t fresh_target = resolve_first(fresh, through);
+        void* fresh_parent = resolve_first(fresh, through).list_parent;
+        const unsigned int entries = *target.index - target.list->first(target.list_parent) + 1;
         lister.added_entries(through.substr(0, through.rfind('[')), *target.list,
-                             *target.index - target.list->first(target.list_parent) + 1, fresh_target.list_parent);
+                             std::max(entries, target.list->count(fresh_parent)), fresh_parent);
     }
 }
 
@@ -258,13 +326,14 @@ std::vector<std::string> steps_at(cfg_nr_waveform_t& waveform, const std::string
     const target_t again = resolve(waveform, path);
     if (again.list && !again.index)
         lister.list(path, *again.list, again.list_parent, fresh_target.list_parent);
-    else {
+    else
         lister.facade(path, again.facade, fresh_target.facade, *again.table);
-        const target_t shown = resolve(waveform, path);
+    comment_out_fixed(waveform, lister.steps);
+    const target_t shown = resolve(waveform, path);
+    if (!shown.list || shown.index)
         for (const cfg_nr_figure_t& figure : shown.table->figures)
-            lister.steps.push_back("# " + below(path, figure.name) + '=' + figure.read(shown.facade));
-    }
-    return lister.steps;
+            lister.steps.push_back("# " + one_line(below(path, figure.name) + '=' + figure.read(shown.facade)));
+    return std::move(lister.steps);
 }
 
 } // namespace nrwave

@@ -31,7 +31,7 @@ TEST(nrwave_listing, comes_back_from_random_states_without_a_line)
                  nr_test::differences(waveform, again, nr_test::scope_t::in_the_tree))
                 ADD_FAILURE() << seed << ": " << path << ' ' << first << ' ' << second;
     }
-    EXPECT_LE(with_comments, 9u);
+    EXPECT_LE(with_comments, 2u); // PRS of 273 RBs, which only a correction makes
 }
 
 } // namespace
