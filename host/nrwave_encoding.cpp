@@ -115,7 +115,7 @@ std::string sample_encoder_t::head(std::uint64_t samples) const
     }
 }
 
-std::string_view sample_encoder_t::encoded(const std::complex<double>* samples, std::size_t count)
+std::string& sample_encoder_t::encoded(const std::complex<double>* samples, std::size_t count)
 {
     m_bytes.clear();
     if (m_gain != 1.0) {

@@ -40,8 +40,8 @@ public:
 
     /// What stands ahead of so many samples.
     std::string head(std::uint64_t samples) const;
-    /// The bytes of samples, good until the next call.
-    std::string_view encoded(const std::complex<double>* samples, std::size_t count);
+    /// The bytes of samples, good until the next call. They may be swapped for another buffer.
+    std::string& encoded(const std::complex<double>* samples, std::size_t count);
 
     const level_t& level() const { return m_level; }
     /// Samples that the format cannot hold: they are at full scale.

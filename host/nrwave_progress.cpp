@@ -1,7 +1,8 @@
 #include "host/nrwave_progress.h"
 
+#include "host/nrwave_signals.h"
+
 #include <chrono>
-#include <csignal>
 #include <string>
 #include <unistd.h>
 
@@ -19,13 +20,7 @@ progress_t::progress_t(const char* work)
 {
     if (::isatty(STDERR_FILENO) == 0)
         return;
-    // Signals go to the thread that works: it knows what is unfinished.
-    sigset_t all;
-    sigset_t before;
-    sigfillset(&all);
-    pthread_sigmask(SIG_SETMASK, &all, &before);
-    m_teller = std::thread([this, work] { _tell(work); });
-    pthread_sigmask(SIG_SETMASK, &before, nullptr);
+    m_teller = without_signals([&] { return std::thread([this, work] { _tell(work); }); });
 }
 
 progress_t::~progress_t()

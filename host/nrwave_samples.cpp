@@ -2,10 +2,12 @@
 
 #include "host/nrwave_failure.h"
 #include "host/nrwave_sha512.h"
+#include "host/nrwave_signals.h"
 #include "host/nrwave_value.h"
 
 #include <algorithm>
 #include <filesystem>
+#include <future>
 
 namespace nrwave
 {
@@ -37,20 +39,29 @@ sample_files_t::sample_files_t(outputs_t& outputs, const std::string& prefix, sa
 
 void sample_files_t::write(const delivered_t& delivered, metadata_t& metadata)
 {
-    constexpr std::size_t k_block = 8192; // no second copy of the waveform
+    constexpr std::size_t k_block = std::size_t{1} << 18U; // no second copy of a long waveform, and few hand-overs
 
     sample_encoder_t encoder(m_format, delivered.gain);
     sha512_t hash;
-    const auto write_bytes = [&](std::string_view bytes) {
-        if (m_meta)
-            hash.add(bytes);
+    std::string hashed;        // what the second thread has
+    std::future<void> hashing; // waits for it, whatever ends this
+    const auto write_bytes = [&](std::string& bytes) {
         m_data.write(bytes);
+        if (!m_meta)
+            return;
+        if (hashing.valid())
+            hashing.get();
+        hashed.swap(bytes);
+        hashing = without_signals([&] { return std::async([&] { hash.add(hashed); }); });
     };
-    write_bytes(encoder.head(delivered.samples()));
+    std::string head = encoder.head(delivered.samples());
+    write_bytes(head);
     for (std::uint64_t repeat = 0; repeat < delivered.repeats; ++repeat)
         for (std::size_t begin = 0; begin < delivered.period.size(); begin += k_block)
             write_bytes(
                 encoder.encoded(delivered.period.data() + begin, std::min(k_block, delivered.period.size() - begin)));
+    if (hashing.valid())
+        hashing.get();
     metadata.summary.format = name_of(m_format);
     metadata.summary.rate = delivered.rate;
     metadata.summary.level = encoder.level();
