@@ -139,8 +139,20 @@ words_t steps_from(const std::string& begun)
 words_t presets_from(const std::string& begun)
 {
     const std::size_t key = begun.find_last_of(":,");
-    return key == std::string::npos ? preset_names()
-                                    : with_front(begun.substr(0, key + 1), {"bandwidth=", "scs=", "duplex="});
+    if (key == std::string::npos)
+        return preset_names();
+    const std::size_t equals = begun.find('=', key);
+    try {
+        if (equals != std::string::npos)
+            return with_front(begun.substr(0, equals + 1),
+                              preset_values(begun.substr(0, begun.find(':')), begun.substr(key + 1, equals - key - 1)));
+    } catch (const failure_t&) {
+        return {};
+    }
+    words_t keys;
+    for (const std::string& name : preset_keys())
+        keys.push_back(begun.substr(0, key + 1) + name + '=');
+    return keys;
 }
 
 words_t options_of(const CLI::App& command)

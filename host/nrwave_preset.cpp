@@ -182,6 +182,15 @@ private:
 /// What a user asks for behind the name.
 using wishes_t = std::map<std::string, std::string>;
 
+struct key_t
+{
+    const char* name;
+    std::string combination_t::*value;
+};
+
+constexpr std::array k_keys = {key_t{"bandwidth", &combination_t::bandwidth}, key_t{"scs", &combination_t::spacing},
+                               key_t{"duplex", &combination_t::duplex_type}};
+
 /// A row that a name stands for.
 struct found_t
 {
@@ -223,30 +232,36 @@ wishes_t wishes_in(const std::string& text)
     for (const std::string_view item : vek::common_lib::split(text, ",")) {
         const std::size_t equals = std::min(item.find('='), item.size());
         const std::string key = trimmed(std::string(item.substr(0, equals)));
-        const std::vector<std::string> known = {"bandwidth", "scs", "duplex"};
-        if (!contains(known, key))
-            throw failure_t("unknown key " + shortened(key) + " of a preset" + nearest_to(key, known));
+        if (!contains(preset_keys(), key))
+            throw failure_t("unknown key " + shortened(key) + " of a preset" + nearest_to(key, preset_keys()));
         if (equals == item.size() || !wishes.emplace(key, trimmed(std::string(item.substr(equals + 1)))).second)
             throw failure_t("a preset takes one value of " + key);
     }
     return wishes;
 }
 
-/// Leaves the combinations that fulfil a wish.
-void narrow(std::vector<combination_t>& combinations, const wishes_t& wishes, const std::string& key,
-            std::string combination_t::*value)
+/// What of the combinations is different under a key.
+std::vector<std::string> values_under(const key_t& key, const std::vector<combination_t>& combinations)
 {
-    const auto wish = wishes.find(key);
+    std::vector<std::string> values;
+    for (const combination_t& combination : combinations)
+        if (!contains(values, combination.*key.value))
+            values.push_back(combination.*key.value);
+    return values;
+}
+
+/// Leaves the combinations that fulfil a wish.
+void narrow(std::vector<combination_t>& combinations, const wishes_t& wishes, const key_t& key)
+{
+    const auto wish = wishes.find(key.name);
     if (wish == wishes.end())
         return;
-    std::vector<std::string> offered;
-    for (const combination_t& combination : combinations)
-        if (!contains(offered, combination.*value))
-            offered.push_back(combination.*value);
+    const std::vector<std::string> offered = values_under(key, combinations);
     const std::vector<std::string> meant = enumerators_meant_by(offered, wish->second);
     if (meant.size() != 1)
-        throw failure_t("the preset offers no " + key + ' ' + shortened(wish->second) + ", but " + joined(offered));
-    std::erase_if(combinations, [&](const combination_t& other) { return other.*value != meant.front(); });
+        throw failure_t("the preset offers no " + std::string(key.name) + ' ' + shortened(wish->second) + ", but " +
+                        joined(offered));
+    std::erase_if(combinations, [&](const combination_t& other) { return other.*key.value != meant.front(); });
 }
 
 /// The settings of a choice in an order in which a fresh waveform takes each as it stands.
@@ -329,9 +344,8 @@ std::vector<std::string> preset_steps(const std::string& text, bool ntn)
         std::vector<combination_t> combinations = explorer.combinations_of(found.row);
         if (combinations.empty())
             continue;
-        narrow(combinations, wishes, "bandwidth", &combination_t::bandwidth);
-        narrow(combinations, wishes, "scs", &combination_t::spacing);
-        narrow(combinations, wishes, "duplex", &combination_t::duplex_type);
+        for (const key_t& key : k_keys)
+            narrow(combinations, wishes, key);
         choice_t choice = combinations.front().choice;
         choice.emplace_back(&explorer.duplex_setting(), combinations.front().duplex_type);
         std::vector<std::string> steps = steps_in_order(*found.family, mode, std::move(choice));
@@ -348,8 +362,47 @@ std::vector<std::string> preset_names()
     std::vector<std::string> names;
     for (const family_t& family : k_families)
         for (const std::string& row : explorer_t(waveform, family).names())
-            names.push_back(row);
+            names.push_back(name_of_preset(row));
     return names;
+}
+
+std::string name_of_preset(const std::string& row)
+{
+    constexpr std::string_view k_front = "LIB_";
+    constexpr std::string_view k_reference_channel = "LIB_NR_G_FR";
+    const std::size_t model = row.find("_TM");
+    const bool is_model = row.starts_with("LIB_NR_FR") && model != std::string::npos;
+    if (!is_model && !row.starts_with(k_reference_channel))
+        return row;
+    std::string name = row;
+    std::replace(name.begin(), name.end(), '_', '-');
+    if (is_model)
+        std::replace(name.begin() + static_cast<std::ptrdiff_t>(model) + 1, name.end(), '-', '.');
+    return name.substr(is_model ? k_front.size() : k_reference_channel.find('G'));
+}
+
+std::vector<std::string> preset_keys()
+{
+    std::vector<std::string> names;
+    for (const key_t& key : k_keys)
+        names.emplace_back(key.name);
+    return names;
+}
+
+std::vector<std::string> preset_values(const std::string& name, const std::string& key)
+{
+    const found_t found = row_meant_by(name);
+    std::vector<std::string> values;
+    for (const bool mode : {false, true}) {
+        cfg_nr_waveform_t waveform;
+        waveform.set_nr_ntn(mode);
+        const std::vector<combination_t> combinations = explorer_t(waveform, *found.family).combinations_of(found.row);
+        for (const key_t& each : k_keys)
+            if (values.empty() && key == each.name)
+                for (const std::string& value : values_under(each, combinations))
+                    values.push_back(value.substr(value.rfind('_') + 1));
+    }
+    return values;
 }
 
 } // namespace nrwave

@@ -40,7 +40,14 @@ std::vector<preset_t> presets_of(const std::string& family, bool ntn);
 /// what is not offered, and an unknown name or key, is a failure. A name that the mode does not know has the step that
 /// changes the mode ahead.
 std::vector<std::string> preset_steps(const std::string& text, bool ntn);
-/// All names, as the standard writes them where they are its own, for completion.
+/// All names, as the standard writes them where they are its own.
 std::vector<std::string> preset_names();
+/// The name of a row as the standard writes it, NR-FR1-TM3.1a for a test model, G-FR1-A3-14 for a reference channel of
+/// the uplink; its enumerator where the standard has none.
+std::string name_of_preset(const std::string& row);
+/// What may stand behind the colon: bandwidth, scs, duplex.
+std::vector<std::string> preset_keys();
+/// What a preset offers under a key, in short: 100M, 30K, TDD. An unknown name is a failure.
+std::vector<std::string> preset_values(const std::string& name, const std::string& key);
 
 } // namespace nrwave

@@ -14,8 +14,8 @@ namespace
 void write_lines(std::ostream& out, const std::vector<preset_t>& presets)
 {
     for (const preset_t& preset : presets)
-        out << preset.family << ' ' << preset.name << "  " << preset.bandwidths.text() << "; " << preset.spacings.text()
-            << "; " << preset.duplex_types.text() << '\n';
+        out << preset.family << ' ' << name_of_preset(preset.name) << "  " << preset.bandwidths.text() << "; "
+            << preset.spacings.text() << "; " << preset.duplex_types.text() << '\n';
 }
 
 void write_json(std::ostream& out, const std::vector<preset_t>& presets)

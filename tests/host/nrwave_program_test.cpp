@@ -392,7 +392,7 @@ TEST_F(nrwave_program, lists_presets_as_they_can_be_chosen)
                                   R"("LIB_NR_CHANNEL_FR2_1_200M"],"duplex_types":["LIB_NR_DUPLEX_TYPE_FDD"],)"
                                   R"("family":"dl_frc","name":"LIB_NR_NTN_FRC_FR2_A_3_2_1_2_1_QPSK","ntn":true,)"
                                   R"("spacings":["LIB_NR_SCS_60K"]})");
-    EXPECT_NE(run("presets").out.find("dl_tm LIB_NR_FR2_TM2  LIB_NR_CHANNEL_FR2_1_50M to LIB_NR_CHANNEL_FR2_2_2000M; "
+    EXPECT_NE(run("presets").out.find("dl_tm NR-FR2-TM2  LIB_NR_CHANNEL_FR2_1_50M to LIB_NR_CHANNEL_FR2_2_2000M; "
                                       "LIB_NR_SCS_60K, LIB_NR_SCS_120K, LIB_NR_SCS_480K, LIB_NR_SCS_960K; "
                                       "LIB_NR_DUPLEX_TYPE_TDD\n"),
               std::string::npos);
@@ -630,7 +630,9 @@ TEST_F(nrwave_program, completes_command_lines_in_bash)
               "LIB_NR_CHANNEL_FR1_10M\nLIB_NR_CHANNEL_FR1_100M\n");
     EXPECT_EQ(replies("'nrwave generate --set \"carrier[0].dl_ssb.enable=f'"), "carrier[0].dl_ssb.enable=false\n");
     EXPECT_EQ(replies("'nrwave generate --format c'"), "cf32\ncf64\nci16\ncsv\n");
-    EXPECT_EQ(replies("'nrwave map --preset LIB_NR_FR2_TM2'"), "LIB_NR_FR2_TM2\nLIB_NR_FR2_TM2a\n");
+    EXPECT_EQ(replies("'nrwave map --preset nr-fr1-tm3.1'"), "NR-FR1-TM3.1\nNR-FR1-TM3.1a\nNR-FR1-TM3.1b\n");
+    EXPECT_EQ(replies("'nrwave presets G-FR1-A3-14:bandwidth=20m,s'"), "20m,scs=\n");
+    EXPECT_EQ(replies("'nrwave map --preset NR-FR2-TM2:scs='"), "60K\n120K\n480K\n960K\n");
     EXPECT_EQ(replies("'nrwave get --set \"add carrier[0].dl_c'"),
               "add carrier[0].dl_csirs\nadd carrier[0].dl_csirs[0].\n");
     EXPECT_EQ(replies("'nrwave map --recipe '"), "\n");
