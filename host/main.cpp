@@ -68,7 +68,7 @@ int main(int argc, char** argv)
     try {
         app.parse(argc, argv);
     } catch (const CLI::ParseError& error) { // or a help that was asked for
-        const int status = app.exit(error);
+        const int status = app.exit(error) == 0 ? 0 : 1;
         if (std::cout.flush())
             return status;
         std::cerr << "nrwave: cannot write to standard output" << std::endl;

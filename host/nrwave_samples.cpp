@@ -18,7 +18,8 @@ namespace
 /// A prefix that ends in a name: files that begin with a dot would seem to be missing.
 const std::string& named(const std::string& prefix)
 {
-    if (!std::filesystem::path(prefix).has_filename())
+    const std::filesystem::path name = std::filesystem::path(prefix).filename();
+    if (name.empty() || name == "." || name == "..")
         throw failure_t("cannot write " + shortened(prefix) + suffix_of(sample_format_t::sigmf) + ": no name in front");
     return prefix;
 }

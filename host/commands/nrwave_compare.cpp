@@ -8,7 +8,6 @@
 #include "host/nrwave_figures.h"
 #include "host/nrwave_generation.h"
 #include "host/nrwave_recording.h"
-#include "host/nrwave_shorthand.h"
 #include "host/nrwave_steps.h"
 #include "host/nrwave_summary.h"
 #include "host/nrwave_value.h"
@@ -101,9 +100,7 @@ public:
                        "What was sent: samples with their settings in the metadata, a recipe, or a settings file")
             ->type_name("REFERENCE")
             ->required();
-        app.add_option("--rate", m_rate, "Samples a second of the capture, where its metadata tell none or another")
-            ->type_name("HZ")
-            ->transform([](const std::string& text) { return whole_number_in_full(text).value_or(text); });
+        declare_rate(app, m_rate, "Samples a second of the capture, where its metadata tell none or another");
         app.add_flag("--json", m_json, "Tell it as a JSON object");
         app.footer("Examples:\n"
                    "  nrwave compare capture.sigmf-meta sent.recipe\n"

@@ -1,10 +1,13 @@
 #include "host/commands/nrwave_configuration.h"
 
+#include "common/lib_number_text.h"
 #include "host/nrwave_failure.h"
 #include "host/nrwave_preset.h"
 #include "host/nrwave_shorthand.h"
 #include "host/nrwave_steps.h"
 #include "host/nrwave_value.h"
+
+#include <charconv>
 
 namespace nrwave
 {
@@ -17,41 +20,64 @@ CLI::Option* declare_output(CLI::App& app, std::string& place, const char* type,
         ->transform([](const std::string& name) { return name == "-" ? "/dev/stdout" : name; });
 }
 
-void declare_delivery(CLI::App& app, delivery_t& delivery)
-{
-    const auto in_full = [](const std::string& text) { return whole_number_in_full(text).value_or(text); };
-    app.add_option("--rate", delivery.rate,
-                   "Samples a second, any whole number that holds the occupied bands; by resampling of the periodic "
-                   "waveform")
-        ->type_name("HZ")
-        ->transform(in_full);
-    app.add_option("--multiple-of", delivery.multiple_of,
-                   "Repeat the waveform until the number of samples is a multiple of this")
-        ->type_name("NUMBER")
-        ->transform(in_full);
-}
-
 namespace
 {
 
+std::string named(const std::string& text) { return text.empty() ? "an empty value" : shortened(text); }
+
+/// Takes a whole number with an exponent or suffix too. What is none, or more than the option can hold, is told in the
+/// tool's own words.
 template <class number_t>
-void declare_whole_number(CLI::App& app, const char* name, number_t& number, const char* help)
+CLI::Option* takes_whole_number(CLI::Option* option, const char* type)
 {
-    app.add_option(name, number, help)->type_name("NUMBER")->transform([](const std::string& text) {
-        return whole_number_in_full(text).value_or(text);
+    return option->type_name(type)->transform([](const std::string& text) {
+        const std::string digits = whole_number_in_full(text).value_or(text);
+        number_t number = 0;
+        const auto [end, error] = std::from_chars(digits.data(), digits.data() + digits.size(), number);
+        if (error == std::errc::result_out_of_range)
+            throw CLI::ValidationError(named(text) + " is too large");
+        if (error != std::errc{} || end != digits.data() + digits.size())
+            throw CLI::ValidationError(named(text) + " is no whole number from 0 on");
+        return digits;
     });
 }
 
 } // namespace
 
+void declare_delivery(CLI::App& app, delivery_t& delivery)
+{
+    declare_rate(app, delivery.rate,
+                 "Samples a second, any whole number that holds the occupied bands; by resampling of the periodic "
+                 "waveform");
+    takes_whole_number<std::uint64_t>(
+        app.add_option("--multiple-of", delivery.multiple_of,
+                       "Repeat the waveform until the number of samples is a multiple of this"),
+        "NUMBER");
+}
+
+void declare_scale(CLI::App& app, std::optional<double>& scale_db, const char* help)
+{
+    app.add_option("--scale", scale_db, help)->type_name("DB")->transform([](const std::string& text) {
+        double number = 0.0;
+        if (!vek::common_lib::lib_number_text_t::text_to_double(text, number))
+            throw CLI::ValidationError(named(text) + " is no number of dB");
+        return text;
+    });
+}
+
+void declare_rate(CLI::App& app, std::optional<std::uint64_t>& rate, const char* help)
+{
+    takes_whole_number<std::uint64_t>(app.add_option("--rate", rate, help), "HZ");
+}
+
 void declare_number(CLI::App& app, const char* name, unsigned int& number, const char* help)
 {
-    declare_whole_number(app, name, number, help);
+    takes_whole_number<unsigned int>(app.add_option(name, number, help), "NUMBER");
 }
 
 void declare_index(CLI::App& app, const char* name, std::optional<unsigned int>& index, const char* help)
 {
-    declare_whole_number(app, name, index, help);
+    takes_whole_number<unsigned int>(app.add_option(name, index, help), "NUMBER");
 }
 
 void configuration_t::declare_file(CLI::App& app)

@@ -6,6 +6,7 @@
 #include "host/nrwave_trace.h"
 
 #include <CLI/CLI.hpp>
+#include <cstdint>
 #include <optional>
 #include <string>
 #include <vector>
@@ -15,6 +16,10 @@ namespace nrwave
 
 /// -o, where - stands for standard output.
 CLI::Option* declare_output(CLI::App& app, std::string& place, const char* type, const char* help);
+/// --scale.
+void declare_scale(CLI::App& app, std::optional<double>& scale_db, const char* help);
+/// --rate alone.
+void declare_rate(CLI::App& app, std::optional<std::uint64_t>& rate, const char* help);
 /// --rate and --multiple-of.
 void declare_delivery(CLI::App& app, delivery_t& delivery);
 /// A whole number, which may have an exponent or a suffix as the values of settings.

@@ -77,9 +77,8 @@ public:
                                       "standard output; not needed beside --report")
                            ->required(false);
         app.add_option("--format", m_format, "sigmf (default), cf32, cf64, ci16, npy or csv")->type_name("FORMAT");
-        app.add_option("--scale", m_delivery.scale_db,
-                       "Put the peak of the samples this far below full scale; without it the level stays")
-            ->type_name("DB");
+        declare_scale(app, m_delivery.scale_db,
+                      "Put the peak of the samples this far below full scale; without it the level stays");
         declare_delivery(app, m_delivery);
         app.add_option("--report", m_report, "Folder for a report: report.html, and its pictures as PNG and SVG")
             ->type_name("DIR");
