@@ -220,7 +220,7 @@ found_t row_meant_by(const std::string& name)
         }
     const std::vector<std::string> meant = enumerators_meant_by(names, as_enumerator(name));
     if (meant.empty())
-        throw failure_t("unknown preset " + shortened(name) + nearest_enumerators(names, as_enumerator(name)));
+        throw failure_t("unknown preset " + shortened(name) + nearest_to(name, preset_names()));
     if (meant.size() > 1)
         throw failure_t("the preset " + shortened(name) + " may be any of " + joined(meant));
     return rows[static_cast<std::size_t>(std::find(names.begin(), names.end(), meant.front()) - names.begin())];

@@ -75,6 +75,9 @@ recording_t recording_of(const std::string& file)
     const std::string suffix = fs::path(file).extension().string();
     recording_t recording;
     recording.is_sigmf = suffix == ".sigmf-data" || suffix == ".sigmf-meta";
+    std::error_code ignored;
+    if (!fs::exists(file, ignored))
+        throw failure_t("there is no file " + shortened(file));
     if (!is_recording(file))
         throw failure_t(shortened(file) + " is neither a file of samples nor one that tells of them: formats are " +
                         joined(sample_format_names()));

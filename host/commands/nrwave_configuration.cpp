@@ -37,7 +37,7 @@ CLI::Option* takes_whole_number(CLI::Option* option, const char* type)
         if (error == std::errc::result_out_of_range)
             throw CLI::ValidationError(named(text) + " is too large");
         if (error != std::errc{} || end != digits.data() + digits.size())
-            throw CLI::ValidationError(named(text) + " is no whole number from 0 on");
+            throw CLI::ValidationError(named(text) + " is no whole number from 0");
         return digits;
     });
 }

@@ -74,7 +74,7 @@ TEST_F(nrwave_program, fails_with_one_line_and_leaves_nothing_behind)
     fs::create_symlink("loop", m_folder / "loop");
     const std::set<std::string> before = files();
 
-    const std::array<std::pair<const char*, const char*>, 82> rows = {{
+    const std::array<std::pair<const char*, const char*>, 85> rows = {{
         {"generate --set nothing=1 -o x", "unknown path nothing"},
         {"generate --set carrier[0].nothing=1 -o x", "unknown path carrier[0].nothing"},
         {"generate --set carrier[1].enable=1 -o x", "index past the end"},
@@ -139,18 +139,21 @@ TEST_F(nrwave_program, fails_with_one_line_and_leaves_nothing_behind)
         {"generate --rate 98280001 -o x", "gives no whole number of samples in 10 ms"},
         {"generate --rate 0 -o x", "a rate of 0 Hz"},
         {"generate --rate 1e19 -o x", "more than 2^31 samples"},
-        {"generate --rate nan -o x", "nan"},
+        {"generate --rate nan -o x", "--rate: nan is no whole number from 0"},
+        {"generate --rate '' -o x", "--rate: an empty value is no whole number"},
+        {"map --frame 1e10 -o x.csv", "--frame: 1e10 is too large"},
+        {"generate -o ..", "no name in front"},
         {"generate --multiple-of 0 -o x", "a multiple of 0"},
         {"generate --multiple-of 2147483647 -o x", "more than 2^31 samples"},
         {"generate --scale nan -o x", "no number of dB"},
-        {"generate --preset NR-FR1-TM3.1x -o x", "unknown preset NR-FR1-TM3.1x; nearest LIB_NR_FR1_TM3_1, "},
+        {"generate --preset NR-FR1-TM3.1x -o x", "unknown preset NR-FR1-TM3.1x; nearest NR-FR1-TM3.1, "},
         {"generate --preset '' -o x", "unknown preset ; nearest "},
         {"generate --preset 64QAM -o x", "may be any of LIB_NR_DL_FRC_FR1_64QAM, LIB_NR_DL_FRC_FR2_64QAM, "},
         {"generate --preset G-FR1-A3-14:bandwidth=20M -o x", "offers no bandwidth 20M, but LIB_NR_CHANNEL_FR1_100M"},
         {"generate --preset G-FR1-A3-14:scp=30k -o x", "unknown key scp of a preset; nearest scs, "},
         {"generate --preset G-FR1-A3-14:scs -o x", "takes one value of scs"},
         {"info good.recipe", "neither a file of samples"},
-        {"info missing.cf32", "cannot read missing.json"},
+        {"info missing.cf32", "there is no file missing.cf32"},
         {"info foreign.json", "foreign.json tells of no samples"},
         {"info broken.sigmf-meta", "broken.sigmf-meta holds no JSON object"},
         {"info big.sigmf-data", "samples of the kind cf32_be cannot be read"},
@@ -161,7 +164,7 @@ TEST_F(nrwave_program, fails_with_one_line_and_leaves_nothing_behind)
     }};
     for (const auto& [arguments, line] : rows) {
         const run_t result = run(arguments);
-        EXPECT_NE(result.status, 0) << arguments;
+        EXPECT_EQ(result.status, 1) << arguments;
         EXPECT_NE(result.err.find(line), std::string::npos) << arguments << "\nsays " << result.err;
         EXPECT_EQ(lines_of(result.err), 1u) << arguments << "\nsays " << result.err;
         EXPECT_EQ(result.out, "") << arguments;
