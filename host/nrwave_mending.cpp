@@ -1,6 +1,7 @@
 #include "host/nrwave_mending.h"
 
 #include "host/nrwave_detour.h"
+#include "host/nrwave_guest.h"
 #include "host/nrwave_single_steps.h"
 
 namespace nrwave
@@ -12,6 +13,7 @@ std::vector<std::string> mending_steps(vek::nr_mod_lib::cfg_nr_waveform_t& origi
     // What a later step resets by the way comes right with the next round.
     constexpr unsigned int k_rounds = 3;
     std::vector<std::string> steps;
+    take_preset_of_a_guest(original, copy, steps);
     for (unsigned int round = 0; round < k_rounds; ++round) {
         const std::size_t before = steps.size();
         mend(original, copy, {}, steps);
@@ -19,6 +21,7 @@ std::vector<std::string> mending_steps(vek::nr_mod_lib::cfg_nr_waveform_t& origi
             break;
     }
     take_detours(original, copy, steps);
+    take_width_of_a_guest(original, copy, steps);
     return steps;
 }
 

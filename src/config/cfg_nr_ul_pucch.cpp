@@ -7,6 +7,19 @@
 namespace vek::nr_mod_lib
 {
 
+namespace
+{
+
+std::string text_of(const std::vector<std::vector<unsigned char>>& bits_per_slot)
+{
+    std::vector<std::string> slots;
+    for (const std::vector<unsigned char>& bits : bits_per_slot)
+        slots.push_back(common_lib::lib_common_list_parse_t::bit_list_to_string(bits));
+    return common_lib::lib_common_list_parse_t::combine_str(slots, ",");
+}
+
+} // namespace
+
 bool cfg_nr_ul_pucch_t::set_enable(bool enable)
 {
     return _get_pucch_manager().set_enable(enable, _get_bwp_manager().get_numerology());
@@ -130,15 +143,12 @@ bool cfg_nr_ul_pucch_t::set_harq_ack_payload_data(lib_nr_pn_seq_t data)
 
 std::string cfg_nr_ul_pucch_t::get_uci_bits_per_slot() const
 {
-    std::vector<std::string> slots;
-    for (const std::vector<unsigned char>& bits : _get_pucch_manager().get_uci_bits_per_slot())
-        slots.push_back(common_lib::lib_common_list_parse_t::bit_list_to_string(bits));
-    return common_lib::lib_common_list_parse_t::combine_str(slots, ",");
+    return get_pucch_format() <= LIB_NR_UL_PUCCH_FORMAT_1 ? text_of(_get_pucch_manager().get_uci_bits_per_slot()) : "";
 }
 
 void cfg_nr_ul_pucch_t::get_uci_bits_per_slot(std::string& out) const
 {
-    out += get_uci_bits_per_slot();
+    out += text_of(_get_pucch_manager().get_uci_bits_per_slot());
     std::cout << "bits_str = " << out << std::endl;
 }
 

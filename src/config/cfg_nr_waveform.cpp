@@ -36,6 +36,7 @@ unsigned long long cfg_nr_waveform_t::get_radio_frequency() const
 {
     return common_lib::bounded_cast<unsigned long long>(m_waveform.get_radio_frequency());
 }
+double cfg_nr_waveform_t::get_radio_frequency_hz() const { return m_waveform.get_radio_frequency(); }
 bool cfg_nr_waveform_t::set_antennas_number(unsigned int) { return m_waveform.set_antennas_number(k_antennas_number); }
 unsigned int cfg_nr_waveform_t::get_antennas_number() const { return m_waveform.get_antennas_number(); }
 bool cfg_nr_waveform_t::set_standard_rules(bool standard_rules)

@@ -58,6 +58,8 @@ public:
     /// Whole hertz.
     bool set_radio_frequency(unsigned long long hertz);
     unsigned long long get_radio_frequency() const;
+    /// Hertz, with the fraction or the sign that a preset has laid down: only a preset takes these.
+    double get_radio_frequency_hz() const;
     /// Always 1, whatever is asked for.
     bool set_antennas_number(unsigned int number);
     unsigned int get_antennas_number() const;

@@ -1,6 +1,7 @@
 #include "config/cfg_nr_preset_deal.h"
 
 #include "host/nrwave_listing.h"
+#include "host/nrwave_saved.h"
 #include "host/nrwave_steps.h"
 #include "support/generated.h"
 #include "support/leaf_walk.h"
@@ -148,6 +149,12 @@ TEST(cfg_nr_preset_deal, a_carrier_with_a_preset_is_edited_saved_and_loaded)
         ASSERT_TRUE(nr_test::recall(loaded, nr_test::saved(waveform)));
         EXPECT_EQ(samples_of(loaded), samples_of(waveform)) << choice.first;
         EXPECT_EQ(loaded.get_antennas_number(), 1u);
+
+        // The tool's file brings back the antennas too.
+        const nrwave::saved_settings_t file = nrwave::saved_settings(waveform);
+        EXPECT_EQ(file.losses, steps_t{}) << choice.first;
+        EXPECT_EQ(nr_test::load(loaded, file.text), steps_t{}) << choice.first;
+        EXPECT_EQ(samples_of(loaded), samples_of(waveform)) << choice.first;
     }
 }
 

@@ -85,6 +85,27 @@ TEST(nrwave_saved, a_recipe_gives_the_same_samples_from_its_file_or_save_tells_w
     EXPECT_GE(compared, recipes * 3 / 4);
 }
 
+// What a preset lays down for the whole waveform, what is left of a higher sample rate, and a prefix of its own.
+TEST(nrwave_saved, what_no_element_holds_comes_back)
+{
+    nr_test::waveform_of_t waveform({"carrier[0].dl_tm.bandwidth=FR1_5M", "carrier[0].dl_tm.layers=2",
+                                     "carrier[0].dl_tm.radio_frequency=2000000000.5", "apply carrier[0].dl_tm",
+                                     "frame_number=2", "add carrier", "carrier[1].carrier_type=LIB_NR_PRACH",
+                                     "carrier[1].channel_bandwidth=FR1_10M", "carrier[1].numerology=60K",
+                                     "carrier[1].prach_cp_type=EXTEND_CP", "crest_factor_reduction_enable=true",
+                                     "add carrier", "cfr_filter_mask_data_arr=-2e6:0,5e7:0.5", "remove carrier[2]"});
+    const nrwave::saved_settings_t saved = nrwave::saved_settings(waveform);
+    EXPECT_EQ(saved.losses, std::vector<std::string>{});
+    cfg_nr_waveform_t loaded;
+    EXPECT_EQ(nr_test::load(loaded, saved.text), std::vector<std::string>{});
+    const nr_test::captured_output_t silence;
+    ASSERT_TRUE(samples_of(waveform));
+    EXPECT_TRUE(samples_of(loaded) == samples_of(waveform));
+    EXPECT_EQ(loaded.get_antennas_number(), 2U);
+    EXPECT_EQ(loaded.get_cfr_filter_mask_data_arr().back().first, 5e7);
+    EXPECT_EQ(loaded.get_carrier(1)->get_prach_cp_type(), LIB_NR_EXTEND_CP);
+}
+
 // Files that the tool has written from the examples' recipes.
 TEST(nrwave_saved, a_file_kept_since_loads_to_what_its_recipe_sends)
 {

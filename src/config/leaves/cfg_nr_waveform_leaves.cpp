@@ -42,6 +42,8 @@ constexpr auto k_leaves = row::leaves(
         .outside_tree());
 
 constexpr auto k_figures = row::rows(
+    row::figure<&waveform_t::get_radio_frequency_hz>("radio_frequency_hz", "radio_frequency as a preset has laid it "
+                                                                           "down, with its fraction of a hertz"),
     row::figure<&waveform_t::get_waveform_sample_rate>(
         "waveform_sample_rate", "hertz; least with narrow carriers far out ahead of wide ones in the list"),
     row::figure<&waveform_t::get_waveform_sample_points>("waveform_sample_points", "samples of the whole waveform"),
