@@ -234,7 +234,7 @@ void set_block(void* facade, const cfg_nr_facade_table_t& table, const pugi::xml
     }
 }
 
-/// Gives every leaf below a block a text of its form, drawn at random.
+/// Gives every leaf below a block a text of its form, drawn at random; a few leaves, lists and single blocks go.
 void scramble(pugi::xml_node block, const cfg_nr_facade_table_t& table, std::mt19937& random)
 {
     static const char* const k_texts[] = {"0:3", "1011", "2,5", "0", "7", "111111", "1,0,1"};
@@ -253,6 +253,8 @@ void scramble(pugi::xml_node block, const cfg_nr_facade_table_t& table, std::mt1
         if (element.form[0] == '[')
             leaf = leaf.append_child("i");
         leaf.text().set(text.c_str());
+        if (random() % 50 == 0)
+            block.remove_child(element.name.c_str());
     }
     for (const std::string& child : below(table.element)) {
         pugi::xml_node container = block.child(child.c_str());
@@ -260,6 +262,10 @@ void scramble(pugi::xml_node block, const cfg_nr_facade_table_t& table, std::mt1
             scramble(container, *branch_of(table, child).facade, random);
         for (pugi::xml_node entry : container.children(child.c_str()))
             scramble(entry, *branch_of(table, child).facade, random);
+        if (random() % 50 == 0)
+            block.remove_child(container);
+        else if (random() % 50 == 0)
+            container.first_child().remove_children();
     }
 }
 

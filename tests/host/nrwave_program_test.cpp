@@ -319,6 +319,10 @@ TEST_F(nrwave_program, prints_settings_that_bring_a_fresh_waveform_to_the_same_s
                           "add carrier[1].ul_srs\n"
                           "carrier[0].dl_ssb.half_frame_idx=1\n"
                           "carrier[0].windowing_beta=0.1\n"
+                          "carrier[1].ul_bwp[0].bwp_name=first  band\n"
+                          "add carrier[0].numerology[0].ul_guard_band.guard_band\n"
+                          "carrier[0].numerology[0].ul_guard_band.guard_band_start[0]=30\n"
+                          "confirm carrier[0].numerology[0].ul_guard_band\n"
                           "carrier[0].dl_tm.modulation=LIB_NR_MODULATION_QPSK\n" // a fresh one has none of its own
                           "carrier[1].dl_tm.modulation=LIB_NR_MODULATION_QPSK\n"
                           "standard_rules=true\n"
