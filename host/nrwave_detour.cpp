@@ -23,6 +23,7 @@ namespace
 // All groups of resource blocks that a CORESET may have, as bits.
 constexpr std::size_t k_most_groups = 45;
 constexpr const char* k_most_number = "2147483647";
+constexpr const char* k_most_indices = "0:63";
 // Bounds the search in a large configuration with many settings that nothing brings back.
 constexpr unsigned int k_most_trials = 4000;
 
@@ -43,7 +44,7 @@ std::vector<std::string> values_to_try(const cfg_nr_leaf_t& leaf)
     case cfg_nr_leaf_form_t::unsigned_byte:
         return {"0", "1", k_most_number};
     case cfg_nr_leaf_form_t::text:
-        return {std::string(k_most_groups, '1')};
+        return {std::string(k_most_groups, '1'), k_most_indices};
     default:
         return {};
     }
