@@ -21,7 +21,7 @@ struct difference_t
 /// prefix of its downlink BWPs counts for an uplink too: SRS are held against it.
 std::vector<difference_t> differences(vek::nr_mod_lib::cfg_nr_waveform_t& first,
                                       vek::nr_mod_lib::cfg_nr_waveform_t& second);
-/// The same for figures: where all settings agree, they give away a state behind them.
+/// The same for figures, but for those of PRACH: where all settings agree, they give away a state behind them.
 std::vector<difference_t> figure_differences(vek::nr_mod_lib::cfg_nr_waveform_t& first,
                                              vek::nr_mod_lib::cfg_nr_waveform_t& second);
 
