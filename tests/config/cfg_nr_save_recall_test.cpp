@@ -108,6 +108,11 @@ TEST(cfg_nr_save_recall, takes_no_other_protocol_and_an_empty_tree_as_zeros)
     EXPECT_FALSE(waveform.get_phase_compensation());
     EXPECT_EQ(waveform.get_carrier(0)->get_channel_bandwidth(), LIB_NR_CHANNEL_FR1_100M);
     EXPECT_TRUE(waveform.get_carrier(0)->get_enable());
+
+    ASSERT_TRUE(recall(waveform, "<settings ProtocolType=\"NR\"><cfg_nr_waveform><subframes_number>5</subframes_number>"
+                                 "<antennas_number>4</antennas_number></cfg_nr_waveform></settings>"));
+    EXPECT_EQ(waveform.get_subframes_number(), 10u);
+    EXPECT_EQ(waveform.get_antennas_number(), 1u);
 }
 
 TEST(cfg_nr_save_recall, does_not_follow_the_hosts_locale)
