@@ -15,6 +15,7 @@ namespace
 using steps_t = std::vector<std::string>;
 
 constexpr const char* k_widest = "LIB_NR_CHANNEL_FR2_2_2000M";
+constexpr const char* k_widest_ntn = "LIB_NR_CHANNEL_FR2_1_400M";
 
 /// The value of a setting or figure of the whole waveform.
 std::string value_of(cfg_nr_waveform_t& waveform, const std::string& name)
@@ -63,7 +64,7 @@ void take_preset_of_a_guest(cfg_nr_waveform_t& original, cfg_nr_waveform_t& copy
 
 void take_width_of_a_guest(cfg_nr_waveform_t& original, cfg_nr_waveform_t& copy, steps_t& steps)
 {
-    steps_t between = {below(guest_of(copy), "channel_bandwidth=") + k_widest};
+    steps_t between = {below(guest_of(copy), "channel_bandwidth=") + (original.get_nr_ntn() ? k_widest_ntn : k_widest)};
     steps_t names;
     for (const difference_t& difference : differences(original, copy))
         if (difference.path.rfind("cfr_", 0) == 0) {
