@@ -1,6 +1,7 @@
 #include "host/nrwave_guest.h"
 
 #include "host/nrwave_difference.h"
+#include "host/nrwave_failure.h"
 #include "host/nrwave_path.h"
 #include "host/nrwave_steps.h"
 
@@ -38,8 +39,12 @@ void take_with_guest(cfg_nr_waveform_t& original, cfg_nr_waveform_t& copy, const
     trial.copy_configuration(copy.get_waveform_manager());
     bool leads = true;
     stepper_t stepper(trial, [&](const std::string&) { leads = false; });
-    for (const std::string& step : run)
-        stepper.apply(step);
+    try {
+        for (const std::string& step : run)
+            stepper.apply(step);
+    } catch (const failure_t&) { // an endless value, which a file can hold and a step cannot
+        return;
+    }
     for (const std::string& name : names)
         leads = leads && value_of(trial, name) == value_of(original, name);
     if (!leads)
