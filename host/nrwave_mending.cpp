@@ -3,6 +3,7 @@
 #include "host/nrwave_detour.h"
 #include "host/nrwave_guest.h"
 #include "host/nrwave_single_steps.h"
+#include "host/nrwave_uci_bits.h"
 
 namespace nrwave
 {
@@ -22,6 +23,7 @@ std::vector<std::string> mending_steps(vek::nr_mod_lib::cfg_nr_waveform_t& origi
     }
     take_detours(original, copy, steps);
     take_width_of_a_guest(original, copy, steps);
+    mend_uci_bits(original, copy, steps);
     return steps;
 }
 

@@ -104,6 +104,11 @@ TEST(nrwave_saved, what_no_element_holds_comes_back)
     EXPECT_EQ(loaded.get_antennas_number(), 2U);
     EXPECT_EQ(loaded.get_cfr_filter_mask_data_arr().back().first, 5e7);
     EXPECT_EQ(loaded.get_carrier(1)->get_prach_cp_type(), LIB_NR_EXTEND_CP);
+
+    nr_test::waveform_of_t repeated({"carrier[0].carrier_type=UPLINK", "carrier[0].ul_pucch[0].pucch_format=FORMAT_1",
+                                     "carrier[0].ul_pucch[0].allocated_slots=0:7",
+                                     "carrier[0].ul_pucch[0].number_of_slots_for_pucch_repetition=4"});
+    EXPECT_EQ(nrwave::saved_settings(repeated).losses, std::vector<std::string>{});
 }
 
 // Files that the tool has written from the examples' recipes.
