@@ -13,12 +13,15 @@ namespace vek::common_lib::detail
 namespace
 {
 
-// Neighbouring values in a tile of a pair of passes: whole cache lines.
+// Neighbouring values in a tile: whole cache lines.
 constexpr std::size_t k_tile_run = 8;
-constexpr std::size_t k_tile_numbers = 2 * k_tile_run * 20 * 15; // the largest radices that make a pair
 
 // Whether a last tile that overlaps the one before costs less than all of them save.
 bool is_good_for_tiles(std::size_t count) { return count % k_tile_run == 0 || count >= 8 * k_tile_run; }
+
+// Whether the values are too many for a core's own caches. Then two stages are best, however many passes each has;
+// where blocks of 8 do not fit and lines are read in parts, from more values on.
+bool is_long(std::size_t length) { return length > (length % 8 == 0 ? 65536 : 100000); }
 
 struct radix_cost_t
 {
@@ -32,6 +35,8 @@ constexpr radix_cost_t k_later_in_blocks[] = {{15, 34.0}, {12, 24.0}, {10, 26.5}
 constexpr radix_cost_t k_later_in_planes[] = {{15, 34.0}, {9, 27.0}, {6, 20.5}, {5, 23.0}, {3, 17.0}, {2, 18.0}};
 // With what the pass behind it loses, whose runs are as long as the radix and seldom whole vectors.
 constexpr radix_cost_t k_first_in_planes[] = {{20, 40.0}, {15, 35.5}, {12, 31.0}, {10, 38.5}, {9, 42.5}, {5, 60.0}};
+// In long lengths, whose tiles pass the nearest cache, a 15 loses more than the others.
+constexpr radix_cost_t k_first_in_long_planes[] = {{20, 40.0}, {15, 43.5}, {12, 31.0}, {10, 38.5}, {9, 42.5}};
 
 /// The cheapest way to take a number apart.
 class radix_search_t
@@ -69,6 +74,33 @@ private:
     double m_best_cost = std::numeric_limits<double>::infinity();
 };
 
+// Of two stages, the one whose tiles are larger: of a product of radices, and of the rest.
+std::size_t larger_of(std::size_t product, std::size_t length) { return std::max(product, length / product); }
+
+/// Brings radices behind the first one ahead of the others so that the tiles of two stages come out alike.
+void balance(std::vector<std::size_t>& radices, std::size_t length)
+{
+    std::vector<std::size_t> best;
+    std::size_t best_size = length;
+    for (std::size_t set = 1; set < std::size_t{1} << radices.size(); set += 2) {
+        std::vector<std::size_t> order;
+        std::size_t product = 1;
+        for (const std::size_t wanted : {1U, 0U})
+            for (std::size_t i = 0; i < radices.size(); ++i)
+                if (((set >> i) & 1U) == wanted) {
+                    order.push_back(radices[i]);
+                    product *= wanted == 1 ? radices[i] : 1;
+                }
+        // Of two as good, that of the smaller first tiles.
+        const std::size_t size = larger_of(product, length);
+        if (size < best_size || (size == best_size && product < size)) {
+            best_size = size;
+            best = order;
+        }
+    }
+    radices = best;
+}
+
 const fft_unit_t& widest_unit_for(std::size_t length)
 {
     const std::vector<std::size_t> radices = fft_direct_t::get_radices(length);
@@ -86,15 +118,18 @@ std::vector<std::size_t> fft_direct_t::get_radices(std::size_t length)
     if (is_in_blocks)
         search.add_and_take_apart({8, 0.0}, length, 0);
     else
-        for (const radix_cost_t& first : k_first_in_planes)
+        for (const radix_cost_t& first :
+             is_long(length) ? std::span<const radix_cost_t>(k_first_in_long_planes) : k_first_in_planes)
             if (length % first.radix == 0)
                 search.add_and_take_apart(first, length, 0);
     std::vector<std::size_t> radices = search.get_best();
     if (radices.size() < 2)
         return {length, 1};
     // Small ones ahead, but eights last.
-    std::sort(radices.begin() + 1, radices.end(),
-              [](std::size_t a, std::size_t b) { return a != 8 && (b == 8 || a < b); });
+    const auto is_ahead = [](std::size_t a, std::size_t b) { return a != 8 && (b == 8 || a < b); };
+    std::sort(radices.begin() + 1, radices.end(), is_ahead);
+    if (is_long(length))
+        balance(radices, length);
     return radices;
 }
 
@@ -108,18 +143,10 @@ fft_direct_t::fft_direct_t(std::size_t length) : fft_direct_t(length, widest_uni
 fft_direct_t::fft_direct_t(std::size_t length, const fft_unit_t& unit)
     : m_length(length), m_width(unit.width), m_is_in_planes(unit.is_in_planes)
 {
-    const std::vector<std::size_t> radices = get_radices(length);
-    for (const std::size_t radix : radices)
+    for (const std::size_t radix : get_radices(length))
         _add_pass(radix);
-    for (std::size_t i = 0; i < m_passes.size(); i += m_stages.back().is_pair ? 2 : 1)
-        m_stages.push_back({i, _can_pair(i)});
-    for (const std::size_t inverse : {0U, 1U}) {
-        for (pass_t& pass : m_passes)
-            pass.run[inverse] = unit.middle[pass.radix];
-        m_passes.front().run[inverse] =
-            (m_stages.front().is_pair ? unit.first_in_tiles : unit.first)[inverse][radices.front()];
-        m_passes.back().run[inverse] = unit.last[inverse][radices.back()];
-    }
+    _add_stages();
+    _choose_runs(unit);
 
     const std::vector<std::complex<double>> all_roots = make_roots_of_unity(length);
     _fill_roots_of_first(all_roots);
@@ -130,6 +157,10 @@ fft_direct_t::fft_direct_t(std::size_t length, const fft_unit_t& unit)
         for (std::size_t p = 0; p < pass.rest; ++p)
             _fill_root_numbers(pass, all_roots, p, pass.roots.get() + p * pass.root_step);
     }
+    for (const stage_t& stage : m_stages)
+        _lay_out(stage);
+    for (pass_t& pass : m_passes)
+        pass.sweep.roots = pass.roots.get();
 }
 
 void fft_direct_t::_add_pass(std::size_t radix)
@@ -141,10 +172,59 @@ void fft_direct_t::_add_pass(std::size_t radix)
     m_passes.push_back(std::move(pass));
 }
 
+bool fft_direct_t::_can_pair(std::size_t first_pass) const
+{
+    return first_pass + 1 < m_passes.size() &&
+           is_good_for_tiles(first_pass == 0 ? m_passes[1].rest : m_passes[first_pass].stride);
+}
+
+std::size_t fft_direct_t::_product_of_radices(std::size_t begin, std::size_t end) const
+{
+    std::size_t product = 1;
+    for (std::size_t i = begin; i < end; ++i)
+        product *= m_passes[i].radix;
+    return product;
+}
+
+void fft_direct_t::_add_stages()
+{
+    const std::size_t passes = m_passes.size();
+    if (is_long(m_length)) {
+        std::size_t split = 1;
+        for (std::size_t i = 2; i < passes; ++i)
+            if (larger_of(m_passes[i].stride, m_length) < larger_of(m_passes[split].stride, m_length))
+                split = i;
+        m_stages = {{0, split}, {split, passes - split}};
+    }
+    else {
+        for (std::size_t i = 0; i < passes; i += m_stages.back().passes)
+            m_stages.push_back({i, _can_pair(i) ? 2U : 1U});
+    }
+    for (const stage_t& stage : m_stages)
+        m_tile_numbers = std::max(
+            m_tile_numbers, 2 * k_tile_run * _product_of_radices(stage.first_pass, stage.first_pass + stage.passes));
+    // Runs of whole tiles are written where they were read.
+    const stage_t& last = m_stages.back();
+    m_last_may_stay =
+        m_stages.size() > 1 && last.passes > 1 && !m_is_in_planes && m_passes[last.first_pass].stride % k_tile_run == 0;
+}
+
+void fft_direct_t::_choose_runs(const fft_unit_t& unit)
+{
+    for (const std::size_t inverse : {0U, 1U}) {
+        for (pass_t& pass : m_passes)
+            pass.run[inverse] = unit.middle[pass.radix];
+        m_passes.front().run[inverse] =
+            (m_stages.front().passes > 1 ? unit.first_in_tiles : unit.first)[inverse][m_passes.front().radix];
+        m_passes.back().run[inverse] = unit.last[inverse][m_passes.back().radix];
+    }
+}
+
 void fft_direct_t::_fill_roots_of_first(const std::vector<std::complex<double>>& all_roots)
 {
     pass_t& pass = m_passes.front();
-    if (!m_stages.front().is_pair) {
+    const std::size_t passes = m_stages.front().passes;
+    if (passes == 1) {
         pass.root_step = 2 * m_width * (pass.radix - 1);
         pass.roots = _make_numbers((pass.rest + m_width - 1) / m_width * pass.root_step);
         for (std::size_t p = 0; p < pass.rest; p += m_width)
@@ -154,12 +234,13 @@ void fft_direct_t::_fill_roots_of_first(const std::vector<std::complex<double>>&
     }
     // Of the p of a tile, the root is the product of that of the first p of their run and that of the place in the run:
     // else the roots would take as much of the caches as the values.
-    const std::size_t rest = m_passes[1].rest;
+    const std::size_t rest = m_passes[passes - 1].rest;
+    const std::size_t runs = pass.rest / rest;
     pass.root_step = 2 * (pass.radix - 1);
-    pass.roots = _make_numbers((rest + k_tile_run - 1) / k_tile_run * m_passes[1].radix * pass.root_step);
+    pass.roots = _make_numbers((rest + k_tile_run - 1) / k_tile_run * runs * pass.root_step);
     double* root = pass.roots.get();
     for (std::size_t p = 0; p < rest; p += k_tile_run)
-        for (std::size_t i = 0; i < m_passes[1].radix; ++i, root += pass.root_step)
+        for (std::size_t i = 0; i < runs; ++i, root += pass.root_step)
             _fill_root_numbers(pass, all_roots, std::min(p, rest - k_tile_run) + rest * i, root);
     m_roots_in_run = _make_numbers(k_tile_run * pass.root_step);
     for (std::size_t p = 0; p < k_tile_run; p += m_width)
@@ -188,155 +269,165 @@ void fft_direct_t::_fill_root_numbers(const pass_t& pass, const std::vector<std:
     }
 }
 
-bool fft_direct_t::_can_pair(std::size_t first_pass) const
-{
-    return first_pass + 1 < m_passes.size() &&
-           is_good_for_tiles(first_pass == 0 ? m_passes[1].rest : m_passes[first_pass].stride);
-}
-
 std::size_t fft_direct_t::_place(std::size_t index) const { return (m_is_in_planes ? 1 : 2) * index; }
 
-// Passes go back and forth between the result and one more buffer, that of the thread, so that the last one ends in the
-// result.
+// How the sweeps of a stage step. Where a tile lies, and the roots of its places, are left to the run.
+void fft_direct_t::_lay_out(const stage_t& stage)
+{
+    const std::size_t end = stage.first_pass + stage.passes;
+    const std::size_t in_tile = k_tile_run * _product_of_radices(stage.first_pass, end);
+    const std::size_t rest = m_passes[end - 1].rest;
+    for (std::size_t i = stage.first_pass; i < end; ++i) {
+        pass_t& pass = m_passes[i];
+        const bool is_first = i == stage.first_pass;
+        const bool is_last = i + 1 == end;
+        const std::size_t ahead = _product_of_radices(stage.first_pass, i);
+        const std::size_t behind = _product_of_radices(i + 1, end);
+        fft_sweep_t& sweep = pass.sweep;
+        sweep.in_length = is_first ? m_length : in_tile;
+        sweep.out_length = is_last ? m_length : in_tile;
+        sweep.root_step = pass.root_step;
+        if (stage.passes == 1) {
+            sweep.count = i == 0 ? pass.rest / m_width : pass.rest;
+            sweep.run = pass.stride;
+            sweep.in_step = i == 0 ? m_width : pass.stride;
+            sweep.out_step = sweep.in_step * pass.radix;
+            sweep.in_distance = pass.stride * pass.rest;
+            sweep.out_distance = pass.stride;
+        }
+        else if (stage.first_pass == 0) {
+            // By i', then p', then k.
+            sweep.count = is_first ? behind : k_tile_run;
+            sweep.run = ahead;
+            sweep.in_step = is_first ? rest : ahead;
+            sweep.out_step = (is_first ? k_tile_run : ahead) * pass.radix;
+            sweep.in_distance = is_first ? pass.rest : k_tile_run * ahead * behind;
+            sweep.out_distance = ahead;
+        }
+        else {
+            // By i', then k, then q.
+            sweep.count = is_last ? ahead : behind;
+            sweep.run = is_first || is_last ? k_tile_run : k_tile_run * ahead;
+            sweep.in_step = is_first ? pass.stride * rest : sweep.run;
+            sweep.in_distance = is_first ? pass.stride * pass.rest : k_tile_run * ahead * behind;
+            sweep.out_step = is_last ? m_passes[stage.first_pass].stride : sweep.run * pass.radix;
+            sweep.out_distance = is_last ? pass.stride : sweep.run;
+            sweep.root_step *= is_last ? 0 : rest;
+        }
+    }
+}
+
+// Stages go back and forth between the result and one more buffer, that of the thread, so that the last one ends in the
+// result. It may also begin there where its tiles are read and written in the same places: less for the caches to hold.
 void fft_direct_t::execute(lib_fft_direction_t direction, const std::complex<double>* in,
                            std::complex<double>* out) const
 {
-    thread_local numbers_t work;
-    thread_local std::size_t work_size = 0;
-    if (work_size < 2 * m_length) {
-        work.reset();
-        work_size = 0;
-        work = _make_numbers(2 * m_length);
-        work_size = 2 * m_length;
-    }
     const auto* source = reinterpret_cast<const double*>(in);
     auto* const result = reinterpret_cast<double*>(out);
-    if (in == out && m_stages.size() % 2 == 1) {
-        std::copy_n(source, 2 * m_length, work.get());
-        source = work.get();
+    std::size_t moves = m_stages.size();
+    if (m_last_may_stay && (in != out || moves % 2 == 1))
+        --moves;
+    thread_local numbers_t buffer;
+    thread_local std::size_t buffer_size = 0;
+    const bool is_copied = in == out && moves % 2 == 1;
+    const std::size_t size = 2 * m_tile_numbers + (moves > 1 || is_copied ? 2 * m_length : 0);
+    if (buffer_size < size) {
+        buffer.reset();
+        buffer_size = 0;
+        buffer = _make_numbers(size);
+        buffer_size = size;
     }
-    for (std::size_t i = 0; i < m_stages.size(); ++i) {
-        double* const target = (m_stages.size() - i) % 2 == 1 ? result : work.get();
-        _run_stage(m_stages[i], direction, source, target);
+    double* const work = buffer.get() + 2 * m_tile_numbers;
+    if (is_copied) {
+        std::copy_n(source, 2 * m_length, work);
+        source = work;
+    }
+    for (const stage_t& stage : m_stages) {
+        double* const target = moves % 2 == 1 || moves == 0 ? result : work;
+        moves -= moves > 0;
+        _run_stage(stage, direction, source, target, buffer.get());
         source = target;
     }
 }
 
-void fft_direct_t::_run_stage(const stage_t& stage, lib_fft_direction_t direction, const double* in, double* out) const
+void fft_direct_t::_run_stage(const stage_t& stage, lib_fft_direction_t direction, const double* in, double* out,
+                              double* tiles) const
 {
-    const pass_t& first = m_passes[stage.first_pass];
-    if (!stage.is_pair)
-        _run_pass(first, direction, in, out);
+    if (stage.passes == 1)
+        _run_pass(m_passes[stage.first_pass], direction, in, out);
     else if (stage.first_pass == 0)
-        _run_first_pair(first, m_passes[1], direction, in, out);
+        _run_first_tiles(stage, direction, in, out, tiles);
     else
-        _run_pair(first, m_passes[stage.first_pass + 1], direction, in, out);
+        _run_tiles(stage, direction, in, out, tiles);
 }
 
 void fft_direct_t::_run_pass(const pass_t& pass, lib_fft_direction_t direction, const double* in, double* out) const
 {
-    fft_sweep_t sweep;
-    sweep.in_length = m_length;
-    sweep.out_length = m_length;
-    sweep.roots = pass.roots.get();
-    sweep.root_step = pass.root_step;
-    sweep.in_distance = pass.stride * pass.rest;
-    sweep.out_distance = pass.stride;
-    if (&pass != m_passes.data()) {
-        sweep.count = pass.rest;
-        sweep.run = pass.stride;
-        sweep.in_step = pass.stride;
-        sweep.out_step = pass.stride * pass.radix;
-        pass.run[direction](sweep, in, out);
-        return;
-    }
-    sweep.count = pass.rest / m_width;
-    sweep.in_step = m_width;
-    sweep.out_step = m_width * pass.radix;
-    pass.run[direction](sweep, in, out);
-    if (pass.rest % m_width == 0)
+    pass.run[direction](pass.sweep, in, out);
+    if (&pass != m_passes.data() || pass.rest % m_width == 0)
         return;
     // A last vector overlaps the one before it.
+    fft_sweep_t sweep = pass.sweep;
     const std::size_t p = pass.rest - m_width;
     sweep.roots += sweep.count * sweep.root_step;
     sweep.count = 1;
     pass.run[direction](sweep, in + 2 * p, out + _place(pass.radix * p));
 }
 
-// With i' and k' for the second pass, its input places p' + rest' i' are those p of the first that differ by multiples
-// of rest': all of them for some neighbouring p' make a tile, by i', then p', then k.
-void fft_direct_t::_run_first_pair(const pass_t& first, const pass_t& second, lib_fft_direction_t direction,
-                                   const double* in, double* out) const
+// With i' for the passes behind the first, whose input places p' + rest' i' are those p of the first that differ by
+// multiples of rest': all of them for some neighbouring p' make a tile.
+void fft_direct_t::_run_first_tiles(const stage_t& stage, lib_fft_direction_t direction, const double* in, double* out,
+                                    double* tiles) const
 {
-    alignas(64) double tile[k_tile_numbers];
-    fft_sweep_t into_tile;
-    into_tile.in_length = m_length;
-    into_tile.out_length = k_tile_run * first.radix * second.radix;
-    into_tile.count = second.radix;
-    into_tile.in_step = second.rest;
-    into_tile.in_distance = first.rest;
-    into_tile.out_step = k_tile_run * first.radix;
-    into_tile.roots = first.roots.get();
-    into_tile.root_step = first.root_step;
-    fft_sweep_t from_tile;
-    from_tile.in_length = into_tile.out_length;
-    from_tile.out_length = m_length;
-    from_tile.count = k_tile_run;
-    from_tile.run = first.radix;
-    from_tile.in_step = first.radix;
-    from_tile.in_distance = k_tile_run * first.radix;
-    from_tile.out_step = first.radix * second.radix;
-    from_tile.out_distance = first.radix;
-    from_tile.root_step = second.root_step;
-    for (std::size_t begin = 0; begin < second.rest; begin += k_tile_run) {
-        const std::size_t p = std::min(begin, second.rest - k_tile_run); // the last tile may overlap the one before
+    const std::size_t rest = m_passes[stage.passes - 1].rest;
+    const std::size_t product = m_length / rest;
+    const pass_t& first = m_passes.front();
+    fft_sweep_t sweep = first.sweep;
+    for (std::size_t begin = 0; begin < rest; begin += k_tile_run) {
+        const std::size_t p = std::min(begin, rest - k_tile_run); // the last tile may overlap the one before
+        double* source = tiles;
         for (std::size_t i = 0; i < k_tile_run; i += m_width) {
-            into_tile.roots_in_run = m_roots_in_run.get() + i * first.root_step;
-            first.run[direction](into_tile, in + 2 * (p + i), tile + _place(i * first.radix));
+            sweep.roots_in_run = m_roots_in_run.get() + i * first.root_step;
+            first.run[direction](sweep, in + 2 * (p + i), source + _place(i * first.radix));
         }
-        into_tile.roots += second.radix * first.root_step;
-        from_tile.roots = second.roots.get() + p * second.root_step;
-        second.run[direction](from_tile, tile, out + _place(first.radix * second.radix * p));
+        sweep.roots += sweep.count * first.root_step;
+        for (std::size_t j = 1; j < stage.passes; ++j) {
+            const pass_t& pass = m_passes[j];
+            double* const target = j + 1 == stage.passes ? out + _place(product * p) : tiles + j % 2 * m_tile_numbers;
+            fft_sweep_t later = pass.sweep;
+            const std::size_t tile_step = _place(k_tile_run * pass.stride);
+            for (std::size_t i = 0; i < pass.rest / rest; ++i) {
+                later.roots = pass.roots.get() + (p + rest * i) * pass.root_step;
+                pass.run[direction](later, source + i * tile_step, target + i * tile_step * pass.radix);
+            }
+            source = target;
+        }
     }
 }
 
-// Likewise, with one p' and some neighbouring q for a tile, by i', then k, then q.
-void fft_direct_t::_run_pair(const pass_t& first, const pass_t& second, lib_fft_direction_t direction, const double* in,
-                             double* out) const
+// Likewise, with one p' and some neighbouring q for a tile.
+void fft_direct_t::_run_tiles(const stage_t& stage, lib_fft_direction_t direction, const double* in, double* out,
+                              double* tiles) const
 {
-    alignas(64) double tile[k_tile_numbers];
-    fft_sweep_t into_tile;
-    into_tile.in_length = m_length;
-    into_tile.out_length = k_tile_run * first.radix * second.radix;
-    into_tile.count = second.radix;
-    into_tile.run = k_tile_run;
-    into_tile.in_step = first.stride * second.rest;
-    into_tile.in_distance = first.stride * first.rest;
-    into_tile.out_step = first.radix * k_tile_run;
-    into_tile.out_distance = k_tile_run;
-    into_tile.roots = first.roots.get();
-    into_tile.root_step = second.rest * first.root_step;
-    fft_sweep_t from_tile;
-    from_tile.in_length = into_tile.out_length;
-    from_tile.out_length = m_length;
-    from_tile.count = first.radix;
-    from_tile.run = k_tile_run;
-    from_tile.in_step = k_tile_run;
-    from_tile.in_distance = first.radix * k_tile_run;
-    from_tile.out_step = first.stride;
-    from_tile.out_distance = second.stride;
-    from_tile.roots = second.roots.get();
-    const std::size_t numbers_of_result = second.rest == 1 ? 2 : _place(1); // samples from the last pass
-    for (std::size_t p = 0; p < second.rest; ++p) {
+    const std::size_t end = stage.first_pass + stage.passes;
+    const pass_t& first = m_passes[stage.first_pass];
+    const pass_t& last = m_passes[end - 1];
+    const std::size_t numbers_of_result = last.rest == 1 ? 2 : _place(1); // samples from the last pass
+    for (std::size_t p = 0; p < last.rest; ++p) {
         const double* const x = in + _place(first.stride * p);
-        double* const y = out + numbers_of_result * second.stride * second.radix * p;
+        double* const y = out + numbers_of_result * last.stride * last.radix * p;
         for (std::size_t begin = 0; begin < first.stride; begin += k_tile_run) {
             const std::size_t q = std::min(begin, first.stride - k_tile_run); // likewise
-            first.run[direction](into_tile, x + _place(q), tile);
-            second.run[direction](from_tile, tile, y + numbers_of_result * q);
+            const double* source = x + _place(q);
+            for (std::size_t j = stage.first_pass; j < end; ++j) {
+                double* const target =
+                    j + 1 == end ? y + numbers_of_result * q : tiles + (j - stage.first_pass) % 2 * m_tile_numbers;
+                fft_sweep_t sweep = m_passes[j].sweep;
+                sweep.roots = m_passes[j].roots.get() + p * m_passes[j].root_step;
+                m_passes[j].run[direction](sweep, source, target);
+                source = target;
+            }
         }
-        into_tile.roots += first.root_step;
-        from_tile.roots += second.root_step;
     }
 }
 

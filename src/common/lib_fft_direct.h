@@ -44,29 +44,37 @@ private:
         fft_pass_t run[2];     ///< forward and inverse
         std::size_t root_step; ///< numbers for one p; in a first pass without tiles, for one vector of them
         numbers_t roots;       ///< by p; in a first pass with tiles, those of the runs in the order of their reading
+        fft_sweep_t sweep;     ///< over all values, or over those of a tile
     };
-    /// One pass, or two of which the second follows while the values of the first are in the nearest cache.
+    /// One pass, or several that are done tile by tile, each following while the values of the one before are in a near
+    /// cache.
     struct stage_t
     {
         std::size_t first_pass;
-        bool is_pair;
+        std::size_t passes;
     };
 
     void _add_pass(std::size_t radix);
+    void _add_stages();
+    void _choose_runs(const fft_unit_t& unit);
     void _fill_roots_of_first(const std::vector<std::complex<double>>& all_roots);
     void _fill_root_vectors(const pass_t& pass, const std::vector<std::complex<double>>& all_roots, std::size_t p,
                             double* roots) const;
     static void _fill_root_numbers(const pass_t& pass, const std::vector<std::complex<double>>& all_roots,
                                    std::size_t p, double* roots);
+    void _lay_out(const stage_t& stage);
     bool _can_pair(std::size_t first_pass) const;
+    /// Of the passes from one to another.
+    std::size_t _product_of_radices(std::size_t begin, std::size_t end) const;
     /// Of a value between the passes, in numbers.
     std::size_t _place(std::size_t index) const;
-    void _run_stage(const stage_t& stage, lib_fft_direction_t direction, const double* in, double* out) const;
+    void _run_stage(const stage_t& stage, lib_fft_direction_t direction, const double* in, double* out,
+                    double* tiles) const;
     void _run_pass(const pass_t& pass, lib_fft_direction_t direction, const double* in, double* out) const;
-    void _run_first_pair(const pass_t& first, const pass_t& second, lib_fft_direction_t direction, const double* in,
-                         double* out) const;
-    void _run_pair(const pass_t& first, const pass_t& second, lib_fft_direction_t direction, const double* in,
-                   double* out) const;
+    void _run_first_tiles(const stage_t& stage, lib_fft_direction_t direction, const double* in, double* out,
+                          double* tiles) const;
+    void _run_tiles(const stage_t& stage, lib_fft_direction_t direction, const double* in, double* out,
+                    double* tiles) const;
 
     std::size_t m_length;
     std::size_t m_width;
@@ -74,6 +82,8 @@ private:
     std::vector<pass_t> m_passes;
     std::vector<stage_t> m_stages;
     numbers_t m_roots_in_run; ///< for the first pass with tiles
+    std::size_t m_tile_numbers = 0;
+    bool m_last_may_stay = false; ///< whether the last stage may read and write the same buffer
 };
 
 } // namespace vek::common_lib::detail

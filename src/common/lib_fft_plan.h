@@ -23,7 +23,7 @@ class fft_method_t;
 /// lie in memory, and with the library's own backend not on the machine and the compiler either.
 ///
 /// The library's own backend, the default, has nothing but tables that never change: plans may be made, asked for and
-/// executed by any number of threads at once. A thread that transforms keeps a buffer of at most 2 MB until it ends.
+/// executed by any number of threads at once. A thread that transforms keeps a buffer of at most 2.2 MB until it ends.
 ///
 /// With FFTW behind it, one call at a time is meant for the process, and a host that uses FFTW in the same process
 /// shares two things with the library. The planner: plans of either must not be made while the other makes or destroys
