@@ -271,6 +271,7 @@ private:
     {
         for (const lib_nr_written_run_t& run : grid().take_run_notes())
             m_engine.m_cells.runs.push_back({run, m_channel});
+        const auto centre = static_cast<std::int32_t>(grid().get_mapped_subcarrier_number() / 2);
         for (const auto& [entry, written] : grid().take_written()) {
             lib_nr_resource_written_t within{written.cells, {}, {}};
             for (std::size_t i = 0; i < written.slots.size(); ++i) {
@@ -278,7 +279,6 @@ private:
                 if (!m_engine._is_within_waveform(m_frame, static_cast<double>(slot) / m_slots_per_frame))
                     continue;
                 within.slots.push_back(m_frame * m_slots_per_frame + slot);
-                const auto centre = static_cast<std::int32_t>(grid().get_payload_mapping().front().size() / 2);
                 within.extents.push_back(written.extents[i]);
                 within.extents.back().first_subcarrier -= centre;
                 within.extents.back().subcarrier_end -= centre;
