@@ -444,9 +444,13 @@ TEST(lib_nr_phy, results_are_those_of_the_samples_whenever_and_by_whomever_they_
         engine.waveform_config(waveform.get_waveform_manager());
         ASSERT_TRUE(engine.nr_phy_process());
     };
+    auto& grid = lib_nr_channel_resource_manager_t::get_inst();
+    grid.init_payload_mapping();
+    const bool is_lent = grid.get_written_payload().may_sound(0); // by a test before, in the same process
     lib_nr_phy_t engine;
     EXPECT_TRUE(results_t(engine).spectrum.empty());
     run(engine, 1);
+    EXPECT_EQ(grid.get_written_payload().may_sound(279), is_lent) << "the engine lends the payload to nobody";
     const results_t first(engine);
     // What the curves are by the operations of their own, the sums of power taken anew.
     const std::vector<complex_t> samples = engine.get_baseband_signal_data();
