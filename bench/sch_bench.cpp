@@ -1,5 +1,6 @@
-// A coded PDSCH slot of 273 RBs and 256QAM from its settings to the payload map, beside its plain stages one after the
-// other on buffers that are there, and the same without coding.
+// A coded slot of 273 RBs and 256QAM, PDSCH and PUSCH, from its settings to the payload map, beside its plain stages
+// one after the other on buffers that are there, and the same without coding. Both channels have the same cells and
+// blocks.
 #include "manager/lib_nr_waveform_configure_manager.h"
 #include "phy/lib_nr_resource_manager.h"
 #include "phy_common/lib_nr_crc_calculator.h"
@@ -8,6 +9,7 @@
 #include "phy_common/lib_nr_pn_payload.h"
 #include "phy_common/lib_nr_sequence_generator.h"
 #include "phy_dl/lib_nr_dl_phy_pdsch_process.h"
+#include "phy_ul/lib_nr_ul_phy_pusch_process.h"
 #include "support/captured_output.h"
 
 #include <benchmark/benchmark.h>
@@ -38,16 +40,30 @@ void set_up_grid(const lib_nr_carrier_configure_manager_t& carrier)
     grid().init_payload_mapping();
 }
 
-void pdsch_slot(benchmark::State& state)
+lib_nr_dl_sch_configure_manager_t& channel_for(const lib_nr_dl_phy_pdsch_process_t&,
+                                               lib_nr_carrier_configure_manager_t& carrier)
+{
+    return carrier.get_dl_sch(0);
+}
+
+lib_nr_ul_sch_configure_manager_t& channel_for(const lib_nr_ul_phy_pusch_process_t&,
+                                               lib_nr_carrier_configure_manager_t& carrier)
+{
+    carrier.set_carrier_type(LIB_NR_UPLINK);
+    return carrier.get_ul_sch(0);
+}
+
+template <class process_t>
+void sch_slot(benchmark::State& state)
 {
     const nr_test::captured_output_t silence;
     lib_nr_waveform_configure_manager_t waveform;
-    lib_nr_dl_sch_configure_manager_t& channel = waveform.get_carrier(0).get_dl_sch(0);
+    process_t process;
+    auto& channel = channel_for(process, waveform.get_carrier(0));
     channel.set_enable_coding(state.range(0) != 0);
     channel.set_mcs_table(TABLE_5_1_3_1_2);
     channel.set_mcs(27);
     set_up_grid(waveform.get_carrier(0));
-    lib_nr_dl_phy_pdsch_process_t process;
     process.set_waveform_config(0, 0, 0, waveform);
     for (unsigned int slot = 0; slot < k_slots; ++slot)
         process.phy_sch_remap(slot, LIB_NR_REMAPP_MODE_UI_VIEW_MAP);
@@ -59,6 +75,9 @@ void pdsch_slot(benchmark::State& state)
     }
     state.SetItemsProcessed(state.iterations() * k_cells);
 }
+
+void pdsch_slot(benchmark::State& state) { sch_slot<lib_nr_dl_phy_pdsch_process_t>(state); }
+void pusch_slot(benchmark::State& state) { sch_slot<lib_nr_ul_phy_pusch_process_t>(state); }
 
 /// The coding stages alone: from a payload to the bits that are scrambled.
 void encode(const bits_t& payload, bits_t& coded)
@@ -82,7 +101,7 @@ void encode(const bits_t& payload, bits_t& coded)
         coded.insert(coded.end(), code_block.begin(), code_block.end());
 }
 
-void pdsch_slot_plain_stages(benchmark::State& state)
+void sch_slot_plain_stages(benchmark::State& state)
 {
     const nr_test::captured_output_t silence;
     const lib_nr_waveform_configure_manager_t waveform;
@@ -108,6 +127,8 @@ void pdsch_slot_plain_stages(benchmark::State& state)
 }
 
 BENCHMARK(pdsch_slot)->ArgName("coded")->Arg(1)->Arg(0);
-BENCHMARK(pdsch_slot_plain_stages)->ArgName("coded")->Arg(1)->Arg(0);
+BENCHMARK(pusch_slot)->ArgName("coded")->Arg(1)->Arg(0);
+BENCHMARK(sch_slot_plain_stages)->Name("pdsch_slot_plain_stages")->ArgName("coded")->Arg(1)->Arg(0);
+BENCHMARK(sch_slot_plain_stages)->Name("pusch_slot_plain_stages")->ArgName("coded")->Arg(1)->Arg(0);
 
 } // namespace
