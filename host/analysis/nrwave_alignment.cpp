@@ -20,6 +20,7 @@ namespace
 {
 
 constexpr double k_turn = 2.0 * std::numbers::pi;
+constexpr std::size_t k_steps_of_sample = 16;
 
 /// Each sample by the conjugate of one a little ahead: a frequency offset turns all of these by the same angle. Laid
 /// over one period, without their mean. What lies ahead of the first sample is the last of a period, or not there.
@@ -94,27 +95,55 @@ samples_t mixed(lib_signal_view_t samples, double hertz, double rate)
     return result;
 }
 
-/// The frequency offset that is left, from how the phase goes on from block to block.
-double remaining_offset(const samples_t& captured, lib_signal_view_t reference, std::size_t delay, double rate)
+/// How well capture and delayed reference agree, by a further delay in steps of a part of a sample, later ones first.
+/// In blocks that are short against what is still unknown of the frequency offset.
+std::vector<double> agreement(const samples_t& captured, lib_signal_view_t reference, std::size_t delay, double rate)
 {
-    constexpr double k_block_s = 20e-6;
-    constexpr std::size_t k_finer = 16;
-    const std::size_t period = reference.size();
+    constexpr double k_block_s = 1e-3;
+    constexpr std::size_t k_bins = 1024;
+    constexpr std::size_t k_length = k_bins * k_steps_of_sample;
     const auto block = static_cast<std::size_t>(std::max(std::round(k_block_s * rate), 1.0));
-    const std::size_t blocks = (captured.size() + block - 1) / block;
-    std::size_t length = 1;
-    while (length < k_finer * blocks)
-        length *= 2;
-    samples_t lines(length);
-    for (std::size_t n = 0; n < captured.size(); ++n)
-        lines[n / block] += captured[n] * std::conj(reference[(n % period + period - delay) % period]);
-    lib_fft_plan_t(length, vek::common_lib::LIB_FFT_FORWARD).execute(lines.data(), lines.data());
-    const auto peak =
-        static_cast<double>(std::max_element(lines.begin(), lines.end(),
-                                             [](const auto& a, const auto& b) { return std::norm(a) < std::norm(b); }) -
-                            lines.begin());
-    const auto count = static_cast<double>(length);
-    return (peak < count / 2.0 ? peak : peak - count) / count * rate / static_cast<double>(block);
+    const lib_fft_plan_t forward(block, vek::common_lib::LIB_FFT_FORWARD);
+    const lib_fft_plan_t inverse(k_length, vek::common_lib::LIB_FFT_INVERSE);
+    std::vector<double> result(k_length);
+    samples_t is(block);
+    samples_t should(block);
+    for (std::size_t first = 0; first + block <= captured.size(); first += block) {
+        for (std::size_t n = 0; n < block; ++n) {
+            is[n] = captured[first + n];
+            should[n] = reference[(first + n + reference.size() - delay) % reference.size()];
+        }
+        forward.execute(is.data(), is.data());
+        forward.execute(should.data(), should.data());
+        samples_t bins(k_length);
+        for (std::size_t k = 0; k < block; ++k) {
+            const std::size_t bin =
+                2 * k < block ? k * k_bins / block : k_length - 1 - (block - k - 1) * k_bins / block;
+            bins[bin] += is[k] * std::conj(should[k]);
+        }
+        inverse.execute(bins.data(), bins.data());
+        for (std::size_t i = 0; i < k_length; ++i)
+            result[i] += std::norm(bins[i]);
+    }
+    return result;
+}
+
+/// How much later than by a whole number of samples the capture agrees best, to a part of a sample: bands far from each
+/// other agree nearly as well a whole turn of theirs away, and bursts in them with another frequency offset.
+double lead(const samples_t& captured, lib_signal_view_t reference, std::size_t delay, double rate)
+{
+    constexpr std::size_t k_most_samples = 64;
+    const std::vector<double> agreements = agreement(captured, reference, delay, rate);
+    const std::size_t length = agreements.size();
+    const auto at = [&](std::size_t place) { return agreements[place % length]; };
+    std::size_t best = 0;
+    for (std::size_t place = 1; place <= k_most_samples * k_steps_of_sample; ++place)
+        for (const std::size_t side : {place, length - place})
+            best = at(side) > at(best) ? side : best;
+    const double bend = 2.0 * at(best) - at(best + 1) - at(best + length - 1);
+    const double steps = static_cast<double>(best) - (2 * best > length ? static_cast<double>(length) : 0.0) +
+                         (bend > 0.0 ? (at(best + 1) - at(best + length - 1)) / (2.0 * bend) : 0.0);
+    return steps / static_cast<double>(k_steps_of_sample);
 }
 
 /// The reference with a delay that is no whole number of samples, and how it changes with the delay.
@@ -158,25 +187,39 @@ private:
     samples_t m_slopes;
 };
 
-/// Three equations with three unknowns, by elimination; they are Hermitian and positive.
-std::array<std::complex<double>, 3> solved(std::array<std::array<std::complex<double>, 4>, 3> rows)
+/// The frequency offset that is left, from how the phase goes on from block to block.
+double remaining_offset(const samples_t& captured, const delayed_reference_t& reference, double rate)
 {
-    for (std::size_t i = 0; i < 3; ++i)
-        for (std::size_t j = 0; j < 3; ++j) {
-            if (j == i || std::norm(rows[i][i]) == 0.0)
-                continue;
-            const std::complex<double> factor = rows[j][i] / rows[i][i];
-            for (std::size_t k = i; k < 4; ++k)
-                rows[j][k] -= factor * rows[i][k];
-        }
-    std::array<std::complex<double>, 3> result{};
-    for (std::size_t i = 0; i < 3; ++i)
-        result[i] = std::norm(rows[i][i]) == 0.0 ? 0.0 : rows[i][3] / rows[i][i];
-    return result;
+    constexpr double k_block_s = 20e-6;
+    constexpr std::size_t k_finer = 16;
+    const auto block = static_cast<std::size_t>(std::max(std::round(k_block_s * rate), 1.0));
+    const std::size_t blocks = (captured.size() + block - 1) / block;
+    std::size_t length = 1;
+    while (length < k_finer * blocks)
+        length *= 2;
+    samples_t lines(length);
+    for (std::size_t n = 0; n < captured.size(); ++n)
+        lines[n / block] += captured[n] * std::conj(reference.value(n % reference.period()));
+    lib_fft_plan_t(length, vek::common_lib::LIB_FFT_FORWARD).execute(lines.data(), lines.data());
+    const auto peak =
+        static_cast<double>(std::max_element(lines.begin(), lines.end(),
+                                             [](const auto& a, const auto& b) { return std::norm(a) < std::norm(b); }) -
+                            lines.begin());
+    const auto count = static_cast<double>(length);
+    return (peak < count / 2.0 ? peak : peak - count) / count * rate / static_cast<double>(block);
 }
 
-/// One step of the least squares: how much delay and frequency are off, in samples and in turns over the capture.
-std::array<double, 2> step(const samples_t& captured, const delayed_reference_t& reference)
+/// What gain fits best, and how much delay and frequency are off, in samples and in turns over the capture.
+struct step_t
+{
+    std::complex<double> gain;
+    double later = 0.0;
+    double turns = 0.0;
+};
+
+/// One step of the least squares. Delay and turns are real numbers, and held to that: with complex ones in their place
+/// every band and burst would have a gain of its own, and what tells them apart would be lost.
+step_t step(const samples_t& captured, const delayed_reference_t& reference)
 {
     const double middle = static_cast<double>(captured.size()) / 2.0;
     std::array<std::array<std::complex<double>, 4>, 3> sums{};
@@ -191,22 +234,22 @@ std::array<double, 2> step(const samples_t& captured, const delayed_reference_t&
             for (std::size_t j = 0; j < 4; ++j)
                 sums[i][j] += std::conj(terms[i]) * terms[j];
     }
-    const std::array<std::complex<double>, 3> found = solved(sums);
-    if (std::norm(found[0]) == 0.0)
-        return {0.0, 0.0};
-    return {(found[1] / found[0]).real(), (found[2] / found[0]).real()};
-}
-
-std::complex<double> gain_of(const samples_t& captured, const delayed_reference_t& reference)
-{
-    std::complex<double> product;
-    double power = 0.0;
-    for (std::size_t n = 0; n < captured.size(); ++n) {
-        const std::complex<double>& value = reference.value(n % reference.period());
-        product += std::conj(value) * captured[n];
-        power += std::norm(value);
-    }
-    return power > 0.0 ? product / power : 0.0;
+    const double power = sums[0][0].real();
+    if (power == 0.0 || std::norm(sums[0][3]) == 0.0)
+        return {};
+    step_t result{sums[0][3] / power};
+    const auto beside_gain = [&](std::size_t i, std::size_t j) { return sums[i][j] - sums[i][0] * sums[0][j] / power; };
+    const double later = beside_gain(1, 1).real();
+    const double turns = beside_gain(2, 2).real();
+    const double both = beside_gain(1, 2).real();
+    const double determinant = later * turns - both * both;
+    if (!(determinant > 1e-12 * later * turns)) // a tone has no delay
+        return result;
+    const double is_later = (beside_gain(1, 3) / result.gain).real();
+    const double is_turned = (beside_gain(2, 3) / result.gain).real();
+    result.later = (is_later * turns - is_turned * both) / determinant;
+    result.turns = (is_turned * later - is_later * both) / determinant;
+    return result;
 }
 
 } // namespace
@@ -223,19 +266,21 @@ std::optional<alignment_t> aligned(lib_signal_view_t captured, lib_signal_view_t
     if (!start)
         return std::nullopt;
     alignment_t result{static_cast<double>(start->delay), start->frequency_hz, 0.0};
-    result.frequency_offset_hz +=
-        remaining_offset(mixed(captured, -start->frequency_hz, hertz), reference, start->delay, hertz);
-
+    samples_t still = mixed(captured, -start->frequency_hz, hertz);
+    result.delay_samples += lead(still, reference, start->delay, hertz);
     delayed_reference_t delayed(reference);
+    delayed.delay(result.delay_samples);
+    result.frequency_offset_hz += remaining_offset(still, delayed, hertz);
+
     for (int i = 0; i < k_most_steps; ++i) {
-        const samples_t still = mixed(captured, -result.frequency_offset_hz, hertz);
-        delayed.delay(result.delay_samples);
-        result.gain = gain_of(still, delayed);
-        const auto [later, turns] = step(still, delayed);
-        if (std::fabs(later) < k_settled && std::fabs(turns) < k_settled)
+        still = mixed(captured, -result.frequency_offset_hz, hertz);
+        const step_t next = step(still, delayed);
+        result.gain = next.gain;
+        if (std::fabs(next.later) < k_settled && std::fabs(next.turns) < k_settled)
             break;
-        result.delay_samples += std::clamp(later, -1.0, 1.0);
-        result.frequency_offset_hz += turns * hertz / static_cast<double>(captured.size());
+        result.delay_samples += std::clamp(next.later, -1.0, 1.0);
+        delayed.delay(result.delay_samples);
+        result.frequency_offset_hz += next.turns * hertz / static_cast<double>(captured.size());
     }
     if (std::norm(result.gain) == 0.0)
         return std::nullopt;

@@ -47,6 +47,15 @@ signal_t delayed(signal_t samples, double delay)
     return samples;
 }
 
+/// The same, turned and with a frequency offset.
+signal_t captured(const signal_t& sent, double delay, double turns_a_sample)
+{
+    signal_t samples = delayed(sent, delay);
+    for (std::size_t n = 0; n < samples.size(); ++n)
+        samples[n] *= std::polar(0.5, 0.7 + k_turn * std::fmod(turns_a_sample * static_cast<double>(n), 1.0));
+    return samples;
+}
+
 void add_noise(signal_t& samples, double power)
 {
     std::mt19937 generator(7);
@@ -84,9 +93,7 @@ TEST_F(nrwave_compare, finds_a_planted_delay_turn_offset_and_noise)
             }
     ASSERT_GT(cells, 50'000u);
 
-    samples = delayed(samples, 12'345.25);
-    for (std::size_t n = 0; n < samples.size(); ++n)
-        samples[n] *= std::polar(0.5, 0.7 + k_turn * std::fmod(1e3 * static_cast<double>(n) / rate, 1.0));
+    samples = captured(samples, 12'345.25, 1e3 / rate);
     add_noise(samples, 0.25 * 1e-3 * power / static_cast<double>(cells));
     write_samples("capture.cf64", samples);
     for (const char* reference : {"sent.recipe", "sent.cf64"}) {
@@ -115,6 +122,24 @@ TEST_F(nrwave_compare, finds_a_planted_delay_turn_offset_and_noise)
     EXPECT_LT(found.at("evm_percent"), 0.3);
     EXPECT_NE(run("compare sent.cf64 sent.recipe").out.find("delay                     0.000 samples\n"),
               std::string::npos);
+}
+
+// Bands far apart agree nearly as well where they are turned by a whole turn more, bursts in them with another offset.
+TEST_F(nrwave_compare, finds_carriers_and_bursts_that_are_far_apart)
+{
+    write("carriers.recipe", "[carrier[0]]\nchannel_bandwidth=FR1_10M\ndl_ssb.enable=true\n[]\ncopy carrier[0]\n"
+                             "carrier[0].frequency_offset=-30M\ncarrier[1].frequency_offset=30M\n");
+    write("bursts.recipe", "include " NR_MOD_LIB_SOURCE_DIR "/examples/prach_short.recipe\n");
+    for (const std::string name : {"carriers", "bursts"}) {
+        ASSERT_EQ(run("generate --recipe " + name + ".recipe --format cf64 -o " + name + " --quiet").err, "");
+        const std::uint64_t rate = json::parse(content(name + ".json")).at("rate");
+        const signal_t sent = samples_in(name + ".cf64");
+        write_samples("capture.cf64", captured(sent, -0.5, -7400.5 / static_cast<double>(rate)));
+        const json found =
+            json::parse(run("compare capture.cf64 " + name + ".recipe --json --rate " + std::to_string(rate)).out);
+        EXPECT_NEAR(found.at("delay_samples"), static_cast<double>(sent.size()) - 0.5, 1e-3) << name;
+        EXPECT_NEAR(found.at("frequency_offset_hz"), -7400.5, 0.01) << name;
+    }
 }
 
 TEST_F(nrwave_compare, shows_what_filter_windowing_and_peak_reduction_cost)
@@ -204,7 +229,7 @@ TEST_F(nrwave_compare, refuses_what_it_cannot_hold_against_each_other)
     for (const char* arguments :
          {"missing.cf64 sent.recipe", "sent.cf64 missing.recipe", "short.cf64 sent.recipe --rate 15.36M",
           "cut.cf64 sent.recipe --rate 15.36M", "silent.cf64 sent.recipe --rate 15.36M",
-          "empty.cf64 sent.recipe --rate 15.36M", "sent.cf64 sent.recipe --rate 7", "sent.cf64 sent.recipe --rate nan",
+          "empty.cf64 sent.recipe --rate 15.36M", "sent.cf64 sent.recipe --rate 7", "sent.cf64 sent.recipe --rate ''",
           "short.cf64 sent.recipe", "sent.cf64", "sent.cf64 ''"})
     {
         const nr_test::run_t failed = run("compare " + std::string(arguments));
