@@ -109,11 +109,11 @@ public:
 
     void run(trace_t& trace) override
     {
-        const recording_t recording = m_rate && !has_metadata() ? bare_recording_of(m_file) : recording_of(m_file);
+        const recording_t recording = has_metadata() ? recording_of(m_file) : bare_recording_of(m_file);
+        const samples_t captured = samples_of(recording);
         const std::uint64_t rate = m_rate.value_or(recording.claim.rate.value_or(0));
         if (rate == 0)
             throw failure_t("the rate of " + shortened(m_file) + " is not known: --rate tells it");
-        const samples_t captured = samples_of(recording);
         reference_t reference;
         configure(reference);
         reference.engine.set_trace_file_enable(false);
@@ -135,12 +135,13 @@ public:
 private:
     static constexpr double k_frame_s = 0.01;
 
-    /// Whether something beside the samples tells of them.
+    /// Whether something beside the samples should tell of them.
     bool has_metadata() const
     {
         std::filesystem::path beside = m_file;
-        const bool is_sigmf = beside.extension().string().starts_with(".sigmf");
-        return is_sigmf || std::filesystem::exists(beside.replace_extension(".json"));
+        const bool may_be_bare =
+            is_recording(m_file) && beside.extension() != ".json" && !beside.extension().string().starts_with(".sigmf");
+        return !may_be_bare || std::filesystem::exists(beside.replace_extension(".json"));
     }
 
     void configure(reference_t& reference) const

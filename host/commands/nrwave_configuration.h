@@ -24,7 +24,6 @@ void declare_rate(CLI::App& app, std::optional<std::uint64_t>& rate, const char*
 void declare_delivery(CLI::App& app, delivery_t& delivery);
 /// A whole number, which may have an exponent or a suffix as the values of settings.
 void declare_number(CLI::App& app, const char* name, unsigned int& number, const char* help);
-
 /// The same for a number that need not be given.
 void declare_index(CLI::App& app, const char* name, std::optional<unsigned int>& index, const char* help);
 
