@@ -91,7 +91,8 @@ private:
     unsigned int _get_dmrs_reference_rb() const;
     void _explain_stage(std::string_view name) const;
     void _explain_coding() const;
-    unsigned int _get_c_init() const { return (_get_n_rnti() << 16) + _get_n_id(); }
+    /// TS 38.211 clause 7.3.2.3, modulo 2^31.
+    unsigned int _get_c_init() const { return ((_get_n_rnti() << 16) + _get_n_id()) & 0x7FFFFFFF; }
     unsigned int _get_coded_bits() const { return m_aggregation_level * k_bits_in_cce; }
 
     // From the candidate to resource blocks.

@@ -225,10 +225,12 @@ bool lib_nr_ul_phy_pusch_process_t::_is_one_stream() const
 
 void lib_nr_ul_phy_pusch_process_t::_phy_sch_channel_coding_rate_match() { _code_and_match(m_enable_lbrm ? 1 : 0); }
 
-/// TS 38.211 clause 6.3.1.1; a RAPID is that of msgA.
+/// TS 38.211 clause 6.3.1.1; a RAPID is that of msgA. An initial value has 31 bits: a high RNTI's first is lost.
 unsigned int lib_nr_ul_phy_pusch_process_t::_scrambling_c_init(unsigned int /*codeword*/) const
 {
-    return m_rapid < 0 ? (m_rnti << 15) + m_nid : (m_rnti << 16) + (static_cast<unsigned int>(m_rapid) << 10) + m_nid;
+    constexpr unsigned int k_initial_value_bits = 0x7FFFFFFF;
+    return m_rapid < 0 ? (m_rnti << 15) + m_nid
+                       : ((m_rnti << 16) + (static_cast<unsigned int>(m_rapid) << 10) + m_nid) & k_initial_value_bits;
 }
 
 /// TS 38.211 clause 6.3.1.5.

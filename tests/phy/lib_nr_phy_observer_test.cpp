@@ -168,7 +168,7 @@ void expect_shared(const explained_t& run, const lib_nr_explanation_t& told, con
     }
     EXPECT_EQ(told.dmrs_symbols, dmrs);
     EXPECT_EQ(told.dmrs_c_init, has_sequence ? dmrs_c_inits(channel, told) : values_t{});
-    EXPECT_EQ(told.c_init, values_t{channel.c_init});
+    EXPECT_EQ(told.c_init, values_t{channel.c_init % (1u << 31)});
     const bool is_coded = sch.get_enable_coding();
     const bits_t payload = source.take(is_coded ? transport_block_size(channel) : received.bits.size());
     if (std::isnan(received.error)) // no DMRS
@@ -228,7 +228,7 @@ TEST(lib_nr_phy_observer, tells_of_a_pdcch_what_its_receiver_needs)
     for (const std::string mapping : {"NO_INTERLEAVE", "INTERLEAVE"}) {
         const explained_t run(
             steps_of("DOWNLINK", {".dl_bwp[1].coreset[1].cce2reg_mapping_type=LIB_NR_CORSET_" + mapping,
-                                  ".dl_dci[0].rnti=4660", ".dl_dci[0].scrambling_id=77", ".dl_dci[0].crnti=99",
+                                  ".dl_dci[0].rnti=4660", ".dl_dci[0].scrambling_id=77", ".dl_dci[0].crnti=32867",
                                   ".dl_dci[0].coding=true", ".dl_dci[0].enable=true"}));
         ASSERT_FALSE(run.slots.empty());
         nr_test::data_source_t source(LIB_NR_PN9_ITU);
