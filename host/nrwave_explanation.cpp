@@ -277,7 +277,13 @@ std::vector<explained_slot_t> explanations_t::_slots_of(const lib_nr_entry_recor
             static_cast<lib_nr_channel_entry_t&>(left_out) = entry;
             left_out.frame = frame;
             left_out.slot = *m_part.slot;
-            add(left_out, entry.silence == LIB_NR_SILENCE_NONE ? LIB_NR_SILENCE_SLOT : entry.silence);
+            const unsigned int in_frame = lib_nr_phy_common_t::get_slot_in_frame(entry.spacing);
+            if (entry.silence != LIB_NR_SILENCE_NONE)
+                add(left_out, entry.silence);
+            else if (entry.channel != "PRACH" && left_out.slot >= in_frame)
+                slots.push_back({left_out, "a frame has " + std::to_string(in_frame) + " slots of its spacing"});
+            else
+                add(left_out, LIB_NR_SILENCE_SLOT);
         }
         std::stable_sort(slots.begin() + static_cast<std::ptrdiff_t>(before), slots.end(),
                          [](const explained_slot_t& a, const explained_slot_t& b) {

@@ -674,7 +674,7 @@ TEST_F(nrwave_program, does_what_readme_and_manual_say_on_a_clean_copy)
     const fs::path source = NR_MOD_LIB_SOURCE_DIR;
     fs::copy(source / "examples", m_folder / "examples");
     unsigned int commands = 0;
-    for (const char* document : {"README.md", "docs/nrwave.md"}) {
+    for (const char* document : {"README.md", "docs/nrwave.md", "docs/many.md"}) {
         std::istringstream text(content_of(source / document));
         for (std::string line; std::getline(text, line);)
             if (line.rfind("    nrwave ", 0) == 0 && line.rfind("    nrwave: ", 0) != 0) {
