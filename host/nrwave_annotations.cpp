@@ -73,7 +73,7 @@ std::vector<piece_t> bursts_of(const lib_nr_entry_record_t& entry, cfg_nr_wavefo
         ++numerology;
     std::vector<piece_t> pieces;
     for (const std::uint32_t frame : entry.slots) {
-        const prach_map_t map = prach_map_of(waveform, engine, entry.carrier, numerology, frame);
+        const prach_map_t map = prach_map_of(waveform.get_waveform_manager(), engine, entry.carrier, numerology, frame);
         if (entry.entry >= map.bursts.size())
             continue;
         const prach_burst_t& burst = map.bursts[entry.entry];

@@ -49,7 +49,7 @@ struct reference_owner_t
     const char* name;
 };
 
-constexpr std::array<reference_owner_t, k_owners - k_conflict_owner - 1> k_reference_owners = {{
+constexpr std::array<reference_owner_t, k_prach_owner - k_conflict_owner - 1> k_reference_owners = {{
     {"SS/PBCH", LIB_NR_RESOURCE_MAPPING_SSB, LIB_NR_CELL_DMRS, "SSB DMRS"},
     {"PDCCH", LIB_NR_RESOURCE_MAPPING_PDCCH, LIB_NR_CELL_DMRS, "PDCCH DMRS"},
     {"PDSCH", LIB_NR_RESOURCE_MAPPING_PDSCH, LIB_NR_CELL_DMRS, "PDSCH DMRS"},
@@ -159,7 +159,9 @@ resource_map_t map_of(const lib_nr_waveform_configure_manager_t& waveform, lib_n
 const char* owner_name(std::uint8_t owner)
 {
     constexpr std::size_t prefix = std::char_traits<char>::length("LIB_NR_RESOURCE_MAPPING_");
-    if (owner > k_conflict_owner && owner < k_owners)
+    if (owner == k_prach_owner)
+        return "PRACH";
+    if (owner > k_conflict_owner && owner < k_prach_owner)
         return k_reference_owners[owner - k_conflict_owner - 1U].name;
     const auto& names = g_lib_nr_channel_resource_mapping_type_t_name_map;
     const auto name = names.find(static_cast<lib_nr_channel_resource_mapping_type_t>(owner));

@@ -16,8 +16,10 @@ void generate(vek::nr_mod_lib::cfg_nr_waveform_t& waveform, vek::nr_mod_lib::lib
 
 /// The owner of a cell that two channels claim; cells with reference signals have the owners behind it.
 constexpr std::uint8_t k_conflict_owner = 9;
+/// The owner of a cell that a PRACH burst touches.
+constexpr std::uint8_t k_prach_owner = 17;
 /// How many owners there are, the empty cell among them.
-constexpr unsigned int k_owners = 17;
+constexpr unsigned int k_owners = 18;
 
 /// The owners of one frame's cells, row by row: `owners[symbol * subcarriers + subcarrier]`.
 struct resource_map_t

@@ -15,7 +15,7 @@ namespace
 /// One colour for each owner, in the order of their values.
 constexpr std::array<const char*, k_owners> k_colours = {
     "#f4f6f8", "#e6a817", "#8e5bb5", "#2f9e8f", "#3a78b8", "#d66a2c", "#5b8c3a", "#8aa9c8", "#b5577f",
-    "#d00000", "#b07d00", "#5e3580", "#163f66", "#7fb2e5", "#35561f", "#4c6a88", "#c3d6ea"};
+    "#d00000", "#b07d00", "#5e3580", "#163f66", "#7fb2e5", "#35561f", "#4c6a88", "#c3d6ea", "#1f3b57"};
 
 /// A map no finer than a picture shows, column by column.
 struct raster_t

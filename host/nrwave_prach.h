@@ -1,6 +1,7 @@
 #pragma once
 
 #include "config/cfg_nr_waveform.h"
+#include "host/nrwave_generation.h"
 #include "phy/lib_nr_phy.h"
 
 #include <string>
@@ -29,8 +30,12 @@ struct prach_map_t
 
 bool is_prach(vek::nr_mod_lib::cfg_nr_waveform_t& waveform, unsigned int carrier);
 /// Indices must exist. Those behind a burst that is not sent in the frame are not there.
-prach_map_t prach_map_of(vek::nr_mod_lib::cfg_nr_waveform_t& waveform, vek::nr_mod_lib::lib_nr_phy_t& engine,
-                         unsigned int carrier, unsigned int numerology, unsigned int frame);
+prach_map_t prach_map_of(const vek::nr_mod_lib::lib_nr_waveform_configure_manager_t& waveform,
+                         vek::nr_mod_lib::lib_nr_phy_t& engine, unsigned int carrier, unsigned int numerology,
+                         unsigned int frame);
+/// The same on a grid of the carrier's own symbols and subcarriers: all cells that a burst touches.
+resource_map_t cells_of(const prach_map_t& map, const vek::nr_mod_lib::lib_nr_waveform_configure_manager_t& waveform,
+                        unsigned int numerology);
 /// start_ms,end_ms,low_hz,high_hz, a line for each burst.
 std::string csv_of(const prach_map_t& map);
 /// Time and frequency of the bursts as a PNG file's content.

@@ -145,7 +145,8 @@ void draw_maps(cfg_nr_waveform_t& waveform, lib_nr_phy_t& engine, take_t take)
                     waveform.get_carrier(carrier)->get_numerology(static_cast<int>(numerology))->get_enable())
                     take(std::to_string(carrier) + '_' + std::to_string(numerology) + '_' + std::to_string(frame),
                          is_prach(waveform, carrier)
-                             ? picture_of(prach_map_of(waveform, engine, carrier, numerology, frame))
+                             ? picture_of(
+                                   prach_map_of(waveform.get_waveform_manager(), engine, carrier, numerology, frame))
                              : picture_of(map_of(waveform.get_waveform_manager(), engine, carrier, numerology, frame)));
 }
 

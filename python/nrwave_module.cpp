@@ -6,6 +6,7 @@
 #include "host/nrwave_listing.h"
 #include "host/nrwave_output.h"
 #include "host/nrwave_path.h"
+#include "host/nrwave_prach.h"
 #include "host/nrwave_record.h"
 #include "host/nrwave_saved.h"
 #include "host/nrwave_steps.h"
@@ -135,10 +136,11 @@ public:
         resource_map_t cells;
         const py::tuple answer = worked(g_engine, none, [&] {
             check_place(m_configuration, carrier, numerology, frame);
-            if (m_configuration.get_carrier(carrier).get_carrier_type() == LIB_NR_PRACH)
-                throw failure_t("carrier " + std::to_string(carrier) + " sends bursts of PRACH, which no map holds");
             lib_nr_phy_t engine; // the run's own keeps its samples and its record
-            cells = map_of(m_configuration, engine, carrier, numerology, frame);
+            cells = m_configuration.get_carrier(carrier).get_carrier_type() == LIB_NR_PRACH
+                        ? cells_of(prach_map_of(m_configuration, engine, carrier, numerology, frame), m_configuration,
+                                   numerology)
+                        : map_of(m_configuration, engine, carrier, numerology, frame);
             return std::monostate{};
         });
         const py::array_t<std::uint8_t> rows({cells.symbols, cells.subcarriers}, cells.owners.data());

@@ -45,7 +45,7 @@ public:
             write_text(m_output, picture ? picture_of(map) : csv_of(map), inputs);
         };
         if (is_prach(waveform, m_carrier))
-            write(prach_map_of(waveform, engine, m_carrier, m_numerology, m_frame));
+            write(prach_map_of(waveform.get_waveform_manager(), engine, m_carrier, m_numerology, m_frame));
         else
             write(map_of(waveform.get_waveform_manager(), engine, m_carrier, m_numerology, m_frame));
     }

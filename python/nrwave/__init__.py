@@ -108,7 +108,8 @@ class Result:
         self.papr_db = result.papr_db
 
     def map(self, carrier=0, numerology=0, frame=0):
-        """The owners of a frame's cells, uint8, symbols by subcarriers: OWNERS names them, 0 is empty."""
+        """The owners of a frame's cells, uint8, symbols by subcarriers: OWNERS names them, 0 is empty. Of a PRACH carrier
+        those that a burst touches."""
         return _told(self._result.map(*(_index(index) for index in (carrier, numerology, frame))))
 
 

@@ -57,6 +57,13 @@ class module(unittest.TestCase):
         for place in ((1, 0, 0), (0, 1, 0), (0, 0, 1), (-1, 0, 0), (0, 0, 2**40)):
             self.assertRaises(nrwave.Error, result.map, *place)
 
+        waveform = nrwave.Waveform()
+        waveform.recipe(pathlib.Path(SOURCE, "examples/prach_short.recipe"))
+        bursts = waveform.generate().map() == nrwave.OWNERS.index("PRACH")
+        for first, rb in ((254, 10), (260, 200)):  # slot 18, two symbols of a format A1 each, 139 subcarriers of 30 kHz
+            self.assertTrue(bursts[first:first + 2, 12 * rb + 2:12 * rb + 141].all())
+        self.assertEqual(bursts.sum(), 2 * 2 * 139)
+
     def test_values_have_types(self):
         waveform = nrwave.Waveform()
         for path, value, stored in (("radio_frequency", "3.5G", 3500000000), ("radio_frequency", 3.7e9, 3700000000),
