@@ -11,6 +11,7 @@ The tool's manual tells of paths, values and steps; docs/python.md of this modul
 
 import logging
 import numbers
+import operator
 import os
 import warnings
 
@@ -49,9 +50,9 @@ def _told(answer):
     return found
 
 
-def _path(path):
+def _path(path, what="path"):
     if not isinstance(path, str):
-        raise TypeError(f"a path is a str, not {type(path).__name__}")
+        raise TypeError(f"a {what} is a str, not {type(path).__name__}")
     return path
 
 
@@ -114,7 +115,7 @@ class Result:
 
 
 def _index(number):
-    number = number.__index__()
+    number = operator.index(number)
     if not 0 <= number < 2**32:
         raise Error(f"there is nothing at the place {number}")
     return number
@@ -140,7 +141,7 @@ class Waveform:
 
     def step(self, text):
         """A step such as 'add carrier'; files that it names are relative to the current folder."""
-        _told(self._waveform.step(text))
+        _told(self._waveform.step(_path(text, "step")))
 
     def recipe(self, file):
         """The steps of a recipe."""
