@@ -111,7 +111,7 @@ void cell_keeper_t::_take_frame(const lib_nr_mapped_cells_t& cells)
     }
 }
 
-/// Runs come by rising symbol: one of the slot's last signals goes on, or a new one begins.
+/// Runs come by rising symbol: one of the slot's last signals goes on, or a new one begins, as behind a hop.
 void cell_keeper_t::_note_reference(const lib_nr_mapped_cells_t& cells, const lib_nr_mapped_run_t& run,
                                     unsigned int slot_symbols)
 {
@@ -124,9 +124,13 @@ void cell_keeper_t::_note_reference(const lib_nr_mapped_cells_t& cells, const li
     const lib_nr_numerology_type_t spacing =
         m_waveform.get_carrier(cells.carrier)->get_numerology(static_cast<int>(cells.numerology))->get_scs();
     const std::uint32_t slot = cells.frame * slots_in_frame + run.run.symbol / slot_symbols;
+    const auto goes_on = [&](const lib_nr_slot_extent_t& extent) {
+        return extent.symbol_end > symbol ||
+               (extent.symbol_end == symbol && extent.first_subcarrier < end && extent.subcarrier_end > first);
+    };
     for (auto own = m_references.rbegin(); own != m_references.rend() && own->slot == slot; ++own)
         if (own->entry.channel == entry.channel && own->entry.entry == entry.entry && own->content == run.content &&
-            own->entry.carrier == entry.carrier && own->spacing == spacing && own->extent.symbol_end >= symbol)
+            own->entry.carrier == entry.carrier && own->spacing == spacing && goes_on(own->extent))
         {
             own->extent.symbol_end = symbol + 1;
             own->extent.first_subcarrier = std::min(own->extent.first_subcarrier, first);
