@@ -1,6 +1,6 @@
 #pragma once
 
-#include "common/lib_fft_units.h"
+#include "common/lib_fft_sweep.h"
 
 #include <algorithm>
 #include <cstddef>

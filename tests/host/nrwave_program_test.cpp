@@ -156,7 +156,7 @@ TEST_F(nrwave_program, fails_with_one_line_and_leaves_nothing_behind)
         {"info missing.cf32", "there is no file missing.cf32"},
         {"info foreign.json", "foreign.json tells of no samples"},
         {"info broken.sigmf-meta", "broken.sigmf-meta holds no JSON object"},
-        {"info big.sigmf-data", "samples of the kind cf32_be cannot be read"},
+        {"info big.sigmf-meta", "samples of the kind cf32_be cannot be read"},
         {"info folder.sigmf-meta", "it is no regular file"},
         {"map --frame 1 -o x.csv", "frame 1 is past the end"},
         {"map --carrier 1 --numerology 0 --frame 0 -o x.csv", "past the end"},
