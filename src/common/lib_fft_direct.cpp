@@ -374,6 +374,15 @@ void fft_direct_t::_run_pass(const pass_t& pass, lib_fft_direction_t direction, 
     pass.run[direction](sweep, in + 2 * p, out + _place(pass.radix * p));
 }
 
+// The sweeps of a stage, whose roots move from tile to tile.
+std::array<fft_sweep_t, fft_direct_t::k_most_passes> fft_direct_t::_sweeps_of(const stage_t& stage) const
+{
+    std::array<fft_sweep_t, k_most_passes> sweeps;
+    for (std::size_t j = 0; j < stage.passes; ++j)
+        sweeps[j] = m_passes[stage.first_pass + j].sweep;
+    return sweeps;
+}
+
 // With i' for the passes behind the first, whose input places p' + rest' i' are those p of the first that differ by
 // multiples of rest': all of them for some neighbouring p' make a tile.
 void fft_direct_t::_run_first_tiles(const stage_t& stage, lib_fft_direction_t direction, const double* in, double* out,
@@ -381,24 +390,23 @@ void fft_direct_t::_run_first_tiles(const stage_t& stage, lib_fft_direction_t di
 {
     const std::size_t rest = m_passes[stage.passes - 1].rest;
     const std::size_t product = m_length / rest;
-    const pass_t& first = m_passes.front();
-    fft_sweep_t sweep = first.sweep;
+    auto sweeps = _sweeps_of(stage);
     for (std::size_t begin = 0; begin < rest; begin += k_tile_run) {
         const std::size_t p = std::min(begin, rest - k_tile_run); // the last tile may overlap the one before
-        double* source = tiles;
+        const pass_t& first = m_passes.front();
         for (std::size_t i = 0; i < k_tile_run; i += m_width) {
-            sweep.roots_in_run = m_roots_in_run.get() + i * first.root_step;
-            first.run[direction](sweep, in + 2 * (p + i), source + _place(i * first.radix));
+            sweeps[0].roots_in_run = m_roots_in_run.get() + i * first.root_step;
+            first.run[direction](sweeps[0], in + 2 * (p + i), tiles + _place(i * first.radix));
         }
-        sweep.roots += sweep.count * first.root_step;
+        sweeps[0].roots += sweeps[0].count * first.root_step;
+        const double* source = tiles;
         for (std::size_t j = 1; j < stage.passes; ++j) {
             const pass_t& pass = m_passes[j];
             double* const target = j + 1 == stage.passes ? out + _place(product * p) : tiles + j % 2 * m_tile_numbers;
-            fft_sweep_t later = pass.sweep;
-            const std::size_t tile_step = _place(k_tile_run * pass.stride);
+            const std::size_t step = _place(k_tile_run * pass.stride);
             for (std::size_t i = 0; i < pass.rest / rest; ++i) {
-                later.roots = pass.roots.get() + (p + rest * i) * pass.root_step;
-                pass.run[direction](later, source + i * tile_step, target + i * tile_step * pass.radix);
+                sweeps[j].roots = pass.roots.get() + (p + rest * i) * pass.root_step;
+                pass.run[direction](sweeps[j], source + i * step, target + i * step * pass.radix);
             }
             source = target;
         }
@@ -409,25 +417,26 @@ void fft_direct_t::_run_first_tiles(const stage_t& stage, lib_fft_direction_t di
 void fft_direct_t::_run_tiles(const stage_t& stage, lib_fft_direction_t direction, const double* in, double* out,
                               double* tiles) const
 {
-    const std::size_t end = stage.first_pass + stage.passes;
-    const pass_t& first = m_passes[stage.first_pass];
-    const pass_t& last = m_passes[end - 1];
+    const pass_t* const passes = &m_passes[stage.first_pass];
+    const std::size_t stride = passes[0].stride;
+    const pass_t& last = passes[stage.passes - 1];
     const std::size_t numbers_of_result = last.rest == 1 ? 2 : _place(1); // samples from the last pass
+    auto sweeps = _sweeps_of(stage);
     for (std::size_t p = 0; p < last.rest; ++p) {
-        const double* const x = in + _place(first.stride * p);
+        const double* const x = in + _place(stride * p);
         double* const y = out + numbers_of_result * last.stride * last.radix * p;
-        for (std::size_t begin = 0; begin < first.stride; begin += k_tile_run) {
-            const std::size_t q = std::min(begin, first.stride - k_tile_run); // likewise
+        for (std::size_t begin = 0; begin < stride; begin += k_tile_run) {
+            const std::size_t q = std::min(begin, stride - k_tile_run); // likewise
             const double* source = x + _place(q);
-            for (std::size_t j = stage.first_pass; j < end; ++j) {
-                double* const target =
-                    j + 1 == end ? y + numbers_of_result * q : tiles + (j - stage.first_pass) % 2 * m_tile_numbers;
-                fft_sweep_t sweep = m_passes[j].sweep;
-                sweep.roots = m_passes[j].roots.get() + p * m_passes[j].root_step;
-                m_passes[j].run[direction](sweep, source, target);
-                source = target;
+            for (std::size_t j = 0; j + 1 < stage.passes; ++j) {
+                double* const tile = tiles + j % 2 * m_tile_numbers;
+                passes[j].run[direction](sweeps[j], source, tile);
+                source = tile;
             }
+            last.run[direction](sweeps[stage.passes - 1], source, y + numbers_of_result * q);
         }
+        for (std::size_t j = 0; j < stage.passes; ++j)
+            sweeps[j].roots += passes[j].root_step;
     }
 }
 
