@@ -1,6 +1,7 @@
 // What the tool adds to the library's generation: samples of 4 frames of 100 MHz with hash and metadata as SigMF. The
 // counters are the added time over that of the generation, and the added memory over that of the waveform.
 #include "host/nrwave_annotations.h"
+#include "host/nrwave_cells.h"
 #include "host/nrwave_generation.h"
 #include "host/nrwave_listing.h"
 #include "host/nrwave_preset.h"
@@ -14,6 +15,7 @@
 #include <filesystem>
 #include <string>
 #include <sys/resource.h>
+#include <vector>
 
 namespace
 {
@@ -29,7 +31,8 @@ double peak_bytes()
     return 1024.0 * static_cast<double>(usage.ru_maxrss);
 }
 
-void write_files(cfg_nr_waveform_t& waveform, lib_nr_phy_t& engine, const std::filesystem::path& prefix)
+void write_files(cfg_nr_waveform_t& waveform, lib_nr_phy_t& engine,
+                 const std::vector<nrwave::reference_signal_t>& references, const std::filesystem::path& prefix)
 {
     const nrwave::inputs_t inputs;
     nrwave::outputs_t outputs(inputs);
@@ -39,7 +42,7 @@ void write_files(cfg_nr_waveform_t& waveform, lib_nr_phy_t& engine, const std::f
     files.write(delivered, metadata);
     for (const std::string& step : nrwave::steps_of(waveform))
         metadata.settings += step + '\n';
-    metadata.annotations = nrwave::annotations_of(waveform, engine, delivered.period.size());
+    metadata.annotations = nrwave::annotations_of(waveform, engine, references, delivered.period.size());
     files.describe(metadata);
     outputs.keep();
 }
@@ -60,11 +63,12 @@ void tool_beside_the_library(benchmark::State& state)
     for (auto _ : state) {
         lib_nr_phy_t engine;
         engine.set_trace_file_enable(false);
+        const nrwave::cell_keeper_t keeper(waveform, engine, false);
         const auto start = steady_t::now();
         nrwave::generate(waveform, engine);
         const auto generated = steady_t::now();
         const double before = peak_bytes();
-        write_files(waveform, engine, prefix);
+        write_files(waveform, engine, keeper.references(), prefix);
         added_bytes = std::max(added_bytes, peak_bytes() - before);
         in_library += generated - start;
         in_tool += steady_t::now() - generated;
