@@ -1,4 +1,5 @@
 #include "host/commands/nrwave_commands.h"
+#include "host/commands/nrwave_help.h"
 #include "host/nrwave_nearest.h"
 #include "host/nrwave_output.h"
 #include "host/nrwave_value.h"
@@ -6,6 +7,7 @@
 #include <algorithm>
 #include <array>
 #include <iostream>
+#include <memory>
 #include <new>
 #include <string>
 #include <vector>
@@ -41,10 +43,11 @@ int main(int argc, char** argv)
                                  list_command(),     presets_command(), batch_command(),   complete_command()};
     bool verbose = false;
 
-    CLI::App app("5G NR baseband waveforms: samples, resource maps and settings files from a list of steps.\n"
-                 "The inputs configure a fresh waveform in this order: settings file, presets, recipes, single\n"
-                 "steps.",
+    CLI::App app("5G NR baseband waveforms: samples, resource maps and settings files from steps.\n"
+                 "The inputs configure a fresh waveform in this order: settings file, presets,\n"
+                 "recipes, single steps.",
                  "nrwave");
+    app.formatter(std::make_shared<help_t>());
     app.require_subcommand(1);
     app.set_version_flag("--version", NRWAVE_VERSION);
     app.set_help_all_flag("--help-all", "Print the help of all commands and exit");

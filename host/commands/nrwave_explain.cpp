@@ -31,7 +31,7 @@ public:
         declare_index(app, "--frame", m_part.frame, "Index of a frame; all where it is not given");
         declare_index(
             app, "--slot", m_part.slot,
-            "A slot of the frame, with the channels that it leaves out and why; all sent ones where it is not\n"
+            "A slot of the frame, with the channels that it leaves out and why; all sent ones where it is not "
             "given");
         app.add_flag("--json", m_json, "Tell it as a JSON array");
         app.footer("RBs and subcarriers are those of the carrier's grid, symbols those of the slot.\n"

@@ -28,7 +28,7 @@ public:
         m_configuration.declare_steps(app);
         declare_delivery(app, m_delivery);
         app.add_flag("--json", m_json, "Tell it as a JSON object");
-        app.footer("Beside each figure stands the expected one; what passes a limit of TS 38.104 is marked.\n"
+        app.footer("Beside each figure stands the expected one; what passes a limit of TS 38.104 is\nmarked.\n"
                    "Examples:\n"
                    "  nrwave show --recipe examples/full_cell.recipe\n"
                    "  nrwave show --recipe examples/two_carriers.recipe --json");
