@@ -213,6 +213,7 @@ double remaining_offset(const samples_t& captured, const delayed_reference_t& re
 struct step_t
 {
     std::complex<double> gain;
+    double explained = 0.0; ///< power of the capture, summed, that the reference explains
     double later = 0.0;
     double turns = 0.0;
 };
@@ -237,7 +238,7 @@ step_t step(const samples_t& captured, const delayed_reference_t& reference)
     const double power = sums[0][0].real();
     if (power == 0.0 || std::norm(sums[0][3]) == 0.0)
         return {};
-    step_t result{sums[0][3] / power};
+    step_t result{sums[0][3] / power, std::norm(sums[0][3]) / power};
     const auto beside_gain = [&](std::size_t i, std::size_t j) { return sums[i][j] - sums[i][0] * sums[0][j] / power; };
     const double later = beside_gain(1, 1).real();
     const double turns = beside_gain(2, 2).real();
@@ -258,7 +259,8 @@ std::optional<alignment_t> aligned(lib_signal_view_t captured, lib_signal_view_t
 {
     constexpr int k_most_steps = 10;
     constexpr double k_settled = 1e-7;
-    constexpr double k_none_samples = 1e-3; // so little below a whole period is no delay
+    constexpr double k_least_over_noise = 50.0; // what noise explains of noise by chance, at the best of many places
+    constexpr double k_none_samples = 1e-3;     // so little below a whole period is no delay
     const auto hertz = static_cast<double>(rate);
     if (captured.empty() || reference.empty() || rate == 0)
         return std::nullopt;
@@ -272,17 +274,22 @@ std::optional<alignment_t> aligned(lib_signal_view_t captured, lib_signal_view_t
     delayed.delay(result.delay_samples);
     result.frequency_offset_hz += remaining_offset(still, delayed, hertz);
 
+    double explained = 0.0;
     for (int i = 0; i < k_most_steps; ++i) {
         still = mixed(captured, -result.frequency_offset_hz, hertz);
         const step_t next = step(still, delayed);
         result.gain = next.gain;
+        explained = next.explained;
         if (std::fabs(next.later) < k_settled && std::fabs(next.turns) < k_settled)
             break;
         result.delay_samples += std::clamp(next.later, -1.0, 1.0);
         delayed.delay(result.delay_samples);
         result.frequency_offset_hz += next.turns * hertz / static_cast<double>(captured.size());
     }
-    if (std::norm(result.gain) == 0.0)
+    double power = 0.0;
+    for (const std::complex<double>& sample : captured)
+        power += std::norm(sample);
+    if (!(explained * static_cast<double>(captured.size()) > k_least_over_noise * power))
         return std::nullopt;
     const auto period = static_cast<double>(reference.size());
     result.delay_samples -= period * std::floor(result.delay_samples / period);

@@ -226,11 +226,13 @@ TEST_F(nrwave_compare, refuses_what_it_cannot_hold_against_each_other)
     write("cut.cf64", content("sent.cf64").substr(0, 1601));
     write("silent.cf64", std::string(content("sent.cf64").size(), '\0'));
     write("empty.cf64", "");
+    write_samples("far.cf64", captured(samples_in("sent.cf64"), 0.0, 150e3 / 15.36e6));
     for (const char* arguments :
          {"missing.cf64 sent.recipe", "sent.cf64 missing.recipe", "short.cf64 sent.recipe --rate 15.36M",
           "cut.cf64 sent.recipe --rate 15.36M", "silent.cf64 sent.recipe --rate 15.36M",
-          "empty.cf64 sent.recipe --rate 15.36M", "sent.cf64 sent.recipe --rate 7", "sent.cf64 sent.recipe --rate ''",
-          "short.cf64 sent.recipe", "sent.cf64", "sent.cf64 ''"})
+          "empty.cf64 sent.recipe --rate 15.36M", "far.cf64 sent.recipe --rate 15.36M",
+          "sent.cf64 sent.recipe --rate 7", "sent.cf64 sent.recipe --rate ''", "short.cf64 sent.recipe", "sent.cf64",
+          "sent.cf64 ''"})
     {
         const nr_test::run_t failed = run("compare " + std::string(arguments));
         EXPECT_NE(failed.status, 0) << arguments;
