@@ -2,6 +2,7 @@
 
 #include "common/lib_complex_product.h"
 #include "common/lib_fft_plan.h"
+#include "common/lib_signal_power.h"
 
 #include <algorithm>
 #include <bit>
@@ -76,7 +77,7 @@ public:
         bool is_held = false;
         for (std::size_t begin = 0; begin < end; begin += step) {
             const complex_t* const input = _get_input(begin, step);
-            const bool is_silent = std::none_of(input, input + m_input.size(), is_not_zero);
+            const bool is_silent = common_lib::is_silent({input, m_input.size()});
             if (!is_silent) {
                 m_forward.execute(input, m_spectrum.data());
                 multiply_each(m_spectrum.data(), m_spectrum.size(), m_response.data());

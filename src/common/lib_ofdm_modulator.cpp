@@ -2,6 +2,7 @@
 
 #include "common/lib_complex_product.h"
 #include "common/lib_fft_plan.h"
+#include "common/lib_signal_power.h"
 
 #include <algorithm>
 #include <cmath>
@@ -27,11 +28,6 @@ struct symbol_layout_t
     std::size_t suffix;
     const std::vector<double>* rise;
 };
-
-bool is_silent(const row_t& row)
-{
-    return std::all_of(row.begin(), row.end(), [](const complex_t& value) { return value == 0.0; });
-}
 
 // Subcarriers below the centre go to the end of the transform's input, the others to its start. Rows of one frame are
 // of one length as a rule, and what lies between stays zero.

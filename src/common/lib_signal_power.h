@@ -28,6 +28,9 @@ inline double sum_of_power(const std::complex<double>* samples, std::size_t coun
     return (lanes[0] + lanes[1]) + (lanes[2] + lanes[3]);
 }
 
+/// Whether all samples are 0, of either sign. Stops soon after the first other one.
+bool is_silent(lib_signal_view_t signal);
+
 /// What is known of a signal's power: its sum over pieces of `width` samples, the last of which may be shorter. So a
 /// pass that looks at every sample anyway spares those that come after it another.
 struct lib_power_pieces_t

@@ -4,6 +4,7 @@
 #include "common/lib_common_math.h"
 #include "common/lib_common_signal_process.h"
 #include "common/lib_fft_plan.h"
+#include "common/lib_signal_power.h"
 #include "phy_common/lib_nr_phy_common.h"
 
 #include <algorithm>
@@ -20,11 +21,6 @@ namespace
 constexpr double k_reference_rate_hz = 30.72e6;
 constexpr std::uint64_t k_subframe_samples = 30720;
 constexpr std::uint64_t k_symbol_samples = 2192; // a symbol of 15 kHz with its short prefix
-
-bool is_silent(const std::vector<std::complex<double>>& row)
-{
-    return std::all_of(row.begin(), row.end(), [](const std::complex<double>& value) { return value == 0.0; });
-}
 
 /// Adds a piece of a frame, from `begin` on and round its end, to as many samples of the frame as there are.
 void add_circularly(const std::vector<std::complex<double>>& piece, std::size_t begin, std::size_t frame_length,
@@ -177,7 +173,7 @@ bool lib_nr_new_prach_ofdm_modulator_t::add_frame(const grid_t& grid, std::int64
         const std::size_t prefix =
             row < m_info.cp_lengths.size() ? std::min<std::size_t>(m_info.cp_lengths[row], useful) : 0;
         const std::size_t count = prefix + useful;
-        if (!is_silent(grid[row])) {
+        if (!common_lib::is_silent(grid[row])) {
             if (!transformed || *transformed != grid[row])
                 _transform(grid[row], samples);
             transformed = &grid[row];

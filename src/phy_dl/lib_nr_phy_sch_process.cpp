@@ -371,12 +371,18 @@ bool lib_nr_phy_sch_process_t::_scramble(unsigned int c_init, const bits_t& in, 
 void lib_nr_phy_sch_process_t::_phy_sch_layer_mapping()
 {
     const std::vector<std::complex<double>> points = _points(1.0);
-    for (std::size_t codeword = 0; codeword < m_codeword_numbers.size(); ++codeword) {
-        const std::vector<std::uint16_t>& numbers = m_codeword_numbers[codeword];
-        m_codeword_symbols[codeword].resize(numbers.size());
-        std::transform(numbers.begin(), numbers.end(), m_codeword_symbols[codeword].begin(),
+    const auto modulate = [&points](const std::vector<std::uint16_t>& numbers, symbols_t& symbols) {
+        symbols.resize(numbers.size());
+        std::transform(numbers.begin(), numbers.end(), symbols.begin(),
                        [&points](std::uint16_t number) { return points[number]; });
+    };
+    if (m_layers == 1) { // its code word as it stands
+        m_layer_symbols.resize(1);
+        modulate(m_codeword_numbers[0], m_layer_symbols[0]);
+        return;
     }
+    for (std::size_t codeword = 0; codeword < m_codeword_numbers.size(); ++codeword)
+        modulate(m_codeword_numbers[codeword], m_codeword_symbols[codeword]);
     lib_nr_dl_phy_layer_mapping_t mapping;
     mapping.set_layer_number(m_layers);
     mapping.set_cw1_symbol_number(static_cast<unsigned int>(m_codeword_symbols[0].size()));
