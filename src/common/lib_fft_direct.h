@@ -72,7 +72,7 @@ private:
     void _run_stage(const stage_t& stage, lib_fft_direction_t direction, const double* in, double* out,
                     double* tiles) const;
     void _run_pass(const pass_t& pass, lib_fft_direction_t direction, const double* in, double* out) const;
-    /// More than any stage of a length below 2^24 has.
+    /// No transform has more, let alone a stage.
     static constexpr std::size_t k_most_passes = 8;
     std::array<fft_sweep_t, k_most_passes> _sweeps_of(const stage_t& stage) const;
     void _run_first_tiles(const stage_t& stage, lib_fft_direction_t direction, const double* in, double* out,
