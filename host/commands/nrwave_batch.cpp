@@ -111,7 +111,7 @@ public:
             ->required();
         declare_number(app, "-j,--jobs", m_together, "Processes at a time; as many as there are cores where not given");
         app.add_flag("--json", m_json, "Tell the lines as a JSON array instead of a table");
-        app.footer("A line may have quotes, as in a shell; empty lines and lines that begin with # do not\ncount.\n"
+        app.footer("A line may have quotes, as in a shell; empty lines and lines that begin with #\ndo not count.\n"
                    "Examples:\n"
                    "  nrwave batch examples/many.list\n"
                    "  nrwave batch examples/many.list -j 2 --json");
