@@ -80,8 +80,7 @@ void cell_keeper_t::_take_frame(const lib_nr_mapped_cells_t& cells)
     const double phase_hz =
         static_cast<double>(m_waveform.get_radio_frequency()) +
         (m_waveform.get_standard_rules() ? static_cast<double>(carrier.get_frequency_offset()) : 0.0);
-    for (const lib_nr_mapped_run_t& run : cells.runs) // which come in the order of channels and lists
-        _channel_of(run, cells.carrier);
+    _name_channels(cells);
     std::vector<lib_nr_mapped_run_t> runs = cells.runs;
     std::stable_sort(runs.begin(), runs.end(),
                      [](const auto& a, const auto& b) { return a.run.symbol < b.run.symbol; });
@@ -108,6 +107,18 @@ void cell_keeper_t::_take_frame(const lib_nr_mapped_cells_t& cells)
             _note_reference(cells, run, slot_symbols);
         if (m_keeps_cells && !run.is_part)
             _append(cells, run, part, part.symbols.back());
+    }
+}
+
+/// Runs come channel by channel, but within one a later entry may be the first to send.
+void cell_keeper_t::_name_channels(const lib_nr_mapped_cells_t& cells)
+{
+    for (auto run = cells.runs.begin(); run != cells.runs.end();) {
+        std::map<std::uint32_t, const lib_nr_mapped_run_t*> by_entry;
+        for (const auto channel = run->channel; run != cells.runs.end() && run->channel == channel; ++run)
+            by_entry.emplace(run->entry, &*run);
+        for (const auto& [entry, own] : by_entry)
+            _channel_of(*own, cells.carrier);
     }
 }
 

@@ -39,6 +39,7 @@ public:
 private:
     void _take(const vek::nr_mod_lib::lib_nr_mapped_cells_t& cells);
     void _take_frame(const vek::nr_mod_lib::lib_nr_mapped_cells_t& cells);
+    void _name_channels(const vek::nr_mod_lib::lib_nr_mapped_cells_t& cells);
     void _take_burst(const vek::nr_mod_lib::lib_nr_mapped_cells_t& cells);
     void _note_reference(const vek::nr_mod_lib::lib_nr_mapped_cells_t& cells,
                          const vek::nr_mod_lib::lib_nr_mapped_run_t& run, unsigned int slot_symbols);
