@@ -189,6 +189,8 @@ void lib_nr_channel_resource_manager_t::_build_view() const
 
 lib_nr_channel_resource_manager_t::payload_map_t& lib_nr_channel_resource_manager_t::get_payload_mapping()
 {
+    if (m_is_payload_lent) // no row is stale then, and each counts as written
+        return m_payload_mapping;
     _clear_stale_rows();
     m_written_rows.assign(m_written_rows.size(), 1);
     m_is_payload_lent = true;
