@@ -127,7 +127,7 @@ std::string& sample_encoder_t::encoded(const std::complex<double>* samples, std:
     switch (m_format) {
     case sample_format_t::sigmf:
     case sample_format_t::cf32:
-        _append<float>(std::vector<std::complex<float>>(samples, samples + count).data(), count);
+        _append_single(samples, count);
         break;
     case sample_format_t::cf64:
     case sample_format_t::npy:
@@ -148,6 +148,17 @@ void sample_encoder_t::_append(const std::complex<number_t>* samples, std::size_
 {
     m_level.add(samples, count);
     m_bytes.append(bytes_of(samples, count));
+}
+
+/// By parts that stay in the nearest cache.
+void sample_encoder_t::_append_single(const std::complex<double>* samples, std::size_t count)
+{
+    std::array<std::complex<float>, 512> part;
+    for (std::size_t begin = 0; begin < count; begin += part.size()) {
+        const std::size_t size = std::min(part.size(), count - begin);
+        std::copy_n(samples + begin, size, part.begin());
+        _append(part.data(), size);
+    }
 }
 
 void sample_encoder_t::_append_whole(const std::complex<double>* samples, std::size_t count)

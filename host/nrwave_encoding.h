@@ -50,6 +50,7 @@ public:
 private:
     template <class number_t>
     void _append(const std::complex<number_t>* samples, std::size_t count);
+    void _append_single(const std::complex<double>* samples, std::size_t count);
     void _append_whole(const std::complex<double>* samples, std::size_t count);
     void _append_text(const std::complex<double>* samples, std::size_t count);
 
