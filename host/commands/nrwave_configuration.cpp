@@ -31,7 +31,7 @@ template <class number_t>
 CLI::Option* takes_whole_number(CLI::Option* option, const char* type)
 {
     return option->type_name(type)->transform([](const std::string& text) {
-        const std::string digits = whole_number_in_full(text).value_or(text);
+        std::string digits = whole_number_in_full(text).value_or(text);
         number_t number = 0;
         const auto [end, error] = std::from_chars(digits.data(), digits.data() + digits.size(), number);
         if (error == std::errc::result_out_of_range)
