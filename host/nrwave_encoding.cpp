@@ -68,6 +68,20 @@ std::string_view npy_value(std::string_view head, std::string_view key)
     return value.substr(0, value.find_first_of(",)}"));
 }
 
+/// In bytes, of a binary format.
+std::size_t sample_size(sample_format_t format)
+{
+    switch (format) {
+    case sample_format_t::ci16:
+        return 2 * sizeof(std::int16_t);
+    case sample_format_t::cf64:
+    case sample_format_t::npy:
+        return 2 * sizeof(double);
+    default:
+        return 2 * sizeof(float);
+    }
+}
+
 double whole_16(double value, bool& clips)
 {
     const double rounded = std::nearbyint(value * k_full_scale_16);
@@ -113,6 +127,13 @@ std::string sample_encoder_t::head(std::uint64_t samples) const
     default:
         return {};
     }
+}
+
+std::optional<std::uint64_t> sample_encoder_t::file_size(std::uint64_t samples) const
+{
+    if (m_format == sample_format_t::csv)
+        return std::nullopt;
+    return head(samples).size() + samples * sample_size(m_format);
 }
 
 std::string& sample_encoder_t::encoded(const std::complex<double>* samples, std::size_t count)
@@ -250,22 +271,9 @@ void sample_decoder_t::_take_npy_head()
     m_is_behind_head = true;
 }
 
-std::size_t sample_decoder_t::_sample_size() const
-{
-    switch (m_format) {
-    case sample_format_t::ci16:
-        return 2 * sizeof(std::int16_t);
-    case sample_format_t::cf64:
-    case sample_format_t::npy:
-        return 2 * sizeof(double);
-    default:
-        return 2 * sizeof(float);
-    }
-}
-
 void sample_decoder_t::_take_binary()
 {
-    const std::size_t count = m_bytes.size() / _sample_size();
+    const std::size_t count = m_bytes.size() / sample_size(m_format);
     const auto read = [&](auto number, double full_scale) {
         for (std::size_t i = 0; i < count; ++i) {
             std::array<decltype(number), 2> pair;
@@ -286,7 +294,7 @@ void sample_decoder_t::_take_binary()
         read(float{}, 1.0);
         break;
     }
-    m_bytes.erase(0, count * _sample_size());
+    m_bytes.erase(0, count * sample_size(m_format));
 }
 
 void sample_decoder_t::_take_lines()

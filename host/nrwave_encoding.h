@@ -5,6 +5,7 @@
 #include <complex>
 #include <cstddef>
 #include <cstdint>
+#include <optional>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -40,6 +41,8 @@ public:
 
     /// What stands ahead of so many samples.
     std::string head(std::uint64_t samples) const;
+    /// In bytes, of a file of so many samples, where the samples' values do not decide it.
+    std::optional<std::uint64_t> file_size(std::uint64_t samples) const;
     /// The bytes of samples, good until the next call. They may be swapped for another buffer.
     std::string& encoded(const std::complex<double>* samples, std::size_t count);
 
@@ -84,7 +87,6 @@ private:
     void _take_binary();
     void _take_lines();
     void _take_line(std::string_view line);
-    std::size_t _sample_size() const;
 
     sample_format_t m_format;
     std::string m_bytes; ///< not taken yet

@@ -142,6 +142,12 @@ output_t::~output_t()
         ::close(m_file);
 }
 
+void output_t::reserve(std::uint64_t bytes) const
+{
+    if (m_file >= 0 && bytes > 0)
+        (void)::fallocate(m_file, FALLOC_FL_KEEP_SIZE, 0, static_cast<off_t>(bytes)); // `write` tells what fails
+}
+
 void output_t::write(std::string_view bytes)
 {
     if (m_file < 0)

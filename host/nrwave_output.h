@@ -2,6 +2,7 @@
 
 #include "host/nrwave_input.h"
 
+#include <cstdint>
 #include <filesystem>
 #include <list>
 #include <string>
@@ -28,6 +29,9 @@ public:
     output_t(const output_t&) = delete;
     output_t& operator=(const output_t&) = delete;
 
+    /// Asks the file system for the room of all bytes to come, where it can: a file that has its room replaces another
+    /// without being forced onto the disk at that moment.
+    void reserve(std::uint64_t bytes) const;
     /// Appends. A place that takes no more, such as a full disk, is a failure.
     void write(std::string_view bytes);
 

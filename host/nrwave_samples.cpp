@@ -1,13 +1,10 @@
 #include "host/nrwave_samples.h"
 
 #include "host/nrwave_failure.h"
-#include "host/nrwave_sha512.h"
-#include "host/nrwave_signals.h"
 #include "host/nrwave_value.h"
 
 #include <algorithm>
 #include <filesystem>
-#include <future>
 
 namespace nrwave
 {
@@ -34,46 +31,43 @@ const char* suffix_of_metadata(sample_format_t format)
 sample_files_t::sample_files_t(outputs_t& outputs, const std::string& prefix, sample_format_t format)
     : m_format(format), m_data(outputs.add(is_written_through(prefix) ? prefix : named(prefix) + suffix_of(format)))
 {
-    if (!is_written_through(prefix))
-        m_meta = &outputs.add(prefix + suffix_of_metadata(format));
+    if (is_written_through(prefix))
+        return;
+    m_meta = &outputs.add(prefix + suffix_of_metadata(format));
+    m_hashing.emplace();
 }
 
 void sample_files_t::write(const delivered_t& delivered, metadata_t& metadata)
 {
-    constexpr std::size_t k_block = std::size_t{1} << 18U; // no second copy of a long waveform, and few hand-overs
+    constexpr std::size_t k_block = std::size_t{1} << 16U; // what a core's own cache keeps until it is written
 
     sample_encoder_t encoder(m_format, delivered.gain);
-    sha512_t hash;
-    std::string hashed;        // what the second thread has
-    std::future<void> hashing; // waits for it, whatever ends this
-    const auto write_bytes = [&](std::string& bytes) {
-        m_data.write(bytes);
-        if (!m_meta)
-            return;
-        if (hashing.valid())
-            hashing.get();
-        hashed.swap(bytes);
-        hashing = without_signals([&] { return std::async([&] { hash.add(hashed); }); });
-    };
+    if (const auto bytes = encoder.file_size(delivered.samples()))
+        m_data.reserve(*bytes);
     std::string head = encoder.head(delivered.samples());
-    write_bytes(head);
+    _add(head);
     for (std::uint64_t repeat = 0; repeat < delivered.repeats; ++repeat)
         for (std::size_t begin = 0; begin < delivered.period.size(); begin += k_block)
-            write_bytes(
-                encoder.encoded(delivered.period.data() + begin, std::min(k_block, delivered.period.size() - begin)));
-    if (hashing.valid())
-        hashing.get();
+            _add(encoder.encoded(delivered.period.data() + begin, std::min(k_block, delivered.period.size() - begin)));
     metadata.summary.format = name_of(m_format);
     metadata.summary.rate = delivered.rate;
     metadata.summary.level = encoder.level();
     metadata.summary.clipped = encoder.clipped();
-    metadata.sha512 = hash.digest();
 }
 
-void sample_files_t::describe(const metadata_t& metadata)
+void sample_files_t::_add(std::string& bytes)
 {
-    if (m_meta)
-        m_meta->write(m_format == sample_format_t::sigmf ? sigmf_meta_of(metadata) : sidecar_of(metadata));
+    m_data.write(bytes);
+    if (m_hashing)
+        m_hashing->add(bytes);
+}
+
+void sample_files_t::describe(metadata_t& metadata)
+{
+    if (!m_hashing)
+        return;
+    metadata.sha512 = m_hashing->digest();
+    m_meta->write(m_format == sample_format_t::sigmf ? sigmf_meta_of(metadata) : sidecar_of(metadata));
 }
 
 } // namespace nrwave

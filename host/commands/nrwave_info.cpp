@@ -1,7 +1,7 @@
 #include "host/commands/nrwave_commands.h"
 #include "host/nrwave_failure.h"
+#include "host/nrwave_hashing.h"
 #include "host/nrwave_recording.h"
-#include "host/nrwave_sha512.h"
 #include "host/nrwave_summary.h"
 #include "host/nrwave_value.h"
 
@@ -18,8 +18,12 @@ namespace
 std::pair<summary_t, std::string> measured(const recording_t& recording)
 {
     sample_decoder_t decoder(recording.claim.format);
-    sha512_t hash;
-    read_samples(recording, decoder, [&](std::string_view bytes) { hash.add(bytes); });
+    hashing_t hash;
+    std::string block;
+    read_samples(recording, decoder, [&](std::string_view bytes) {
+        block.assign(bytes);
+        hash.add(block);
+    });
     summary_t summary;
     summary.files = {recording.data, recording.meta};
     summary.format = name_of(recording.is_sigmf ? sample_format_t::sigmf : recording.claim.format);

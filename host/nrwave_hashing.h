@@ -1,0 +1,44 @@
+#pragma once
+
+#include "host/nrwave_sha512.h"
+
+#include <condition_variable>
+#include <deque>
+#include <exception>
+#include <mutex>
+#include <string>
+#include <thread>
+
+namespace nrwave
+{
+
+/// The hash of bytes that a second thread takes, while the first goes on. Of large files the hash is the dearest step,
+/// and it cannot be parted.
+class hashing_t
+{
+public:
+    hashing_t();
+    ~hashing_t();
+    hashing_t(const hashing_t&) = delete;
+    hashing_t& operator=(const hashing_t&) = delete;
+
+    /// Takes the bytes over, and gives room for the next in their place. Waits where too many wait already.
+    void add(std::string& bytes);
+    /// As `sha512_t`, of all bytes; nothing may be added behind it.
+    std::string digest();
+
+private:
+    void _work();
+    void _end();
+
+    sha512_t m_hash;
+    std::mutex m_mutex;
+    std::condition_variable m_changed;
+    std::deque<std::string> m_waiting; ///< the first of them is being taken
+    std::deque<std::string> m_rooms;
+    std::exception_ptr m_failure;
+    bool m_is_ended = false;
+    std::thread m_worker;
+};
+
+} // namespace nrwave
