@@ -159,8 +159,6 @@ fft_direct_t::fft_direct_t(std::size_t length, const fft_unit_t& unit)
     }
     for (const stage_t& stage : m_stages)
         _lay_out(stage);
-    for (pass_t& pass : m_passes)
-        pass.sweep.roots = pass.roots.get();
 }
 
 void fft_direct_t::_add_pass(std::size_t radix)
@@ -363,24 +361,15 @@ void fft_direct_t::_run_stage(const stage_t& stage, lib_fft_direction_t directio
 
 void fft_direct_t::_run_pass(const pass_t& pass, lib_fft_direction_t direction, const double* in, double* out) const
 {
-    pass.run[direction](pass.sweep, in, out);
+    pass.run[direction](pass.sweep, pass.roots.get(), in, out);
     if (&pass != m_passes.data() || pass.rest % m_width == 0)
         return;
     // A last vector overlaps the one before it.
     fft_sweep_t sweep = pass.sweep;
     const std::size_t p = pass.rest - m_width;
-    sweep.roots += sweep.count * sweep.root_step;
+    const double* const roots = pass.roots.get() + sweep.count * sweep.root_step;
     sweep.count = 1;
-    pass.run[direction](sweep, in + 2 * p, out + _place(pass.radix * p));
-}
-
-// The sweeps of a stage, whose roots move from tile to tile.
-std::array<fft_sweep_t, fft_direct_t::k_most_passes> fft_direct_t::_sweeps_of(const stage_t& stage) const
-{
-    std::array<fft_sweep_t, k_most_passes> sweeps;
-    for (std::size_t j = 0; j < stage.passes; ++j)
-        sweeps[j] = m_passes[stage.first_pass + j].sweep;
-    return sweeps;
+    pass.run[direction](sweep, roots, in + 2 * p, out + _place(pass.radix * p));
 }
 
 // With i' for the passes behind the first, whose input places p' + rest' i' are those p of the first that differ by
@@ -390,24 +379,24 @@ void fft_direct_t::_run_first_tiles(const stage_t& stage, lib_fft_direction_t di
 {
     const std::size_t rest = m_passes[stage.passes - 1].rest;
     const std::size_t product = m_length / rest;
-    auto sweeps = _sweeps_of(stage);
+    const pass_t& first = m_passes.front();
+    fft_sweep_t sweep = first.sweep;
+    const double* roots = first.roots.get();
     for (std::size_t begin = 0; begin < rest; begin += k_tile_run) {
         const std::size_t p = std::min(begin, rest - k_tile_run); // the last tile may overlap the one before
-        const pass_t& first = m_passes.front();
         for (std::size_t i = 0; i < k_tile_run; i += m_width) {
-            sweeps[0].roots_in_run = m_roots_in_run.get() + i * first.root_step;
-            first.run[direction](sweeps[0], in + 2 * (p + i), tiles + _place(i * first.radix));
+            sweep.roots_in_run = m_roots_in_run.get() + i * first.root_step;
+            first.run[direction](sweep, roots, in + 2 * (p + i), tiles + _place(i * first.radix));
         }
-        sweeps[0].roots += sweeps[0].count * first.root_step;
+        roots += sweep.count * first.root_step;
         const double* source = tiles;
         for (std::size_t j = 1; j < stage.passes; ++j) {
             const pass_t& pass = m_passes[j];
             double* const target = j + 1 == stage.passes ? out + _place(product * p) : tiles + j % 2 * m_tile_numbers;
             const std::size_t step = _place(k_tile_run * pass.stride);
-            for (std::size_t i = 0; i < pass.rest / rest; ++i) {
-                sweeps[j].roots = pass.roots.get() + (p + rest * i) * pass.root_step;
-                pass.run[direction](sweeps[j], source + i * step, target + i * step * pass.radix);
-            }
+            for (std::size_t i = 0; i < pass.rest / rest; ++i)
+                pass.run[direction](pass.sweep, pass.roots.get() + (p + rest * i) * pass.root_step, source + i * step,
+                                    target + i * step * pass.radix);
             source = target;
         }
     }
@@ -421,7 +410,9 @@ void fft_direct_t::_run_tiles(const stage_t& stage, lib_fft_direction_t directio
     const std::size_t stride = passes[0].stride;
     const pass_t& last = passes[stage.passes - 1];
     const std::size_t numbers_of_result = last.rest == 1 ? 2 : _place(1); // samples from the last pass
-    auto sweeps = _sweeps_of(stage);
+    const auto run = [&](const pass_t& pass, std::size_t p, const double* from, double* to) {
+        pass.run[direction](pass.sweep, pass.roots.get() + p * pass.root_step, from, to);
+    };
     for (std::size_t p = 0; p < last.rest; ++p) {
         const double* const x = in + _place(stride * p);
         double* const y = out + numbers_of_result * last.stride * last.radix * p;
@@ -430,13 +421,11 @@ void fft_direct_t::_run_tiles(const stage_t& stage, lib_fft_direction_t directio
             const double* source = x + _place(q);
             for (std::size_t j = 0; j + 1 < stage.passes; ++j) {
                 double* const tile = tiles + j % 2 * m_tile_numbers;
-                passes[j].run[direction](sweeps[j], source, tile);
+                run(passes[j], p, source, tile);
                 source = tile;
             }
-            last.run[direction](sweeps[stage.passes - 1], source, y + numbers_of_result * q);
+            run(last, p, source, y + numbers_of_result * q);
         }
-        for (std::size_t j = 0; j < stage.passes; ++j)
-            sweeps[j].roots += passes[j].root_step;
     }
 }
 

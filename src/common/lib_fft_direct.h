@@ -4,7 +4,6 @@
 #include "common/lib_fft_units.h"
 #include "common/nr_mod_lib_export.h"
 
-#include <array>
 #include <cstddef>
 #include <memory>
 #include <new>
@@ -72,9 +71,6 @@ private:
     void _run_stage(const stage_t& stage, lib_fft_direction_t direction, const double* in, double* out,
                     double* tiles) const;
     void _run_pass(const pass_t& pass, lib_fft_direction_t direction, const double* in, double* out) const;
-    /// No transform has more, let alone a stage.
-    static constexpr std::size_t k_most_passes = 8;
-    std::array<fft_sweep_t, k_most_passes> _sweeps_of(const stage_t& stage) const;
     void _run_first_tiles(const stage_t& stage, lib_fft_direction_t direction, const double* in, double* out,
                           double* tiles) const;
     void _run_tiles(const stage_t& stage, lib_fft_direction_t direction, const double* in, double* out,

@@ -401,9 +401,8 @@ private:
 template <std::size_t w, std::size_t radix, class layout_t, bool is_inverse, bool has_tiles>
 struct fft_first_pass_t
 {
-    NR_MOD_LIB_INLINE static void run(const fft_sweep_t& sweep, const double* in, double* out)
+    NR_MOD_LIB_INLINE static void run(const fft_sweep_t& sweep, const double* roots, const double* in, double* out)
     {
-        const double* roots = sweep.roots;
         const fft_spread_t<radix> from(fft_samples_t::place(sweep.in_distance));
         for (std::size_t step = 0; step < sweep.count; ++step) {
             const double* const x = in + fft_samples_t::place(step * sweep.in_step);
@@ -446,11 +445,11 @@ private:
     }
 };
 
-/// Calls body(x, y, roots) for each vector of the runs of all steps.
+/// Calls body(roots, x, y) for each vector of the runs of all steps.
 template <std::size_t w, class from_t, class to_t, class body_t>
-NR_MOD_LIB_INLINE void walk(const fft_sweep_t& sweep, const double* x, double* y, const body_t& body)
+NR_MOD_LIB_INLINE void walk(const fft_sweep_t& sweep, const double* roots, const double* x, double* y,
+                            const body_t& body)
 {
-    const double* roots = sweep.roots;
     std::size_t left = sweep.run;
     // One loop and not two, for the inner one would often be of a single turn.
     for (std::size_t n = sweep.count * ((sweep.run + w - 1) / w); n > 0; --n) {
@@ -461,7 +460,7 @@ NR_MOD_LIB_INLINE void walk(const fft_sweep_t& sweep, const double* x, double* y
                 left = w;
             }
         }
-        body(x, y, roots);
+        body(roots, x, y);
         x += from_t::place(w);
         y += to_t::place(w);
         left -= w;
@@ -486,22 +485,22 @@ NR_MOD_LIB_INLINE void load_and_combine(fft_values_t<w> (&a)[radix], const fft_s
 template <std::size_t w, std::size_t radix, class layout_t>
 struct fft_middle_pass_t
 {
-    NR_MOD_LIB_INLINE static void run(const fft_sweep_t& sweep, const double* in, double* out)
+    NR_MOD_LIB_INLINE static void run(const fft_sweep_t& sweep, const double* roots, const double* in, double* out)
     {
         const std::size_t in_parts = layout_t::distance_of_parts(sweep.in_length);
         const std::size_t out_parts = layout_t::distance_of_parts(sweep.out_length);
         const fft_spread_t<radix> from(layout_t::place(sweep.in_distance));
         const fft_spread_t<radix> to(layout_t::place(sweep.out_distance));
-        const auto body = [&](const double* x, double* y, const double* roots) NR_MOD_LIB_INLINE_LAMBDA {
+        const auto body = [&](const double* root, const double* x, double* y) NR_MOD_LIB_INLINE_LAMBDA {
             fft_values_t<w> a[radix];
             load_and_combine(a, from, x, in_parts);
             store<w>(a[0], y, out_parts);
             repeat<radix - 1>([&](auto i) NR_MOD_LIB_INLINE_LAMBDA {
                 constexpr std::integral_constant<std::size_t, i + 1> k;
-                store<w>(turned(a[k], roots[2 * i], roots[2 * i + 1]), to.at(y, k), out_parts);
+                store<w>(turned(a[k], root[2 * i], root[2 * i + 1]), to.at(y, k), out_parts);
             });
         };
-        walk<w, layout_t, layout_t>(sweep, in, out, body);
+        walk<w, layout_t, layout_t>(sweep, roots, in, out, body);
     }
 };
 
@@ -509,12 +508,12 @@ struct fft_middle_pass_t
 template <std::size_t w, std::size_t radix, class layout_t, bool is_inverse>
 struct fft_last_pass_t
 {
-    NR_MOD_LIB_INLINE static void run(const fft_sweep_t& sweep, const double* in, double* out)
+    NR_MOD_LIB_INLINE static void run(const fft_sweep_t& sweep, const double* roots, const double* in, double* out)
     {
         const std::size_t in_parts = layout_t::distance_of_parts(sweep.in_length);
         const fft_spread_t<radix> from(layout_t::place(sweep.in_distance));
         const fft_spread_t<radix> to(fft_samples_t::place(sweep.out_distance));
-        const auto body = [&](const double* x, double* y, const double*) NR_MOD_LIB_INLINE_LAMBDA {
+        const auto body = [&](const double*, const double* x, double* y) NR_MOD_LIB_INLINE_LAMBDA {
             fft_values_t<w> a[radix];
             load_and_combine(a, from, x, in_parts);
             repeat<radix>([&](auto k) NR_MOD_LIB_INLINE_LAMBDA {
@@ -525,7 +524,7 @@ struct fft_last_pass_t
                 store<w>(value, to.at(y, k), w);
             });
         };
-        walk<w, layout_t, fft_samples_t>(sweep, in, out, body);
+        walk<w, layout_t, fft_samples_t>(sweep, roots, in, out, body);
     }
 };
 

@@ -15,9 +15,9 @@ namespace
 struct plain_t
 {
     template <class pass_t>
-    static void run(const fft_sweep_t& sweep, const double* in, double* out)
+    static void run(const fft_sweep_t& sweep, const double* roots, const double* in, double* out)
     {
-        pass_t::run(sweep, in, out);
+        pass_t::run(sweep, roots, in, out);
     }
 };
 
@@ -27,18 +27,20 @@ struct plain_t
 struct avx2_t
 {
     template <class pass_t>
-    __attribute__((target("avx2"))) static void run(const fft_sweep_t& sweep, const double* in, double* out)
+    __attribute__((target("avx2"))) static void run(const fft_sweep_t& sweep, const double* roots, const double* in,
+                                                    double* out)
     {
-        pass_t::run(sweep, in, out);
+        pass_t::run(sweep, roots, in, out);
     }
 };
 
 struct avx512_t
 {
     template <class pass_t>
-    __attribute__((target("avx512f"))) static void run(const fft_sweep_t& sweep, const double* in, double* out)
+    __attribute__((target("avx512f"))) static void run(const fft_sweep_t& sweep, const double* roots, const double* in,
+                                                       double* out)
     {
-        pass_t::run(sweep, in, out);
+        pass_t::run(sweep, roots, in, out);
     }
 };
 
