@@ -456,6 +456,7 @@ void lib_nr_dl_phy_ssb_process_t::_cal_rboffset_position()
     }
 
     const double offset = irb * k_subcarriers_per_rb * (reference_spacing / m_scs_hz) + k;
+    m_fills_rbs = std::fmod(offset, k_subcarriers_per_rb) == 0.0;
     // Taken in 32 bits; where the resource blocks don't start at 0 it wraps, and means a negative number.
     const std::uint32_t grid_shift = 2 * m_k0 - k_subcarriers_per_rb * m_rb_start;
     m_first_subcarrier = common_lib::bounded_cast<std::int32_t>(
@@ -486,7 +487,8 @@ const std::vector<lib_nr_resource_run_t>& lib_nr_dl_phy_ssb_process_t::_list_run
     return m_runs;
 }
 
-/// The view shows whole resource blocks in the symbols that the block fills from end to end.
+/// The view shows whole resource blocks in the symbols that the block fills from end to end: those that hold a part of
+/// it before its place is rounded down to a subcarrier.
 bool lib_nr_dl_phy_ssb_process_t::_mark(unsigned int block_index, const std::vector<row_t>& rows)
 {
     _list_runs(block_index, rows);
@@ -494,9 +496,8 @@ bool lib_nr_dl_phy_ssb_process_t::_mark(unsigned int block_index, const std::vec
     for (lib_nr_resource_run_t& run : m_runs) {
         if (run.count != k_block_subcarriers)
             continue;
-        const std::int32_t above_rb_start = (run.first_subcarrier % k_rb + k_rb) % k_rb;
-        run.first_subcarrier -= above_rb_start;
-        if (above_rb_start != 0)
+        run.first_subcarrier -= (run.first_subcarrier % k_rb + k_rb) % k_rb;
+        if (!m_fills_rbs)
             run.count += k_subcarriers_per_rb;
     }
     return lib_nr_channel_resource_manager_t::get_inst().mark_runs(m_runs, LIB_NR_RESOURCE_MAPPING_SSB);

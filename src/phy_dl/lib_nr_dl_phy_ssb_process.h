@@ -173,6 +173,7 @@ private:
     std::vector<unsigned int> m_ssb_symbol_list;
     double m_scs_hz = 30000.0; ///< of the pass
     std::int32_t m_first_subcarrier = 0;
+    bool m_fills_rbs = true; ///< begins and ends with a resource block
 
     std::optional<work_t> m_work; ///< none between blocks
     lib_nr_polar_coding_t m_polar_coding;

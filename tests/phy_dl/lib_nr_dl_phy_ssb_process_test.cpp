@@ -367,7 +367,7 @@ TEST(lib_nr_dl_phy_ssb_process, powers_are_those_of_the_block_index)
 TEST(lib_nr_dl_phy_ssb_process, view_marks_the_blocks_cells_and_fills_up_resource_blocks)
 {
     for (const auto& [rb_start, rb_offset, kssb] :
-         {std::tuple{0u, 9u, 0u}, std::tuple{0u, 8u, 0u}, std::tuple{0u, 8u, 10u}, std::tuple{3u, 14u, 2u}})
+         {std::tuple{0u, 9u, 0u}, std::tuple{0u, 8u, 0u}, std::tuple{0u, 8u, 1u}, std::tuple{3u, 14u, 2u}})
     {
         ssb_grid_t grid(LIB_NR_SCS_30K, LIB_NR_CHANNEL_FR1_20M, 51 - rb_start, rb_start);
         grid.process.set_rb_offset(rb_offset);
@@ -375,7 +375,7 @@ TEST(lib_nr_dl_phy_ssb_process, view_marks_the_blocks_cells_and_fills_up_resourc
         EXPECT_TRUE(grid.view(3));
         const unsigned int first = rb_offset * 6 + kssb / 2 - 12 * rb_start;
         const unsigned int first_whole = first / 12 * 12;
-        const unsigned int end_whole = (first + 240 + 11) / 12 * 12;
+        const unsigned int end_whole = (first + kssb % 2 + 240 + 11) / 12 * 12; // behind a half subcarrier
         for (unsigned int l = 0; l < 280; ++l)
             for (unsigned int k = 0; k < 612; ++k) {
                 const bool is_in_symbols = l >= 20 && l < 24;
