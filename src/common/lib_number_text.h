@@ -16,8 +16,8 @@ public:
     /// reading it gives the same value.
     static std::string double_to_text(double value);
 
-    /// The number at the beginning of the text, blanks before it ignored, as `strtod` reads it in the C locale: what
-    /// follows the number does not count, and a text without a number is 0.
+    /// The decimal number at the beginning of the text, blanks before it ignored, as `strtod` reads it in the C locale:
+    /// what follows the number does not count, and a text without a number is 0.
     static double text_to_double(std::string_view text);
 
     /// The whole text as one finite number, blanks round it and a plus sign allowed; otherwise false, and `value`

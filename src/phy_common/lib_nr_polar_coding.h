@@ -14,7 +14,7 @@ namespace vek::nr_mod_lib
 /// Rows of a binary matrix, 32 columns a word, the first column highest.
 using lib_nr_packed_matrix_t = std::vector<std::vector<std::uint32_t>>;
 
-/// Packs a matrix of one byte per element and puts it into `store` under its order. Prints a printed line and returns
+/// Packs a matrix of one byte per element and puts it into `store` under its order. Prints a line and returns
 /// false, nothing stored, where it isn't square or its order isn't a power of 2 of at least 32.
 NR_MOD_LIB_EXPORT bool deal_matrix_transform(const std::vector<std::vector<unsigned char>>& matrix,
                                              std::map<unsigned int, lib_nr_packed_matrix_t>& store);
@@ -36,7 +36,7 @@ public:
     /// Rate matching output length E in bits, at first 864.
     void set_rate_matching_output_length(unsigned int output_length);
 
-    /// `out` becomes the code word of N bits, N from 32 to 2^n_max. Prints a printed line and returns false, `out`
+    /// `out` becomes the code word of N bits, N from 32 to 2^n_max. Prints a line and returns false, `out`
     /// empty, where E is below the input with its parity check bits, or the input to be interleaved is longer than 164
     /// bits. Both may be the same vector. An N below the input's length (no channel asks for it) carries the input's
     /// first bits.

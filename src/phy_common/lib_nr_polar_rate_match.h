@@ -22,7 +22,7 @@ public:
     void set_polar_coding_input_lentgh(unsigned int input_length);
     /// The sequence J(n) of clause 5.4.1.1 for n below N; empty where N isn't a multiple of 32.
     static void genreate_subblock_interleave_sequence(unsigned int coded_length, std::vector<unsigned int>& out);
-    /// `out` becomes the E bits to send. Prints a printed line and returns false, `out` empty, where E is below K or
+    /// `out` becomes the E bits to send. Prints a line and returns false, `out` empty, where E is below K or
     /// the input isn't a power of 2 of at least 32 bits. Both may be the same vector.
     bool deal_rate_matching(const std::vector<unsigned char>& in, std::vector<unsigned char>& out);
 
