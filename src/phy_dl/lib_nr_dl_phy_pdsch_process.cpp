@@ -214,7 +214,7 @@ void lib_nr_dl_phy_pdsch_process_t::_phy_sch_encode_re_map(unsigned int port, un
     // The code word's symbols one after the other; where they end early cells stay empty.
     grid().write_stream(m_cells.data, m_codeword_numbers[0], _points(_amplitude_of(0.0)));
     _write_reference_signals(port, slot);
-    if (m_explanation)
+    if (_explains())
         _explain(slot);
 }
 

@@ -211,7 +211,7 @@ void lib_nr_phy_sch_process_t::_phy_sch_codeword(unsigned int codeword)
         m_code_word.encode(m_packed_payload, payload_bits, settings, symbols);
     else
         m_code_word.scramble(m_packed_payload, settings, symbols);
-    if (m_explanation && codeword == 0) // the one that is sent
+    if (_explains() && codeword == 0) // the one that is sent
         _explain_codeword(payload_bits, settings, symbols);
     if (symbols.empty())
         std::cout << "error,input data is empty" << std::endl;
@@ -422,7 +422,7 @@ void lib_nr_phy_sch_process_t::_phy_sch_rs_generation(unsigned int port, unsigne
     const unsigned int group_term = m_enable_dmrs_downlink_r16 ? group / 2 : 0;
     const unsigned int n_id = n_scid == 1 ? m_nid1 : m_nid0;
     const unsigned int length = _dmrs_sequence_length();
-    const bool explains = m_explanation && m_explanation->dmrs_symbols.empty(); // the first port
+    const bool explains = _explains() && m_explanation->dmrs_symbols.empty(); // the first port
     for (const unsigned int symbol : m_dmrs_symbols) {
         const unsigned int c_init =
             lib_nr_dmrs_initial_value(m_symbol_per_slot * slot + symbol, n_id, n_scid, group_term);

@@ -183,6 +183,8 @@ protected:
                            const std::vector<std::uint16_t>& symbols);
     /// Tells the numbers that the channel goes by.
     void _explain_figures();
+    /// Without resource blocks nothing is sent, and nothing is told of it.
+    bool _explains() const { return m_explanation && !m_rb_list.empty(); }
     /// The points of a code word's symbols, times an amplitude.
     std::vector<std::complex<double>> _points(double amplitude) const;
     /// Initial value of the scrambling sequence.

@@ -324,6 +324,15 @@ TEST(lib_nr_phy_observer, tells_of_pucchs_what_the_receiver_finds)
             EXPECT_EQ(told.u.at(hop), (nr_test::hopping_number(1000 / 30, 8 * (2 * told.slot + hop), 8) + 1000) % 30);
 }
 
+TEST(lib_nr_phy_observer, tells_no_making_of_a_channel_without_resource_blocks)
+{
+    const explained_t run(steps_of("DOWNLINK", {".dl_pdsch[0].ra_type=LIB_NR_SCH_RA_TYPE0", ".dl_pdsch[0].rbg_bitmap=0",
+                                                ".dl_pdsch[0].enable=true"}));
+    ASSERT_FALSE(run.slots.empty());
+    EXPECT_EQ(run.slots[0].silence, LIB_NR_SILENCE_RB);
+    EXPECT_TRUE(!run.slots[0].coding && run.slots[0].stages.empty() && run.slots[0].dmrs_symbols.empty());
+}
+
 TEST(lib_nr_phy_observer, tells_initial_values_and_groups_of_reference_signals)
 {
     const explained_t csirs(
