@@ -25,9 +25,11 @@ constexpr std::uint64_t k_most_samples = std::uint64_t{1} << 31;
 constexpr const char* k_narrow = "the numerology does not fill the channel bandwidth";
 
 /// Where a run or view failed, and why where that is known.
-std::string failure_line(const lib_nr_phy_t& engine, const std::string& reason = {})
+std::string failure_line(const lib_nr_phy_t& engine, std::string reason = {})
 {
     const auto& step = engine.get_first_failed_step();
+    if (step && !step->reason.empty())
+        reason = step->reason;
     std::string line = !step ? "the generation" : step->channel.empty() ? "the modulation" : std::string(step->channel);
     line += " failed";
     if (step)

@@ -142,7 +142,7 @@ bool lib_nr_phy_t::_generate_pair(unsigned int c, unsigned int n, signal_t& buff
     else
         _open_frames(c, n, buffer);
     for (unsigned int f = 0; f < m_waveform.get_frame_number(); ++f) {
-        m_step = lib_nr_channel_step_t{{}, c, n, f, {}, {}};
+        m_step = lib_nr_channel_step_t{{}, c, n, f, {}, {}, {}};
         if (is_prach) {
             _map_prach_frame(c, n, f, m_waveform);
             _fill_prach_frame_data(c, n, f, buffer);

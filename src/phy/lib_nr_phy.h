@@ -42,6 +42,7 @@ struct lib_nr_channel_step_t
     unsigned int frame = 0;        ///< of the waveform
     std::optional<unsigned> entry; ///< place in the carrier's list of that channel, the index of an SS/PBCH block
     std::optional<unsigned> slot;  ///< in the frame
+    std::string_view reason;       ///< why a step failed, where its process tells it; a literal
 };
 
 /// The engine: walks the carriers, numerologies and frames of a waveform, lets every channel map its symbols, modulates

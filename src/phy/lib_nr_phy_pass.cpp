@@ -61,14 +61,19 @@ bool has_dmrs(const process_t& process)
         return true;
 }
 
-/// The PUCCH process walks the list itself: brings the entry that it failed or threw at into the step at hand.
+/// The PUCCH process walks the list itself: brings the entry that it failed or threw at, and why, into the step at
+/// hand.
 class failed_entry_note_t
 {
 public:
     failed_entry_note_t(const lib_nr_ul_phy_pucch_process_t& process, lib_nr_channel_step_t& step)
         : m_process(process), m_step(step)
     {}
-    ~failed_entry_note_t() { m_step.entry = m_process.get_failed_entry(); }
+    ~failed_entry_note_t()
+    {
+        m_step.entry = m_process.get_failed_entry();
+        m_step.reason = m_process.get_failure();
+    }
     failed_entry_note_t(const failed_entry_note_t&) = delete;
     failed_entry_note_t& operator=(const failed_entry_note_t&) = delete;
 
@@ -169,7 +174,7 @@ private:
 
     bool _run(const channel_t& channel)
     {
-        m_engine.m_step = lib_nr_channel_step_t{channel.name, m_carrier, m_numerology, m_frame, {}, {}};
+        m_engine.m_step = lib_nr_channel_step_t{channel.name, m_carrier, m_numerology, m_frame, {}, {}, {}};
         m_channel = channel.name;
         try {
             if (const char* step = m_mode == k_view ? channel.re_map : channel.link; *step != '\0')
@@ -178,7 +183,7 @@ private:
             _note_written();
             if (!succeeded)
                 m_engine._keep_first_failed_step();
-            m_engine.m_step = lib_nr_channel_step_t{{}, m_carrier, m_numerology, m_frame, {}, {}};
+            m_engine.m_step = lib_nr_channel_step_t{{}, m_carrier, m_numerology, m_frame, {}, {}, {}};
             return succeeded;
         } catch (...) {
             m_engine._keep_first_failed_step();
@@ -196,6 +201,8 @@ private:
         const bool explains = m_engine.m_observer && m_mode == k_encode && (!slot || has_occasion(process, *slot));
         const auto run = [&] { return m_engine._call(entry, slot, m_mode, call); };
         const bool succeeded = explains ? _explained(place, slot, process, run) : run();
+        if constexpr (std::is_base_of_v<lib_nr_failing_t, process_t>)
+            m_engine.m_step->reason = process.get_failure();
         if (grid().get_mark_number() != marks)
             m_engine.m_recorder.note_marks(_entry(place));
         m_engine.m_recorder.note_met(_entry(place), process.get_rules());

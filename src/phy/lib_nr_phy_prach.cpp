@@ -57,7 +57,7 @@ bool lib_nr_phy_t::_map_prach_frame(unsigned int carrier, unsigned int numerolog
                                     const lib_nr_waveform_configure_manager_t& waveform)
 {
     const lib_nr_carrier_configure_manager_t& configuration = waveform.get_carrier(carrier);
-    m_step = lib_nr_channel_step_t{k_prach, carrier, numerology, frame, {}, {}};
+    m_step = lib_nr_channel_step_t{k_prach, carrier, numerology, frame, {}, {}, {}};
     print_step("deal_prach_resource_mapping", carrier);
     std::cout << configuration.get_numerology_manager(numerology).get_numerolgy() << std::endl;
     prach_grid().init_resource_mapping();
@@ -130,7 +130,7 @@ bool lib_nr_phy_t::_fill_prach_frame_data(unsigned int carrier, unsigned int num
         std::cout << "lib_nr_dl_phy_t::_fill_prach_frame_data Report : Carrier Data Length Error!" << std::endl;
         return false;
     }
-    m_step = lib_nr_channel_step_t{k_prach, carrier, numerology, frame, {}, {}};
+    m_step = lib_nr_channel_step_t{k_prach, carrier, numerology, frame, {}, {}, {}};
     const std::uint64_t frame_points = m_waveform.get_frame_sample_points();
     const std::uint64_t begin = std::min<std::uint64_t>(frame * frame_points, buffer.size());
     const lib_nr_carrier_configure_manager_t& configuration = m_waveform.get_carrier(carrier);

@@ -68,6 +68,7 @@ bool lib_nr_dl_phy_pdcch_process_t::set_waveform_config(unsigned int carrier_ind
     set_interleaver_size(coreset.get_interleaver_size());
     set_shift_idx(coreset.get_shift_idx());
     m_pn_seed = std::numeric_limits<unsigned int>::max();
+    _forget_failure();
     return true;
 }
 
@@ -134,7 +135,7 @@ bool lib_nr_dl_phy_pdcch_process_t::_dl_phy_pdcch_coding()
 {
     if (!_crc_bit_insert()) {
         std::cout << "pdcch error!!!pdcch crc bit insert fail" << std::endl;
-        return false;
+        return _fails("it has no data bits");
     }
     lib_nr_crc_calculator_t crc;
     crc.set_crc_type(LIB_NR_CRC_TYPE_24C);
@@ -152,7 +153,7 @@ bool lib_nr_dl_phy_pdcch_process_t::_dl_phy_pdcch_coding()
     polar.set_rate_matching_output_length(_get_coded_bits());
     if (!polar.deal_polar_coding(m_bits, m_bits)) {
         std::cout << "pdcch error!!!pdcch polor fail" << std::endl;
-        return false;
+        return _fails("its bits and their CRC are more than the polar code takes at its aggregation level");
     }
     lib_nr_polar_rate_match_t rate_match;
     rate_match.set_i_bil(0);
@@ -203,7 +204,7 @@ bool lib_nr_dl_phy_pdcch_process_t::_dl_phy_pdcch_no_coding()
 {
     if (m_bits.size() > _get_coded_bits()) {
         std::cout << "pdcch error!!!pdcch no coding payload generation fail" << std::endl;
-        return false;
+        return _fails("its bits are more than its aggregation level carries");
     }
     m_bits.resize(_get_coded_bits());
     return true;
@@ -311,7 +312,7 @@ bool lib_nr_dl_phy_pdcch_process_t::_dci_interleaver(indices_t& regs, unsigned i
     const indices_t cces = _search_space_calculate(slot, n_rnti);
     if (cces.empty()) {
         std::cout << "pdcch error!!! agregation level exeed available cce." << std::endl;
-        return false;
+        return _fails("its aggregation level takes more CCEs than its CORESET has");
     }
     if (m_explanation)
         m_explanation->cces = cces;

@@ -6,6 +6,7 @@
 #include "phy/lib_nr_phy_observer.h"
 #include "phy/lib_nr_resource_manager.h"
 #include "phy_common/lib_nr_deviation.h"
+#include "phy_common/lib_nr_failing.h"
 
 #include <complex>
 #include <cstdint>
@@ -25,7 +26,9 @@ class lib_nr_waveform_configure_manager_t;
 ///
 /// `set_waveform_config` takes a snapshot of plain values, good for a frame; then `pdcch_encode_process` writes a slot,
 /// or `dl_phy_pdcch_remap` marks one. What lies outside the grid is left out; the view prints the grid's line for it.
-class NR_MOD_LIB_EXPORT lib_nr_dl_phy_pdcch_process_t : public lib_nr_ruled_t, public lib_nr_explaining_t
+class NR_MOD_LIB_EXPORT lib_nr_dl_phy_pdcch_process_t : public lib_nr_ruled_t,
+                                                        public lib_nr_explaining_t,
+                                                        public lib_nr_failing_t
 {
 public:
     /// Takes an entry of a carrier's list, with its CORESET and BWP, and begins its payload anew. Always true.

@@ -3,6 +3,7 @@
 #include "common/nr_mod_lib_export.h"
 #include "phy/lib_nr_phy_observer.h"
 #include "phy_common/lib_nr_deviation.h"
+#include "phy_common/lib_nr_failing.h"
 #include "phy_common/lib_nr_uci_layout.h"
 
 #include <array>
@@ -23,7 +24,7 @@ class lib_nr_ul_pucch_configure_manager_t;
 /// What the PUCCH formats share, TS 38.211 clause 6.3.2: sequence groups and cyclic shifts, the size of the resource
 /// and whether the UCI fits, interlaces, and the places of the symbols in the frame. Everything reads the PUCCH that
 /// the two pointers show; the configuration must outlive the call.
-class NR_MOD_LIB_EXPORT lib_nr_ul_phy_pucch_base_t : public lib_nr_ruled_t
+class NR_MOD_LIB_EXPORT lib_nr_ul_phy_pucch_base_t : public lib_nr_ruled_t, public lib_nr_failing_t
 {
 public:
     /// Values of a symbol: RB by RB, of an interlaced PUCCH in the order of its position list.

@@ -38,7 +38,7 @@ bool lib_nr_ul_phy_pucch_base_t::_get_interlace_range(unsigned int& first, unsig
     std::cerr << "rb_set range = " << first << ":" << last << std::endl;
     std::cerr << "bwp_num range = " << bwp_first << ":" << bwp_last << std::endl;
     std::cerr << "!! error : rb set are outside the scope of BWP !!" << std::endl;
-    return false;
+    return _fails("its RB set lies outside its BWP");
 }
 
 bool lib_nr_ul_phy_pucch_base_t::_get_interlace_position(std::vector<unsigned short>& out) const
@@ -52,12 +52,12 @@ bool lib_nr_ul_phy_pucch_base_t::_get_interlace_position(std::vector<unsigned sh
         return false;
     if (get_interlace_number(_bwp().get_numerology()) == 0) {
         std::cerr << "The number of available RBs is not enough to interleaving" << std::endl;
-        return false;
+        return _fails("its spacing has no interlaces");
     }
     const int interlace1 = m_pucch->get_interlace1();
     if (static_cast<int>(m_pucch->get_interlace0()) == interlace1) {
         std::cout << "interlace 0 and interlace 1 conflict" << std::endl;
-        return false;
+        return _fails("interlace0 and interlace1 are the same");
     }
     if (!_append_interlace(m_pucch->get_interlace0(), m_pucch->get_pucch_interlace0(), first, last, out))
         return false;
@@ -89,13 +89,13 @@ bool lib_nr_ul_phy_pucch_base_t::_append_interlace(unsigned int interlace, unsig
     if (count < k_least_interlace) {
         std::cerr << " Cannot assign 10 RBs for interleaving " << std::endl;
         std::cerr << " The number of available RBs is not enough to interleaving " << std::endl;
-        return false;
+        return _fails("an interlace of it has fewer than 10 resource blocks");
     }
     if (rb_number_setting == LIB_NR_UL_PUCCH_INTERLACE_RB_NUM_10 && count == k_most_interlace)
         out.pop_back();
     if (rb_number_setting == LIB_NR_UL_PUCCH_INTERLACE_RB_NUM_11 && count == k_least_interlace) {
         std::cout << " Cannot assign 11 RBs for interleaving " << std::endl;
-        return false;
+        return _fails("an interlace of it has 10 resource blocks, not 11");
     }
     return true;
 }

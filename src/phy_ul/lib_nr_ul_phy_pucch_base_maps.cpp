@@ -14,6 +14,13 @@
 namespace vek::nr_mod_lib
 {
 
+namespace
+{
+
+constexpr const char* k_outside = "its cells lie outside the slot or the carrier's resource blocks";
+
+} // namespace
+
 unsigned int lib_nr_ul_phy_pucch_base_t::_get_first_rb(bool is_second_hop) const
 {
     return _bwp().get_rb_offset() + (is_second_hop ? m_pucch->get_second_hop_prb() : m_pucch->get_rb_offset());
@@ -141,9 +148,10 @@ bool lib_nr_ul_phy_pucch_base_t::_mark(const std::vector<unsigned int>& slots, u
     const lib_nr_slot_resource_range_t range{slots, m_pucch->get_first_symbol() + first_row, row_count,
                                              _get_first_rb(is_second_hop), m_pucch->get_rb_num()};
     const bool is_free = grid.deal_resource_mapping(range, LIB_NR_RESOURCE_MAPPING_PUCCH);
-    if (!is_free)
-        std::cout << conflict_line << std::endl;
-    return is_free;
+    if (is_free)
+        return true;
+    std::cout << conflict_line << std::endl;
+    return _fails(k_outside);
 }
 
 bool lib_nr_ul_phy_pucch_base_t::_mark_interlaced(const std::vector<unsigned int>& slots,
@@ -160,9 +168,10 @@ bool lib_nr_ul_phy_pucch_base_t::_mark_interlaced(const std::vector<unsigned int
             }
         is_free = grid.mark_runs(runs, LIB_NR_RESOURCE_MAPPING_PUCCH);
     }
-    if (!is_free)
-        std::cout << " pucch interlace not finish " << std::endl;
-    return is_free;
+    if (is_free)
+        return true;
+    std::cout << " pucch interlace not finish " << std::endl;
+    return _fails(k_outside); // unless the interlaces have told a reason
 }
 
 } // namespace vek::nr_mod_lib

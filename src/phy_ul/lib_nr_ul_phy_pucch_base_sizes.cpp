@@ -82,12 +82,12 @@ bool lib_nr_ul_phy_pucch_base_t::_is_valid_uci(unsigned int a, unsigned int e) c
               << " current payload size = " << a << std::endl;
     if (layout.e < layout.k + layout.n_pc) {
         std::cerr << "lib_nr_ul_phy_pucch_base_t::_is_valid_uci Report : Output Sequence is Overlength!" << std::endl;
-        return false;
+        return _fails("its UCI bits and their CRC are more than its cells carry");
     }
     if (layout.e > k_most_rate_matched) {
         std::cerr << " Er > 8192 " << std::endl;
         std::cerr << " Er = " << layout.e << std::endl;
-        return false;
+        return _fails("its cells are more than the code of its UCI bits fills");
     }
     return true;
 }
@@ -106,8 +106,10 @@ bool lib_nr_ul_phy_pucch_base_t::_check_payload_setting() const
         return _is_valid_uci(m_pucch->get_payload_size(), e_total);
 
     const uci_size_t size = _get_uci_size();
-    if ((size.first == 0 && size.second == 0) || size.first > k_most_uci_bits || size.second > k_most_uci_bits)
-        return false;
+    if (size.first == 0 && size.second == 0)
+        return _fails("its UCI has no bits");
+    if (size.first > k_most_uci_bits || size.second > k_most_uci_bits)
+        return _fails("its UCI has more bits than are coded");
     const auto first = static_cast<unsigned int>(size.first);
     const auto second = static_cast<unsigned int>(size.second);
     if (first == 0)

@@ -57,6 +57,7 @@ void lib_nr_ul_phy_pucch_process_t::_begin(const lib_nr_waveform_configure_manag
 {
     set_standard_rules(waveform.get_standard_rules());
     m_failed_entry.reset();
+    _forget_failure();
     m_rules_of_entries.clear();
 }
 

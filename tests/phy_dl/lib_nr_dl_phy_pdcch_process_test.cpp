@@ -260,16 +260,20 @@ TEST(lib_nr_dl_phy_pdcch_process, what_does_not_fit_is_told)
     {
         std::vector<std::string> steps;
         const char* printed;
+        const char* reason;
     };
     const row_t rows[] = {
         {{level + "16", groups + "11"},
          "pdcch error!!! agregation level exeed available cce.\npdcch error!!!_dci_interleaver fail\n"
-         "error!!!pdcch remap fail\nerror!!!PDCCH process fail\n"},
+         "error!!!pdcch remap fail\nerror!!!PDCCH process fail\n",
+         "its aggregation level takes more CCEs than its CORESET has"},
         {{level + "8", dci + "data_block_size=141", dci + "coding=true"},
-         "pdcch error!!!pdcch polor fail\nerror!!!PDCCH process fail\n"},
+         "pdcch error!!!pdcch polor fail\nerror!!!PDCCH process fail\n",
+         "its bits and their CRC are more than the polar code takes at its aggregation level"},
         {{level + "8", dci + "data_block_size=109", level + "1"},
-         "pdcch error!!!pdcch no coding payload generation fail\nerror!!!PDCCH process fail\n"},
-        {{groups}, "pdcch error!!!_deal_dci_para_conflict fail\n"},
+         "pdcch error!!!pdcch no coding payload generation fail\nerror!!!PDCCH process fail\n",
+         "its bits are more than its aggregation level carries"},
+        {{groups}, "pdcch error!!!_deal_dci_para_conflict fail\n", ""},
     };
     for (const row_t& row : rows) {
         nr_test::waveform_of_t waveform(row.steps);
@@ -279,6 +283,8 @@ TEST(lib_nr_dl_phy_pdcch_process, what_does_not_fit_is_told)
         engine.waveform_config(waveform.get_waveform_manager());
         EXPECT_EQ(engine.nr_phy_process(), row.steps.front() != groups) << "only a CORESET without groups conflicts";
         EXPECT_NE(output.text().find(row.printed), std::string::npos) << output.text();
+        const auto& failed = engine.get_first_failed_step();
+        EXPECT_EQ(failed ? failed->reason : "", row.reason);
     }
     lib_nr_dl_phy_pdcch_process_t process;
     process.set_fd_resources(std::vector<int>(4, 1));

@@ -355,7 +355,7 @@ TEST(lib_nr_ul_phy_pucch_process, what_does_not_fit_is_refused_and_the_frame_sta
         for (const auto& sample : run.engine.get_baseband_signal_data())
             ASSERT_EQ(sample, 0.0);
         const auto& failed = run.engine.get_first_failed_step();
-        EXPECT_TRUE(failed && failed->channel == "PUCCH" && failed->entry == 0u);
+        EXPECT_TRUE(failed && failed->channel == "PUCCH" && failed->entry == 0u && !failed->reason.empty());
     }
 }
 
