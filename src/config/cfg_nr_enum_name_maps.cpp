@@ -394,6 +394,23 @@ const enum_names_t<lib_nr_tdd_transmission_periodicity_t> g_lib_nr_tdd_transmiss
         {LIB_NR_TDD_TRANSMISSION_PERIODICITY_10000_US, "LIB_NR_TDD_TRANSMISSION_PERIODICITY_10000_US"},
     });
 
+const enum_names_t<lib_nr_transmission_periodicity_t> g_lib_nr_transmission_periodicity_t_name_map =
+    name_map<lib_nr_transmission_periodicity_t>({
+        {LIB_NR_TRANSMISSION_PERIODICITY_0_5MS, "LIB_NR_TRANSMISSION_PERIODICITY_0_5MS"},
+        {LIB_NR_TRANSMISSION_PERIODICITY_1MS, "LIB_NR_TRANSMISSION_PERIODICITY_1MS"},
+        {LIB_NR_TRANSMISSION_PERIODICITY_1_25MS, "LIB_NR_TRANSMISSION_PERIODICITY_1_25MS"},
+        {LIB_NR_TRANSMISSION_PERIODICITY_2MS, "LIB_NR_TRANSMISSION_PERIODICITY_2MS"},
+        {LIB_NR_TRANSMISSION_PERIODICITY_2_5MS, "LIB_NR_TRANSMISSION_PERIODICITY_2_5MS"},
+        {LIB_NR_TRANSMISSION_PERIODICITY_5MS, "LIB_NR_TRANSMISSION_PERIODICITY_5MS"},
+        {LIB_NR_TRANSMISSION_PERIODICITY_10MS, "LIB_NR_TRANSMISSION_PERIODICITY_10MS"},
+    });
+
+const enum_names_t<lib_nr_dl_codewords_size_t> g_lib_nr_dl_codewords_size_t_name_map =
+    name_map<lib_nr_dl_codewords_size_t>({
+        {LIB_NR_CODEWORDS_SIZE_1, "LIB_NR_CODEWORDS_SIZE_1"},
+        {LIB_NR_CODEWORDS_SIZE_2, "LIB_NR_CODEWORDS_SIZE_2"},
+    });
+
 const enum_names_t<prach_config_table_type_t> g_prach_config_table_type_t_name_map =
     name_map<prach_config_table_type_t>({
         {FR1_FDD_SUL, "FR1_FDD_SUL"},

@@ -15,6 +15,7 @@
 #include "phy/lib_nr_resource_manager.h"
 #include "phy_common/lib_nr_csirs_type.h"
 #include "phy_common/lib_nr_duplex_type.h"
+#include "phy_common/lib_nr_host_type.h"
 #include "phy_common/lib_nr_ldpc_coding.h"
 #include "phy_common/lib_nr_mcs_table_type.h"
 #include "phy_common/lib_nr_modulator.h"
@@ -91,6 +92,9 @@ extern NR_MOD_LIB_EXPORT const enum_names_t<mcs_table_t> g_mcs_table_t_name_map;
 extern NR_MOD_LIB_EXPORT const enum_names_t<lib_nr_tdd_slot_t> g_lib_nr_tdd_slot_t_name_map;
 extern NR_MOD_LIB_EXPORT const enum_names_t<lib_nr_tdd_transmission_periodicity_t>
     g_lib_nr_tdd_transmission_periodicity_t_name_map;
+extern NR_MOD_LIB_EXPORT const enum_names_t<lib_nr_transmission_periodicity_t>
+    g_lib_nr_transmission_periodicity_t_name_map;
+extern NR_MOD_LIB_EXPORT const enum_names_t<lib_nr_dl_codewords_size_t> g_lib_nr_dl_codewords_size_t_name_map;
 extern NR_MOD_LIB_EXPORT const enum_names_t<prach_config_table_type_t> g_prach_config_table_type_t_name_map;
 extern NR_MOD_LIB_EXPORT const enum_names_t<prach_scs_type_t> g_prach_scs_type_t_name_map;
 extern NR_MOD_LIB_EXPORT const enum_names_t<prach_lra_type_t> g_prach_lra_type_t_name_map;
@@ -220,6 +224,11 @@ inline const auto& enum_name_map(lib_nr_tdd_transmission_periodicity_t)
 {
     return g_lib_nr_tdd_transmission_periodicity_t_name_map;
 }
+inline const auto& enum_name_map(lib_nr_transmission_periodicity_t)
+{
+    return g_lib_nr_transmission_periodicity_t_name_map;
+}
+inline const auto& enum_name_map(lib_nr_dl_codewords_size_t) { return g_lib_nr_dl_codewords_size_t_name_map; }
 inline const auto& enum_name_map(prach_config_table_type_t) { return g_prach_config_table_type_t_name_map; }
 inline const auto& enum_name_map(prach_scs_type_t) { return g_prach_scs_type_t_name_map; }
 inline const auto& enum_name_map(prach_lra_type_t) { return g_prach_lra_type_t_name_map; }

@@ -31,6 +31,8 @@ TEST(cfg_nr_enum_name_maps, names_and_values_are_one_to_one)
     expect_names_lead_back(g_lib_nr_dl_dci_reg_bundle_size_t_name_map);
     expect_names_lead_back(g_lib_nr_channel_bw_type_t_name_map);
     expect_names_lead_back(g_prach_scs_type_t_name_map);
+    expect_names_lead_back(g_lib_nr_dl_codewords_size_t_name_map);
+    expect_names_lead_back(g_lib_nr_transmission_periodicity_t_name_map);
 }
 
 TEST(cfg_nr_enum_name_maps, an_unknown_name_falls_back_to_the_least_value)
