@@ -387,8 +387,10 @@ lib_nr_ul_phy_pusch_process_t::rb_list_t lib_nr_ul_phy_pusch_process_t::_list_in
 {
     std::vector<unsigned int> edges; // of the chosen sets
     for (const auto& [index, set] : m_rb_sets)
-        if (_is_chosen_rb_set(index))
-            edges.insert(edges.end(), {set.first, set.second + 1 - m_unused_rb});
+        if (_is_chosen_rb_set(index)) {
+            const unsigned int end = set.second + 1u;
+            edges.insert(edges.end(), {set.first, end - std::min(m_unused_rb, end)}); // more than a set that shrank has
+        }
     rb_list_t rbs;
     for (unsigned int rb = edges.empty() ? 0 : edges.front(); !edges.empty() && rb < edges.back(); ++rb)
         if (contains(m_interlaces, rb % get_pusch_interlace_number(m_numerology)))

@@ -414,6 +414,13 @@ TEST(lib_nr_ul_phy_pusch_process, whatever_is_set_stays_on_its_marks)
         run_t run(waveform);
         run.count_marks(LIB_NR_RESOURCE_MAPPING_PUSCH);
     }
+    // A narrowed BWP refuses interlaces, so that what is set for them stays behind: here more than the RB set has.
+    one_channel_a_slot_t stale(1);
+    stale.set(0, {"ra_type=LIB_NR_SCH_RA_TYPE2", "unused_rb=50"});
+    const std::string band = "carrier[0].numerology[0].ul_guard_band";
+    nr_test::take(stale, {"carrier[0].ul_bwp[0].rb_number=50", "add " + band + ".guard_band",
+                          band + ".guard_band_start[0]=10", "confirm " + band});
+    EXPECT_EQ(run_t(stale).count_marks(LIB_NR_RESOURCE_MAPPING_PUSCH), 0u);
 }
 
 TEST(lib_nr_ul_phy_pusch_process, works_without_a_configuration_and_tells_what_cannot_be)
