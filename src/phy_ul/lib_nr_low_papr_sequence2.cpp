@@ -46,6 +46,8 @@ void lib_nr_low_papr_sequence2::generate_low_papr_sequence_2(const low_papr_seq_
 {
     std::vector<std::complex<double>> values;
     const std::uint32_t base_length = get_low_papr_base_length(param.m, param.delta);
+    if (base_length == 0)
+        return;
     if (base_length == 6) {
         for (const std::int8_t phase : lib_nr_low_papr_type2_table_6().at(param.u))
             values.push_back({std::cos(phase * std::numbers::pi / 8.0), std::sin(phase * std::numbers::pi / 8.0)});

@@ -46,6 +46,9 @@ TEST(lib_nr_low_papr_sequence, every_length_and_shift_follows_the_length_rule)
     EXPECT_EQ(get_low_papr_base_length(10, 2), 12u);
     EXPECT_EQ(get_low_papr_base_length(13, -1), 24u);
     EXPECT_THROW(base(30, 0, 12), std::out_of_range);
+    row_t none = base(0, 0, 0);
+    lib_nr_low_papr_sequence2::generate_low_papr_sequence_2({0, 0, 1, 0}, none);
+    EXPECT_TRUE(none.empty());
     for (const std::uint32_t m : {6u, 12u, 18u, 24u, 30u, 36u, 612u, 1632u}) {
         row_t expected = {1.0};
         for (const auto& value : base(17, 0, m, 1))
