@@ -133,4 +133,19 @@ protected:
     lib_nr_explanation_t* m_explanation = nullptr;
 };
 
+/// Lets a process explain what it makes, where somebody asks, until the call is over, however that ends. What is told
+/// is one explanation, or as many as a PUCCH has slots.
+template <class process_t, class told_t>
+class lib_nr_explained_call_t
+{
+public:
+    lib_nr_explained_call_t(process_t& process, told_t* told) : m_process(process) { m_process.set_explanation(told); }
+    ~lib_nr_explained_call_t() { m_process.set_explanation(nullptr); }
+    lib_nr_explained_call_t(const lib_nr_explained_call_t&) = delete;
+    lib_nr_explained_call_t& operator=(const lib_nr_explained_call_t&) = delete;
+
+private:
+    process_t& m_process;
+};
+
 } // namespace vek::nr_mod_lib

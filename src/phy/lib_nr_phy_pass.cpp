@@ -23,7 +23,6 @@ using carrier_t = lib_nr_carrier_configure_manager_t;
 
 constexpr lib_nr_remap_mode_t k_view = LIB_NR_REMAPP_MODE_UI_VIEW_MAP;
 constexpr lib_nr_remap_mode_t k_encode = LIB_NR_REMAPP_MODE_ENCODE_MAP;
-constexpr std::string_view k_ssb = "SS/PBCH";
 
 lib_nr_channel_resource_manager_t& grid() { return lib_nr_channel_resource_manager_t::get_inst(); }
 
@@ -143,6 +142,9 @@ private:
         const char* link;
         bool (pass_t::*run)();
         const char* failure; ///< line for symbols that failed, none where empty
+        // Why a slot that its process was run for has no cells, the grid standing also for a port without a signal.
+        lib_nr_silence_t without_rbs;
+        lib_nr_silence_t with_rbs_inside;
     };
 
     /// In the order of priority: later channels see in the grid what earlier ones took.
@@ -150,22 +152,23 @@ private:
     {
         static const std::vector<channel_t> downlink = {
             {"SS/PBCH", LIB_NR_RESOURCE_MAPPING_SSB, "_nr_dl_ssb_re_map", "_nr_dl_ssb_link_process", &pass_t::_ssb,
-             "error!!!SSB process fail"},
+             "error!!!SSB process fail", LIB_NR_SILENCE_SLOT, LIB_NR_SILENCE_GRID},
             {"CSI-RS", LIB_NR_RESOURCE_MAPPING_CSIRS, "_nr_dl_csirs_re_map", "_nr_dl_csirs_link_process",
-             &pass_t::_csirs, "error!!!CSIRS process fail"},
+             &pass_t::_csirs, "error!!!CSIRS process fail", LIB_NR_SILENCE_GRID, LIB_NR_SILENCE_GRID},
             {"PRS", LIB_NR_RESOURCE_MAPPING_PRS, "_nr_dl_prs_re_map", "_nr_dl_prs_link_process", &pass_t::_prs,
-             "error!!!PRS process fail"},
+             "error!!!PRS process fail", LIB_NR_SILENCE_TAKEN, LIB_NR_SILENCE_GRID},
             {"PDCCH", LIB_NR_RESOURCE_MAPPING_PDCCH, "_nr_dl_pdcch_re_map", "_nr_dl_pdcch_link_process",
-             &pass_t::_pdcch, "error!!!PDCCH process fail"},
+             &pass_t::_pdcch, "error!!!PDCCH process fail", LIB_NR_SILENCE_GRID, LIB_NR_SILENCE_GRID},
             {"PDSCH", LIB_NR_RESOURCE_MAPPING_PDSCH, "_nr_dl_pdsch_re_map", "_nr_dl_pdsch_link_process",
-             &pass_t::_pdsch, "error!!!PDSCH process fail"},
+             &pass_t::_pdsch, "error!!!PDSCH process fail", LIB_NR_SILENCE_RB, LIB_NR_SILENCE_TAKEN},
         };
         static const std::vector<channel_t> uplink = {
-            {"PUCCH", LIB_NR_RESOURCE_MAPPING_PUCCH, "", "", &pass_t::_pucch, ""},
+            {"PUCCH", LIB_NR_RESOURCE_MAPPING_PUCCH, "", "", &pass_t::_pucch, "", LIB_NR_SILENCE_RB,
+             LIB_NR_SILENCE_GRID},
             {"PUSCH", LIB_NR_RESOURCE_MAPPING_PUSCH, "_nr_ul_pusch_re_map", "_nr_ul_pusch_link_process",
-             &pass_t::_pusch, "error!!!PUSCH process fail"},
+             &pass_t::_pusch, "error!!!PUSCH process fail", LIB_NR_SILENCE_RB, LIB_NR_SILENCE_PORT},
             {"SRS", LIB_NR_RESOURCE_MAPPING_SRS, "_nr_ul_srs_re_map", "_nr_ul_srs_link_process", &pass_t::_srs,
-             "_deal_payload_mapping::_nr_ul_srs_link_process return  false!"},
+             "_deal_payload_mapping::_nr_ul_srs_link_process return  false!", LIB_NR_SILENCE_GRID, LIB_NR_SILENCE_GRID},
         };
         static const std::vector<channel_t> none;
         const lib_carrier_type_t type = m_configuration.get_carrier_type();
@@ -175,7 +178,7 @@ private:
     bool _run(const channel_t& channel)
     {
         m_engine.m_step = lib_nr_channel_step_t{channel.name, m_carrier, m_numerology, m_frame, {}, {}, {}};
-        m_channel = channel.name;
+        m_channel = &channel;
         try {
             if (const char* step = m_mode == k_view ? channel.re_map : channel.link; *step != '\0')
                 print_step(step, m_carrier);
@@ -195,7 +198,7 @@ private:
     template <class process_t, class call_t>
     bool _call(unsigned int entry, std::optional<unsigned int> slot, process_t& process, call_t call)
     {
-        const unsigned int place = m_channel == k_ssb ? 0 : entry;
+        const unsigned int place = m_channel->owner == LIB_NR_RESOURCE_MAPPING_SSB ? 0 : entry;
         grid().set_entry_at_work(place);
         const std::size_t marks = grid().get_mark_number();
         const bool explains = m_engine.m_observer && m_mode == k_encode && (!slot || has_occasion(process, *slot));
@@ -232,7 +235,7 @@ private:
         explanation.slot = slot.value_or(0);
         bool succeeded = false;
         {
-            const explaining_t explaining(process, &explanation);
+            const lib_nr_explained_call_t explaining(process, &explanation);
             succeeded = call();
         }
         explanation.silence = succeeded ? _silence_of(explanation) : LIB_NR_SILENCE_FAILED;
@@ -243,28 +246,23 @@ private:
     /// Of a slot that a process was run for. One that has cells in the grid tells the first of them.
     lib_nr_silence_t _silence_of(const lib_nr_explanation_t& explanation) const
     {
-        const bool has_rbs = !explanation.rbs.empty();
-        const bool is_inside = std::any_of(explanation.rbs.begin(), explanation.rbs.end(), [](std::int32_t rb) {
-            return rb >= 0 &&
-                   static_cast<unsigned int>(rb) * k_subcarriers_per_rb < grid().get_mapped_subcarrier_number();
-        });
         if (!m_engine._is_within_waveform(m_frame, static_cast<double>(explanation.slot) / m_slots_per_frame))
             return LIB_NR_SILENCE_SLOT;
         if (!explanation.cells.empty())
             return LIB_NR_SILENCE_NONE;
-        if (m_channel == k_ssb && !has_rbs)
-            return LIB_NR_SILENCE_SLOT;
-        if ((m_channel == "PDSCH" || m_channel == "PUSCH" || m_channel == "PUCCH") && !has_rbs)
-            return LIB_NR_SILENCE_RB;
-        if ((m_channel == "PDSCH" && is_inside) || (m_channel == "PRS" && !has_rbs))
-            return LIB_NR_SILENCE_TAKEN;
-        const bool has_port = !explanation.figures.empty() && !(m_channel == "PUSCH" && is_inside);
-        return has_port ? LIB_NR_SILENCE_GRID : LIB_NR_SILENCE_PORT;
+        const bool is_inside = std::any_of(explanation.rbs.begin(), explanation.rbs.end(), [](std::int32_t rb) {
+            return rb >= 0 &&
+                   static_cast<unsigned int>(rb) * k_subcarriers_per_rb < grid().get_mapped_subcarrier_number();
+        });
+        const lib_nr_silence_t silence = explanation.rbs.empty() ? m_channel->without_rbs
+                                         : is_inside             ? m_channel->with_rbs_inside
+                                                                 : LIB_NR_SILENCE_GRID;
+        return silence == LIB_NR_SILENCE_GRID && explanation.figures.empty() ? LIB_NR_SILENCE_PORT : silence;
     }
 
     // The record
 
-    lib_nr_channel_entry_t _entry(unsigned int entry) const { return {m_channel, m_carrier, entry}; }
+    lib_nr_channel_entry_t _entry(unsigned int entry) const { return {m_channel->name, m_carrier, entry}; }
 
     lib_nr_channel_entry_t _entry_of(lib_nr_channel_resource_mapping_type_t owner, unsigned int entry) const
     {
@@ -277,7 +275,7 @@ private:
     void _note_written()
     {
         for (const lib_nr_written_run_t& run : grid().take_run_notes())
-            m_engine.m_cells.runs.push_back({run, m_channel});
+            m_engine.m_cells.runs.push_back({run, m_channel->name});
         const auto centre = static_cast<std::int32_t>(grid().get_mapped_subcarrier_number() / 2);
         for (const auto& [entry, written] : grid().take_written()) {
             lib_nr_resource_written_t within{written.cells, {}, {}};
@@ -527,7 +525,8 @@ private:
                 m_engine.m_recorder.note_call(_entry(i));
         const failed_entry_note_t note(process, *m_engine.m_step);
         std::vector<lib_nr_explanation_t> explanations;
-        process.set_explanations(m_engine.m_observer && m_mode == k_encode ? &explanations : nullptr);
+        const lib_nr_explained_call_t explaining(process,
+                                                 m_engine.m_observer && m_mode == k_encode ? &explanations : nullptr);
         const bool succeeded =
             m_mode == k_view ? process.deal_ul_pucch_resource_mapping(m_engine.m_waveform, m_carrier, m_numerology)
                              : process.deal_ul_pucch_link_process(m_engine.m_waveform, m_carrier, m_numerology);
@@ -577,7 +576,7 @@ private:
     lib_nr_remap_mode_t m_mode;
     lib_nr_numerology_type_t m_spacing;
     unsigned int m_slots_per_frame;
-    std::string_view m_channel; ///< whose step runs
+    const channel_t* m_channel = nullptr; ///< whose step runs
 };
 
 bool lib_nr_phy_t::_map_channels(unsigned int carrier, unsigned int numerology, unsigned int frame)

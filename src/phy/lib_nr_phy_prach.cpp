@@ -139,7 +139,7 @@ bool lib_nr_phy_t::_fill_prach_frame_data(unsigned int carrier, unsigned int num
     unsigned int sent = 0;
     for (; sent < bursts; ++sent) {
         lib_nr_explanation_t explanation;
-        const explaining_t explaining(m_prach_process, m_observer ? &explanation : nullptr);
+        const lib_nr_explained_call_t explaining(m_prach_process, m_observer ? &explanation : nullptr);
         _update_prach_ofdm_config(configuration, numerology);
         if (!_deal_prach_payload_mapping(carrier, numerology, frame, sent)) {
             std::cout << "lib_nr_dl_phy_t::_deal_prach_payload_mapping Report Error!\n" << std::endl;

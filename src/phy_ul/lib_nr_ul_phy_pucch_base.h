@@ -52,7 +52,7 @@ public:
                                                                unsigned int m_int) const;
     /// Where the slots that are made next are told, each in an explanation of its own; null for nowhere, as it is by
     /// default.
-    void set_explanations(std::vector<lib_nr_explanation_t>* explanations) { m_explanations = explanations; }
+    void set_explanation(std::vector<lib_nr_explanation_t>* explanations) { m_explanations = explanations; }
     /// E in bits, as the check of the payload counts it: pi/2-BPSK halves it for format 2 too.
     unsigned int get_total_length_after_rate_matching() const;
 

@@ -94,7 +94,7 @@ bool lib_nr_ul_phy_pucch_process_t::_deal_format(process_t& process, const lib_n
 {
     process.set_standard_rules(m_rules.is_standard());
     std::vector<lib_nr_explanation_t> explanations;
-    process.set_explanations(m_explanations ? &explanations : nullptr);
+    const lib_nr_explained_call_t explaining(process, m_explanations ? &explanations : nullptr);
     const bool succeeded = process.deal_pucch_process(carrier, pucch_index, grid().get_payload_of_streams());
     m_rules.add_met(process.get_rules());
     for (lib_nr_explanation_t& explanation : explanations) {
