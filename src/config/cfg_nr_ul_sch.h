@@ -20,8 +20,7 @@ namespace vek::nr_mod_lib
 ///   else the type stays. A type other than 1 ends transform precoding.
 /// - Resource blocks of a transform-precoded channel are a product of powers of 2, 3 and 5: the next one up that the
 ///   BWP has room for. The hop follows.
-/// - With transform precoding no CDM group carries data, and a PTRS density of every fourth symbol becomes every
-/// second.
+/// - With transform precoding no CDM group carries data, and PTRS in every fourth symbol become PTRS in every second.
 /// - With hopping in the slot the DMRS are of single symbols, with additional position 0 or 1.
 class NR_MOD_LIB_EXPORT cfg_nr_ul_sch_t final : public cfg_nr_sch_t
 {
