@@ -63,7 +63,8 @@ std::vector<piece_t> pieces_of(const lib_nr_entry_record_t& entry, bool is_exten
     return pieces;
 }
 
-/// The bursts of a PRACH entry: one that passes its frame's end comes back at its beginning.
+/// The bursts of a PRACH entry: one that passes its frame's end comes back at its beginning, or by the standard goes on
+/// in the next one.
 std::vector<piece_t> bursts_of(const lib_nr_entry_record_t& entry, cfg_nr_waveform_t& waveform, lib_nr_phy_t& engine)
 {
     cfg_nr_carrier_t& carrier = *waveform.get_carrier(entry.carrier);
@@ -79,7 +80,19 @@ std::vector<piece_t> bursts_of(const lib_nr_entry_record_t& entry, cfg_nr_wavefo
         const prach_burst_t& burst = map.bursts[entry.entry];
         const double begin = frame * k_frame_s;
         const piece_t piece = {begin + burst.start_ms / 1e3, begin + burst.end_ms / 1e3, burst.low_hz, burst.high_hz};
-        if (piece.end_s >= piece.start_s)
+        if (waveform.get_standard_rules()) {
+            // The map counts within the frame. Where the time offset has led out of it, the frame is another one.
+            const double offset_s = carrier.get_ul_prach(entry.entry)->get_timeoffet();
+            const double frames =
+                std::isfinite(offset_s) ? std::floor((burst.start_ms / 1e3 - offset_s) / k_frame_s + 1e-9) : 0.0;
+            const double period_s = waveform.get_waveform_length();
+            const double start_s =
+                std::fmod(std::fmod(piece.start_s - frames * k_frame_s, period_s) + period_s, period_s);
+            const double end_s =
+                start_s + piece.end_s - piece.start_s + (piece.end_s < piece.start_s ? k_frame_s : 0.0);
+            pieces.push_back({start_s, end_s, piece.low_hz, piece.high_hz});
+        }
+        else if (piece.end_s >= piece.start_s)
             pieces.push_back(piece);
         else {
             pieces.push_back({begin, piece.end_s, piece.low_hz, piece.high_hz});

@@ -161,18 +161,22 @@ void cell_keeper_t::_take_burst(const lib_nr_mapped_cells_t& cells)
     part.spacing_hz = info.scs_hz;
     part.centre_hz = m_waveform.get_carrier(cells.carrier)->get_frequency_offset() + info.frequency_shift_hz;
     double place = static_cast<double>(cells.start);
+    // What passes the frame's end comes back at its beginning; by the standard it goes on in the next one.
+    const double frame_s = cells.frame * k_frame_s;
+    const bool is_on_through = m_waveform.get_standard_rules();
+    const double turn_s = is_on_through ? m_mapped.period_s : k_frame_s;
+    const double turn_begin_s = is_on_through ? 0.0 : frame_s;
     for (const lib_nr_mapped_run_t& run : cells.runs) {
         const double prefix = run.run.symbol < info.cp_lengths.size() ? info.cp_lengths[run.run.symbol] : 0.0;
         mapped_symbol_t symbol;
         symbol.start_s = in_seconds(place + prefix);
         symbol.prefix_s = in_seconds(prefix);
         place += prefix + info.fft_length;
-        // What passes the frame's end comes back at its beginning.
-        const double in_frame = std::fmod(std::fmod(symbol.start_s, k_frame_s) + k_frame_s, k_frame_s);
-        if (in_frame - symbol.prefix_s < 0.0 || in_frame + in_seconds(info.fft_length) > k_frame_s ||
-            cells.frame * k_frame_s + in_frame + in_seconds(info.fft_length) > m_mapped.period_s)
+        const double in_turn = std::fmod(std::fmod(frame_s - turn_begin_s + symbol.start_s, turn_s) + turn_s, turn_s);
+        if (in_turn - symbol.prefix_s < 0.0 || in_turn + in_seconds(info.fft_length) > turn_s ||
+            turn_begin_s + in_turn + in_seconds(info.fft_length) > m_mapped.period_s)
             continue;
-        symbol.start_s = cells.frame * k_frame_s + in_frame + _delay_of(cells.carrier);
+        symbol.start_s = turn_begin_s + in_turn + _delay_of(cells.carrier);
         _append(cells, run, part, symbol);
         part.symbols.push_back(symbol);
     }

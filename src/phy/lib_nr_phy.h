@@ -178,10 +178,19 @@ private:
     bool _deal_prach_payload_mapping(unsigned int carrier, unsigned int numerology, unsigned int frame,
                                      unsigned int burst);
     bool _fill_prach_frame_data(unsigned int carrier, unsigned int numerology, unsigned int frame, signal_t& buffer);
-    void _tell_burst(unsigned int carrier, unsigned int frame, unsigned int burst,
+    /// Samples of the waveform that a burst is turned round in, and by how many.
+    struct prach_turn_t
+    {
+        std::uint64_t first;
+        std::uint64_t length;
+        std::int64_t shift;
+        bool operator==(const prach_turn_t&) const = default;
+    };
+    prach_turn_t _get_prach_turn(const lib_nr_carrier_configure_manager_t& carrier, unsigned int frame,
+                                 unsigned int burst) const;
+    void _tell_burst(unsigned int carrier, unsigned int frame, unsigned int burst, const prach_turn_t& turn,
                      lib_nr_explanation_t& explanation) const;
-    std::uint64_t _get_burst_start(const lib_nr_carrier_configure_manager_t& carrier, unsigned int frame,
-                                   std::int64_t shift) const;
+    std::uint64_t _get_burst_start(const lib_nr_carrier_configure_manager_t& carrier, const prach_turn_t& turn) const;
     bool _is_burst_within_waveform(unsigned int frame, unsigned int burst) const;
     void _show_burst(unsigned int carrier, unsigned int numerology, unsigned int frame, unsigned int burst);
     void _note_prach_pass(unsigned int carrier, unsigned int numerology);

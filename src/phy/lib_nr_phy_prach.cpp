@@ -131,8 +131,6 @@ bool lib_nr_phy_t::_fill_prach_frame_data(unsigned int carrier, unsigned int num
         return false;
     }
     m_step = lib_nr_channel_step_t{k_prach, carrier, numerology, frame, {}, {}, {}};
-    const std::uint64_t frame_points = m_waveform.get_frame_sample_points();
-    const std::uint64_t begin = std::min<std::uint64_t>(frame * frame_points, buffer.size());
     const lib_nr_carrier_configure_manager_t& configuration = m_waveform.get_carrier(carrier);
     const unsigned int bursts = is_prach_pass(configuration, numerology) ? configuration.get_ul_prach_number() : 0;
     _note_prach_pass(carrier, numerology);
@@ -147,11 +145,12 @@ bool lib_nr_phy_t::_fill_prach_frame_data(unsigned int carrier, unsigned int num
         }
         m_prach_ofdm_modulator.set_prach_ofdm_info(prach_grid().get_prach_ofdm_info());
         _show_burst(carrier, numerology, frame, sent);
-        m_prach_ofdm_modulator.add_frame(prach_grid().get_prach_payload_mapping(),
-                                         _get_prach_shift(configuration.get_ul_prach(sent)), frame_points,
-                                         buffer.data() + begin, buffer.size() - begin);
+        const prach_turn_t turn = _get_prach_turn(configuration, frame, sent);
+        const std::uint64_t first = std::min<std::uint64_t>(turn.first, buffer.size());
+        m_prach_ofdm_modulator.add_frame(prach_grid().get_prach_payload_mapping(), turn.shift, turn.length,
+                                         buffer.data() + first, buffer.size() - first);
         if (m_observer)
-            _tell_burst(carrier, frame, sent, explanation);
+            _tell_burst(carrier, frame, sent, turn, explanation);
         std::vector<std::uint32_t> frames;
         if (_is_burst_within_waveform(frame, sent))
             frames.push_back(frame);
@@ -167,14 +166,13 @@ bool lib_nr_phy_t::_fill_prach_frame_data(unsigned int carrier, unsigned int num
 }
 
 /// Slot and symbols are those of uplink BWP 0.
-void lib_nr_phy_t::_tell_burst(unsigned int carrier, unsigned int frame, unsigned int burst,
+void lib_nr_phy_t::_tell_burst(unsigned int carrier, unsigned int frame, unsigned int burst, const prach_turn_t& turn,
                                lib_nr_explanation_t& explanation) const
 {
     const lib_nr_carrier_configure_manager_t& configuration = m_waveform.get_carrier(carrier);
     static_cast<lib_nr_channel_entry_t&>(explanation) = {k_prach, carrier, burst};
     explanation.frame = frame;
-    explanation.burst->start_sample =
-        _get_burst_start(configuration, frame, _get_prach_shift(configuration.get_ul_prach(burst)));
+    explanation.burst->start_sample = _get_burst_start(configuration, turn);
     explanation.silence = !_is_burst_within_waveform(frame, burst)       ? LIB_NR_SILENCE_SLOT
                           : prach_grid().get_written_cells().inside != 0 ? LIB_NR_SILENCE_NONE
                                                                          : LIB_NR_SILENCE_GRID;
@@ -193,14 +191,35 @@ void lib_nr_phy_t::_tell_burst(unsigned int carrier, unsigned int frame, unsigne
     m_observer->note(explanation);
 }
 
+/// The stretch of the waveform that a burst is turned round in: its frame, where the standard has it run on into the
+/// next one. The two are alike where all frames have the burst.
+lib_nr_phy_t::prach_turn_t lib_nr_phy_t::_get_prach_turn(const lib_nr_carrier_configure_manager_t& carrier,
+                                                         unsigned int frame, unsigned int burst) const
+{
+    const auto frame_points = static_cast<std::int64_t>(m_waveform.get_frame_sample_points());
+    const std::int64_t begin = frame * frame_points;
+    const std::int64_t shift = _get_prach_shift(carrier.get_ul_prach(burst));
+    const prach_turn_t own = {static_cast<std::uint64_t>(begin), static_cast<std::uint64_t>(frame_points), shift};
+    bool is_in_all_frames = true; // none ahead stops it
+    for (unsigned int b = 0; b <= burst; ++b)
+        is_in_all_frames = is_in_all_frames && carrier.get_ul_prach(b).get_frame_period() == 1;
+    const lib_nr_prach_resource_mapping_t& view = prach_grid().get_resource_mapping();
+    const std::int64_t start = m_prach_ofdm_modulator.get_start_sample() + shift;
+    const bool is_within_frame =
+        start >= 0 && start < frame_points && view.end_times_ms.at(burst) >= view.start_times_ms.at(burst);
+    if (is_in_all_frames || is_within_frame)
+        return own;
+    return m_prach_ofdm_modulator.get_rules().pick(lib_nr_deviation_t::prach_place, own,
+                                                   prach_turn_t{0, _get_sample_points(), begin + shift});
+}
+
 /// The sample of the waveform that a burst begins with.
-std::uint64_t lib_nr_phy_t::_get_burst_start(const lib_nr_carrier_configure_manager_t& carrier, unsigned int frame,
-                                             std::int64_t shift) const
+std::uint64_t lib_nr_phy_t::_get_burst_start(const lib_nr_carrier_configure_manager_t& carrier,
+                                             const prach_turn_t& turn) const
 {
     const auto points = static_cast<std::int64_t>(_get_sample_points());
-    const std::uint64_t frame_points = m_waveform.get_frame_sample_points();
     const auto in_waveform =
-        static_cast<std::int64_t>(frame * frame_points + m_prach_ofdm_modulator.get_first_sample(shift, frame_points));
+        static_cast<std::int64_t>(turn.first + m_prach_ofdm_modulator.get_first_sample(turn.shift, turn.length));
     const std::int64_t delay = samples_of(m_waveform.get_waveform_sample_rate_hz(), carrier.get_timing_offset_s());
     const std::int64_t start = (in_waveform + delay) % points;
     return static_cast<std::uint64_t>(start < 0 ? start + points : start);
@@ -220,8 +239,8 @@ void lib_nr_phy_t::_show_burst(unsigned int carrier, unsigned int numerology, un
     m_cell_observer(m_cells);
 }
 
-/// By the view, which has the bursts ahead of one that is sent. A burst that passes its frame's end comes back at its
-/// beginning.
+/// By the view, which has the bursts ahead of one that is sent. A burst that passes its frame's end is never beyond the
+/// waveform's.
 bool lib_nr_phy_t::_is_burst_within_waveform(unsigned int frame, unsigned int burst) const
 {
     const lib_nr_prach_resource_mapping_t& view = prach_grid().get_resource_mapping();
@@ -229,7 +248,7 @@ bool lib_nr_phy_t::_is_burst_within_waveform(unsigned int frame, unsigned int bu
     return view.end_times_ms.at(burst) < begin || _is_within_waveform(frame, begin / k_frame_ms);
 }
 
-/// Samples that a burst is turned round within its frame.
+/// Samples that a burst is delayed by.
 std::int64_t lib_nr_phy_t::_get_prach_shift(const lib_nr_ul_prach_configure_manager_t& prach) const
 {
     return std::llround(get_time_offset_s(prach) * m_waveform.get_waveform_sample_rate_hz());

@@ -296,6 +296,20 @@ TEST(lib_nr_ul_phy_prach_process, bursts_are_sent_in_their_frames_and_stop_those
     EXPECT_NEAR(view.start_frequencies_hz[1], -6.0 * 25 * 15000 + 7 * 1250.0, 1e-6);
 }
 
+// Row 43 of the paired table sends format 1 from subframe 9 of odd frames on, 1.28 ms past their end.
+TEST(lib_nr_ul_phy_prach_process, a_burst_goes_on_in_the_next_frame_by_the_standard_alone)
+{
+    for (const auto& [rules, subframe] : {std::pair{"true", 20u}, {"false", 10u}}) {
+        nr_test::waveform_of_t waveform(carrier_steps("FR1_5M", "15K"));
+        nr_test::take(waveform, {"frame_number=3", std::string("standard_rules=") + rules,
+                                 "carrier[0].ul_prach[0].configuration_idx=43"});
+        const nr_test::signal_t samples = nr_test::generate(waveform).samples;
+        const std::size_t length = samples.size() / 30;
+        EXPECT_GT(std::norm(samples[subframe * length + length / 2]), 1e-9) << rules;
+        EXPECT_EQ(std::norm(samples[(30 - subframe) * length + length / 2]), 0.0) << rules;
+    }
+}
+
 TEST(lib_nr_ul_phy_prach_process, a_time_offset_counts_within_the_frame_however_large_it_is)
 {
     const std::string offset = "carrier[0].ul_prach[0].timeoffset=";
