@@ -87,8 +87,12 @@ void enter(target_t& target, const cfg_nr_branch_t& branch, const segment_t& seg
     target.index.reset();
     if (segment.has_index)
         target.index = segment.index.value_or(branch.first(target.facade));
-    if (target.index && !branch.holds(target.facade, *target.index))
-        throw past_the_end(path, branch.count(target.facade));
+    if (target.index && !branch.holds(target.facade, *target.index)) {
+        const unsigned int first = branch.first(target.facade);
+        throw *target.index < first
+            ? failure_t("index ahead of the first in " + shortened(path) + ": they begin with " + std::to_string(first))
+            : past_the_end(path, branch.count(target.facade));
+    }
     if (!branch.is_list() || target.index)
         target.facade = branch.enter(target.facade, target.index.value_or(0));
     target.table = branch.facade;

@@ -472,6 +472,12 @@ TEST_F(nrwave_program, tells_what_is_not_sent_and_who_meets_whom)
               "channel bandwidth\n");
     EXPECT_EQ(
         run("generate " +
+            steps_of({uplink, narrow, "ul_pucch[0].intra_slot_frequency_hopping=true", "ul_pucch[0].enable=true"}) +
+            "-o y")
+            .err,
+        "nrwave: PUCCH failed in carrier 0, numerology 0, frame 0, entry 0: one symbol cannot hop within the slot\n");
+    EXPECT_EQ(
+        run("generate " +
             steps_of({narrow, "dl_ssb.enable=true", "dl_dci[0].start_symbol_within_slot=4", "dl_dci[0].enable=true"}) +
             "-o y")
             .err,
