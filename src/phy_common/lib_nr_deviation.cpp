@@ -77,9 +77,11 @@ const std::vector<lib_nr_deviation_row_t>& lib_nr_deviation_rows()
         {deviation_t::interlaces, "interlaces", "TS 38.211 clauses 4.4.4.6 and 6.3.2.2.2, TS 38.214 clause 6.1.2.2.3",
          "an interlace counts from the first RB of each RB set; a PUSCH leaves out guard bands between its sets "
          "and its last RB; interlaces follow each other; the cyclic shifts of a PUCCH go by the place in that "
-         "list, its cover codes by the number in the grid",
+         "list, its cover codes by the number in the grid; two interlaces of format 3 keep the DMRS shift of an "
+         "orthogonal sequence",
          "an interlace is the RBs whose number in the grid has its index modulo M, guard bands between the sets "
-         "included, all RBs ascending; shifts and codes go by the RB's number within its interlace",
+         "included, all RBs ascending; shifts and codes go by the RB's number within its interlace, and two interlaces "
+         "have neither code nor its shift",
          k_undecoded},
         {deviation_t::pucch1_dmrs_cover, "pucch1_dmrs_cover", "TS 38.211 Table 6.4.1.3.1.1-1",
          "with hopping within the slot the first hop's DMRS code has half of all DMRS symbols",

@@ -169,7 +169,10 @@ void lib_nr_ul_phy_pucch_format3_process_t::_generate_dmrs_data(slot_rows_t& row
 
 unsigned int lib_nr_ul_phy_pucch_format3_process_t::_get_m0() const
 {
-    return m_pucch->get_use_interlace_pucch() ? _get_m0_of_occ() : 0;
+    if (!m_pucch->get_use_interlace_pucch())
+        return 0;
+    const unsigned int m0 = _get_m0_of_occ();
+    return m_rules.pick(lib_nr_deviation_t::interlaces, m0, _get_occ() == 1 ? 0 : m0); // two interlaces are not spread
 }
 
 unsigned int lib_nr_ul_phy_pucch_format3_process_t::_get_m0_of_occ() const

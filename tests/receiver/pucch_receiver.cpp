@@ -241,7 +241,7 @@ struct slot_receiver_t
         const auto k = static_cast<std::size_t>(std::find(dmrs.begin(), dmrs.end(), l) - dmrs.begin());
         if (k < dmrs.size()) {
             constexpr unsigned int m0[4] = {0, 6, 3, 9};
-            const bool is_shifted = is_spread || pucch.get_use_interlace_pucch();
+            const bool is_shifted = is_spread || (pucch.get_use_interlace_pucch() && !standard_rules);
             const signal_t expected = low_papr_row(l, is_second_hop(static_cast<unsigned int>(k), dmrs.size()),
                                                    is_shifted ? m0[pucch.get_occ_index()] : 0, M);
             for (unsigned int n = 0; n < M; ++n)
