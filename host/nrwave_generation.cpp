@@ -42,23 +42,6 @@ std::string failure_line(const lib_nr_phy_t& engine, std::string reason = {})
     return reason.empty() ? line : line + ": " + reason;
 }
 
-/// Why an entry failed, as far as its settings tell.
-std::string reason_of(const lib_nr_channel_step_t& step, const lib_nr_waveform_configure_manager_t& waveform)
-{
-    if (step.channel.empty())
-        return k_narrow;
-    if (step.channel != "PUCCH" || !step.entry)
-        return {};
-    const lib_nr_ul_pucch_configure_manager_t& pucch = waveform.get_carrier(step.carrier).get_ul_pucch(*step.entry);
-    const bool is_coded = pucch.get_pucch_format() >= LIB_NR_UL_PUCCH_FORMAT_2 && pucch.get_channel_coding();
-    if (pucch.get_use_interlace_pucch())
-        return std::string("its RB set lies outside the BWP, or its interlaces lack resource blocks") +
-               (is_coded ? ", or room for its bits" : "");
-    if (pucch.get_intra_slot_frequency_hopping() && pucch.get_symbol_num() < 2)
-        return "one symbol cannot hop within the slot";
-    return is_coded ? "its resource has no room for its bits" : "";
-}
-
 /// Owners of the cells that carry reference signals, numbered behind those of the grid.
 struct reference_owner_t
 {
@@ -129,7 +112,7 @@ void generate(cfg_nr_waveform_t& waveform, lib_nr_phy_t& engine)
             throw failure_t(engine.get_record().conflicts.empty() ? failure_line(engine)
                                                                   : text_of(engine.get_record().conflicts.front()));
         if (const auto& step = engine.get_first_failed_step())
-            throw failure_t(failure_line(engine, reason_of(*step, waveform.get_waveform_manager())));
+            throw failure_t(failure_line(engine, step->channel.empty() ? k_narrow : ""));
     } catch (const failure_t&) {
         throw;
     } catch (const std::bad_alloc&) {

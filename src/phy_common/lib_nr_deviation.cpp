@@ -108,8 +108,7 @@ const std::vector<lib_nr_deviation_row_t>& lib_nr_deviation_rows()
         {deviation_t::prach_place, "prach_place", "TS 38.211 clause 5.3.2 and Table 6.3.3.2-1",
          "k-bar of length 571 at 480 kHz on a carrier of 480 kHz is 0; a burst of a wider spacing than the "
          "carrier's stands at k-bar; at 480 and 960 kHz symbols and prefixes are whole samples of 30.72 MHz; a burst "
-         "that "
-         "passes its frame's end comes back at the beginning of that frame",
+         "that passes its frame's end comes back at the beginning of that frame",
          "k-bar is 2; K k_1 + k-bar with K a fraction; symbols have 68.5 and 34.25 samples, prefixes their length; the "
          "burst goes on in the next frame",
          k_undecoded},

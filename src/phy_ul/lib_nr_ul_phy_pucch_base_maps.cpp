@@ -151,7 +151,7 @@ bool lib_nr_ul_phy_pucch_base_t::_mark(const std::vector<unsigned int>& slots, u
     if (is_free)
         return true;
     std::cout << conflict_line << std::endl;
-    return _fails(k_outside);
+    return _fails(row_count == 0 ? "one symbol cannot hop within the slot" : k_outside);
 }
 
 bool lib_nr_ul_phy_pucch_base_t::_mark_interlaced(const std::vector<unsigned int>& slots,
