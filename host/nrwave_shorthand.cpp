@@ -17,6 +17,8 @@ namespace
 {
 
 constexpr std::string_view k_digits = "0123456789";
+// Forms that hold less take their own largest number.
+constexpr const char* k_most = "18446744073709551615";
 
 /// The exponent that a suffix stands for; 0 where the letter is none.
 int exponent_of_suffix(char letter)
@@ -152,17 +154,18 @@ std::string enumerator_in_full(const std::vector<std::string>& names, const std:
     throw failure_t(shortened(text) + " is not among its enumerators" + nearest_enumerators(names, text));
 }
 
+bool asks_for_most(const cfg_nr_leaf_t& leaf, const std::string& value)
+{
+    return is_whole(leaf.form) && same_in_any_case(trimmed(value), "max");
+}
+
 std::string value_in_full(const cfg_nr_leaf_t& leaf, const std::string& value)
 {
     if (trimmed(value).empty())
         return value;
+    if (is_whole(leaf.form))
+        return asks_for_most(leaf, value) ? k_most : whole_number_in_full(value).value_or(value);
     switch (leaf.form) {
-    case cfg_nr_leaf_form_t::integer:
-    case cfg_nr_leaf_form_t::unsigned_integer:
-    case cfg_nr_leaf_form_t::unsigned_short:
-    case cfg_nr_leaf_form_t::unsigned_byte:
-    case cfg_nr_leaf_form_t::unsigned_long:
-        return whole_number_in_full(value).value_or(value);
     case cfg_nr_leaf_form_t::real:
         return real_in_full(value);
     case cfg_nr_leaf_form_t::enumerator:
@@ -176,12 +179,9 @@ std::string value_in_full(const cfg_nr_leaf_t& leaf, const std::string& value)
         }
         return list;
     }
-    case cfg_nr_leaf_form_t::boolean:
-    case cfg_nr_leaf_form_t::text:
-    case cfg_nr_leaf_form_t::pair_list:
-        break;
+    default:
+        return value;
     }
-    return value;
 }
 
 } // namespace nrwave

@@ -24,6 +24,9 @@ std::string nearest_enumerators(const std::vector<std::string>& names, const std
 /// for itself. What fits no name, or several, is a failure that tells the nearest, or all of them.
 std::string enumerator_in_full(const std::vector<std::string>& names, const std::string& text);
 
+/// Whether a value is the word max, where a whole number is set: whatever becomes of the largest number is asked for.
+bool asks_for_most(const vek::nr_mod_lib::cfg_nr_leaf_t& leaf, const std::string& value);
+
 /// A setting's value as the leaf tables read it. What is not of the setting's form stays as it is.
 std::string value_in_full(const vek::nr_mod_lib::cfg_nr_leaf_t& leaf, const std::string& value);
 

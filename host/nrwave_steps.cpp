@@ -160,7 +160,7 @@ void stepper_t::_set(const std::string& path, const std::string& value)
                         (named ? "not among its enumerators" : std::string("no ") + form_name(leaf.form)));
     }
     const std::string stored = leaf.read(target.facade, index);
-    if (!same_value(leaf.form, full, stored))
+    if (!asks_for_most(leaf, value) && !same_value(leaf.form, full, stored))
         m_on_correction(path + ": asked " + shortened(value) + ", stored " + shortened(stored));
     m_stored.remember(path, stored);
 }

@@ -12,8 +12,8 @@ namespace nrwave
 {
 
 /// Applies steps to a waveform: PATH=VALUE, add PATH, copy PATH[i], remove PATH[i], load FILE.xml, include FILE, and
-/// the verbs of the façades, such as apply carrier[0].dl_tm. Values may be short: 3.5G, and the unique tail of an
-/// enumerator.
+/// the verbs of the façades, such as apply carrier[0].dl_tm. Values may be short: 3.5G, the unique tail of an
+/// enumerator, and max for the largest whole number.
 ///
 /// The library corrects rather than refuses: a value that reads back otherwise is told to `on_correction` as
 /// "PATH: asked A, stored B". What cannot be done at all is a failure, as is a control character in a step.

@@ -130,29 +130,36 @@ std::string joined(const std::vector<std::string>& items)
 
 std::string trimmed(const std::string& text) { return std::string(vek::common_lib::trimmed(text)); }
 
-bool same_value(cfg_nr_leaf_form_t form, const std::string& asked, const std::string& stored)
+bool is_whole(cfg_nr_leaf_form_t form)
 {
     switch (form) {
-    case cfg_nr_leaf_form_t::boolean: {
-        const std::string word = trimmed(asked);
-        return (word == "true" || word == "1") == (stored == "true");
-    }
     case cfg_nr_leaf_form_t::integer:
     case cfg_nr_leaf_form_t::unsigned_integer:
     case cfg_nr_leaf_form_t::unsigned_short:
     case cfg_nr_leaf_form_t::unsigned_byte:
     case cfg_nr_leaf_form_t::unsigned_long:
+        return true;
+    default:
+        return false;
+    }
+}
+
+bool same_value(cfg_nr_leaf_form_t form, const std::string& asked, const std::string& stored)
+{
+    if (is_whole(form))
         return canonical_whole(asked) == canonical_whole(stored);
+    switch (form) {
+    case cfg_nr_leaf_form_t::boolean: {
+        const std::string word = trimmed(asked);
+        return (word == "true" || word == "1") == (stored == "true");
+    }
     case cfg_nr_leaf_form_t::real:
         return same_item(trimmed(asked), stored);
     case cfg_nr_leaf_form_t::pair_list:
         return points_of(asked) == points_of(stored);
-    case cfg_nr_leaf_form_t::text:
-    case cfg_nr_leaf_form_t::enumerator:
-    case cfg_nr_leaf_form_t::enumerator_list:
+    default:
         return same_text(asked, stored);
     }
-    return false;
 }
 
 const char* form_name(cfg_nr_leaf_form_t form)

@@ -11,6 +11,9 @@ namespace nrwave
 /// Whether a value as asked and a value as stored are the same: numbers as numbers, lists item by item.
 bool same_value(vek::nr_mod_lib::cfg_nr_leaf_form_t form, const std::string& asked, const std::string& stored);
 
+/// Whether a form is that of whole numbers.
+bool is_whole(vek::nr_mod_lib::cfg_nr_leaf_form_t form);
+
 /// What a form looks like, for the listing.
 const char* form_name(vek::nr_mod_lib::cfg_nr_leaf_form_t form);
 
