@@ -97,10 +97,10 @@ private:
         for (const std::string& facade : _facades_to_try(difference.path))
             if (_mend(difference, {}, facade, false))
                 return;
-        if (!wide.empty())
-            _mend(difference, wide, own, true);
-        else
+        if (wide.empty())
             _mend_beside_a_carrier(difference);
+        else if (!_mend(difference, wide, own, true))
+            _leads(_at_the_narrowest(_scope_of(difference.path)), difference, difference.first);
     }
 
     /// One more carrier raises the rate, which bounds settings of the waveform, for a moment.
@@ -194,6 +194,18 @@ private:
         return ways;
     }
 
+    /// A carrier of the narrowest bandwidth, which has the lowest spacing: that has the most interlaces.
+    ways_t _at_the_narrowest(const std::string& carrier)
+    {
+        const cfg_nr_facade_table_t& table = *resolve(m_original, carrier).table;
+        ways_t ways;
+        for (const char* name : {"channel_bandwidth", "numerology"}) {
+            const cfg_nr_leaf_t* leaf = find_row(table.leaves, name);
+            ways.push_back({carrier, leaf, leaf->enumerators().front()});
+        }
+        return ways;
+    }
+
     std::vector<std::string> _entries_of(const std::string& path)
     {
         std::vector<std::string> entries;
@@ -214,7 +226,7 @@ private:
     bool _leads(const ways_t& ways, const difference_t& difference, const std::optional<std::string>& stay)
     {
         ++m_trials;
-        m_trial.copy_configuration(m_copy.get_waveform_manager());
+        take_over(m_copy, m_trial);
         std::vector<std::string> run;
         for (const way_t& way : ways)
             _set(way, run);
@@ -226,7 +238,8 @@ private:
             mend(m_original, m_trial, own, run);
         if (!_holds(difference.path, std::nullopt, difference.first))
             return false;
-        mend(m_original, m_trial, _scope_of(difference.path), run);
+        for (const std::string& scope : {_scope_of(difference.path), std::string{}}) // the waveform follows a carrier
+            mend(m_original, m_trial, scope, run);
         return _is_taken(run, difference.path);
     }
 
@@ -244,7 +257,7 @@ private:
         std::vector<difference_t> left = differences(m_original, m_trial);
         if (!reset || !reset->empty() || left.size() >= m_differences.size() || contains(left, path))
             return false;
-        m_copy.copy_configuration(m_trial.get_waveform_manager());
+        take_over(m_trial, m_copy);
         m_steps.insert(m_steps.end(), run.begin(), run.end());
         m_differences.swap(left);
         return true;
@@ -254,7 +267,7 @@ private:
     std::optional<std::vector<std::string>> _reset_by(const std::vector<std::string>& run)
     {
         std::vector<std::string> told;
-        m_trial.copy_configuration(m_copy.get_waveform_manager());
+        take_over(m_copy, m_trial);
         stepper_t stepper(m_trial, [&](const std::string& line) { told.push_back(line.substr(0, line.find(": "))); });
         for (const std::string& step : run)
             stepper.apply(step);

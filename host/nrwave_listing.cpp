@@ -1,8 +1,8 @@
 #include "host/nrwave_listing.h"
 
-#include "host/nrwave_detour.h"
 #include "host/nrwave_difference.h"
 #include "host/nrwave_failure.h"
+#include "host/nrwave_mending.h"
 #include "host/nrwave_path.h"
 #include "host/nrwave_rows.h"
 #include "host/nrwave_single_steps.h"
@@ -10,6 +10,8 @@
 #include "host/nrwave_value.h"
 
 #include <algorithm>
+#include <iterator>
+#include <optional>
 #include <set>
 
 namespace nrwave
@@ -89,6 +91,17 @@ std::vector<std::string> all_steps_of(cfg_nr_waveform_t& waveform)
     return std::move(lister.steps);
 }
 
+/// What of these steps a waveform holds otherwise.
+std::vector<std::string> lost_in(cfg_nr_waveform_t& waveform, const std::vector<std::string>& steps)
+{
+    const std::vector<std::string> now = all_steps_of(waveform);
+    const std::set<std::string> held(now.begin(), now.end());
+    std::vector<std::string> lost;
+    std::copy_if(steps.begin(), steps.end(), std::back_inserter(lost),
+                 [&](const std::string& step) { return held.count(step) == 0; });
+    return lost;
+}
+
 /// The path that a step sets; empty where the step is a verb.
 std::string path_set_by(const std::string& step)
 {
@@ -111,6 +124,10 @@ bool took(stepper_t& stepper, const std::string& step)
     }
 }
 
+bool is_comment(const std::string& step) { return step.front() == '#'; }
+
+void comment_out(std::string& step) { step = "# " + one_line(step); }
+
 /// Makes a listing that can be replayed: a fresh waveform takes each step as it stands and comes to the same state.
 class replay_t
 {
@@ -130,8 +147,9 @@ public:
             _try();
         }
         _leave_out_told();
-        if (!m_lost.empty()) {
-            take_detours(m_waveform, m_copy, m_steps);
+        if (!m_lost.empty() || !figure_differences(m_waveform, *m_copy).empty()) {
+            const std::vector<std::string> steps = mending_steps(m_waveform, *m_copy);
+            m_steps.insert(m_steps.end(), steps.begin(), steps.end());
             _leave_out_told();
         }
         std::erase_if(m_lost, [&](const std::string& step) { return !_is_sent(step); });
@@ -164,36 +182,19 @@ private:
     /// Writes the listing on a fresh waveform, leaving out what is corrected, then what is still amiss.
     void _try()
     {
-        constexpr int k_rounds = 4; // what one setting needs of another may come only in the next
-
-        m_copy.copy_configuration(cfg_nr_waveform_t().get_waveform_manager());
+        m_copy.emplace();
         bool corrected = false;
-        stepper_t stepper(m_copy, [&corrected](const std::string&) { corrected = true; });
+        stepper_t stepper(*m_copy, [&corrected](const std::string&) { corrected = true; });
         ++m_tries;
         m_steps.clear();
         for (const std::string& step : m_all) {
             corrected = false;
-            if (_is_needless(step, m_copy) || !took(stepper, step) || corrected)
+            if (_is_needless(step, *m_copy) || !took(stepper, step) || corrected)
                 continue;
             m_steps.push_back(step);
         }
-        for (int round = 0; round < k_rounds; ++round) {
-            const std::size_t before = m_steps.size();
-            mend(m_waveform, m_copy, {}, m_steps);
-            if (m_steps.size() == before)
-                break;
-        }
-        _find_lost();
-    }
-
-    /// What is otherwise in the copy.
-    void _find_lost()
-    {
-        const std::vector<std::string> now = all_steps_of(m_copy);
-        const std::set<std::string> held(now.begin(), now.end());
-        m_lost.clear();
-        std::copy_if(m_all.begin(), m_all.end(), std::back_inserter(m_lost),
-                     [&](const std::string& step) { return held.count(step) == 0; });
+        mend_in_rounds(m_waveform, *m_copy, m_steps);
+        m_lost = lost_in(*m_copy, m_all);
     }
 
     /// Whether a step sets something in a direction that its carrier sends.
@@ -213,15 +214,8 @@ private:
     bool _is_needless(const std::string& step, cfg_nr_waveform_t& copy) const
     {
         const std::string path = path_set_by(step);
-        if (path.empty() || m_brief.count(facade_set_by(step)) == 0)
-            return false;
-        try {
-            const target_t target = resolve(copy, path);
-            return target.leaf &&
-                   target.leaf->read(target.facade, target.index.value_or(0)) == step.substr(path.size() + 1);
-        } catch (const failure_t&) {
-            return false;
-        }
+        return !path.empty() && m_brief.count(facade_set_by(step)) != 0 &&
+               value_at(copy, path) == step.substr(path.size() + 1);
     }
 
     /// Leaves out the steps of which a replay would tell that something corrects or resets them.
@@ -235,15 +229,15 @@ private:
                                          [&](const std::string& step) { return told.count(path_set_by(step)) != 0; }),
                           m_steps.end());
         } while (m_steps.size() < before);
-        _find_lost();
+        m_lost = lost_in(*m_copy, m_all);
     }
 
     /// Replays the listing on the copy; the paths of which that tells something.
     std::set<std::string> _told_by_a_replay()
     {
-        m_copy.copy_configuration(cfg_nr_waveform_t().get_waveform_manager());
+        m_copy.emplace();
         std::set<std::string> told;
-        stepper_t stepper(m_copy, [&told](const std::string& line) { told.insert(path_told_by(line)); });
+        stepper_t stepper(*m_copy, [&told](const std::string& line) { told.insert(path_told_by(line)); });
         for (const std::string& step : m_steps)
             if (!took(stepper, step) && !path_set_by(step).empty())
                 told.insert(path_set_by(step));
@@ -255,7 +249,7 @@ private:
     std::vector<std::string> m_all;
     std::vector<std::string> m_steps;
     /// What the steps were last tried on, and what that left otherwise.
-    cfg_nr_waveform_t m_copy;
+    std::optional<cfg_nr_waveform_t> m_copy;
     std::vector<std::string> m_lost;
     /// The façades in which only what differs from a fresh waveform is written.
     std::set<std::string> m_brief;
@@ -271,7 +265,7 @@ void comment_out_fixed(cfg_nr_waveform_t& waveform, std::vector<std::string>& st
     do {
         before = fixed.size();
         cfg_nr_waveform_t copy;
-        copy.copy_configuration(waveform.get_waveform_manager());
+        take_over(waveform, copy);
         stepper_t stepper(copy, [&fixed](const std::string& line) { fixed.insert(path_told_by(line)); });
         for (const std::string& step : steps)
             if (const std::string path = path_set_by(step); !path.empty() && fixed.count(path) == 0)
@@ -281,7 +275,59 @@ void comment_out_fixed(cfg_nr_waveform_t& waveform, std::vector<std::string>& st
     } while (fixed.size() > before);
     for (std::string& step : steps)
         if (fixed.count(path_set_by(step)) != 0)
-            step = "# " + one_line(step);
+            comment_out(step);
+}
+
+/// How many of the settings that steps set hold otherwise.
+std::size_t number_lost(cfg_nr_waveform_t& waveform, const std::vector<std::string>& steps)
+{
+    return static_cast<std::size_t>(std::count_if(steps.begin(), steps.end(), [&](const std::string& step) {
+        const std::string path = path_set_by(step);
+        return !path.empty() && value_at(waveform, path) != step.substr(path.size() + 1);
+    }));
+}
+
+/// The last step that leads a waveform away from any of those.
+std::string* last_to_lose(cfg_nr_waveform_t& waveform, std::vector<std::string>& steps,
+                          const std::vector<std::string>& lost)
+{
+    std::string* found = nullptr;
+    cfg_nr_waveform_t copy;
+    take_over(waveform, copy);
+    stepper_t stepper(copy, [](const std::string&) {});
+    std::size_t before = number_lost(copy, lost);
+    for (std::string& step : steps) {
+        if (is_comment(step) || !took(stepper, step))
+            continue;
+        const std::size_t now = number_lost(copy, lost);
+        if (now > before)
+            found = &step;
+        before = now;
+    }
+    return found;
+}
+
+/// A waveform in this state stays as it is with the steps. What they move elsewhere, as the width of a numerology moves
+/// the SS/PBCH block, further steps bring back; one that moves what no step brings back becomes a comment.
+void bring_back_the_rest(cfg_nr_waveform_t& waveform, std::vector<std::string>& steps)
+{
+    const std::vector<std::string> all = all_steps_of(waveform);
+    for (std::string* moves = nullptr;; comment_out(*moves)) {
+        cfg_nr_waveform_t copy;
+        take_over(waveform, copy);
+        stepper_t stepper(copy, [](const std::string&) {});
+        for (const std::string& step : steps)
+            if (!is_comment(step))
+                took(stepper, step);
+        std::vector<std::string> behind;
+        mend_in_rounds(waveform, copy, behind);
+        const std::vector<std::string> lost = lost_in(copy, all);
+        moves = lost.empty() ? nullptr : last_to_lose(waveform, steps, lost);
+        if (!moves) {
+            steps.insert(steps.end(), behind.begin(), behind.end());
+            return;
+        }
+    }
 }
 
 /// A setting, with all its values where it has several and the path names none.
@@ -329,6 +375,7 @@ std::vector<std::string> steps_at(cfg_nr_waveform_t& waveform, const std::string
     else
         lister.facade(path, again.facade, fresh_target.facade, *again.table);
     comment_out_fixed(waveform, lister.steps);
+    bring_back_the_rest(waveform, lister.steps);
     const target_t shown = resolve(waveform, path);
     if (!shown.list || shown.index)
         for (const cfg_nr_figure_t& figure : shown.table->figures)

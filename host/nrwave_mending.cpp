@@ -11,16 +11,9 @@ namespace nrwave
 std::vector<std::string> mending_steps(vek::nr_mod_lib::cfg_nr_waveform_t& original,
                                        vek::nr_mod_lib::cfg_nr_waveform_t& copy)
 {
-    // What a later step resets by the way comes right with the next round.
-    constexpr unsigned int k_rounds = 3;
     std::vector<std::string> steps;
     take_preset_of_a_guest(original, copy, steps);
-    for (unsigned int round = 0; round < k_rounds; ++round) {
-        const std::size_t before = steps.size();
-        mend(original, copy, {}, steps);
-        if (steps.size() == before)
-            break;
-    }
+    mend_in_rounds(original, copy, steps);
     take_detours(original, copy, steps);
     take_width_of_a_guest(original, copy, steps);
     mend_uci_bits(original, copy, steps);

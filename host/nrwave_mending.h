@@ -8,7 +8,7 @@
 namespace nrwave
 {
 
-/// Steps that bring a copy's settings to those of the original, as far as steps can; the copy takes them.
+/// Steps that bring a copy's settings and figures to those of the original, as far as steps can; the copy takes them.
 std::vector<std::string> mending_steps(vek::nr_mod_lib::cfg_nr_waveform_t& original,
                                        vek::nr_mod_lib::cfg_nr_waveform_t& copy);
 

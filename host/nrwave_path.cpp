@@ -146,6 +146,17 @@ target_t resolve(cfg_nr_waveform_t& waveform, const std::string& path, reading_t
     return target;
 }
 
+std::optional<std::string> value_at(cfg_nr_waveform_t& waveform, const std::string& path)
+{
+    try {
+        const target_t target = resolve(waveform, path);
+        if (target.leaf)
+            return target.leaf->read(target.facade, target.index.value_or(0));
+    } catch (const failure_t&) {
+    }
+    return std::nullopt;
+}
+
 bool is_facade(const target_t& target) { return !target.leaf && !target.figure && !(target.list && !target.index); }
 
 target_t resolve_first(cfg_nr_waveform_t& fresh, std::string path)

@@ -39,6 +39,9 @@ enum class reading_t
 target_t resolve(vek::nr_mod_lib::cfg_nr_waveform_t& waveform, const std::string& path,
                  reading_t reading = reading_t::setting_first);
 
+/// The value of a setting, or nothing where its path leads nowhere.
+std::optional<std::string> value_at(vek::nr_mod_lib::cfg_nr_waveform_t& waveform, const std::string& path);
+
 /// Whether a path ended at a façade, not at a value or a list as a whole.
 bool is_facade(const target_t& target);
 

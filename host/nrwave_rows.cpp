@@ -7,16 +7,11 @@ namespace nrwave
 
 using namespace vek::nr_mod_lib;
 
-namespace
-{
-
-std::string path_of(const std::string& facade, const cfg_nr_leaf_t& leaf, unsigned int index)
+std::string setting_path(const std::string& facade, const cfg_nr_leaf_t& leaf, unsigned int index)
 {
     const std::string path = below(facade, leaf.name);
     return leaf.is_indexed() ? entry(path, index) : path;
 }
-
-} // namespace
 
 void append_steps_to(std::vector<std::string>& steps, const std::string& path, const cfg_nr_leaf_t& leaf, void* facade,
                      unsigned int index)
@@ -30,7 +25,7 @@ void append_steps_to(std::vector<std::string>& steps, const std::string& path, c
 
 std::string setting_step(const std::string& path, const cfg_nr_leaf_t& leaf, void* facade, unsigned int index)
 {
-    return path_of(path, leaf, index) + '=' + leaf.read(facade, index);
+    return setting_path(path, leaf, index) + '=' + leaf.read(facade, index);
 }
 
 std::string verb_step(const cfg_nr_verb_t& verb, const std::string& facade)

@@ -8,6 +8,8 @@
 namespace nrwave
 {
 
+/// The path of a setting, of one of its values where it has several.
+std::string setting_path(const std::string& facade, const vek::nr_mod_lib::cfg_nr_leaf_t& leaf, unsigned int index = 0);
 /// The step that gives a setting of a façade the value that it has there.
 std::string setting_step(const std::string& path, const vek::nr_mod_lib::cfg_nr_leaf_t& leaf, void* facade,
                          unsigned int index = 0);

@@ -2,6 +2,7 @@
 
 #include "host/nrwave_path.h"
 #include "host/nrwave_rows.h"
+#include "host/nrwave_shorthand.h"
 #include "host/nrwave_value.h"
 
 #include <algorithm>
@@ -42,6 +43,17 @@ void mend_number_of_values(const target_t& wanted, const target_t& present, cons
         steps.push_back(verb_step(*add, path));
 }
 
+constexpr const char* k_most = "max";
+
+/// Whether a value is not taken as such but comes of the largest number, which has then been set.
+bool is_most(const cfg_nr_leaf_t& leaf, void* facade, unsigned int i, const std::string& value)
+{
+    if (!is_whole(leaf.form) || std::stod(leaf.read(facade, i)) >= std::stod(value))
+        return false;
+    leaf.write(facade, value_in_full(leaf, k_most), i);
+    return leaf.read(facade, i) == value;
+}
+
 /// A step holds what it asks for, or what the setter made of it: taken once more, it is not corrected.
 void mend_leaf(const target_t& wanted, const target_t& present, const cfg_nr_leaf_t& leaf, unsigned int i,
                const std::string& path, std::vector<std::string>& steps)
@@ -55,6 +67,8 @@ void mend_leaf(const target_t& wanted, const target_t& present, const cfg_nr_lea
     leaf.write(present.facade, value, i);
     if (leaf.read(present.facade, i) == value)
         append_steps_to(steps, path, leaf, wanted.facade, i);
+    else if (is_most(leaf, present.facade, i, value))
+        steps.push_back(setting_path(path, leaf, i) + '=' + k_most);
     else if (leaf.read(present.facade, i) != before)
         steps.push_back(setting_step(path, leaf, present.facade, i));
 }
@@ -82,6 +96,24 @@ void mend(cfg_nr_waveform_t& original, cfg_nr_waveform_t& copy, const std::strin
         else
             mend(original, copy, child, steps);
     }
+}
+
+void mend_in_rounds(cfg_nr_waveform_t& original, cfg_nr_waveform_t& copy, std::vector<std::string>& steps)
+{
+    constexpr unsigned int k_rounds = 4;
+    for (unsigned int round = 0; round < k_rounds; ++round) {
+        const std::size_t before = steps.size();
+        mend(original, copy, {}, steps);
+        if (steps.size() == before)
+            break;
+    }
+}
+
+void take_over(cfg_nr_waveform_t& original, cfg_nr_waveform_t& copy)
+{
+    copy.copy_configuration(original.get_waveform_manager());
+    std::vector<std::string> ignored;
+    mend(original, copy, "carrier[0].pucch_test_model", ignored);
 }
 
 bool fits_a_step(const std::string& value)

@@ -13,6 +13,14 @@ namespace nrwave
 void mend(vek::nr_mod_lib::cfg_nr_waveform_t& original, vek::nr_mod_lib::cfg_nr_waveform_t& copy,
           const std::string& path, std::vector<std::string>& steps);
 
+/// The same for the whole waveform, in several rounds: what a later step resets by the way, or what one setting needs
+/// of another, comes right with the next.
+void mend_in_rounds(vek::nr_mod_lib::cfg_nr_waveform_t& original, vek::nr_mod_lib::cfg_nr_waveform_t& copy,
+                    std::vector<std::string>& steps);
+
+/// Makes a copy hold what the original does, the choices of the PUCCH's test models too, which no manager holds.
+void take_over(vek::nr_mod_lib::cfg_nr_waveform_t& original, vek::nr_mod_lib::cfg_nr_waveform_t& copy);
+
 /// Whether a value can stand in a step: one without control characters, and without blanks at its ends.
 bool fits_a_step(const std::string& value);
 

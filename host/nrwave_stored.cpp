@@ -1,6 +1,5 @@
 #include "host/nrwave_stored.h"
 
-#include "host/nrwave_failure.h"
 #include "host/nrwave_path.h"
 #include "host/nrwave_value.h"
 
@@ -14,18 +13,6 @@ using namespace vek::nr_mod_lib;
 
 namespace
 {
-
-/// The value of a setting, or nothing where its path has come to lead nowhere.
-std::optional<std::string> value_at(cfg_nr_waveform_t& waveform, const std::string& path)
-{
-    try {
-        const target_t target = resolve(waveform, path);
-        if (target.leaf)
-            return target.leaf->read(target.facade, target.index.value_or(0));
-    } catch (const failure_t&) {
-    }
-    return std::nullopt;
-}
 
 bool still_holds(cfg_nr_waveform_t& waveform, const std::string& path, const std::string& stored,
                  const std::optional<std::string>& now)
