@@ -206,11 +206,11 @@ void sample_encoder_t::_append_text(const std::complex<double>* samples, std::si
     }
 }
 
-void sample_decoder_t::_take(std::complex<double> sample)
+void sample_decoder_t::_take(const std::complex<double>* samples, std::size_t count)
 {
-    m_level.add(&sample, 1);
+    m_level.add(samples, count);
     if (m_kept)
-        m_kept->push_back(sample);
+        m_kept->insert(m_kept->end(), samples, samples + count);
 }
 
 void sample_decoder_t::add(std::string_view bytes)
@@ -274,12 +274,12 @@ void sample_decoder_t::_take_npy_head()
 void sample_decoder_t::_take_binary()
 {
     const std::size_t count = m_bytes.size() / sample_size(m_format);
+    std::vector<std::complex<double>> samples(count);
     const auto read = [&](auto number, double full_scale) {
         for (std::size_t i = 0; i < count; ++i) {
             std::array<decltype(number), 2> pair;
             std::memcpy(pair.data(), m_bytes.data() + i * sizeof pair, sizeof pair);
-            const std::complex<double> sample = {static_cast<double>(pair[0]), static_cast<double>(pair[1])};
-            _take(sample / full_scale);
+            samples[i] = {static_cast<double>(pair[0]) / full_scale, static_cast<double>(pair[1]) / full_scale};
         }
     };
     switch (m_format) {
@@ -294,6 +294,7 @@ void sample_decoder_t::_take_binary()
         read(float{}, 1.0);
         break;
     }
+    _take(samples.data(), count);
     m_bytes.erase(0, count * sample_size(m_format));
 }
 
@@ -320,7 +321,8 @@ void sample_decoder_t::_take_line(std::string_view line)
     if (comma == line.size() || !lib_number_text_t::text_to_double(line.substr(0, comma), real) ||
         !lib_number_text_t::text_to_double(line.substr(comma + 1), imaginary))
         throw failure_t("no sample: " + shortened(one_line(std::string(line))));
-    _take({real, imaginary});
+    const std::complex<double> sample(real, imaginary);
+    _take(&sample, 1);
 }
 
 } // namespace nrwave

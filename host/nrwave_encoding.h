@@ -81,7 +81,7 @@ public:
     void keep_in(std::vector<std::complex<double>>& samples) { m_kept = &samples; }
 
 private:
-    void _take(std::complex<double> sample);
+    void _take(const std::complex<double>* samples, std::size_t count);
     bool _took_head();
     void _take_npy_head();
     void _take_binary();

@@ -30,10 +30,12 @@ samples_t differential(lib_signal_view_t samples, std::size_t lag, std::size_t p
     std::vector<std::uint32_t> counts(period);
     std::complex<double> sum;
     const std::size_t first = is_period ? 0 : lag;
-    for (std::size_t n = first; n < samples.size(); ++n) {
+    for (std::size_t n = first, place = first % period; n < samples.size();
+         ++n, place = place + 1 == period ? 0 : place + 1)
+    {
         const std::complex<double> product = samples[n] * std::conj(samples[n >= lag ? n - lag : n + period - lag]);
-        products[n % period] += product;
-        ++counts[n % period];
+        products[place] += product;
+        ++counts[place];
         sum += product;
     }
     if (samples.size() > first)
@@ -161,30 +163,45 @@ public:
 
     void delay(double samples)
     {
-        const std::size_t period = m_spectrum.size();
-        m_values.resize(period);
-        m_slopes.resize(period);
-        for (std::size_t k = 0; k < period; ++k) {
-            const auto line = static_cast<double>(k) - (2 * k >= period ? static_cast<double>(period) : 0.0);
-            const double turns = line * samples / static_cast<double>(period);
-            m_values[k] = m_spectrum[k] * std::polar(1.0, -k_turn * (turns - std::floor(turns)));
-            m_slopes[k] = 2 * k == period
-                              ? 0.0
-                              : m_values[k] * std::complex<double>(0.0, -k_turn * line / static_cast<double>(period));
+        constexpr double k_near = 0.01; // slopes of a place so near do
+        m_delay = samples;
+        m_values = m_spectrum;
+        lib_common_signal_process_t::deal_mixer(m_values, -samples / static_cast<double>(period()), 0.0);
+        const std::complex<double> whole = std::polar(1.0, k_turn * (samples - std::floor(samples)));
+        for (std::size_t k = (period() + 1) / 2; k < period(); ++k) // lines of negative frequency
+            m_values[k] *= whole;
+        if (m_slopes.empty() || std::fabs(samples - m_slopes_at) > k_near) {
+            _find_slopes();
+            m_slopes_at = samples;
         }
         m_inverse.execute(m_values.data(), m_values.data());
-        m_inverse.execute(m_slopes.data(), m_slopes.data());
     }
 
+    double samples() const { return m_delay; }
     const std::complex<double>& value(std::size_t n) const { return m_values[n]; }
     const std::complex<double>& slope(std::size_t n) const { return m_slopes[n]; }
     std::size_t period() const { return m_spectrum.size(); }
 
 private:
+    /// From the spectrum of the values.
+    void _find_slopes()
+    {
+        const auto count = static_cast<double>(period());
+        m_slopes.resize(period());
+        for (std::size_t k = 0; k < period(); ++k) {
+            const double line = static_cast<double>(k) - (2 * k > period() ? count : 0.0);
+            const double turns = 2 * k == period() ? 0.0 : -k_turn * line / count;
+            m_slopes[k] = {-turns * m_values[k].imag(), turns * m_values[k].real()};
+        }
+        m_inverse.execute(m_slopes.data(), m_slopes.data());
+    }
+
     samples_t m_spectrum;
     lib_fft_plan_t m_inverse;
     samples_t m_values;
     samples_t m_slopes;
+    double m_delay = 0.0;
+    double m_slopes_at = 0.0;
 };
 
 /// The frequency offset that is left, from how the phase goes on from block to block.
@@ -209,7 +226,8 @@ double remaining_offset(const samples_t& captured, const delayed_reference_t& re
     return (peak < count / 2.0 ? peak : peak - count) / count * rate / static_cast<double>(block);
 }
 
-/// What gain fits best, and how much delay and frequency are off, in samples and in turns over the capture.
+/// How much delay and frequency are off, in samples and in turns over the capture, and what gain fits best once they
+/// are not.
 struct step_t
 {
     std::complex<double> gain;
@@ -250,6 +268,7 @@ step_t step(const samples_t& captured, const delayed_reference_t& reference)
     const double is_turned = (beside_gain(2, 3) / result.gain).real();
     result.later = (is_later * turns - is_turned * both) / determinant;
     result.turns = (is_turned * later - is_later * both) / determinant;
+    result.gain -= result.gain * (result.later * sums[0][1] + result.turns * sums[0][2]) / power;
     return result;
 }
 
@@ -258,7 +277,7 @@ step_t step(const samples_t& captured, const delayed_reference_t& reference)
 std::optional<alignment_t> aligned(lib_signal_view_t captured, lib_signal_view_t reference, std::uint64_t rate)
 {
     constexpr int k_most_steps = 10;
-    constexpr double k_settled = 1e-7;
+    constexpr double k_settled = 1e-4;          // what is left behind a step is of the order of its square
     constexpr double k_least_over_noise = 50.0; // what noise explains of noise by chance, at the best of many places
     constexpr double k_none_samples = 1e-3;     // so little below a whole period is no delay
     const auto hertz = static_cast<double>(rate);
@@ -280,11 +299,13 @@ std::optional<alignment_t> aligned(lib_signal_view_t captured, lib_signal_view_t
         const step_t next = step(still, delayed);
         result.gain = next.gain;
         explained = next.explained;
-        if (std::fabs(next.later) < k_settled && std::fabs(next.turns) < k_settled)
-            break;
-        result.delay_samples += std::clamp(next.later, -1.0, 1.0);
-        delayed.delay(result.delay_samples);
+        result.delay_samples = delayed.samples() + std::clamp(next.later, -1.0, 1.0);
         result.frequency_offset_hz += next.turns * hertz / static_cast<double>(captured.size());
+        const bool is_there = std::fabs(next.later) < k_settled;
+        if (is_there && std::fabs(next.turns) < k_settled)
+            break;
+        if (!is_there)
+            delayed.delay(result.delay_samples);
     }
     double power = 0.0;
     for (const std::complex<double>& sample : captured)
