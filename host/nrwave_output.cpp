@@ -104,7 +104,8 @@ output_t::output_t(const fs::path& place, const inputs_t& inputs) : m_name(place
         throw failure_t("cannot write " + shortened(m_name) + ": no name of a file");
     if (is_written_through(m_place))
         return;
-    if (fs::is_symlink(fs::symlink_status(m_place)))
+    std::error_code ignored; // what else is wrong with the place shows when it is opened
+    if (fs::is_symlink(fs::symlink_status(m_place, ignored)))
         _fail(ELOOP);
     struct stat present = {};
     const bool exists = ::stat(m_place.c_str(), &present) == 0;

@@ -13,10 +13,12 @@ using namespace vek::nr_mod_lib;
 
 std::string text_of(const summary_t& summary)
 {
-    std::string text = "files   " + joined(summary.files) + "\nrate    " + std::to_string(summary.rate) +
-                       " Hz\nlength  " + std::to_string(summary.level.samples()) + " samples, " +
-                       shortest(summary.seconds()) + " s\npeak    " + decibels(summary.level.peak_dbfs(), "dBFS") +
-                       "\nRMS     " + decibels(summary.level.rms_dbfs(), "dBFS") + "\nPAPR    " +
+    const std::string rate = summary.rate == 0 ? "not told" : std::to_string(summary.rate) + " Hz";
+    const std::string seconds = summary.rate == 0 ? "" : ", " + shortest(summary.seconds()) + " s";
+    std::string text = "files   " + one_line(joined(summary.files)) + "\nrate    " + rate + "\nlength  " +
+                       std::to_string(summary.level.samples()) + " samples" + seconds + "\npeak    " +
+                       decibels(summary.level.peak_dbfs(), "dBFS") + "\nRMS     " +
+                       decibels(summary.level.rms_dbfs(), "dBFS") + "\nPAPR    " +
                        decibels(summary.level.papr_db(), "dB") + "\nclip    " + std::to_string(summary.clipped) +
                        " samples\n";
     if (summary.deviations)
@@ -37,6 +39,8 @@ nlohmann::ordered_json json_of(const summary_t& summary)
         {"rms_dbfs", or_null(summary.level.rms_dbfs())},
         {"papr_db", or_null(summary.level.papr_db())},
         {"clipped", summary.clipped}};
+    if (summary.rate == 0)
+        json["rate"] = json["seconds"] = nullptr;
     if (summary.deviations) {
         nlohmann::ordered_json& deviations = json["deviations"] = nlohmann::ordered_json::array();
         for (const auto& met : *summary.deviations)

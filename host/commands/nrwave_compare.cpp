@@ -141,7 +141,8 @@ private:
         std::filesystem::path beside = m_file;
         const bool may_be_bare =
             is_recording(m_file) && beside.extension() != ".json" && !beside.extension().string().starts_with(".sigmf");
-        return !may_be_bare || std::filesystem::exists(beside.replace_extension(".json"));
+        std::error_code ignored;
+        return !may_be_bare || std::filesystem::exists(beside.replace_extension(".json"), ignored);
     }
 
     void configure(reference_t& reference) const

@@ -79,8 +79,6 @@ public:
         const std::string line = differences(recording, summary, sha512);
         if (m_json) {
             nlohmann::ordered_json json = json_of(summary);
-            if (!recording.claim.rate)
-                json["rate"] = json["seconds"] = nullptr;
             json["ok"] = line.empty();
             trace.out << written(json);
         }

@@ -3,6 +3,7 @@
 #include "host/nrwave_catalogue.h"
 #include "host/nrwave_description.h"
 #include "host/nrwave_nearest.h"
+#include "host/nrwave_summary.h"
 
 #include <algorithm>
 #include <nlohmann/json.hpp>
@@ -77,7 +78,7 @@ public:
                 if (holds_word(row, m_word))
                     rows.push_back(std::move(row));
         if (m_json)
-            trace.out << json_of(rows).dump(2) << '\n';
+            trace.out << written(json_of(rows));
         else
             for (const description_row_t& row : rows)
                 trace.out << line_of(row) << '\n';

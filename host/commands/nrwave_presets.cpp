@@ -1,6 +1,7 @@
 #include "host/commands/nrwave_commands.h"
 #include "host/nrwave_failure.h"
 #include "host/nrwave_preset.h"
+#include "host/nrwave_summary.h"
 
 #include <algorithm>
 #include <nlohmann/json.hpp>
@@ -28,7 +29,7 @@ void write_json(std::ostream& out, const std::vector<preset_t>& presets)
                         {"bandwidths", preset.bandwidths.taken},
                         {"spacings", preset.spacings.taken},
                         {"duplex_types", preset.duplex_types.taken}});
-    out << list.dump(2) << '\n';
+    out << written(list);
 }
 
 class presets_t : public command_t
