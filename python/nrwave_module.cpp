@@ -90,6 +90,40 @@ public:
 /// One engine runs at a time, and one object writes files: both are the process's.
 std::mutex g_engine;
 
+/// Bytes that are no UTF-8, as a file's name or a label may hold them, come as Python has them in names.
+py::object object_of(const std::string& text)
+{
+    return py::reinterpret_steal<py::object>(
+        PyUnicode_DecodeUTF8(text.data(), static_cast<py::ssize_t>(text.size()), "surrogateescape"));
+}
+
+py::object object_of(const std::vector<std::string>& texts)
+{
+    py::list list;
+    for (const std::string& text : texts)
+        list.append(object_of(text));
+    return list;
+}
+
+template <class found_t>
+py::object object_of(const found_t& found)
+{
+    return py::cast(found);
+}
+
+/// The form of a value, its texts, and whether there are several.
+struct values_t
+{
+    const char* kind = "";
+    std::vector<std::string> texts;
+    bool is_list = false;
+};
+
+py::object object_of(const values_t& values)
+{
+    return py::make_tuple(values.kind, object_of(values.texts), values.is_list);
+}
+
 /// Works without Python's lock, with another held, and gives the tuple that the head of this file tells of.
 template <class work_t>
 py::tuple worked(std::mutex& mutex, std::vector<std::string>& corrections, work_t work)
@@ -109,7 +143,8 @@ py::tuple worked(std::mutex& mutex, std::vector<std::string>& corrections, work_
         }
         told.swap(corrections);
     }
-    return py::make_tuple(std::move(found), failure, told, printed);
+    return py::make_tuple(object_of(found), failure ? object_of(*failure) : py::none(), object_of(told),
+                          object_of(printed));
 }
 
 /// A finished run. It stands for itself: the waveform may be changed, or gone.
@@ -184,14 +219,14 @@ public:
         return _worked([&] {
             const target_t target = resolve(m_waveform, path);
             if (target.figure)
-                return values_t("figure", {target.figure->read(target.facade)}, false);
+                return values_t{"figure", {target.figure->read(target.facade)}, false};
             if (!target.leaf)
                 throw failure_t(shortened(path) + " is no setting");
             const bool all = target.leaf->is_indexed() && !target.index;
             std::vector<std::string> texts;
             for (unsigned int i = 0; i < (all ? target.leaf->count(target.facade) : 1); ++i)
                 texts.push_back(target.leaf->read(target.facade, target.index.value_or(i)));
-            return values_t(_kind(target.leaf->form), texts, all);
+            return values_t{_kind(target.leaf->form), texts, all};
         });
     }
 
@@ -271,8 +306,6 @@ public:
     }
 
 private:
-    using values_t = std::tuple<std::string, std::vector<std::string>, bool>;
-
     template <class work_t>
     py::tuple _worked(work_t work)
     {

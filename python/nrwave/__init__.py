@@ -53,7 +53,12 @@ def _told(answer):
 def _path(path, what="path"):
     if not isinstance(path, str):
         raise TypeError(f"a {what} is a str, not {type(path).__name__}")
-    return path
+    return _bytes(path)
+
+
+def _bytes(text):
+    """Also those that are no UTF-8, as os.fsdecode and the compiled half give them."""
+    return text.encode("utf-8", "surrogateescape")
 
 
 def _file(file):
@@ -129,7 +134,7 @@ class Waveform:
 
     def __setitem__(self, path, value):
         """Sets a value: a bool, a number, a text, or a list of them."""
-        _told(self._waveform.set(_path(path), _text(value)))
+        _told(self._waveform.set(_path(path), _bytes(_text(value))))
 
     def __getitem__(self, path):
         """A setting or figure, as bool, int, float or text; all values of a setting that has several as a list."""

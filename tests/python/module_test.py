@@ -99,6 +99,10 @@ class module(unittest.TestCase):
         waveform.save(self.folder / "a.xml")
         waveform.load(self.folder / "a.xml")
         waveform.save(self.folder / "a.xml")
+        with self.assertRaisesRegex(nrwave.Error, "\udcff"):  # bytes that are no UTF-8
+            waveform.recipe(b"no\xff.recipe")
+        waveform["carrier[0].ul_pucch[0].name"] = "\udcff"
+        self.assertEqual(waveform["carrier[0].ul_pucch[0].name"], "\udcff")
 
     def test_samples_are_read_only_live_on_and_a_thousand_runs_take_no_more_memory(self):
         samples = small().generate().samples[5:]
