@@ -90,11 +90,11 @@ std::optional<coarse_t> coarse(lib_signal_view_t captured, lib_signal_view_t ref
     return coarse_t{delay, std::arg(correlation[delay]) / k_turn * rate / static_cast<double>(lag)};
 }
 
-samples_t mixed(lib_signal_view_t samples, double hertz, double rate)
+/// In the buffer of the result: a new one of that size costs as much as the mixing.
+void mix(lib_signal_view_t samples, double hertz, double rate, samples_t& result)
 {
-    samples_t result(samples.begin(), samples.end());
+    result.assign(samples.begin(), samples.end());
     lib_common_signal_process_t::deal_mixer(result, hertz / rate, 0.0);
-    return result;
 }
 
 /// How well capture and delayed reference agree, by a further delay in steps of a part of a sample, later ones first.
@@ -269,6 +269,8 @@ step_t step(const samples_t& captured, const delayed_reference_t& reference)
     result.later = (is_later * turns - is_turned * both) / determinant;
     result.turns = (is_turned * later - is_later * both) / determinant;
     result.gain -= result.gain * (result.later * sums[0][1] + result.turns * sums[0][2]) / power;
+    result.gain *=
+        std::polar(1.0, -k_turn * result.turns / 2.0); // from the middle, where the turns are 0, to the first
     return result;
 }
 
@@ -287,7 +289,8 @@ std::optional<alignment_t> aligned(lib_signal_view_t captured, lib_signal_view_t
     if (!start)
         return std::nullopt;
     alignment_t result{static_cast<double>(start->delay), start->frequency_hz, 0.0};
-    samples_t still = mixed(captured, -start->frequency_hz, hertz);
+    samples_t still;
+    mix(captured, -start->frequency_hz, hertz, still);
     result.delay_samples += lead(still, reference, start->delay, hertz);
     delayed_reference_t delayed(reference);
     delayed.delay(result.delay_samples);
@@ -295,7 +298,7 @@ std::optional<alignment_t> aligned(lib_signal_view_t captured, lib_signal_view_t
 
     double explained = 0.0;
     for (int i = 0; i < k_most_steps; ++i) {
-        still = mixed(captured, -result.frequency_offset_hz, hertz);
+        mix(captured, -result.frequency_offset_hz, hertz, still);
         const step_t next = step(still, delayed);
         result.gain = next.gain;
         explained = next.explained;
@@ -321,7 +324,8 @@ std::optional<alignment_t> aligned(lib_signal_view_t captured, lib_signal_view_t
 
 samples_t corrected(lib_signal_view_t captured, const alignment_t& alignment, std::uint64_t rate)
 {
-    samples_t result = mixed(captured, -alignment.frequency_offset_hz, static_cast<double>(rate));
+    samples_t result;
+    mix(captured, -alignment.frequency_offset_hz, static_cast<double>(rate), result);
     for (std::complex<double>& sample : result)
         sample /= alignment.gain;
     return result;
