@@ -104,11 +104,10 @@ output_t::output_t(const fs::path& place, const inputs_t& inputs) : m_name(place
         throw failure_t("cannot write " + shortened(m_name) + ": no name of a file");
     if (is_written_through(m_place))
         return;
-    std::error_code ignored; // what else is wrong with the place shows when it is opened
-    if (fs::is_symlink(fs::symlink_status(m_place, ignored)))
-        _fail(ELOOP);
     struct stat present = {};
     const bool exists = ::stat(m_place.c_str(), &present) == 0;
+    if (!exists && errno != ENOENT) // links in a ring, a name that is too long
+        _fail(errno);
     if (exists && S_ISDIR(present.st_mode))
         throw failure_t("cannot write " + shortened(m_name) + ": it is a folder");
     if (exists && inputs.contain(present))

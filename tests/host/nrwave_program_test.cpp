@@ -74,7 +74,7 @@ TEST_F(nrwave_program, fails_with_one_line_and_leaves_nothing_behind)
     fs::create_symlink("loop", m_folder / "loop");
     const std::set<std::string> before = files();
 
-    const std::array<std::pair<const char*, const char*>, 85> rows = {{
+    const std::array<std::pair<const char*, const char*>, 86> rows = {{
         {"generate --set nothing=1 -o x", "unknown path nothing"},
         {"generate --set carrier[0].nothing=1 -o x", "unknown path carrier[0].nothing"},
         {"generate --set carrier[1].enable=1 -o x", "index past the end"},
@@ -110,6 +110,7 @@ TEST_F(nrwave_program, fails_with_one_line_and_leaves_nothing_behind)
         {"generate --format wav -o x", "unknown format wav"},
         {"generate -o bad.recipe/x", "cannot write bad.recipe/x"},
         {"generate -o new/", "no name"},
+        {"generate -o $(printf %0300d 0)", ": File name too long"},
         {"generate '' -o x", "cannot read"},
         {"generate . -o x", "cannot read .: it is a folder"},
         {"generate --recipe . -o x", "cannot read .: it is a folder"},
@@ -174,7 +175,8 @@ TEST_F(nrwave_program, fails_with_one_line_and_leaves_nothing_behind)
 
 TEST_F(nrwave_program, tells_each_correction_in_one_line)
 {
-    const std::array<std::pair<const char*, const char*>, 10> rows = {{
+    const std::array<std::pair<const char*, const char*>, 11> rows = {{
+        {"carrier[0].dl_prs[0].rb_number=max", ""},
         {"carrier[0].power_boosting=41", "carrier[0].power_boosting: asked 41, stored 40\n"},
         {"carrier[0].power_boosting=+4.0", ""},
         {"carrier[0].init_phase=99999999999", "carrier[0].init_phase: asked 99999999999, stored 360\n"},
