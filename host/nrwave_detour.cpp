@@ -11,6 +11,7 @@
 #include <iterator>
 #include <optional>
 #include <string_view>
+#include <utility>
 
 namespace nrwave
 {
@@ -229,7 +230,7 @@ private:
         take_over(m_copy, m_trial);
         std::vector<std::string> run;
         for (const way_t& way : ways)
-            _set(way, run);
+            _set(way, difference.path, run);
         if (run.empty() || (stay && !_holds(difference.path, stay)))
             return false;
         if (stay)
@@ -287,16 +288,19 @@ private:
         return target.leaf && target.leaf->read(target.facade, index) == value.value_or(otherwise);
     }
 
-    /// Sets a setting of the trial; without a step where that changes nothing.
-    void _set(const way_t& way, std::vector<std::string>& run)
+    /// Sets a setting of the trial; without a step where that changes neither it nor what differs.
+    void _set(const way_t& way, const std::string& path, std::vector<std::string>& run)
     {
         if (way.leaf->is_indexed() || is_reset(*way.leaf))
             return;
-        const target_t target = resolve(m_trial, way.facade);
-        const std::string before = way.leaf->read(target.facade);
-        way.leaf->write(target.facade, way.value);
-        if (way.leaf->read(target.facade) != before)
-            run.push_back(setting_step(way.facade, *way.leaf, target.facade));
+        const auto values = [&] {
+            const std::optional<std::string> differing = value_at(m_trial, path);
+            return std::pair(differing, way.leaf->read(resolve(m_trial, way.facade).facade));
+        };
+        const auto before = values();
+        way.leaf->write(resolve(m_trial, way.facade).facade, way.value);
+        if (values() != before)
+            run.push_back(setting_step(way.facade, *way.leaf, resolve(m_trial, way.facade).facade));
     }
 
     cfg_nr_waveform_t& m_original;
