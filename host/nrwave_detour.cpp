@@ -44,6 +44,8 @@ std::vector<std::string> values_to_try(const cfg_nr_leaf_t& leaf)
     case cfg_nr_leaf_form_t::unsigned_short:
     case cfg_nr_leaf_form_t::unsigned_byte:
         return {"0", "1", k_most_number};
+    case cfg_nr_leaf_form_t::real:
+        return {"1"}; // from which a step to anything is no small one
     case cfg_nr_leaf_form_t::text:
         return {std::string(k_most_groups, '1'), k_most_indices};
     default:
