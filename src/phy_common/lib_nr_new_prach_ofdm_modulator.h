@@ -80,8 +80,8 @@ public:
     /// Samples of one frame into `main`, which keeps its length; head and tail stay empty. What passes the frame's end
     /// comes back at its beginning. False for an empty grid; a printed line where prefixes and rows differ in number.
     bool deal_frame_ofdm_modulation(const grid_t& grid, signal_t& main, signal_t& head, signal_t& tail) const;
-    /// Adds the same, turned round by `shift` samples within `frame_length`, which may be that of several frames, to the
-    /// first `available` samples.
+    /// Adds the same, turned round by `shift` samples within `frame_length`, which may be that of several frames, to
+    /// the first `available` samples.
     bool add_frame(const grid_t& grid, std::int64_t shift, std::size_t frame_length, std::complex<double>* frame,
                    std::size_t available) const;
 
