@@ -184,7 +184,10 @@ private:
         std::uint64_t first;
         std::uint64_t length;
         std::int64_t shift;
-        bool operator==(const prach_turn_t&) const = default;
+        bool operator==(const prach_turn_t& other) const
+        {
+            return first == other.first && length == other.length && shift == other.shift;
+        }
     };
     prach_turn_t _get_prach_turn(const lib_nr_carrier_configure_manager_t& carrier, unsigned int frame,
                                  unsigned int burst) const;
