@@ -36,11 +36,14 @@ public:
     double get_timeoffet() const { return _target().get_timeoffset(); }
 
     /// Table of the configurations; its frequency range is not held against the carrier's. Takes the index anew.
-    bool set_configuration_table(prach_config_table_type_t table) { return _target().set_configuration_table(table); }
+    bool set_configuration_table(prach_config_table_type_t table)
+    {
+        return _target().set_configuration_table(table, _numerology());
+    }
     prach_config_table_type_t get_configuration_table() const { return _target().get_configuration_table(); }
     /// Row of the table, at most 255, or 262 for FR1_TDD. Takes the row's first y, subframe and slot, and brings
     /// length, spacing, slot and restricted set in line with its format.
-    bool set_configuration_idx(unsigned int index) { return _target().set_configuration_idx(index); }
+    bool set_configuration_idx(unsigned int index) { return _target().set_configuration_idx(index, _numerology()); }
     unsigned int get_configuration_idx() const { return _target().get_configuration_idx(); }
     /// Spacing of the preamble: of the format, the frequency range and the carrier's spacing.
     bool set_prach_scs(prach_scs_type_t scs)

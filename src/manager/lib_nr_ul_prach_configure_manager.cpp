@@ -46,7 +46,7 @@ void lib_nr_ul_prach_configure_manager_t::update_by_bandwidth(
     const lib_nr_numerology_type_t spacing = numerology.get_numerolgy();
     _force_off_without_channels(spacing);
     const bool fr1 = is_fr1(bandwidth);
-    set_configuration_table(fr1 ? FR1_FDD_SUL : FR2_TDD);
+    set_configuration_table(fr1 ? FR1_FDD_SUL : FR2_TDD, spacing);
     set_lra(fr1 ? PRACH_LRA_839 : PRACH_LRA_139, spacing);
     set_prach_scs(fr1 ? PRACH_SCS_1P25K : PRACH_SCS_60K, bandwidth, spacing);
 }
@@ -116,14 +116,16 @@ bool lib_nr_ul_prach_configure_manager_t::set_n_RA_f(unsigned int occasion)
     return assign(m_n_RA_f, std::min(offered_or_first(m_msg1_fdm, get_msg1_fdm_for_ui()) - 1u, occasion));
 }
 
-bool lib_nr_ul_prach_configure_manager_t::set_configuration_table(prach_config_table_type_t table)
+bool lib_nr_ul_prach_configure_manager_t::set_configuration_table(prach_config_table_type_t table,
+                                                                  lib_nr_numerology_type_t numerology)
 {
     const bool changed = assign(m_configuration_table, table);
-    set_configuration_idx(m_configuration_idx);
+    set_configuration_idx(m_configuration_idx, numerology);
     return changed;
 }
 
-bool lib_nr_ul_prach_configure_manager_t::set_configuration_idx(unsigned int index)
+bool lib_nr_ul_prach_configure_manager_t::set_configuration_idx(unsigned int index,
+                                                                lib_nr_numerology_type_t /*numerology*/)
 {
     const bool changed = assign(m_configuration_idx, std::min(index, last_configuration_idx(m_configuration_table)));
     const configuration_table_t row = _row();

@@ -49,9 +49,10 @@ public:
     unsigned int get_n_RA_slot() const { return m_n_RA_slot; }
     bool set_n_RA_f(unsigned int occasion);
     unsigned int get_n_RA_f() const { return m_n_RA_f; }
-    bool set_configuration_table(prach_config_table_type_t table);
+    /// This and the index take the BWP's spacing along as the setters below do; no rule of a row reads it.
+    bool set_configuration_table(prach_config_table_type_t table, lib_nr_numerology_type_t numerology);
     prach_config_table_type_t get_configuration_table() const { return m_configuration_table; }
-    bool set_configuration_idx(unsigned int index);
+    bool set_configuration_idx(unsigned int index, lib_nr_numerology_type_t numerology);
     unsigned int get_configuration_idx() const { return m_configuration_idx; }
     bool set_prach_scs(prach_scs_type_t scs, lib_nr_channel_bw_type_t bandwidth, lib_nr_numerology_type_t numerology);
     prach_scs_type_t get_prach_scs() const { return m_prach_scs; }
