@@ -66,7 +66,8 @@ void prach_frame(benchmark::State& state)
         process.prach_process();
         modulator.cal_start_symbol(prach.get_configuration_table(), prach.get_configuration_idx(),
                                    prach.get_n_RA_slot(), prach.get_n_RA_t(), prach.get_Format());
-        modulator.cal_current_start_locate(prach.get_prach_scs(), prach.get_subframe_index(), prach.get_slot_index());
+        modulator.cal_current_start_locate(prach.get_prach_scs(), prach.get_n_RA_slot(), prach.get_subframe_index(),
+                                           prach.get_slot_index());
         modulator.set_prach_ofdm_info(grid.get_prach_ofdm_info());
         std::fill(frame.begin(), frame.end(), 0.0);
         modulator.add_frame(grid.get_prach_payload_mapping(), 0, frame.size(), frame.data(), frame.size());

@@ -38,10 +38,11 @@ bool is_active(const lib_nr_ul_prach_configure_manager_t& prach, unsigned int fr
     const prach_config_table_type_t table = prach.get_configuration_table();
     const unsigned int scs_khz = prach.get_prach_scs() / 1000;
     const unsigned int slot = lib_nr_phy_common_t::cal_prach_current_slot(
-        frame, scs_khz, prach.get_lra(), table, prach.get_n_RA_slot(),
+        frame, scs_khz, prach.get_lra(), table, prach.get_configuration_idx(), prach.get_n_RA_slot(),
         table == FR2_TDD ? prach.get_slot_index() : prach.get_subframe_index());
     return lib_nr_phy_common_t::is_prach_active(frame, scs_khz, prach.get_lra(), table, prach.get_configuration_idx(),
-                                                slot, prach.get_n_RA_slot(), prach.get_frame_offset());
+                                                slot, prach.get_Format(), prach.get_n_RA_slot(),
+                                                prach.get_frame_offset());
 }
 
 } // namespace
@@ -280,8 +281,8 @@ void lib_nr_phy_t::_locate_prach(const lib_nr_ul_prach_configure_manager_t& prac
 {
     m_prach_ofdm_modulator.cal_start_symbol(prach.get_configuration_table(), prach.get_configuration_idx(),
                                             prach.get_n_RA_slot(), prach.get_n_RA_t(), prach.get_Format());
-    m_prach_ofdm_modulator.cal_current_start_locate(prach.get_prach_scs(), prach.get_subframe_index(),
-                                                    prach.get_slot_index());
+    m_prach_ofdm_modulator.cal_current_start_locate(prach.get_prach_scs(), prach.get_n_RA_slot(),
+                                                    prach.get_subframe_index(), prach.get_slot_index());
 }
 
 void lib_nr_phy_t::_update_prach_ofdm_config(const lib_nr_carrier_configure_manager_t& carrier, unsigned int numerology)

@@ -95,8 +95,8 @@ void lib_nr_new_prach_ofdm_modulator_t::cal_start_symbol(prach_config_table_type
     m_first_row = lib_nr_phy_common_t::get_prach_first_row(format, table, index, n_RA_t);
 }
 
-void lib_nr_new_prach_ofdm_modulator_t::cal_current_start_locate(prach_scs_type_t scs, unsigned int subframe,
-                                                                 unsigned int slot)
+void lib_nr_new_prach_ofdm_modulator_t::cal_current_start_locate(prach_scs_type_t scs, unsigned int /*n_RA_slot*/,
+                                                                 unsigned int subframe, unsigned int slot)
 {
     const unsigned int u = lib_nr_phy_common_t::get_u_from_prach_scs(scs);
     std::uint64_t symbol = m_start_symbol;

@@ -69,9 +69,10 @@ public:
     void cal_start_symbol(prach_config_table_type_t table, unsigned int index, unsigned int n_RA_slot,
                           unsigned int n_RA_t, prach_format_t format);
     /// Position of the burst in its frame, in samples at 30.72 MHz. `subframe` counts up to 30 kHz, `slot`, of 60 kHz,
-    /// from there on. By the own rule the symbols before it count as whole samples at 480 and 960 kHz, and end in half
-    /// and quarter ones otherwise.
-    void cal_current_start_locate(prach_scs_type_t scs, unsigned int subframe, unsigned int slot);
+    /// from there on; the start symbol has `n_RA_slot` in it already. By the own rule the symbols before it count as
+    /// whole samples at 480 and 960 kHz, and end in half and quarter ones otherwise.
+    void cal_current_start_locate(prach_scs_type_t scs, unsigned int n_RA_slot, unsigned int subframe,
+                                  unsigned int slot);
     /// The same in samples of the rate that the burst is sent at.
     std::int64_t get_start_sample() const;
     /// Where the burst lies, for the view; the time offset is the caller's.

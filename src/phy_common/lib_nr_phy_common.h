@@ -197,15 +197,16 @@ public:
                                                unsigned int n_RA_t);
 
     /// The absolute slot, in slots of the preamble's spacing, that a burst is configured for in a frame.
-    /// `subframe_or_slot` is the subframe for the FR1 tables and the 60 kHz slot for the FR2 one.
+    /// `subframe_or_slot` is the subframe for the FR1 tables and the 60 kHz slot for the FR2 one. The row itself does
+    /// not matter.
     static unsigned int cal_prach_current_slot(unsigned int frame, unsigned int scs_khz, prach_lra_type_t lra,
-                                               prach_config_table_type_t table, unsigned int n_RA_slot,
-                                               unsigned int subframe_or_slot);
+                                               prach_config_table_type_t table, unsigned int index,
+                                               unsigned int n_RA_slot, unsigned int subframe_or_slot);
     /// Whether a burst sends in a frame: the row's period and offset y hold, its list has the subframe or slot, and the
-    /// slot falls on `n_RA_slot`.
+    /// slot falls on `n_RA_slot`. The length tells what of the format matters.
     static bool is_prach_active(unsigned int frame, unsigned int scs_khz, prach_lra_type_t lra,
                                 prach_config_table_type_t table, unsigned int index, unsigned int slot,
-                                unsigned int n_RA_slot, unsigned int y);
+                                prach_format_t format, unsigned int n_RA_slot, unsigned int y);
 };
 
 } // namespace vek::nr_mod_lib

@@ -456,8 +456,8 @@ unsigned int lib_nr_phy_common_t::get_prach_first_symbol(prach_config_table_type
 }
 
 unsigned int lib_nr_phy_common_t::cal_prach_current_slot(unsigned int frame, unsigned int scs_khz, prach_lra_type_t lra,
-                                                         prach_config_table_type_t table, unsigned int n_RA_slot,
-                                                         unsigned int subframe_or_slot)
+                                                         prach_config_table_type_t table, unsigned int /*index*/,
+                                                         unsigned int n_RA_slot, unsigned int subframe_or_slot)
 {
     const reference_t reference = reference_of(table);
     const std::uint64_t count = subframe_or_slot + std::uint64_t{reference.per_frame} * frame;
@@ -468,7 +468,7 @@ unsigned int lib_nr_phy_common_t::cal_prach_current_slot(unsigned int frame, uns
 
 bool lib_nr_phy_common_t::is_prach_active(unsigned int frame, unsigned int scs_khz, prach_lra_type_t lra,
                                           prach_config_table_type_t table, unsigned int index, unsigned int slot,
-                                          unsigned int n_RA_slot, unsigned int y)
+                                          prach_format_t /*format*/, unsigned int n_RA_slot, unsigned int y)
 {
     const reference_t reference = reference_of(table);
     const bool is_long = lra == PRACH_LRA_839;

@@ -34,6 +34,9 @@ public:
     /// Marks or writes a slot of the frame. False where a mark conflicts or lies outside the grid and, with a printed
     /// line, where the SRS is disabled.
     bool nr_ul_phy_srs_re_map(unsigned int slot, lib_nr_remap_mode_t mode);
+    /// The two modes by their names.
+    bool nr_ul_phy_srs_ui_view_map(unsigned int slot);
+    bool nr_ul_phy_srs_encode_map(unsigned int slot);
     /// Writes "../srs_result.csv" anew: group, number and values of each symbol's sequence as they were in the slot
     /// written last, one value a line, complex ones as real,imaginary. Where no slot was written the file stays as it
     /// is. A file that cannot be written is told on the error stream.
@@ -51,8 +54,6 @@ private:
     void _srs_slots_init(const std::vector<int>& listed);
     void _srs_k_offset_lp_init();
     bool _is_enabled() const;
-    bool nr_ul_phy_srs_ui_view_map(unsigned int slot);
-    bool nr_ul_phy_srs_encode_map(unsigned int slot);
     void _list_symbols(unsigned int slot);
     void _explain(unsigned int slot) const;
     std::pair<unsigned int, unsigned int> _get_sequence_uv(unsigned int symbol_in_frame) const;
