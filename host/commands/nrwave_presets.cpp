@@ -44,7 +44,7 @@ public:
                        "NAME[:bandwidth=B,scs=S,duplex=D]: the steps that it stands for; none: all presets")
             ->type_name("FAMILY|NAME");
         app.add_flag("--ntn", m_ntn, "Those of non-terrestrial mode instead of the others");
-        app.add_flag("--json", m_json, "The list as a JSON array");
+        app.add_flag("--json", m_json, "The list, or the steps, as a JSON array");
         app.footer("Examples:\n"
                    "  nrwave presets dl_tm\n"
                    "  nrwave presets NR-FR1-TM3.1a:bandwidth=100M,scs=30k,duplex=tdd > tm31a.recipe");
@@ -54,8 +54,12 @@ public:
     {
         const std::vector<std::string> families = preset_families();
         if (!m_name.empty() && std::find(families.begin(), families.end(), m_name) == families.end()) {
-            for (const std::string& step : preset_steps(m_name, m_ntn))
-                trace.out << step << '\n';
+            const std::vector<std::string> steps = preset_steps(m_name, m_ntn);
+            if (m_json)
+                trace.out << written(steps);
+            else
+                for (const std::string& step : steps)
+                    trace.out << step << '\n';
             return;
         }
         const std::vector<preset_t> presets = presets_of(m_name, m_ntn);

@@ -410,6 +410,8 @@ TEST_F(nrwave_program, lists_presets_as_they_can_be_chosen)
                                                      {"ul_frc", ".frc_reference_channels="},
                                                      {"ul_rmc", ".rmc_rb_allocation="},
                                                      {"pucch_test_model", ".test_model_type="}};
+    EXPECT_EQ(nlohmann::json::parse(run("presets NR-FR1-TM2a --json").out).at(0),
+              "carrier[0].dl_tm.test_model=LIB_NR_FR1_TM2a");
     std::string recipe;
     for (const auto& row : nlohmann::json::parse(run("presets --json").out)) {
         const std::string family = row.at("family");
