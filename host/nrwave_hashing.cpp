@@ -2,8 +2,6 @@
 
 #include "host/nrwave_signals.h"
 
-#include <utility>
-
 namespace nrwave
 {
 
@@ -13,16 +11,10 @@ hashing_t::~hashing_t() { _end(); }
 
 void hashing_t::add(std::string& bytes)
 {
-    constexpr std::size_t k_most_waiting = 8;
-
     std::unique_lock lock(m_mutex);
-    m_changed.wait(lock, [&] { return m_waiting.size() < k_most_waiting; });
-    std::string room;
-    if (!m_rooms.empty()) {
-        room = std::move(m_rooms.front());
-        m_rooms.pop_front();
-    }
-    m_waiting.push_back(std::exchange(bytes, std::move(room)));
+    m_changed.wait(lock, [&] { return m_given - m_taken < m_blocks.size(); });
+    m_blocks[m_given % m_blocks.size()].swap(bytes);
+    ++m_given;
     m_changed.notify_all();
 }
 
@@ -38,18 +30,17 @@ void hashing_t::_work()
 {
     std::unique_lock lock(m_mutex);
     for (;;) {
-        m_changed.wait(lock, [&] { return m_is_ended || !m_waiting.empty(); });
-        if (m_waiting.empty())
+        m_changed.wait(lock, [&] { return m_is_ended || m_taken < m_given; });
+        if (m_taken == m_given)
             return;
         lock.unlock();
         try {
-            m_hash.add(m_waiting.front()); // whose place nobody else touches, and no other block moves
+            m_hash.add(m_blocks[m_taken % m_blocks.size()]); // m_taken is changed by this thread alone
         } catch (...) {
             m_failure = std::current_exception();
         }
         lock.lock();
-        m_rooms.push_back(std::move(m_waiting.front()));
-        m_waiting.pop_front();
+        ++m_taken;
         m_changed.notify_all();
     }
 }

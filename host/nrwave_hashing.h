@@ -2,8 +2,9 @@
 
 #include "host/nrwave_sha512.h"
 
+#include <array>
 #include <condition_variable>
-#include <deque>
+#include <cstddef>
 #include <exception>
 #include <mutex>
 #include <string>
@@ -34,8 +35,9 @@ private:
     sha512_t m_hash;
     std::mutex m_mutex;
     std::condition_variable m_changed;
-    std::deque<std::string> m_waiting; ///< the first of them is being taken
-    std::deque<std::string> m_rooms;
+    std::array<std::string, 8> m_blocks; ///< a ring: those that are taken leave their room to later ones
+    std::size_t m_given = 0;
+    std::size_t m_taken = 0;
     std::exception_ptr m_failure;
     bool m_is_ended = false;
     std::thread m_worker;
